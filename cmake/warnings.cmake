@@ -1,0 +1,9 @@
+# What every target of the project is compiled with.
+add_library(velmora_flags INTERFACE)
+target_compile_options(velmora_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+target_include_directories(velmora_flags INTERFACE ${PROJECT_SOURCE_DIR}/src)
+if(VELMORA_SANITIZE)
+  target_compile_options(velmora_flags INTERFACE -fsanitize=${VELMORA_SANITIZE} -fno-sanitize-recover=all
+                                                 -fno-omit-frame-pointer)
+  target_link_options(velmora_flags INTERFACE -fsanitize=${VELMORA_SANITIZE})
+endif()

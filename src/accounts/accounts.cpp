@@ -1,0 +1,73 @@
+#include "accounts/accounts.h"
+
+#include <algorithm>
+#include <array>
+
+#include "platform/failure.h"
+
+namespace velmora {
+
+namespace {
+
+constexpr auto fields = std::to_array<Field<Account>>({
+    {"AcntEnabled", &Account::AcntEnabled},
+    {"AcntName", &Account::AcntName},
+    {"AcntServer", &Account::AcntServer},
+    {"AcntSecure", &Account::AcntSecure},
+    {"AcntPort", &Account::AcntPort},
+    {"AcntLoginID", &Account::AcntLoginID},
+    {"AcntPassword", &Account::AcntPassword},
+    {"AcntColour", &Account::AcntColour},
+    {"AcntColourIndex", &Account::AcntColourIndex},
+    {"AcntClient", &Account::AcntClient},
+    {"AcntSound", &Account::AcntSound},
+    {"AcntSoundOn", &Account::AcntSoundOn},
+});
+
+/// More than anybody has, and few enough that a damaged count does no harm.
+constexpr std::int16_t mostAccounts = 1000;
+
+SettingsPlace placeOf(std::int16_t number) { return {settingsSection, std::to_string(number)}; }
+
+template <class Rows>
+auto& rowOf(Rows& rows, std::int16_t number) {
+  if (number < 0 || static_cast<std::size_t>(number) >= rows.size()) throw subscriptFailure();
+  return rows[static_cast<std::size_t>(number)];
+}
+
+}  // namespace
+
+std::span<const Field<Account>> accountFields() { return fields; }
+
+Accounts::Row& Accounts::operator[](std::int16_t number) { return rowOf(rows_, number); }
+const Accounts::Row& Accounts::operator[](std::int16_t number) const { return rowOf(rows_, number); }
+
+void Accounts::ResizeAccounts(std::int16_t count) {
+  rows_.resize(static_cast<std::size_t>(count) + 1);
+  for (auto& row : rows_) row.AcntIncomplete = false;
+}
+
+std::int16_t Accounts::storedCount(const SettingsStore& store) {
+  const auto stored = fromText<std::int16_t>(store.GetSetting(settingsSection, "AcntNum", "0"), 0);
+  return std::clamp<std::int16_t>(stored, 0, mostAccounts);
+}
+
+void Accounts::LoadAccount(const SettingsStore& store, std::int16_t number) {
+  Account& account = (*this)[number];
+  for (const auto& field : fields) loadField(store, placeOf(number), field, account);
+}
+
+void Accounts::SaveAccountFields(SettingsStore& store, std::int16_t number) const {
+  const Account& account = (*this)[number];
+  for (const auto& field : fields) saveField(store, placeOf(number), field, account);
+}
+
+void Accounts::BlankAccountRow() {
+  Account& blank = rows_.front();
+  blank = Account{};
+  blank.AcntEnabled = 0;
+  blank.AcntName.clear();
+  blank.AcntPort.clear();
+}
+
+}  // namespace velmora

@@ -1,0 +1,81 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "platform/settings.h"
+
+namespace velmora {
+
+/// What is kept of one POP account. Check box values are 1 and 0.
+struct Account {
+  std::int16_t AcntEnabled = 1;  ///< takes part in Check All and Auto Check
+  std::string AcntName = "New Account";
+  std::string AcntServer;
+  std::int16_t AcntSecure = 0;
+  std::string AcntPort = "110";  ///< a number only when connecting
+  std::string AcntLoginID;
+  std::string AcntPassword;
+  std::int32_t AcntColour = 255;     ///< 0x00BBGGRR
+  std::int32_t AcntColourIndex = 5;  ///< the colour box selected on the Accounts page
+  std::string AcntClient;            ///< path of the email client, blank for the default one
+  std::string AcntSound;             ///< path of the .wav file, blank for the default one
+  std::int16_t AcntSoundOn = 1;
+};
+
+/// What a run learns about an account. Nothing of it is kept.
+struct AccountState {
+  bool AcntConnected = false;    ///< the last check reached the server
+  bool AcntChecked = false;      ///< a check has begun at least once
+  bool AcntHasMessages = false;  ///< the last check found messages
+  bool AcntHasNew = false;       ///< the last check found more messages than the one before
+  bool AcntIncomplete = false;   ///< the last retrieval may not have brought in all messages
+  bool AcntSoundValid = false;
+  bool AcntClientValid = false;
+  std::string AcntStatusText;
+  std::string AcntLastCheckTime;
+  std::string AcntLastCheckText;
+  std::int16_t AcntMsgCount = 0;
+  std::int16_t AcntNewCount = 0;
+  std::int16_t AcntPrevCount = 0;  ///< the count that growth is measured against
+  std::int16_t AcntSpamCount = 0;
+  std::int16_t AcntDeleteCount = 0;
+};
+
+/// The twelve kept fields, in the order in which they are read and written.
+std::span<const Field<Account>> accountFields();
+
+/// The accounts, numbered from 1 to AcntNum in the order of their tabs: an account is its position. Row 0 is the
+/// placeholder shown while there are none; it is never kept.
+class Accounts {
+ public:
+  struct Row : Account, AccountState {};
+
+  Accounts() : rows_(1) { BlankAccountRow(); }
+
+  std::int16_t AcntNum() const { return static_cast<std::int16_t>(rows_.size() - 1); }
+  std::int16_t AcntCurrent = 0;  ///< the account whose tab is selected, 0 while there is none
+
+  /// Throws subscriptFailure outside 0 to AcntNum.
+  Row& operator[](std::int16_t number);
+  const Row& operator[](std::int16_t number) const;
+
+  /// Makes room for accounts 0 to `count` and keeps what is there, but for AcntIncomplete, which is lost.
+  void ResizeAccounts(std::int16_t count);
+
+  /// The count that the tree holds; nothing sensible there counts as no accounts.
+  static std::int16_t storedCount(const SettingsStore& store);
+
+  void LoadAccount(const SettingsStore& store, std::int16_t number);
+  void SaveAccountFields(SettingsStore& store, std::int16_t number) const;
+  void BlankAccountRow();
+
+ private:
+  std::vector<Row> rows_;
+};
+
+inline constexpr std::string_view settingsSection = "Settings";
+
+}  // namespace velmora

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+#include "accounts/accounts_page.h"
+#include "messages/email_page.h"
+#include "platform/controls/frame.h"
+#include "platform/controls/status_bar.h"
+#include "platform/controls/timer.h"
+#include "platform/controls/toolbar.h"
+
+namespace velmora {
+
+/// The pages, by number.
+inline constexpr std::int16_t emailPage = 0;
+inline constexpr std::int16_t accountsPage = 1;
+inline constexpr std::int16_t rulesPage = 2;
+inline constexpr std::int16_t optionsPage = 3;
+inline constexpr std::size_t pageCount = 4;
+
+/// The small toolbars of tbrButtons that procedures name.
+inline constexpr std::size_t helpBar = 0;
+inline constexpr std::size_t stopRetrievalBar = 1;
+inline constexpr std::size_t closeBar = 2;
+inline constexpr std::size_t checkAllBar = 3;
+inline constexpr std::size_t startClientBar = 4;
+inline constexpr std::size_t accountsHelpBar = 5;
+inline constexpr std::size_t rulesHelpBar = 8;
+inline constexpr std::size_t pauseStartUpBar = 14;
+
+/// The only top-level window of the program: four pages of which one shows at a time, the buttons that switch between
+/// them, a row of buttons for each page, and the status bar.
+struct MainWindow : Form, EmailPage, AccountsPage {
+  Toolbar tbrMainButtons{"imlMainIcons",
+                         {{"Email", "Email        ", "Email Messages", "Email"},
+                          {"Accounts", "Accounts  ", "Account Information", "Accounts"},
+                          {"Rules", "Rules       ", "View Rules", "Rules"},
+                          {"Options", "Options    ", "Select Options", "Options"},
+                          {"Quit", "Quit          ", "Quit Velmora", "Quit"},
+                          {"Size", "Size         ", "Restore Original Size", "Size"}}};
+
+  std::array<Toolbar, 15> tbrButtons{{
+      {"imlButtons", {{"Help", "Help     ", "Help With Email", "Help"}}},
+      {"imlButtons", {{"StopRetrieval", "Stop Retrieval      ", "Stop Retrieving Messages", "Stop"}}},
+      {"imlButtons", {{"Close", "Close         ", "Close Velmora to System Tray", "Close"}}},
+      {"imlButtons", {{"CheckAll", "Check All          ", "Check All Accounts for Messages", "CheckAll"}}},
+      {"imlClientButtons",
+       {{"StartEmailClient", "Start Email Client     ", "Start Email Client Application", "Folder"}}},
+      {"imlButtons", {{"Help", "Help     ", "Help With Accounts", "Help"}}},
+      {"imlButtons", {{"SaveAccount", "Save Account   ", "Save this Account Information", "Save"}}},
+      {"imlButtons", {{"Cancel", "Cancel       ", "Cancel changes to this Account", "Cancel"}}},
+      {"imlButtons", {{"Help", "Help     ", "Help With Rules", "Help"}}},
+      {"imlButtons", {{"SaveRules", "Save Rules       ", "Save Rule Information", "Save"}}},
+      {"imlButtons", {{"Cancel", "Cancel       ", "Cancel changes to Rules", "Cancel"}}},
+      {"imlButtons", {{"Help", "Help     ", "Help With Options", "Help"}}},
+      {"imlButtons", {{"SaveOptions", "Save Options    ", "Save changes to Options", "Save"}}},
+      {"imlButtons", {{"Cancel", "Cancel       ", "Cancel changes made to Options", "Cancel"}}},
+      {"imlButtons", {{"PauseStartupCheck", "StartUp: Continue    ", "Pause the StartUp Check Timer", "Pause"}}},
+  }};
+
+  Frame fraMainButtons;
+  std::array<Frame, pageCount> fraMain;
+  Label lblBanner;
+  Frame fraNoAcntsBanner;
+  Label lblNoAcntsBanner;
+
+  velmora::StatusBar StatusBar;
+  velmora::ProgressBar ProgressBar;
+  FocusTaker cmdTakeFocus;
+
+  Timer tmrStatusBar{1000, true};
+  Timer tmrMailTime{1000, false};
+  Timer tmrRetrieveMessage{100, false};
+};
+
+}  // namespace velmora

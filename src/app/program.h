@@ -1,0 +1,62 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "accounts/accounts.h"
+#include "app/main_window.h"
+#include "app/status_panels.h"
+#include "messages/message_store.h"
+#include "options/options.h"
+#include "platform/platform.h"
+#include "platform/pop/pop_client.h"
+
+namespace velmora {
+
+/// Everything that lasts for the whole run: the stores, the windows' controls, and the way to the outside. Made once
+/// in `main`, and once in every test.
+struct Program {
+  explicit Program(Platform& outside) : platform(outside) {}
+
+  Platform& platform;
+  std::string AppTitle;
+
+  // The stores.
+  Options options;
+  Options EditOptions;  ///< the working copy of the Options page
+  Accounts accounts;
+  MessageStore messages;
+
+  MainWindow frmMain;
+  std::int16_t CurrentPage = emailPage;
+
+  // The one connection. A stop replaces the client while it works.
+  std::unique_ptr<IPopClientNotify> popEvents;
+  std::shared_ptr<velmora::PopClient> PopClient;
+  bool PopConnected = false;
+  bool StopRequested = false;   ///< the only value that crosses from a button to a running check
+  bool TestInProgress = false;  ///< a connection test, not a check
+  std::int16_t ReceivedCount = 0;
+  int AnimationFrame = 0;  ///< 1 to 8 once the tab animation has run
+
+  // What a walk over the accounts found.
+  std::int16_t TotalMessages = 0;
+  std::int16_t TotalNew = 0;
+  std::string IncompleteAccounts;  ///< one name a line
+  std::string AccountInfoText;
+  std::int16_t AccountInfoLines = 0;
+  std::string NextCheckText;
+
+  // The message list.
+  std::int16_t AcntLastShown = 0;    ///< a click on this account's tab does nothing
+  std::int16_t SelectedMessage = 0;  ///< what the actions on a message work on
+  bool ItemUnderPointer = false;     ///< the last pointer event on the list met a row
+  std::int16_t HoverMessage = 0;     ///< the row under the pointer, 0 for none
+  AttachmentCounts listCounts;
+
+  bool FormLoading = false;    ///< handlers of changes do nothing
+  bool QuitRequested = false;  ///< closing the window ends the program, whatever the options say
+};
+
+}  // namespace velmora

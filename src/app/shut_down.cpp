@@ -1,0 +1,38 @@
+#include "app/shut_down.h"
+
+#include "app/pages.h"
+#include "app/program.h"
+
+namespace velmora {
+
+namespace {
+
+void saveSortState(Program& program) {
+  SettingsStore& settings = program.platform.settings();
+  settings.SaveSetting(optionsSection, "SortColumnLastUsed", program.options.SortColumnLastUsed);
+  settings.SaveSetting(optionsSection, "SortOrder", toText(program.options.SortOrder));
+}
+
+}  // namespace
+
+void Form_Unload(Program& program) {
+  if (program.options.CloseButton != 0 && !program.QuitRequested) {
+    CloseToTray(program);
+    return;
+  }
+  // A check that is under way must end without a word; it finds its client gone.
+  program.StopRequested = true;
+  program.PopClient.reset();
+  SaveColumnWidths(program);
+  saveSortState(program);
+  for (const auto* name : {"temporary.eml", "temporary.msg"}) program.platform.deleteTemporaryFile(name);
+  program.frmMain.Visible = false;
+  program.platform.quit();
+}
+
+void QuitApplication(Program& program) {
+  program.QuitRequested = true;
+  Form_Unload(program);
+}
+
+}  // namespace velmora

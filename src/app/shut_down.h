@@ -1,0 +1,14 @@
+#pragma once
+
+namespace velmora {
+
+struct Program;
+
+/// The user closes the window. With the option for it the window only goes to the tray; otherwise, or where quitting
+/// was asked for, everything is saved and released and the program ends.
+void Form_Unload(Program& program);
+
+/// Ends the program, whatever closing the window means.
+void QuitApplication(Program& program);
+
+}  // namespace velmora

@@ -1,0 +1,135 @@
+#include "app/start_up.h"
+
+#include <array>
+#include <string_view>
+
+#include "app/pages.h"
+#include "app/program.h"
+#include "app/shut_down.h"
+#include "app/status_bar.h"
+#include "checking/check_cycle.h"
+#include "checking/check_texts.h"
+#include "checking/pop_session.h"
+#include "messages/message_list.h"
+
+namespace velmora {
+
+namespace {
+
+constexpr std::array<std::size_t, 6> saveAndCancelBars = {6, 7, 9, 10, 12, 13};
+
+void showOrHide(Program& program) {
+  if (program.options.MinimizeStartUp == 1) {
+    CloseToTray(program);
+  } else {
+    program.frmMain.Visible = true;
+  }
+}
+
+/// A new installation starts at logon until the user says otherwise.
+void firstRun(Program& program) {
+  program.options.RunStartUp = 1;
+  SettingsStore& settings = program.platform.settings();
+  settings.SaveSetting(optionsSection, "RunStartUp", "1");
+  program.platform.SetRunAtStartUp();
+  settings.SaveSetting(settingsSection, "FirstUse", "1");
+}
+
+void connectWindow(Program& program) {
+  MainWindow& frmMain = program.frmMain;
+  frmMain.tbrMainButtons.ButtonClick = [&program](Button& button) { tbrMainButtons_ButtonClick(program, button); };
+  for (Toolbar& bar : frmMain.tbrButtons) {
+    bar.ButtonClick = [&program](Button& button) { tbrButtons_ButtonClick(program, button); };
+  }
+  frmMain.Resize = [&program] { Form_Resize(program); };
+  frmMain.Close = [&program] { Form_Unload(program); };
+  frmMain.tmrStatusBar.Tick = [&program] { ShowClock(program); };
+  frmMain.tmrMailTime.Tick = [&program] { ShowClock(program); };
+  frmMain.tmrRetrieveMessage.Tick = [&program] { tmrRetrieveMessage_Timer(program); };
+  ConnectEmailPage(program);
+}
+
+void initialControls(Program& program) {
+  MainWindow& frmMain = program.frmMain;
+  for (std::size_t page = 1; page < pageCount; ++page) frmMain.fraMain[page].Visible = false;
+  frmMain.fraNoAcntsBanner.Visible = false;
+  frmMain.lblNoAcntsBanner.Caption = "No Accounts - Please use Add Accounts to create an Account";
+  for (const std::size_t bar : {stopRetrievalBar, pauseStartUpBar}) frmMain.tbrButtons[bar].Visible = false;
+  for (const std::size_t bar : saveAndCancelBars) frmMain.tbrButtons[bar].Enabled = false;
+  for (auto& column : frmMain.lvwEmail.Columns) column.Picture = "Blank";
+  frmMain.lvwEmail.Columns.back().AlignRight = true;
+}
+
+bool isFileWithEnding(const Program& program, const std::string& path, std::string_view ending) {
+  return text::endsWithIgnoringCase(path, ending) && program.platform.fileExists(path);
+}
+
+void loadAccount(Program& program, std::int16_t number) {
+  program.accounts.LoadAccount(program.platform.settings(), number);
+  Accounts::Row& row = program.accounts[number];
+  const std::string picture = row.AcntEnabled == 0 ? "MailNoDisabled" : "MailNo";
+  program.frmMain.TabStripEmail.Add(row.AcntName, picture);
+  program.frmMain.TabStripAcnts.Add(row.AcntName, picture);
+  static_cast<AccountState&>(row) = {};
+  row.AcntLastCheckText = "Not Checked";
+  row.AcntStatusText = row.AcntName;
+  row.AcntLastCheckTime = timeText(program.platform.now());
+  row.AcntClientValid = isFileWithEnding(program, row.AcntClient, ".exe");
+  row.AcntSoundValid = isFileWithEnding(program, row.AcntSound, ".wav");
+}
+
+void loadAccounts(Program& program, std::int16_t count) {
+  program.accounts.ResizeAccounts(count);
+  program.messages.ResizeAccountStore(count);
+  program.accounts.BlankAccountRow();
+  for (std::int16_t number = 1; number <= count; ++number) loadAccount(program, number);
+  program.accounts.AcntCurrent = count > 0 ? 1 : 0;
+  if (count > 0) return;
+  program.frmMain.TabStripEmail.Add("", "MailNo");
+  program.frmMain.TabStripAcnts.Add("", "MailNo");
+  program.frmMain.StatusBar.Panels(1).Text = "No Accounts have been created...";
+  ShowNoAccountState(program);
+}
+
+}  // namespace
+
+bool Main(Program& program) {
+  if (!program.platform.isOnlyInstance()) return false;
+  const bool isFirstRun = program.platform.settings().GetSetting(settingsSection, "FirstUse", "0") == "0";
+  program.AppTitle = program.platform.applicationTitle();
+  Form_Load(program);
+  ChooseRunningTimer(program);
+  showOrHide(program);
+  if (isFirstRun) firstRun(program);
+  return true;
+}
+
+void Form_Load(Program& program) {
+  program.popEvents = makePopEvents(program);
+  CreatePopClient(program);
+  program.FormLoading = true;
+  program.frmMain.Caption = program.AppTitle;
+  initialControls(program);
+  const std::int16_t count = Accounts::storedCount(program.platform.settings());
+  loadOptions(program.platform.settings(), OptionField::Read::AtStartUp, program.options);
+  loadOptions(program.platform.settings(), OptionField::Read::WithTheMenus, program.options);
+  SetColumnWidths(program);
+  program.EditOptions = program.options;
+  loadAccounts(program, count);
+  ShowClock(program);
+  connectWindow(program);
+  program.FormLoading = false;
+  program.frmMain.lblBanner.Caption = "Email";
+  ShowAccountMessages(program, program.accounts.AcntCurrent);
+  program.AcntLastShown = program.accounts.AcntCurrent;
+  SetAccountState(program);
+  program.frmMain.cmdTakeFocus.SetFocus();
+}
+
+void Form_Resize(Program& program) {
+  if (program.FormLoading || program.frmMain.State != WindowState::Minimised) return;
+  program.platform.yield();
+  program.frmMain.Visible = false;
+}
+
+}  // namespace velmora

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <cstdint>
+
+namespace velmora {
+
+struct Program;
+
+/// Panels 1 to 4 speak of this account.
+void RefreshAccountPanels(Program& program, std::int16_t account);
+
+/// Panel 5 shows the time. Every tick of the timer that runs does it.
+void ShowClock(Program& program);
+
+}  // namespace velmora

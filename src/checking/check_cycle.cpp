@@ -1,0 +1,191 @@
+#include "checking/check_cycle.h"
+
+#include "app/pages.h"
+#include "app/program.h"
+#include "checking/check_texts.h"
+#include "checking/pop_session.h"
+#include "messages/email_page.h"
+#include "messages/message_list.h"
+
+namespace velmora {
+
+namespace {
+
+void noteCheckTime(Program& program, std::int16_t account) {
+  const DateTime now = program.platform.now();
+  const std::string time = timeText(now);
+  program.accounts[account].AcntLastCheckTime = time;
+  program.accounts[account].AcntLastCheckText = "Checked at: " + time;
+  program.accounts[0].AcntLastCheckText =
+      "Checked: " + time + " on " + formatDateTime(now, "mmm d/yy", program.platform.monthNames());
+}
+
+/// What opens both checks that the user asks for.
+void beginUsersCheck(Program& program) {
+  SuspendAutoCheck(program, AutoCheckAction::Suspend);
+  program.StopRequested = false;
+  SetCheckingInterface(program, false, true);
+}
+
+/// What closes them.
+void endUsersCheck(Program& program) {
+  program.StopRequested = false;
+  program.frmMain.Pointer = MousePointer::Default;
+  ReportIncompleteAccounts(program);
+}
+
+/// Returns whether anything was checked, which a stop counts as.
+bool walkAllAccounts(Program& program) {
+  bool checked = false;
+  for (std::int16_t number = 1; number <= program.accounts.AcntNum(); ++number) {
+    if (program.StopRequested) {
+      program.frmMain.ProgressBar.Visible = false;
+      return true;
+    }
+    program.frmMain.TabStripEmail.SelectTab(number);
+    if (program.accounts[number].AcntEnabled == 0) continue;
+    CheckAccount(program, number);
+    checked = true;
+  }
+  return checked;
+}
+
+void beginTotals(Program& program) {
+  program.AccountInfoLines = 0;
+  program.TotalMessages = 0;
+  program.TotalNew = 0;
+}
+
+void followWithTab(Program& program, std::int16_t number) {
+  if (program.frmMain.State == WindowState::Minimised) return;
+  program.frmMain.TabStripEmail.SelectTab(number);
+  TabStripEmail_Click(program);
+}
+
+/// Checks the enabled accounts one by one and returns a line of text for each.
+std::string walkEnabledAccounts(Program& program) {
+  std::string lines;
+  for (std::int16_t number = 1; number <= program.accounts.AcntNum(); ++number) {
+    if (program.accounts[number].AcntEnabled != 1) continue;
+    if (program.StopRequested) {
+      program.frmMain.ProgressBar.Visible = false;
+      break;
+    }
+    followWithTab(program, number);
+    CheckAccount(program, number);
+    lines += "      " + program.accounts[number].AcntStatusText + "\r\n";
+    ++program.AccountInfoLines;
+  }
+  return lines;
+}
+
+void showAccountAgain(Program& program, std::int16_t account) {
+  program.accounts.AcntCurrent = account;
+  program.AcntLastShown = 0;
+  if (account == 0) return;
+  program.frmMain.TabStripEmail.SelectTab(account);
+  TabStripEmail_Click(program);
+}
+
+void timedWalk(Program& program) {
+  beginTotals(program);
+  const std::int16_t current = program.accounts.AcntCurrent;
+  SetCheckingInterface(program, false, true);
+  program.AccountInfoText = "Account Information:\r\n" + walkEnabledAccounts(program);
+  showAccountAgain(program, current);
+  SetCheckingInterface(program, true, true);
+}
+
+}  // namespace
+
+void CheckAccount(Program& program, std::int16_t account) {
+  Accounts::Row& row = program.accounts[account];
+  row.AcntChecked = true;
+  program.frmMain.lvwEmail.Clear();
+  RetrieveAccount(program, account);
+  row.AcntStatusText = statusTextAfterCheck(row, program.StopRequested);
+  noteCheckTime(program, account);
+  if (program.options.UseInterval != 1) program.NextCheckText = "Auto Check Off";
+  ShowAccountMessages(program, account);
+}
+
+void CheckAllAccounts(Program& program) {
+  const std::int16_t current = program.accounts.AcntCurrent;
+  beginUsersCheck(program);
+  const bool checked = walkAllAccounts(program);
+  program.accounts.AcntCurrent = current;
+  if (current > 0) program.frmMain.TabStripEmail.SelectTab(current);
+  SetCheckingInterface(program, true, true);
+  SuspendAutoCheck(program, AutoCheckAction::Restore);
+  if (!checked) program.platform.MsgBox(nothingCheckedNotice(program.AppTitle));
+  endUsersCheck(program);
+}
+
+void CheckCurrentAccount(Program& program) {
+  beginUsersCheck(program);
+  CheckAccount(program, program.accounts.AcntCurrent);
+  SetCheckingInterface(program, true, true);
+  SuspendAutoCheck(program, AutoCheckAction::Restore);
+  endUsersCheck(program);
+}
+
+void AutoCheckAccounts(Program& program) {
+  timedWalk(program);
+  ReportIncompleteAccounts(program);
+}
+
+void StartUpCheckAccounts(Program& program) {
+  SuspendAutoCheck(program, AutoCheckAction::Suspend);
+  timedWalk(program);
+  SuspendAutoCheck(program, AutoCheckAction::Restore);
+  ReportIncompleteAccounts(program);
+}
+
+void SuspendAutoCheck(Program& program, AutoCheckAction action) {
+  if (program.options.UseInterval != 1) return;
+  program.frmMain.tmrMailTime.Enabled = action == AutoCheckAction::Restore;
+  program.frmMain.tmrStatusBar.Enabled = action == AutoCheckAction::Suspend;
+}
+
+void ChooseRunningTimer(Program& program) {
+  const bool autoCheck = program.options.UseInterval == 1;
+  program.frmMain.tmrMailTime.Enabled = autoCheck;
+  program.frmMain.tmrStatusBar.Enabled = !autoCheck;
+  if (!autoCheck) program.NextCheckText = "Auto Check Off";
+  program.frmMain.StatusBar.Panels(4).Text = program.NextCheckText;
+}
+
+void SetCheckingInterface(Program& program, bool enabled, bool showStop) {
+  MainWindow& frmMain = program.frmMain;
+  Toolbar& stop = frmMain.tbrButtons[stopRetrievalBar];
+  frmMain.tbrButtons[pauseStartUpBar].Visible = false;
+  if (enabled) {
+    frmMain.tmrRetrieveMessage.Enabled = false;
+    stop.Visible = false;
+    ShowPage(program, program.CurrentPage);
+  } else {
+    stop.Buttons.front().Caption = "Stop Retrieval      ";
+    stop.Visible = showStop;
+    if (!program.TestInProgress) ShowPage(program, emailPage);
+  }
+  for (Frame* frame : {&frmMain.fraMainButtons, &frmMain.fraEmailToolBar, &frmMain.fraAcntToolBar}) {
+    frame->Enabled = enabled;
+  }
+  for (TabStrip* strip : {&frmMain.TabStripEmail, &frmMain.TabStripAcnts}) strip->Enabled = enabled;
+  for (const std::size_t bar : {helpBar, closeBar, checkAllBar, startClientBar}) {
+    frmMain.tbrButtons[bar].Enabled = enabled;
+  }
+  program.platform.yield();
+}
+
+void ReportIncompleteAccounts(Program& program) {
+  int incomplete = 0;
+  for (std::int16_t number = 1; number <= program.accounts.AcntNum(); ++number) {
+    if (std::exchange(program.accounts[number].AcntIncomplete, false)) ++incomplete;
+  }
+  if (incomplete == 0) return;
+  program.platform.MsgBox(incompleteWarning(program.AppTitle, incomplete, program.IncompleteAccounts));
+  program.IncompleteAccounts.clear();
+}
+
+}  // namespace velmora

@@ -1,0 +1,176 @@
+#include "checking/pop_session.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "app/program.h"
+#include "messages/message_capture.h"
+#include "messages/pictures.h"
+#include "platform/failure.h"
+#include "platform/text.h"
+
+namespace velmora {
+
+namespace {
+
+constexpr int plainSecurity = 0;
+constexpr int tlsSecurity = 3;
+
+void showProgress(Program& program, std::int32_t position, std::int32_t total) {
+  MainWindow& frmMain = program.frmMain;
+  frmMain.ProgressBar.Min = 0;
+  frmMain.ProgressBar.Max = total;
+  frmMain.ProgressBar.Value = position;
+  const double share = total > 0 ? static_cast<double>(position) / total : 1.0;
+  frmMain.StatusBar.Panels(3).Text = std::to_string(std::lrint(share * 100)) + " % Complete";
+  frmMain.StatusBar.Panels(4).Text = "Retrieving... (" + std::to_string(program.ReceivedCount) + " of " +
+                                     std::to_string(currentClient(program).Messages().Count()) + ")";
+}
+
+void stopRetrieval(Program& program) {
+  CloseConnection(program);
+  CreatePopClient(program);
+}
+
+class PopEvents : public IPopClientNotify {
+ public:
+  explicit PopEvents(Program& program) : program_(program) {}
+
+  void Connected(PopClient& /*owner*/) override { program_.PopConnected = true; }
+
+  void Progress(PopClient& /*owner*/, std::int32_t position, std::int32_t total) override {
+    program_.frmMain.ProgressBar.Width = program_.frmMain.StatusBar.Panels(1).Width;
+    if (program_.StopRequested) {
+      stopRetrieval(program_);
+    } else {
+      showProgress(program_, std::min(position, total), total);
+    }
+  }
+
+  void Received(PopClient& /*owner*/, const PopMessage& /*message*/) override {
+    program_.ReceivedCount = text::toInt16(program_.ReceivedCount + 1);
+  }
+
+ private:
+  Program& program_;
+};
+
+/// True where the messages were retrieved and nobody asked to stop, or where nothing was reached at all.
+bool retrieve(Program& program, std::int16_t account) {
+  PrepareConnection(program, account);
+  currentClient(program).Connect();
+  if (!program.PopConnected) return true;
+  program.accounts[account].AcntConnected = true;
+  if (program.frmMain.State != WindowState::Minimised) program.frmMain.ProgressBar.Visible = true;
+  ProcessMessages(program, account);
+  if (program.StopRequested) return false;
+  CloseConnection(program);
+  return true;
+}
+
+void reportConnectFailure(Program& program, std::int16_t account, const std::exception& failure) {
+  CloseConnection(program);
+  const bool silenced =
+      program.options.SuppressConnectErrors == 1 && isSilencedOnConnect(lastClientFailure(program).number);
+  if (!silenced) ShowFailure(program, account, failure, failure_title::establishing);
+}
+
+void showStopping(Program& program) {
+  MainWindow& frmMain = program.frmMain;
+  frmMain.tbrButtons[stopRetrievalBar].Buttons.front().Caption = "Terminating...      ";
+  frmMain.ProgressBar.Visible = false;
+  frmMain.StatusBar.Panels(1).Text = "Terminating Connection...Please Wait";
+  frmMain.StatusBar.Panels(4).Text = "Stopping Retrieve... " + std::to_string(program.ReceivedCount);
+  frmMain.tmrRetrieveMessage.Enabled = false;
+}
+
+}  // namespace
+
+std::unique_ptr<IPopClientNotify> makePopEvents(Program& program) { return std::make_unique<PopEvents>(program); }
+
+void CreatePopClient(Program& program) {
+  program.PopClient = program.platform.makePopClient();
+  program.PopClient->Notification(program.popEvents.get());
+}
+
+PopClient& currentClient(Program& program) {
+  if (!program.PopClient) throw invalidCallFailure();
+  return *program.PopClient;
+}
+
+FailureReport lastClientFailure(const Program& program) {
+  if (!program.PopClient) return {};
+  return {program.PopClient->LastError(), program.PopClient->ErrorText()};
+}
+
+void PrepareConnection(Program& program, std::int16_t account) {
+  MainWindow& frmMain = program.frmMain;
+  const Account& settings = program.accounts[account];
+  frmMain.Pointer = MousePointer::Hourglass;
+  frmMain.tmrRetrieveMessage.Enabled = true;
+  if (!program.TestInProgress) frmMain.StatusBar.Panels(1).Text = settings.AcntName + " - Connection in Progress";
+  PopClient& client = currentClient(program);
+  client.Security(settings.AcntSecure == 1 ? tlsSecurity : plainSecurity);
+  client.Timeout(program.options.ConnectTimeOut);
+  client.HostName(settings.AcntServer);
+  client.Port(text::toInt32(settings.AcntPort));
+  client.Login(settings.AcntLoginID);
+  client.Password(settings.AcntPassword);
+  client.Blocking(true);
+  client.AuxiliaryMode(0);
+  program.PopConnected = false;
+}
+
+void CloseConnection(Program& program) {
+  MainWindow& frmMain = program.frmMain;
+  frmMain.tmrRetrieveMessage.Enabled = false;
+  frmMain.Pointer = MousePointer::Default;
+  frmMain.ProgressBar.Visible = false;
+  if (program.PopClient) program.PopClient->Disconnect();
+}
+
+void RetrieveAccount(Program& program, std::int16_t account) {
+  try {
+    if (retrieve(program, account)) return;
+  } catch (const std::exception& failure) {
+    reportConnectFailure(program, account, failure);
+  }
+  CloseConnection(program);
+  ClearRetrieval(program.accounts[account]);
+}
+
+void TestConnection(Program& program, std::int16_t account) {
+  try {
+    PrepareConnection(program, account);
+    currentClient(program).Connect();
+    currentClient(program).Messages().ListMessages();
+    CloseConnection(program);
+    if (program.PopConnected) program.platform.MsgBox(testSucceeded(program.AppTitle));
+  } catch (const std::exception& failure) {
+    CloseConnection(program);
+    ShowFailure(program, account, failure, failure_title::test);
+  }
+}
+
+void ClearRetrieval(AccountState& account) {
+  account.AcntMsgCount = account.AcntNewCount = account.AcntSpamCount = account.AcntDeleteCount = 0;
+  account.AcntHasMessages = account.AcntConnected = false;
+}
+
+void ShowFailure(Program& program, std::int16_t account, const std::exception& failure, std::string_view title) {
+  const std::string& name = program.accounts[account].AcntName;
+  const FailureReport told = lastClientFailure(program);
+  program.platform.MsgBox(told.number > 0 ? connectionError(program.AppTitle, name, told, title)
+                                          : unexpectedError(program.AppTitle, name, describe(failure), title));
+}
+
+void tmrRetrieveMessage_Timer(Program& program) {
+  constexpr int frames = 8;
+  program.AnimationFrame = program.AnimationFrame >= frames ? 1 : program.AnimationFrame + 1;
+  TabStrip& strip = program.TestInProgress ? program.frmMain.TabStripAcnts : program.frmMain.TabStripEmail;
+  const int tab = program.TestInProgress ? program.accounts.AcntCurrent : strip.SelectedItem();
+  strip.Tabs(tab).Image = spinPicture(program.AnimationFrame);
+  if (program.StopRequested) showStopping(program);
+}
+
+}  // namespace velmora

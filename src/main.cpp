@@ -1,0 +1,46 @@
+#include <QApplication>
+
+#include "app/program.h"
+#include "app/shut_down.h"
+#include "app/start_up.h"
+#include "platform/mime/gmime_reader.h"
+#include "platform/qt/end_of_session.h"
+#include "platform/qt/html_text.h"
+#include "platform/qt/main_window_view.h"
+#include "platform/qt/qt_platform.h"
+#include "platform/qt/strings.h"
+
+namespace {
+
+using namespace velmora;
+
+/// Nothing is lost by it: the file stays as it is for the user to mend.
+void warnOfDamagedSettings(QtPlatform& platform) {
+  Question question;
+  question.text = "The settings file cannot be read:\r\n" + utf8(platform.settingsFile().fileName()) +
+                  "\r\n\r\nVelmora runs with what can be read of it and with default settings.\r\n"
+                  "The file is left as it is, and nothing will be saved.\r\n\r\n"
+                  "Please mend or remove the file and start Velmora again.\r\n";
+  question.title = platform.applicationTitle() + " - Settings Error";
+  question.icon = Question::Icon::Critical;
+  platform.MsgBox(question);
+}
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+  const QApplication application(argc, argv);
+  QApplication::setApplicationName("Velmora");
+  QApplication::setOrganizationName("Kestrum");
+  QApplication::setDesktopFileName("Velmora");
+  QApplication::setQuitOnLastWindowClosed(false);
+
+  const GmimeReader reader(htmlToText);
+  QtPlatform platform(reader);
+  Program program(platform);
+  const MainWindowView view(program.frmMain);
+  if (!Main(program)) return 0;
+  const EndOfSession endOfSession([&program] { QuitApplication(program); });
+  if (platform.settingsFile().isDamaged()) warnOfDamagedSettings(platform);
+  return QApplication::exec();
+}

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "platform/controls/frame.h"
+#include "platform/controls/list_view.h"
+#include "platform/controls/menu.h"
+#include "platform/controls/tab_strip.h"
+#include "platform/controls/toolbar.h"
+
+namespace velmora {
+
+struct Program;
+
+/// The controls of the Email page: one tab an account, and the messages of the account whose tab is selected.
+struct EmailPage {
+  Frame fraEmailToolBar;
+  Toolbar tbrEmail{"imlEmailIcons",
+                   {{"EmailPreview", "Preview ", "Preview Selected Message", "EmailPreview"},
+                    {"EmailDelete", "Delete   ", "Delete Selected Message from Server", "EmailDelete"},
+                    {"EmailSpam", "Spam    ", "Delete All Spam Messages from Server", "EmailSpam"},
+                    {"EmailReply", "Reply    ", "Reply to Sender using Email Client", "EmailReply"},
+                    {"EmailOpen", "Open    ", "Open Message in Email Client", "EmailOpen"},
+                    {"EmailNew", "New      ", "New Message using Email Client", "EmailNew"},
+                    {"EmailCheck", "Check   ", "Check Account for Messages", "EmailCheck"}}};
+  TabStrip TabStripEmail;
+  ListView lvwEmail{"From", "To", "Subject", "Date", "Size"};
+
+  MenuEntry mnuEmailPreview{"&Preview|#Preview"};
+  MenuEntry mnuEmailDelete{"&Delete|#Delete"};
+  MenuEntry mnuEmailReply{"&Reply|#Reply"};
+  MenuEntry mnuEmailOpen{"&Open|#Open"};
+  PopupMenu mnuEmailPopMenu{"imlPopMenu", {&mnuEmailPreview, &mnuEmailDelete, &mnuEmailReply, &mnuEmailOpen}, {}};
+};
+
+/// Sets the handlers of the page's controls.
+void ConnectEmailPage(Program& program);
+
+/// Shows the account of the selected tab, unless it is the one showing.
+void TabStripEmail_Click(Program& program);
+
+/// Gives the list its columns' widths, from the settings where the user keeps them.
+void SetColumnWidths(Program& program);
+
+/// Keeps the columns' widths for the next start, where the user wants that.
+void SaveColumnWidths(Program& program);
+
+}  // namespace velmora

@@ -1,0 +1,124 @@
+#include "messages/message_capture.h"
+
+#include <string_view>
+#include <vector>
+
+#include "app/program.h"
+#include "checking/pop_session.h"
+#include "messages/captured_text.h"
+#include "platform/text.h"
+
+namespace velmora {
+
+namespace {
+
+void clearFindings(AccountState& state) {
+  state.AcntIncomplete = state.AcntHasNew = state.AcntHasMessages = false;
+  state.AcntNewCount = state.AcntSpamCount = state.AcntDeleteCount = 0;
+}
+
+void fillMessage(MailMessage& message, const PopMessage& item, const MonthNames& months) {
+  message.Size = sizeText(item.Size);
+  message.From = cleanFrom(item.Mail.From);
+  message.To = cleanTo(item.Mail.To);
+  message.Subject = item.Mail.Subject;
+  message.Date = displayDate(item.Mail.Date, months);
+  message.Raw = item.Mail.Raw;
+  message.Body = item.Mail.Body;
+  message.MsgID = item.Uid;
+  message.Attach = item.Mail.Attachments > 0;
+}
+
+/// A message without sender, recipient and size did not come in whole. As cleaned recipients are never blank, this
+/// has never been true of any message.
+bool isIncomplete(const MailMessage& message) {
+  return message.From.empty() && message.To.empty() && text::toInt32(message.Size) < 2;
+}
+
+void captureMessages(Program& program, std::int16_t account) {
+  Accounts::Row& row = program.accounts[account];
+  for (std::int16_t i = 1; i <= row.AcntMsgCount; ++i) {
+    MailMessage& message = program.messages.at(account, i);
+    const auto index = static_cast<std::int16_t>(i - 1);
+    fillMessage(message, currentClient(program).Messages().Item(index), program.platform.monthNames());
+    if (isIncomplete(message)) row.AcntIncomplete = true;
+  }
+  if (row.AcntIncomplete) program.IncompleteAccounts += row.AcntName + "\r\n";
+}
+
+/// Only the rows up to the present count are compared: an identifier that stood beyond it is new again.
+void markNewMessages(Program& program, std::int16_t account) {
+  const std::int16_t count = program.accounts[account].AcntMsgCount;
+  std::vector<std::string_view> present;
+  std::vector<std::string_view> previous;
+  program.messages.at(account, count);  // all rows there are: the views below must stay valid
+  for (std::int16_t i = 1; i <= count; ++i) {
+    present.push_back(program.messages.at(account, i).MsgID);
+    previous.push_back(program.messages.at(account, i).PrevMsgID);
+  }
+  const auto isNew = newFlags(present, previous);
+  for (std::int16_t i = 1; i <= count; ++i) {
+    MailMessage& message = program.messages.at(account, i);
+    message.New = isNew[static_cast<std::size_t>(i - 1)];
+  }
+}
+
+void countMessages(Program& program, std::int16_t account) {
+  Accounts::Row& row = program.accounts[account];
+  for (std::int16_t i = 1; i <= row.AcntMsgCount; ++i) {
+    MailMessage& message = program.messages.at(account, i);
+    message.PrevMsgID = message.MsgID;
+  }
+  program.TotalMessages = text::toInt16(program.TotalMessages + row.AcntMsgCount);
+  if (row.AcntMsgCount <= row.AcntPrevCount) return;
+  row.AcntHasNew = true;
+  row.AcntNewCount = static_cast<std::int16_t>(row.AcntMsgCount - row.AcntPrevCount);
+  program.TotalNew = text::toInt16(program.TotalNew + row.AcntNewCount);
+  row.AcntPrevCount = row.AcntMsgCount;
+}
+
+/// Fills the account's cells; nothing is fetched where the count alone says that nothing has changed.
+void fetchMessages(Program& program, std::int16_t account) {
+  Accounts::Row& row = program.accounts[account];
+  const std::int16_t count = currentClient(program).Messages().Count();
+  if (program.options.QuickCheck == 1 && count == row.AcntMsgCount) {
+    CloseConnection(program);
+    return;
+  }
+  row.AcntMsgCount = count;
+  program.messages.GrowMessageStore(count);
+  if (count == 0) {
+    CloseConnection(program);
+    return;
+  }
+  program.ReceivedCount = 1;
+  currentClient(program).Messages().FetchAll();
+  CloseConnection(program);
+  captureMessages(program, account);
+}
+
+void retrieveMessages(Program& program, std::int16_t account) {
+  clearFindings(program.accounts[account]);
+  fetchMessages(program, account);
+  if (program.accounts[account].AcntMsgCount == 0) return;
+  program.accounts[account].AcntHasMessages = true;
+  markNewMessages(program, account);
+  countMessages(program, account);
+}
+
+}  // namespace
+
+void ProcessMessages(Program& program, std::int16_t account) {
+  try {
+    retrieveMessages(program, account);
+  } catch (const std::exception& failure) {
+    CloseConnection(program);
+    const bool silenced = program.StopRequested || (program.options.SuppressRetrieveErrors == 1 &&
+                                                    isSilencedOnRetrieve(lastClientFailure(program).number));
+    if (!silenced) ShowFailure(program, account, failure, failure_title::processing);
+    ClearRetrieval(program.accounts[account]);
+    program.accounts[account].AcntIncomplete = false;
+  }
+}
+
+}  // namespace velmora

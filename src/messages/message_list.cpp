@@ -1,0 +1,71 @@
+#include "messages/message_list.h"
+
+#include "app/program.h"
+#include "app/status_bar.h"
+#include "messages/pictures.h"
+
+namespace velmora {
+
+namespace {
+
+ListView::Row rowOf(const MailMessage& message) {
+  return {{message.From, message.To, message.Subject, message.Date, message.Size + " KB"},
+          std::string(rowPicture(message)),
+          message.New};
+}
+
+/// What the row's picture means for the counts of attachments and for the button that deletes all spam.
+void countPicture(Program& program, std::string_view picture) {
+  AttachmentCounts& counts = program.listCounts;
+  if (picture == "DeleteAttach") ++counts.ListDeleteAttachCount;
+  if (picture == "AttachNew") ++counts.ListNewAttachCount;
+  if (picture == "Attach") ++counts.ListAttachCount;
+  if (picture.starts_with("Spam")) program.frmMain.tbrEmail["EmailSpam"].Enabled = true;
+}
+
+std::vector<ListView::Row> rowsOf(Program& program, std::int16_t account) {
+  std::vector<ListView::Row> rows;
+  const std::int16_t count = program.accounts[account].AcntMsgCount;
+  rows.reserve(static_cast<std::size_t>(count));
+  for (std::int16_t i = 1; i <= count; ++i) {
+    rows.push_back(rowOf(program.messages.at(account, i)));
+    countPicture(program, rows.back().Picture);
+  }
+  return rows;
+}
+
+std::string tabCaption(const Accounts::Row& account) {
+  if (account.AcntMsgCount < 1) return account.AcntName;
+  return account.AcntName + "  (" + std::to_string(account.AcntMsgCount) + ")";
+}
+
+}  // namespace
+
+void ShowAccountMessages(Program& program, std::int16_t account) {
+  if (program.accounts.AcntNum() == 0) return;
+  MainWindow& frmMain = program.frmMain;
+  frmMain.tbrEmail["EmailSpam"].Enabled = false;
+  program.listCounts = {};
+  frmMain.lvwEmail.SetRows(rowsOf(program, account));
+  if (program.accounts[account].AcntMsgCount > 0) program.SelectedMessage = 1;
+  frmMain.TabStripEmail.Tabs(account).Caption = tabCaption(program.accounts[account]);
+  SetAccountTabImage(program, account);
+  EnableMessageActions(program, false);
+  RefreshAccountPanels(program, account);
+}
+
+void SetAccountTabImage(Program& program, std::int16_t account) {
+  const std::string picture = tabPicture(program.accounts[account]);
+  program.frmMain.TabStripEmail.Tabs(account).Image = picture;
+  program.frmMain.TabStripAcnts.Tabs(account).Image = picture;
+}
+
+void EnableMessageActions(Program& program, bool enabled) {
+  MainWindow& frmMain = program.frmMain;
+  for (const auto* key : {"EmailPreview", "EmailReply", "EmailOpen", "EmailDelete"}) {
+    frmMain.tbrEmail[key].Enabled = enabled;
+  }
+  for (MenuEntry* entry : frmMain.mnuEmailPopMenu.Entries) entry->Enabled = enabled;
+}
+
+}  // namespace velmora

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <cstdint>
+
+namespace velmora {
+
+struct Program;
+
+/// Shows an account's messages on the Email page: list, tab, buttons and status panels. Whatever changes a message
+/// calls it; the list is never edited row by row, so that row n is message n. Without accounts it does nothing.
+void ShowAccountMessages(Program& program, std::int16_t account);
+
+/// Gives an account's tabs on both strips the picture of its state.
+void SetAccountTabImage(Program& program, std::int16_t account);
+
+/// Enables or disables the four actions on the selected message, on the toolbar and in the popup menu.
+void EnableMessageActions(Program& program, bool enabled);
+
+}  // namespace velmora

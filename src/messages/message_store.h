@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace velmora {
+
+/// One message as the program shows it. `Date` and `Size` are display texts; `Size` counts whole kilobytes of 1000
+/// bytes.
+struct MailMessage {
+  std::string From;
+  std::string To;
+  std::string Subject;
+  std::string Date;
+  std::string Size;
+  std::string Body;
+  std::string MsgID;
+  std::string PrevMsgID;  ///< the MsgID that stood at this number when the account's previous pass ended
+  std::string Raw;        ///< the header, as it came
+  bool New = false;
+  bool Delete = false;
+  bool Spam = false;
+  bool Attach = false;
+};
+
+/// The messages of all accounts, addressed by account number and message number from 1. Lives in memory only. Cells
+/// beyond an account's AcntMsgCount keep old texts.
+class MessageStore {
+ public:
+  /// Highest message number for which there is room. Only grows.
+  std::int16_t MessageCapacity() const { return capacity_; }
+
+  /// Makes room for `capacity` messages of every account, keeping what is there.
+  void GrowMessageStore(std::int16_t capacity);
+
+  /// Makes room for account numbers 0 to `accounts`, keeping what is there.
+  void ResizeAccountStore(std::int16_t accounts);
+
+  /// The cell of a message. Throws subscriptFailure where there is no room for it.
+  MailMessage& at(std::int16_t account, std::int16_t message);
+
+ private:
+  // An account's row is as long as the highest number asked of it: room that nobody uses costs nothing.
+  std::vector<std::vector<MailMessage>> rows_;
+  std::int16_t capacity_ = 0;
+};
+
+}  // namespace velmora

@@ -1,0 +1,29 @@
+#include "options/save_options.h"
+
+#include "app/program.h"
+#include "checking/check_cycle.h"
+
+namespace velmora {
+
+namespace {
+
+/// Only a change touches the entry: one that was removed by hand doesn't come back with every save.
+void followRunStartUp(Program& program) {
+  if (program.EditOptions.RunStartUp == program.options.RunStartUp) return;
+  if (program.EditOptions.RunStartUp == 1) {
+    program.platform.SetRunAtStartUp();
+  } else {
+    program.platform.ClearRunAtStartUp();
+  }
+}
+
+}  // namespace
+
+void SaveOptions(Program& program) {
+  followRunStartUp(program);
+  takeOver(program.EditOptions, program.options);
+  writeOptions(program.platform.settings(), program.options);
+  ChooseRunningTimer(program);
+}
+
+}  // namespace velmora

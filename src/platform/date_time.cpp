@@ -1,0 +1,156 @@
+#include "platform/date_time.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstddef>
+#include <utility>
+
+#include "platform/text.h"
+
+namespace velmora {
+
+namespace {
+
+std::string digits(int value, std::size_t width) {
+  std::string text = std::to_string(value);
+  return text.size() < width ? std::string(width - text.size(), '0') + text : text;
+}
+
+/// The token that `pattern` begins with: a run of one letter, "AM/PM", or a single other character.
+std::string_view nextToken(std::string_view pattern) {
+  if (text::equalsIgnoringCase(pattern.substr(0, 5), "AM/PM")) return pattern.substr(0, 5);
+  const auto end = pattern.find_first_not_of(pattern.front());
+  return pattern.substr(0, end);
+}
+
+char letterOf(std::string_view token) {
+  const char first = token.front();
+  return first >= 'A' && first <= 'Z' ? static_cast<char>(first - 'A' + 'a') : first;
+}
+
+std::string monthText(const DateTime& moment, std::size_t width, const MonthNames& months) {
+  const auto index = static_cast<std::size_t>(std::clamp(moment.month, 1, 12) - 1);
+  if (width >= 4) return months.full[index];
+  if (width == 3) return months.abbreviated[index];
+  return digits(moment.month, width);
+}
+
+int hourOfTwelve(int hour) { return hour % 12 == 0 ? 12 : hour % 12; }
+
+class PatternWriter {
+ public:
+  PatternWriter(const DateTime& moment, bool ofTwelve, const MonthNames& months)
+      : moment_(moment), ofTwelve_(ofTwelve), months_(months) {}
+
+  std::string write(std::string_view token) {
+    if (token.size() == 5 && token[2] == '/') return moment_.hour < 12 ? "AM" : "PM";
+    const bool minutes = std::exchange(afterHour_, afterHour_ && token == ":");
+    switch (letterOf(token)) {
+      case 'd':
+        return digits(moment_.day, token.size());
+      case 'm':
+        return minutes ? digits(moment_.minute, token.size()) : monthText(moment_, token.size(), months_);
+      case 'y':
+        return token.size() > 2 ? digits(moment_.year, 4) : digits(moment_.year % 100, 2);
+      case 'h':
+        afterHour_ = true;
+        return digits(ofTwelve_ ? hourOfTwelve(moment_.hour) : moment_.hour, token.size());
+      case 's':
+        return digits(moment_.second, token.size());
+      default:
+        return std::string(token);
+    }
+  }
+
+ private:
+  const DateTime& moment_;
+  bool ofTwelve_;
+  const MonthNames& months_;
+  bool afterHour_ = false;
+};
+
+/// Takes digits from the front of `text`; nothing where there are none or too many for any date.
+std::optional<int> takeNumber(std::string_view& text) {
+  int value = 0;
+  const auto width = std::min(text.find_first_not_of("0123456789"), text.size());
+  if (width == 0 || width > 4) return std::nullopt;
+  std::from_chars(text.data(), text.data() + width, value);
+  text.remove_prefix(width);
+  return value;
+}
+
+bool take(std::string_view& text, char c) {
+  if (!text.starts_with(c)) return false;
+  text.remove_prefix(1);
+  return true;
+}
+
+std::string_view skipBlanks(std::string_view text) {
+  while (take(text, ' ')) continue;
+  return text;
+}
+
+bool takeNumbers(std::string_view& text, char separator, int& a, int& b, int& c) {
+  for (int* part : {&a, &b, &c}) {
+    if (part != &a && !take(text, separator)) return false;
+    const auto value = takeNumber(text);
+    if (!value) return false;
+    *part = *value;
+  }
+  return true;
+}
+
+/// Moves an hour of twelve to where the marker's first letter puts it. Without a marker the hour stands as it is.
+void applyMarker(std::string_view marker, int& hour) {
+  if (marker.empty() || hour > 12) return;
+  const char letter = letterOf(marker);
+  if (letter == 'p' && hour < 12) hour += 12;
+  if (letter == 'a' && hour == 12) hour = 0;
+}
+
+int daysIn(int year, int month) {
+  constexpr std::array<int, 12> days = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+  const bool leap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
+  return month == 2 && leap ? 29 : days[static_cast<std::size_t>(month - 1)];
+}
+
+bool isWithin(int value, int low, int high) { return value >= low && value <= high; }
+
+}  // namespace
+
+bool isValid(const DateTime& moment) {
+  return isWithin(moment.year, 100, 9999) && isWithin(moment.month, 1, 12) &&
+         isWithin(moment.day, 1, daysIn(moment.year, moment.month)) && isWithin(moment.hour, 0, 23) &&
+         isWithin(moment.minute, 0, 59) && isWithin(moment.second, 0, 59);
+}
+
+std::string formatDateTime(const DateTime& moment, std::string_view pattern, const MonthNames& months) {
+  const bool ofTwelve = pattern.find("AM/PM") != std::string_view::npos;
+  PatternWriter writer(moment, ofTwelve, months);
+  std::string result;
+  while (!pattern.empty()) {
+    const auto token = nextToken(pattern);
+    result += writer.write(token);
+    pattern.remove_prefix(token.size());
+  }
+  return result;
+}
+
+std::string generalDate(const DateTime& moment) {
+  const bool midnight = moment.hour == 0 && moment.minute == 0 && moment.second == 0;
+  return formatDateTime(moment, midnight ? "m/d/yyyy" : "m/d/yyyy h:mm:ss AM/PM");
+}
+
+std::optional<DateTime> parseGeneralDate(std::string_view text) {
+  DateTime moment;
+  text = text::trim(text);
+  if (!takeNumbers(text, '/', moment.month, moment.day, moment.year)) return std::nullopt;
+  text = skipBlanks(text);
+  if (!text.empty()) {
+    if (!takeNumbers(text, ':', moment.hour, moment.minute, moment.second)) return std::nullopt;
+    applyMarker(skipBlanks(text), moment.hour);
+  }
+  return isValid(moment) ? std::optional(moment) : std::nullopt;
+}
+
+}  // namespace velmora

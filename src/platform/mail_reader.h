@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "platform/date_time.h"
+
+namespace velmora {
+
+/// What the program needs of one message. All texts are UTF-8 but Raw, which holds the bytes as they came.
+struct ReadMail {
+  std::string From;     ///< display form of all senders, decoded, in one line without control characters
+  std::string To;       ///< display form of all recipients, decoded, in one line; blank where there are none
+  std::string Subject;  ///< decoded, in one line without control characters
+  DateTime Date;        ///< local time
+  std::string Raw;      ///< the header block as it came, without the blank line that ends it
+  std::string Body;     ///< the text of the message, line ends CR LF
+  std::int16_t Attachments = 0;
+};
+
+/// Reads Internet messages (RFC 5322, MIME). Never fails: what can't be understood is left blank or given as it came.
+class MailReader {
+ public:
+  virtual ~MailReader() = default;
+
+  /// `message` is a whole message as octets, or just its header block. `now` stands in for a date where the message
+  /// holds none that can be read.
+  virtual ReadMail read(std::string_view message, const DateTime& now) const = 0;
+
+  /// A short text that is the same for the same bytes and practically never for others.
+  virtual std::string fingerprint(std::string_view bytes) const = 0;
+};
+
+}  // namespace velmora

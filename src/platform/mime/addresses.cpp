@@ -1,0 +1,115 @@
+#include "platform/mime/addresses.h"
+
+#include <gmime/gmime.h>
+
+#include <cstddef>
+#include <vector>
+
+#include "platform/mime/encoded_words.h"
+#include "platform/mime/glib_ptr.h"
+#include "platform/text.h"
+
+namespace velmora::mime {
+
+namespace {
+
+/// The library's parser takes quadratic time for some texts, and a call of its own for each group in a group.
+constexpr std::size_t MaxAddress = 1000;
+
+constexpr std::string_view Specials = "()<>@,;:\\\".[]=?";
+constexpr std::string_view DisguiseLead = "\xEE\x80";  // U+E000 and the 63 characters after it
+
+/// A character for private use that stands in for a special one: no two of them have the same last six bits.
+std::string disguised(char special) { return std::string(DisguiseLead) + static_cast<char>(0x80 | (special & 0x3F)); }
+
+/// A comma or bracket inside an encoded word is part of a name and ends no address.
+std::string disguise(std::string_view text) {
+  std::string hidden;
+  for (const char c : text) hidden += Specials.find(c) == Specials.npos ? std::string(1, c) : disguised(c);
+  return hidden;
+}
+
+std::string reveal(std::string text) {
+  if (text.find(DisguiseLead) == std::string::npos) return text;
+  for (const char c : Specials) text = text::replaceAll(text, disguised(c), std::string(1, c));
+  return text;
+}
+
+/// Decoded, with the special characters of encoded words disguised, so that the grammar is that of the text around.
+std::string disguisedText(std::string_view value) {
+  std::string text;
+  for (const Run& run : decodedRuns(value)) text += run.Encoded ? disguise(run.Text) : run.Text;
+  return text::replaceAll(text, "=?", "=" + disguised('?'));
+}
+
+/// Cuts a list at the commas and semicolons that stand outside of quotes, comments and angle brackets.
+std::vector<std::string_view> splitList(std::string_view list) {
+  std::vector<std::string_view> pieces;
+  std::size_t begin = 0;
+  std::size_t comments = 0;
+  bool quoted = false;
+  bool angled = false;
+  for (std::size_t i = 0; i < list.size(); ++i) {
+    const char c = list[i];
+    if (c == '\\') {
+      ++i;
+    } else if (quoted || (c == '"' && comments == 0)) {
+      quoted = quoted != (c == '"');
+    } else if (c == '(') {
+      ++comments;
+    } else if (comments > 0) {
+      comments -= c == ')' ? 1 : 0;
+    } else if (c == '<' || c == '>') {
+      angled = c == '<';
+    } else if (c == ';' || (c == ',' && !angled)) {
+      pieces.push_back(list.substr(begin, i - begin));
+      begin = i + 1;
+    }
+  }
+  pieces.push_back(list.substr(begin));
+  return pieces;
+}
+
+std::string textOf(const char* text) { return text ? text : ""; }
+
+std::string display(InternetAddressList* list);
+
+std::string display(InternetAddress* address) {
+  const std::string name = textOf(internet_address_get_name(address));
+  if (INTERNET_ADDRESS_IS_GROUP(address)) {
+    const std::string members = display(internet_address_group_get_members(INTERNET_ADDRESS_GROUP(address)));
+    return members.empty() ? name + ":" : name + ": " + members;
+  }
+  const std::string mailbox = textOf(internet_address_mailbox_get_addr(INTERNET_ADDRESS_MAILBOX(address)));
+  return name.empty() ? mailbox : name + " <" + mailbox + ">";
+}
+
+std::string display(InternetAddressList* list) {
+  std::string text;
+  for (int i = 0; i < internet_address_list_length(list); ++i)
+    text += (i > 0 ? ", " : "") + display(internet_address_list_get_address(list, i));
+  return text;
+}
+
+std::string displayAddress(std::string_view piece) {
+  if (piece.size() > MaxAddress) return std::string(piece);
+  const ObjectPtr<InternetAddressList> list(internet_address_list_parse(nullptr, std::string(piece).c_str()));
+  const std::string text = list ? display(list.get()) : "";
+  return text.empty() ? std::string(piece) : text;
+}
+
+}  // namespace
+
+std::string displayAddresses(std::string_view value) {
+  const std::string list = disguisedText(value);
+  std::string text;
+  for (const std::string_view piece : splitList(list)) {
+    const std::string_view address = text::trim(piece);
+    if (address.empty()) continue;
+    if (!text.empty()) text += ", ";
+    text += displayAddress(address);
+  }
+  return reveal(text);
+}
+
+}  // namespace velmora::mime

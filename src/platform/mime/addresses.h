@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace velmora::mime {
+
+/// The addresses of an unfolded header value as people read them: "Name <address>", joined by ", ". What is no address
+/// stays as it is, decoded.
+std::string displayAddresses(std::string_view value);
+
+}  // namespace velmora::mime

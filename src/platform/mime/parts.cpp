@@ -1,0 +1,110 @@
+#include "platform/mime/parts.h"
+
+#include <gmime/gmime.h>
+
+#include <cstddef>
+#include <utility>
+
+#include "platform/mime/glib_ptr.h"
+#include "platform/text.h"
+
+namespace velmora::mime {
+
+namespace {
+
+/// Each level reads the whole of its content once; real messages have a handful.
+constexpr int MaxDepth = 16;
+
+constexpr std::size_t MaxValue = std::size_t{16} * 1024;
+
+struct ContentType {
+  std::string Type;
+  std::string Subtype;
+  std::string Charset;
+  std::string Boundary;
+
+  bool is(std::string_view type) const { return text::equalsIgnoringCase(Type, type); }
+  bool is(std::string_view type, std::string_view subtype) const {
+    return is(type) && text::equalsIgnoringCase(Subtype, subtype);
+  }
+};
+
+std::string textOf(const char* text) { return text ? text : ""; }
+
+ContentType parseType(std::string_view value, const ContentType& fallback) {
+  // Old programs write just "text".
+  if (value.find('/') == std::string_view::npos) return fallback;
+  const std::string unfolded = unfold(value, MaxValue);
+  const ObjectPtr<GMimeContentType> type(g_mime_content_type_parse(nullptr, unfolded.c_str()));
+  if (!type) return fallback;
+  return {.Type = textOf(g_mime_content_type_get_media_type(type.get())),
+          .Subtype = textOf(g_mime_content_type_get_media_subtype(type.get())),
+          .Charset = textOf(g_mime_content_type_get_parameter(type.get(), "charset")),
+          .Boundary = textOf(g_mime_content_type_get_parameter(type.get(), "boundary"))};
+}
+
+bool saysAttached(std::string_view disposition) {
+  return text::equalsIgnoringCase(disposition.substr(0, 10), "attachment");
+}
+
+std::string contentId(std::string_view value) {
+  std::string id = unfold(value, MaxValue);
+  std::erase_if(id, [](char c) { return c == '<' || c == '>' || c == ' ' || c == '\t'; });
+  return id;
+}
+
+ContentType plainText() { return {"text", "plain", {}, {}}; }
+
+class Walk {
+ public:
+  void enter(const Entity& entity, const ContentType& fallback, int depth) {
+    const std::vector<Field> fields = fieldsOf(entity.Header);
+    const ContentType type = parseType(valueOf(fields, "Content-Type"), fallback);
+    if (type.is("multipart") && enterParts(entity, type, depth)) return;
+    add(type, fields, entity.Content);
+  }
+
+  Parts take() { return std::move(parts_); }
+
+ private:
+  /// False where there are no parts.
+  bool enterParts(const Entity& entity, const ContentType& type, int depth) {
+    if (type.Boundary.empty() || depth >= MaxDepth) return false;
+    const std::vector<std::string_view> children = splitMultipart(entity.Content, type.Boundary);
+    const ContentType fallback =
+        type.is("multipart", "digest") ? ContentType{"message", "rfc822", {}, {}} : plainText();
+    for (const std::string_view child : children) enter(splitEntity(child), fallback, depth + 1);
+    return !children.empty();
+  }
+
+  void add(const ContentType& type, const std::vector<Field>& fields, std::string_view content) {
+    // Half a message is of no use but as text.
+    const bool fragment = type.is("multipart") || type.is("message", "partial");
+    if (!fragment && saysAttached(valueOf(fields, "Content-Disposition"))) {
+      ++parts_.Attached;
+    } else if (fragment) {
+      parts_.OtherText.push_back({content, {}, {}});
+    } else if (type.is("text")) {
+      textsOf(type).push_back({content, valueOf(fields, "Content-Transfer-Encoding"), type.Charset});
+    } else {
+      parts_.NonTextIds.push_back(contentId(valueOf(fields, "Content-ID")));
+    }
+  }
+
+  std::vector<TextPart>& textsOf(const ContentType& type) {
+    if (type.is("text", "plain")) return parts_.Plain;
+    return type.is("text", "html") ? parts_.Html : parts_.OtherText;
+  }
+
+  Parts parts_;
+};
+
+}  // namespace
+
+Parts partsOf(const Entity& message) {
+  Walk walk;
+  walk.enter(message, plainText(), 0);
+  return walk.take();
+}
+
+}  // namespace velmora::mime

@@ -1,0 +1,147 @@
+#include "platform/mime/utf8.h"
+
+#include <algorithm>
+#include <array>
+
+namespace velmora::mime {
+
+namespace {
+
+constexpr std::array<char32_t, 32> Windows1252 = {0x20AC, 0xFFFD, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                                  0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0xFFFD, 0x017D, 0xFFFD,
+                                                  0xFFFD, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                                  0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0xFFFD, 0x017E, 0x0178};
+
+unsigned byteAt(std::string_view text, std::size_t index) { return static_cast<unsigned char>(text[index]); }
+
+bool within(unsigned value, unsigned first, unsigned last) { return value >= first && value <= last; }
+
+/// The bytes that a character with this first byte has, 0 for a byte that begins none.
+std::size_t sequenceSize(unsigned first) {
+  if (first < 0x80) return 1;
+  if (within(first, 0xC2, 0xDF)) return 2;
+  if (within(first, 0xE0, 0xEF)) return 3;
+  if (within(first, 0xF0, 0xF4)) return 4;
+  return 0;
+}
+
+/// Overlong forms, surrogates and what lies beyond U+10FFFF show in the second byte.
+bool validSecond(unsigned first, unsigned second) {
+  switch (first) {
+    case 0xE0:
+      return within(second, 0xA0, 0xBF);
+    case 0xED:
+      return within(second, 0x80, 0x9F);
+    case 0xF0:
+      return within(second, 0x90, 0xBF);
+    case 0xF4:
+      return within(second, 0x80, 0x8F);
+    default:
+      return within(second, 0x80, 0xBF);
+  }
+}
+
+/// The size of the valid character at `index`, 0 where there is none.
+std::size_t characterSize(std::string_view text, std::size_t index) {
+  const unsigned first = byteAt(text, index);
+  const std::size_t size = sequenceSize(first);
+  if (size <= 1) return size;
+  if (size > text.size() - index || !validSecond(first, byteAt(text, index + 1))) return 0;
+  for (std::size_t i = 2; i < size; ++i)
+    if (!within(byteAt(text, index + i), 0x80, 0xBF)) return 0;
+  return size;
+}
+
+/// Only for characters up to U+FFFF.
+void append(std::string& text, char32_t character) {
+  const auto low = [character](unsigned shift) { return static_cast<char>(0x80 | ((character >> shift) & 0x3F)); };
+  if (character < 0x800) {
+    text += static_cast<char>(0xC0 | (character >> 6));
+  } else {
+    text += static_cast<char>(0xE0 | (character >> 12));
+    text += low(6);
+  }
+  text += low(0);
+}
+
+void appendWindows1252(std::string& text, unsigned byte) {
+  append(text, byte < 0xA0 ? Windows1252[byte - 0x80] : static_cast<char32_t>(byte));
+}
+
+bool isControl(unsigned byte) { return byte < 0x20 || byte == 0x7F; }
+
+bool isC1(std::string_view text, std::size_t index) {
+  return byteAt(text, index) == 0xC2 && byteAt(text, index + 1) < 0xA0;
+}
+
+bool isLineSeparator(std::string_view character) { return character == "\u2028" || character == "\u2029"; }
+
+}  // namespace
+
+std::string toUtf8(std::string_view bytes) {
+  std::string text;
+  text.reserve(bytes.size());
+  std::size_t valid = 0;
+  std::size_t i = 0;
+  while (i < bytes.size()) {
+    if (const std::size_t size = characterSize(bytes, i)) {
+      i += size;
+      continue;
+    }
+    text.append(bytes.substr(valid, i - valid));
+    appendWindows1252(text, byteAt(bytes, i));
+    valid = ++i;
+  }
+  return text.append(bytes.substr(valid));
+}
+
+std::string_view cut(std::string_view utf8, std::size_t maxBytes) {
+  if (utf8.size() <= maxBytes) return utf8;
+  while (maxBytes > 0 && within(byteAt(utf8, maxBytes), 0x80, 0xBF)) --maxBytes;
+  return utf8.substr(0, maxBytes);
+}
+
+std::string oneLine(std::string_view utf8, std::size_t maxBytes) {
+  std::string line;
+  bool gap = false;
+  for (std::size_t i = 0; i < utf8.size() && line.size() <= maxBytes;) {
+    const std::size_t size = characterSize(utf8, i);
+    const std::string_view character = utf8.substr(i, size);
+    i += size;
+    if (isControl(byteAt(character, 0)) || isLineSeparator(character)) {
+      gap = true;
+      continue;
+    }
+    if (gap && !line.empty() && character != " " && line.back() != ' ') line += ' ';
+    gap = false;
+    if (character == " " && line.empty()) continue;
+    if (size == 2 && isC1(character, 0))
+      appendWindows1252(line, byteAt(character, 1));
+    else
+      line.append(character);
+  }
+  line.resize(cut(line, maxBytes).size());
+  line.erase(line.find_last_not_of(' ') + 1);
+  return line;
+}
+
+std::string linesOf(std::string_view utf8, std::size_t maxBytes) {
+  std::string text;
+  text.reserve(std::min(utf8.size() + utf8.size() / 32, maxBytes));
+  for (std::size_t i = 0; i < utf8.size() && text.size() <= maxBytes; ++i) {
+    const unsigned byte = byteAt(utf8, i);
+    if (byte == '\n' || byte == '\r') {
+      if (byte == '\r' && utf8.substr(i + 1, 1) == "\n") ++i;
+      text += "\r\n";
+    } else if (byte == 0xC2 && isC1(utf8, i)) {
+      appendWindows1252(text, byteAt(utf8, ++i));
+    } else if (byte == '\t' || !isControl(byte)) {
+      text += utf8[i];
+    }
+  }
+  text.resize(cut(text, maxBytes).size());
+  if (text.ends_with('\r')) text.pop_back();
+  return text;
+}
+
+}  // namespace velmora::mime

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "platform/date_time.h"
+#include "platform/settings.h"
+
+namespace velmora {
+
+class PopClient;
+
+/// A message box: what it says, and what the user answered.
+struct Question {
+  enum class Icon { Information, Critical };
+  enum class Buttons { Ok, YesNo };
+
+  std::string text;  ///< line breaks CR LF
+  std::string title;
+  Icon icon = Icon::Information;
+  Buttons buttons = Buttons::Ok;
+
+  bool operator==(const Question&) const = default;
+};
+enum class Answer { Ok, Yes, No };
+
+/// The one door to the outside. Everything but what stands behind it is a function of values.
+class Platform {
+ public:
+  virtual ~Platform() = default;
+
+  /// The file name of the program without its extension, the first part of every dialog title.
+  virtual std::string applicationTitle() const = 0;
+
+  virtual DateTime now() const = 0;
+  virtual const MonthNames& monthNames() const = 0;
+
+  virtual SettingsStore& settings() = 0;
+
+  /// Asks and waits for the answer while the event loop turns.
+  virtual Answer MsgBox(const Question& question) = 0;
+
+  /// Lets the event loop run once.
+  virtual void yield() = 0;
+
+  /// Ends the event loop, and with it everything that waits inside it.
+  virtual void quit() = 0;
+
+  /// No other instance of the program runs on these settings. The answer holds until the program ends.
+  virtual bool isOnlyInstance() = 0;
+
+  /// Makes and removes the entry that starts the program at logon. Failures are silent.
+  virtual void SetRunAtStartUp() = 0;
+  virtual void ClearRunAtStartUp() = 0;
+
+  /// A plain file stands at this path.
+  virtual bool fileExists(const std::string& path) const = 0;
+
+  /// Removes a file of the program's own temporary folder, if it is there.
+  virtual void deleteTemporaryFile(std::string_view name) = 0;
+
+  virtual std::shared_ptr<PopClient> makePopClient() = 0;
+};
+
+}  // namespace velmora

@@ -1,0 +1,94 @@
+#include "platform/pop/fetch.h"
+
+#include <algorithm>
+#include <limits>
+#include <span>
+#include <utility>
+
+#include "platform/pop/exchange.h"
+
+namespace velmora::pop {
+namespace {
+
+constexpr Milliseconds progressPause{50};
+
+std::int32_t clamped(std::int64_t bytes) {
+  return static_cast<std::int32_t>(std::min<std::int64_t>(bytes, std::numeric_limits<std::int32_t>::max()));
+}
+
+/// Blank identifiers tell nothing, so they are never the same.
+bool haveSameIdentifiers(const Listing& before, const Listing& after) {
+  return std::ranges::equal(before, after,
+                            [](const Entry& a, const Entry& b) { return !a.uid.empty() && a.uid == b.uid; });
+}
+
+bool tellsAllSizes(const Listing& listing) {
+  return std::ranges::none_of(listing, [](const Entry& entry) { return entry.bytes == 0; });
+}
+
+std::int64_t totalBytes(const Listing& listing, const Maildrop& maildrop) {
+  if (!tellsAllSizes(listing)) return maildrop.bytes;
+  std::int64_t total = 0;
+  for (const Entry& entry : listing) total += entry.bytes;
+  return total;
+}
+
+std::vector<Request> requestsFor(std::span<const Entry> entries, const Maildrop& maildrop) {
+  const std::int64_t typical = clamped(maildrop.bytes / std::max(maildrop.count, 1));
+  std::vector<Request> requests;
+  for (const Entry& entry : entries)
+    requests.push_back({"RETR " + std::to_string(entry.number), entry.bytes > 0 ? entry.bytes : typical});
+  return requests;
+}
+
+}  // namespace
+
+Fetch::Fetch(std::vector<PopMessage>& messages, Listing& listing, Surroundings surroundings)
+    : messages_(messages), listing_(listing), surroundings_(std::move(surroundings)) {}
+
+void Fetch::run(const Channel& channel) {
+  if (channel.maildrop.count > 0) begin(list(channel), channel.maildrop);
+  const auto requests = requestsFor(std::span(listing_).subspan(kept_), channel.maildrop);
+  exchange(channel.conversation, requests, channel.pipelined,
+           [&](std::size_t /*index*/, const Reply& reply) { take(channel.conversation, reply); });
+  tellProgress(channel.conversation.now());
+}
+
+void Fetch::begin(Listing fresh, const Maildrop& maildrop) {
+  if (!listed_ || !haveSameIdentifiers(listing_, fresh)) {
+    kept_ = 0;
+    keptBytes_ = 0;
+  }
+  listed_ = true;
+  listing_ = std::move(fresh);
+  total_ = totalBytes(listing_, maildrop);
+}
+
+void Fetch::take(Conversation& conversation, const Reply& reply) {
+  if (!reply.ok) throw refusedMessage(kept_ + 1, listing_.size(), reply.text);
+  keep(conversation.message());
+  whileWaiting(conversation);
+}
+
+void Fetch::keep(const std::string& bytes) {
+  PopMessage& message = messages_[kept_];
+  const Entry& entry = listing_[kept_];
+  message.Size = clamped(static_cast<std::int64_t>(bytes.size()));
+  message.Uid = entry.uid.empty() ? identifierFromHeader(bytes, surroundings_.reader) : entry.uid;
+  message.Mail = surroundings_.reader.read(bytes, surroundings_.now());
+  keptBytes_ += static_cast<std::int64_t>(bytes.size());
+  ++kept_;
+  surroundings_.received(message);
+}
+
+void Fetch::whileWaiting(const Conversation& conversation) {
+  position_ = std::max(position_, keptBytes_ + static_cast<std::int64_t>(conversation.messageBytes()));
+  if (conversation.now() >= nextProgress_) tellProgress(conversation.now());
+}
+
+void Fetch::tellProgress(Milliseconds now) {
+  nextProgress_ = now + progressPause;
+  surroundings_.progress(clamped(position_), clamped(total_));
+}
+
+}  // namespace velmora::pop

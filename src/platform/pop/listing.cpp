@@ -1,0 +1,129 @@
+#include "platform/pop/listing.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <map>
+#include <optional>
+#include <span>
+#include <utility>
+
+#include "platform/pop/exchange.h"
+#include "platform/pop/fields.h"
+#include "platform/pop/server_words.h"
+
+namespace velmora::pop {
+namespace {
+
+constexpr std::int64_t maximumNumber = std::numeric_limits<std::int32_t>::max();
+
+/// The second word of each line of a listing by the message number that stands before it.
+using WordByNumber = std::map<std::int32_t, std::string>;
+
+void readLine(std::string_view line, WordByNumber& words) {
+  const std::optional<std::int64_t> number = toCount(takeWord(line));
+  if (!number || *number < 1 || *number > maximumNumber)
+    throw PopFailure(pop_failure::protocolBroken, "The server sent a listing that can't be read.");
+  words.insert_or_assign(static_cast<std::int32_t>(*number), takeWord(line));
+}
+
+std::string wordFor(std::int32_t number, const WordByNumber& words) {
+  const auto found = words.find(number);
+  return found == words.end() ? std::string() : found->second;
+}
+
+std::vector<std::int32_t> messageNumbers(std::size_t count, const WordByNumber& sizes) {
+  std::vector<std::int32_t> numbers;
+  for (const auto& [number, size] : sizes) numbers.push_back(number);
+  if (numbers.size() == count) return numbers;
+  numbers.resize(count);
+  for (std::size_t i = 0; i < count; ++i) numbers[i] = static_cast<std::int32_t>(i + 1);
+  return numbers;
+}
+
+Listing assemble(std::size_t count, const WordByNumber& sizes, const WordByNumber& uids) {
+  Listing listing;
+  for (const std::int32_t number : messageNumbers(count, sizes)) {
+    const std::int64_t bytes = toCount(wordFor(number, sizes)).value_or(0);
+    listing.push_back({number, std::min(bytes, maximumNumber), wordFor(number, uids)});
+  }
+  return listing;
+}
+
+std::vector<std::size_t> withoutIdentifier(const Listing& listing) {
+  std::vector<std::size_t> indexes;
+  for (std::size_t i = 0; i < listing.size(); ++i)
+    if (listing[i].uid.empty()) indexes.push_back(i);
+  return indexes;
+}
+
+Request headerRequest(const Entry& entry, bool byTop) {
+  const std::string number = std::to_string(entry.number);
+  return byTop ? Request{"TOP " + number + " 0"} : Request{"RETR " + number, entry.bytes};
+}
+
+/// Fills in the identifiers of the entries at `indexes`, and returns the indexes of those that the server refused.
+std::vector<std::size_t> readIdentifiers(const Channel& channel, Listing& listing, std::span<const std::size_t> indexes,
+                                         bool byTop, const MailReader& reader) {
+  std::vector<std::size_t> refused;
+  std::vector<Request> requests;
+  for (const std::size_t index : indexes) requests.push_back(headerRequest(listing[index], byTop));
+  exchange(channel.conversation, requests, channel.pipelined, [&](std::size_t i, const Reply& reply) {
+    const std::size_t index = indexes[i];
+    if (reply.ok)
+      listing[index].uid = identifierFromHeader(channel.conversation.message(), reader);
+    else if (byTop && !isTemporary(reply.text))
+      refused.push_back(index);
+    else
+      throw refusedMessage(index + 1, listing.size(), reply.text);
+  });
+  return refused;
+}
+
+std::string_view headerOf(std::string_view message) {
+  std::size_t start = 0;
+  while (start < message.size()) {
+    const std::string_view rest = message.substr(start);
+    if (rest.starts_with('\n') || rest.starts_with("\r\n")) break;
+    const std::size_t end = rest.find('\n');
+    start = end == std::string_view::npos ? message.size() : start + end + 1;
+  }
+  return message.substr(0, start);
+}
+
+}  // namespace
+
+Listing list(const Channel& channel) {
+  std::array<WordByNumber, 2> answers;
+  const std::array<Request, 2> requests = {Request{"LIST"}, Request{"UIDL"}};
+  exchange(channel.conversation, requests, channel.pipelined, [&](std::size_t index, const Reply& reply) {
+    if (reply.ok)
+      channel.conversation.lines([&](std::string_view line) { readLine(line, answers.at(index)); });
+    else if (isTemporary(reply.text))
+      throw PopFailure(pop_failure::messageRefused,
+                       withServerWords("The server refused to list the messages.", reply.text));
+  });
+  return assemble(static_cast<std::size_t>(channel.maildrop.count), answers[0], answers[1]);
+}
+
+void completeIdentifiers(const Channel& channel, Listing& listing, const MailReader& reader) {
+  const std::vector<std::size_t> missing = withoutIdentifier(listing);
+  if (missing.empty()) return;
+  // A server without TOP should not hear it for every message: some hang up after a few commands they don't know.
+  const auto first = std::span(missing).first(1);
+  const bool hasTop = readIdentifiers(channel, listing, first, true, reader).empty();
+  const auto refused = readIdentifiers(channel, listing, withoutIdentifier(listing), hasTop, reader);
+  readIdentifiers(channel, listing, refused, false, reader);
+}
+
+std::string identifierFromHeader(std::string_view message, const MailReader& reader) {
+  return "header " + reader.fingerprint(headerOf(message));
+}
+
+PopFailure refusedMessage(std::size_t position, std::size_t count, std::string_view words) {
+  const std::string what =
+      "The server refused to hand out message " + std::to_string(position) + " of " + std::to_string(count) + ".";
+  return {pop_failure::messageRefused, withServerWords(what, words)};
+}
+
+}  // namespace velmora::pop

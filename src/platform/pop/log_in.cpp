@@ -1,0 +1,139 @@
+#include "platform/pop/log_in.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <optional>
+#include <string_view>
+
+#include "platform/pop/fields.h"
+#include "platform/pop/server_words.h"
+
+namespace velmora::pop {
+namespace {
+
+struct Look {
+  char first;
+  std::string_view meaning;
+};
+
+constexpr std::string_view looksLikeMailTransfer = "It looks like a server for sending mail (SMTP), or FTP.";
+constexpr std::string_view looksLikeTls = "It expects a secure connection on this port.";
+
+constexpr std::array looks = {
+    Look{'*', "It looks like an IMAP server."},
+    Look{'2', looksLikeMailTransfer},
+    Look{'4', looksLikeMailTransfer},
+    Look{'5', looksLikeMailTransfer},
+    Look{'H', "It looks like a web server."},
+    Look{'<', "It looks like a web server."},
+    Look{'S', "It looks like an SSH server."},
+    Look{'\x15', looksLikeTls},
+    Look{'\x16', looksLikeTls},
+};
+
+std::string whatItLooksLike(std::string_view greeting) {
+  std::string text = "The server's greeting is not that of a POP3 server.";
+  const auto look = std::ranges::find_if(looks, [&](const Look& l) { return greeting.starts_with(l.first); });
+  if (look != looks.end()) text += " " + std::string(look->meaning);
+  return withServerWords(text, greeting.substr(0, greeting.find('\n')));
+}
+
+Reply readGreeting(Conversation& conversation, bool secure) {
+  try {
+    return conversation.reply();
+  } catch (const PopFailure& failure) {
+    if (failure.number() == pop_failure::protocolBroken)
+      throw PopFailure(pop_failure::noGreeting, whatItLooksLike(conversation.pending()));
+    if (failure.number() == pop_failure::noGreeting && !secure)
+      throw PopFailure(pop_failure::noGreeting,
+                       std::string(failure.what()) + " It may expect a secure connection on this port.");
+    throw;
+  }
+}
+
+std::string capabilityName(std::string_view line) {
+  std::string name(takeWord(line));
+  std::ranges::transform(name, name.begin(),
+                         [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
+  return name;
+}
+
+std::int32_t refusalNumber(const Reply& refusal, bool userOffered) {
+  if (asksForEncryption(refusal.text)) return pop_failure::loginMethodNotOffered;
+  if (const auto trouble = troubleIn(refusal.text)) return *trouble;
+  return userOffered ? pop_failure::loginRefused : pop_failure::loginMethodNotOffered;
+}
+
+std::string_view refusalText(std::int32_t number) {
+  switch (number) {
+    case pop_failure::loginMethodNotOffered:
+      return "The server doesn't offer this way of logging in. It may ask for a secure connection.";
+    case pop_failure::mailboxInUse:
+      return "The mailbox is in use or locked.";
+    case pop_failure::temporaryTrouble:
+      return "The server has temporary trouble.";
+    case pop_failure::permanentTrouble:
+      return "The server has permanent trouble.";
+    default:
+      return "The server refused the user name or password.";
+  }
+}
+
+void requireAccepted(const Reply& reply, bool userOffered) {
+  if (reply.ok) return;
+  const std::int32_t number = refusalNumber(reply, userOffered);
+  throw PopFailure(number, withServerWords(refusalText(number), reply.text));
+}
+
+}  // namespace
+
+void requireSendable(const Credentials& credentials) {
+  constexpr std::string_view forbidden("\r\n\0", 3);
+  const auto bad = [&](const std::string& text) { return text.find_first_of(forbidden) != std::string::npos; };
+  if (bad(credentials.login) || bad(credentials.password))
+    throw PopFailure(pop_failure::loginRefused,
+                     "The user name or password holds a line break or a null character. Nothing was sent.");
+}
+
+void greet(Conversation& conversation, bool secure) {
+  conversation.enter(Phase::Greeting);
+  const Reply greeting = readGreeting(conversation, secure);
+  conversation.enter(Phase::LoggingIn);
+  if (greeting.ok) return;
+  const std::int32_t reason = troubleIn(greeting.text).value_or(pop_failure::loginRefused);
+  const std::int32_t number = reason == pop_failure::loginRefused ? pop_failure::greetedWithRefusal : reason;
+  throw PopFailure(number, withServerWords("The server greeted with a refusal.", greeting.text));
+}
+
+Capabilities askCapabilities(Conversation& conversation) {
+  Capabilities names;
+  try {
+    if (conversation.ask("CAPA").ok)
+      conversation.lines([&](std::string_view line) { names.insert(capabilityName(line)); });
+  } catch (const PopFailure& failure) {
+    throw CapabilitiesFailure(failure.number(), failure.what());
+  }
+  return names;
+}
+
+void logIn(Conversation& conversation, const Credentials& credentials, const Capabilities& offered) {
+  const bool userOffered = offered.empty() || offered.contains("USER");
+  requireAccepted(conversation.ask("USER " + credentials.login), userOffered);
+  requireAccepted(conversation.ask("PASS " + credentials.password), true);
+}
+
+Maildrop askMaildrop(Conversation& conversation) {
+  const Reply reply = conversation.ask("STAT");
+  if (!reply.ok)
+    throw PopFailure(pop_failure::messageRefused,
+                     withServerWords("The server refused to tell what the mailbox holds.", reply.text));
+  std::string_view fields = reply.text;
+  const std::optional<std::int64_t> count = toCount(takeWord(fields));
+  if (!count || *count > std::numeric_limits<std::int32_t>::max())
+    throw PopFailure(pop_failure::protocolBroken,
+                     withServerWords("The server's answer breaks the protocol.", reply.text));
+  return {static_cast<std::int32_t>(*count), toCount(takeWord(fields)).value_or(0)};
+}
+
+}  // namespace velmora::pop

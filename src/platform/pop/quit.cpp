@@ -1,0 +1,37 @@
+#include "platform/pop/quit.h"
+
+#include <chrono>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/failure.h"
+#include "platform/pop/exchange.h"
+#include "platform/pop/server_words.h"
+
+namespace velmora::pop {
+
+void quit(Conversation& conversation) {
+  try {
+    conversation.shortenTimeOut(std::chrono::seconds(3));
+    conversation.ask("QUIT");
+  } catch (const PopFailure&) {
+    // Nothing is lost: the server keeps all messages.
+  }
+}
+
+void deleteAndQuit(const Channel& channel, std::span<const std::int32_t> numbers) {
+  std::vector<Request> requests;
+  for (const std::int32_t number : numbers) requests.push_back({"DELE " + std::to_string(number)});
+  std::optional<Reply> refusal;
+  const auto note = [&](std::size_t /*index*/, const Reply& reply) {
+    if (!reply.ok && !refusal) refusal = reply;
+  };
+  exchange(channel.conversation, requests, channel.pipelined, note);
+  note(0, channel.conversation.ask("QUIT"));
+  if (refusal)
+    throw PopFailure(pop_failure::messageRefused,
+                     withServerWords("The server did not delete all of the messages.", refusal->text));
+}
+
+}  // namespace velmora::pop

@@ -1,0 +1,109 @@
+#include "platform/pop/reply_reader.h"
+
+#include <utility>
+
+#include "platform/failure.h"
+#include "platform/pop/server_words.h"
+#include "platform/text.h"
+
+namespace velmora::pop {
+namespace {
+
+PopFailure tooLong(std::string_view what) {
+  return {pop_failure::protocolBroken, "The server sent " + std::string(what) + " longer than any server may send."};
+}
+
+bool startsIgnoringCase(std::string_view line, std::string_view start) {
+  return text::equalsIgnoringCase(line.substr(0, start.size()), start);
+}
+
+std::string_view withoutReturn(std::string_view line) {
+  if (line.ends_with('\r')) line.remove_suffix(1);
+  return line;
+}
+
+Reply parseStatus(std::string_view line) {
+  constexpr std::string_view good = "+OK";
+  constexpr std::string_view bad = "-ERR";
+  if (startsIgnoringCase(line, good)) return {true, std::string(text::trim(line.substr(good.size())))};
+  if (startsIgnoringCase(line, bad)) return {false, std::string(text::trim(line.substr(bad.size())))};
+  throw PopFailure(pop_failure::protocolBroken, withServerWords("The server's answer breaks the protocol.", line));
+}
+
+}  // namespace
+
+void ReplyReader::feed(std::string_view bytes) {
+  buffer_.erase(0, position_);
+  position_ = 0;
+  buffer_.append(bytes);
+}
+
+std::optional<std::string_view> ReplyReader::line(std::size_t maximum) {
+  const std::string_view rest = pending();
+  const std::size_t end = rest.substr(0, maximum + 1).find('\n');
+  if (end == std::string_view::npos) {
+    if (rest.size() > maximum) throw tooLong("a line");
+    return std::nullopt;
+  }
+  return rest.substr(0, end);
+}
+
+std::optional<Reply> ReplyReader::status() {
+  const std::string_view rest = pending();
+  if (!rest.empty() && rest.front() != '+' && rest.front() != '-') parseStatus(rest.substr(0, rest.find('\n')));
+  const auto complete = line(maximumStatusLine);
+  if (!complete) return std::nullopt;
+  Reply reply = parseStatus(withoutReturn(*complete));
+  position_ += complete->size() + 1;
+  return reply;
+}
+
+bool ReplyReader::lines(const std::function<void(std::string_view)>& each) {
+  while (const auto complete = line(maximumListLine)) {
+    position_ += complete->size() + 1;
+    std::string_view text = withoutReturn(*complete);
+    if (text == ".") {
+      listLines_ = listBytes_ = 0;
+      return true;
+    }
+    listBytes_ += text.size();
+    if (++listLines_ > maximumListLines || listBytes_ > maximumListing) throw tooLong("a listing");
+    if (text.starts_with('.')) text.remove_prefix(1);
+    each(text);
+  }
+  return false;
+}
+
+std::optional<std::string> ReplyReader::message() {
+  while (position_ < buffer_.size()) {
+    const LineStart start = atLineStart_ ? lineStart() : LineStart::Text;
+    if (start == LineStart::Incomplete) return std::nullopt;
+    if (start == LineStart::End) return std::exchange(message_, {});
+    takeMessageLine();
+  }
+  return std::nullopt;
+}
+
+ReplyReader::LineStart ReplyReader::lineStart() {
+  const std::string_view rest = pending().substr(0, 3);
+  if (rest.front() != '.') return LineStart::Text;
+  if (rest == "." || rest == ".\r") return LineStart::Incomplete;
+  if (rest.starts_with(".\n") || rest == ".\r\n") {
+    position_ += rest[1] == '\n' ? 2 : 3;
+    return LineStart::End;
+  }
+  ++position_;
+  return LineStart::Text;
+}
+
+void ReplyReader::takeMessageLine() {
+  const std::string_view rest = pending();
+  const std::size_t end = rest.find('\n');
+  atLineStart_ = end != std::string_view::npos;
+  const std::string_view taken = atLineStart_ ? rest.substr(0, end + 1) : rest;
+  if (message_.size() + taken.size() > maximumMessage) throw tooLong("a message");
+  message_.append(taken);
+  position_ += taken.size();
+}
+
+}  // namespace velmora::pop

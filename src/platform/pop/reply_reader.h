@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace velmora::pop {
+
+/// A status line (RFC 1939 section 3).
+struct Reply {
+  bool ok = false;   ///< "+OK", else "-ERR"
+  std::string text;  ///< what stands behind it, as it came
+};
+
+/// Takes a server's bytes apart, without any input or output of its own. The caller says what must come next: a status
+/// line, the lines of a listing or a message. Lines end in CR LF or LF; NUL and 8-bit bytes pass. Whatever breaks the
+/// protocol or a bound throws PopFailure with protocolBroken; nothing more may be read then.
+class ReplyReader {
+ public:
+  static constexpr std::size_t maximumStatusLine = 8192;
+  static constexpr std::size_t maximumListLine = 1024;
+  static constexpr std::size_t maximumListLines = 200'000;
+  static constexpr std::size_t maximumListing = std::size_t{32} << 20U;
+  static constexpr std::size_t maximumMessage = std::size_t{256} << 20U;
+
+  void feed(std::string_view bytes);
+
+  /// The next status line, or nothing while it is incomplete. What can't become one fails at its first byte.
+  std::optional<Reply> status();
+
+  /// Hands out the complete lines of a listing, undotted and without line ends. True when its final dot was among them.
+  bool lines(const std::function<void(std::string_view)>& each);
+
+  /// A whole message, undotted, with its line ends as they came, or nothing while it is incomplete.
+  std::optional<std::string> message();
+
+  /// Bytes of the message that is incomplete as yet.
+  std::size_t messageBytes() const { return message_.size(); }
+
+  /// What was fed and not yet read.
+  std::string_view pending() const { return std::string_view(buffer_).substr(position_); }
+
+ private:
+  enum class LineStart { Incomplete, Text, End };
+
+  std::optional<std::string_view> line(std::size_t maximum);
+  LineStart lineStart();
+  void takeMessageLine();
+
+  std::string buffer_;
+  std::size_t position_ = 0;
+  std::size_t listLines_ = 0;
+  std::size_t listBytes_ = 0;
+  std::string message_;
+  bool atLineStart_ = true;
+};
+
+}  // namespace velmora::pop

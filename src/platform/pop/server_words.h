@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace velmora::pop {
+
+/// A server's text made fit to be shown: valid UTF-8 in one line without control characters, of bounded length.
+std::string cleanWords(std::string_view text);
+
+/// "What happened." followed by the server's own words, where there are any.
+std::string withServerWords(std::string_view what, std::string_view words);
+
+/// The failure that a refusal tells of by its response code (RFC 2449 section 8, RFC 3206) or, lacking one, by words
+/// that servers use: mailboxInUse, temporaryTrouble, permanentTrouble, or loginRefused for [AUTH]. Nothing where it
+/// tells nothing.
+std::optional<std::int32_t> troubleIn(std::string_view words);
+
+/// The refusal is for the moment only, by its code [SYS/TEMP].
+bool isTemporary(std::string_view words);
+
+/// The refusal says that logging in needs encryption.
+bool asksForEncryption(std::string_view words);
+
+}  // namespace velmora::pop

@@ -1,0 +1,103 @@
+#include "platform/pop/session.h"
+
+#include <utility>
+
+#include "platform/failure.h"
+#include "platform/pop/quit.h"
+
+namespace velmora::pop {
+namespace {
+
+bool isOddity(const PopFailure& failure) {
+  return failure.number() == pop_failure::connectionLost || failure.number() == pop_failure::protocolBroken ||
+         failure.number() == pop_failure::silentWhileFetching;
+}
+
+/// Lets go of a job's handler when the job is done, however it ends.
+struct Forgetting {
+  Conversation::WhileWaiting& handler;
+  ~Forgetting() { handler = nullptr; }
+};
+
+}  // namespace
+
+Session::Session(Transport& transport, Server server, ServerHabits& habits, Events events)
+    : transport_(transport), server_(std::move(server)), habits_(habits), events_(std::move(events)) {}
+
+void Session::open() {
+  requireSendable(server_.credentials);
+  try {
+    connectAndLogIn(!habits_.noCapa.contains(server_.key()));
+  } catch (const CapabilitiesFailure&) {
+    conversation_->requireOpen();
+    habits_.noCapa.insert(server_.key());
+    connectAndLogIn(false);
+  }
+}
+
+void Session::connectAndLogIn(bool withCapabilities) {
+  if (!isClosed()) close();
+  conversation_.emplace(transport_, server_.timeOut, whileWaiting_);
+  events_.entered(PopState::Connecting);
+  conversation_->requireOpen();
+  conversation_->connect(server_.host, static_cast<std::uint16_t>(server_.port), server_.secure);
+  if (server_.secure) events_.certificate(transport_.certificate());
+  greet(*conversation_, server_.secure);
+  events_.entered(PopState::Authorization);
+  authorize(*conversation_, withCapabilities);
+  maildrop_ = askMaildrop(*conversation_);
+  conversation_->enter(Phase::Working);
+}
+
+void Session::authorize(Conversation& conversation, bool withCapabilities) {
+  const Capabilities before = withCapabilities ? askCapabilities(conversation) : Capabilities();
+  logIn(conversation, server_.credentials, before);
+  events_.entered(PopState::Transaction);
+  const Capabilities after = before.empty() ? Capabilities() : askCapabilities(conversation);
+  pipelined_ =
+      (before.contains("PIPELINING") || after.contains("PIPELINING")) && !habits_.oneByOne.contains(server_.key());
+}
+
+void Session::run(const std::function<void(const Channel&)>& job, const Conversation::WhileWaiting& whileWaiting) {
+  whileWaiting_ = whileWaiting;
+  const Forgetting atTheEnd{whileWaiting_};
+  try {
+    job({*conversation_, pipelined_, maildrop_});
+  } catch (const PopFailure& failure) {
+    if (!pipelined_ || !isOddity(failure)) throw;
+    conversation_->requireOpen();
+    openAgainOneByOne();
+    job({*conversation_, pipelined_, maildrop_});
+  }
+  conversation_->requireOpen();
+}
+
+void Session::openAgainOneByOne() {
+  const std::int32_t count = maildrop_.count;
+  habits_.oneByOne.insert(server_.key());
+  open();
+  if (maildrop_.count != count)
+    throw PopFailure(pop_failure::connectionLost,
+                     "The connection to the server was lost, and the mailbox has changed since.");
+}
+
+void Session::leave(std::span<const std::int32_t> deletions) {
+  if (conversation_->isOutstanding()) close();
+  events_.entered(PopState::Update);
+  if (deletions.empty()) {
+    quit(*conversation_);
+    return;
+  }
+  try {
+    deleteAndQuit({*conversation_, pipelined_, maildrop_}, deletions);
+  } catch (const PopFailure& failure) {
+    if (pipelined_ && isOddity(failure)) habits_.oneByOne.insert(server_.key());
+    throw;
+  }
+}
+
+void Session::close() {
+  if (conversation_) conversation_->close();
+}
+
+}  // namespace velmora::pop

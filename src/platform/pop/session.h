@@ -1,0 +1,79 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+
+#include "platform/pop/conversation.h"
+#include "platform/pop/log_in.h"
+#include "platform/pop/pop_client.h"
+#include "platform/pop/transport.h"
+
+namespace velmora::pop {
+
+/// Where to log in, and how.
+struct Server {
+  std::string host;
+  std::int32_t port = 110;
+  Credentials credentials;
+  Milliseconds timeOut{10'000};
+  bool secure = false;
+
+  /// The key under which ServerHabits knows it.
+  std::string key() const { return host + ":" + std::to_string(port); }
+};
+
+/// What a job needs of the session: it is one login's, and a new one after a recovery.
+struct Channel {
+  Conversation& conversation;
+  bool pipelined;
+  Maildrop maildrop;
+};
+
+/// A login that lasts: it connects anew where a server doesn't stand CAPA or pipelining, and keeps that in mind.
+class Session {
+ public:
+  struct Events {
+    std::function<void(PopState)> entered;
+    std::function<void(const Transport::Certificate&)> certificate;
+  };
+
+  /// The references outlive the session.
+  Session(Transport& transport, Server server, ServerHabits& habits, Events events);
+
+  /// Logs in and learns what the mailbox holds.
+  void open();
+
+  const Maildrop& maildrop() const { return maildrop_; }
+
+  /// Runs a job. Where it fails in a pipelined exchange for any reason but a refusal, it is run once more over a new
+  /// connection, one by one.
+  void run(const std::function<void(const Channel&)>& job, const Conversation::WhileWaiting& whileWaiting);
+
+  /// Has the messages of these numbers deleted and says good-bye. Throws PopFailure where that is not sure to be done;
+  /// without numbers it never does.
+  void leave(std::span<const std::int32_t> deletions);
+
+  /// Ends the connection at once. Safe at any time; what runs then fails.
+  void close();
+  bool isClosed() const { return !conversation_ || conversation_->isClosed(); }
+  bool isOutstanding() const { return conversation_ && conversation_->isOutstanding(); }
+
+ private:
+  void connectAndLogIn(bool withCapabilities);
+  void authorize(Conversation& conversation, bool withCapabilities);
+  void openAgainOneByOne();
+
+  Transport& transport_;
+  Server server_;
+  ServerHabits& habits_;
+  Events events_;
+  Conversation::WhileWaiting whileWaiting_;
+  std::optional<Conversation> conversation_;
+  Maildrop maildrop_;
+  bool pipelined_ = false;
+};
+
+}  // namespace velmora::pop

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace velmora::pop {
+
+using Milliseconds = std::chrono::milliseconds;
+
+/// One connection to a server, blocking for its caller while the program's event loop keeps turning: timers tick and
+/// buttons work inside `connect` and `receive`. A handler that runs there may call `abort`.
+class Transport {
+ public:
+  virtual ~Transport() = default;
+
+  /// Opens the connection within `timeOut`, with TLS from the first byte where `secure`. Throws PopFailure with
+  /// hostNotFound, connectionRefused, timedOut, connectionReset or tlsHandshakeFailed. May be called again after
+  /// `abort` or after the server ended the connection.
+  virtual void connect(const std::string& host, std::uint16_t port, bool secure, Milliseconds timeOut) = 0;
+
+  /// The certificate that the server showed, in text form, blank without one; and what is wrong with it, if anything.
+  /// No certificate is ever refused here.
+  struct Certificate {
+    std::string text;
+    std::int32_t errorCode = 0;
+    std::string errorText;
+  };
+  virtual Certificate certificate() const = 0;
+
+  /// Queues bytes for sending and returns at once. Ignored where the connection is gone.
+  virtual void send(std::string_view bytes) = 0;
+
+  /// Waits at most `wait` for bytes and returns all that are there, at least one, or none when time ran out or the
+  /// connection is gone; `isOpen` tells which. Bytes that came before the close are handed out first.
+  virtual std::string receive(Milliseconds wait) = 0;
+
+  /// The connection stands, or bytes that came before its end are still to be received.
+  virtual bool isOpen() const = 0;
+
+  /// Ends the connection at once, without ceremony. Safe at any time, also inside `connect` and `receive`, which then
+  /// return (`connect` with a failure).
+  virtual void abort() = 0;
+
+  /// Time that passes evenly, from any start.
+  virtual Milliseconds now() const = 0;
+};
+
+}  // namespace velmora::pop

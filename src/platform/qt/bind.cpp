@@ -1,0 +1,143 @@
+#include "platform/qt/bind.h"
+
+#include <QCursor>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMenu>
+#include <QProgressBar>
+#include <QSignalBlocker>
+#include <QTabBar>
+#include <QTimer>
+#include <QToolButton>
+
+#include "platform/controls/frame.h"
+#include "platform/controls/menu.h"
+#include "platform/controls/tab_strip.h"
+#include "platform/controls/timer.h"
+#include "platform/controls/toolbar.h"
+#include "platform/qt/focus_watcher.h"
+#include "platform/qt/icons.h"
+#include "platform/qt/strings.h"
+
+namespace velmora {
+
+namespace {
+
+/// "&" is a letter like any other in the names that users give.
+QString literal(const std::string& text) { return qt(text).replace("&", "&&"); }
+
+void bindButton(Button& button, const ImageList& images, QToolButton& widget) {
+  widget.setObjectName(qt(button.Key));
+  button.Caption.watch([&widget](const std::string& caption) {
+    widget.setText(trimmed(caption));
+    widget.setAccessibleName(trimmed(caption));
+  });
+  button.ToolTipText.watch([&widget](const std::string& tip) { widget.setToolTip(qt(tip)); });
+  button.Image.watch([&widget, images](const std::string& key) { widget.setIcon(images.icon(key)); });
+  button.Enabled.watch([&widget](bool on) { widget.setEnabled(on); });
+  QObject::connect(&widget, &QToolButton::clicked, &widget, [&button] { button.click(); });
+}
+
+QToolButton* makeButton(Button& button, const ImageList& images, ButtonLook look, QWidget* parent) {
+  auto* widget = new QToolButton(parent);  // NOLINT(cppcoreguidelines-owning-memory): its parent owns it
+  const bool under = look == ButtonLook::TextUnderIcon;
+  widget->setToolButtonStyle(under ? Qt::ToolButtonTextUnderIcon : Qt::ToolButtonTextBesideIcon);
+  widget->setIconSize(under ? QSize(32, 32) : QSize(16, 16));
+  if (under) widget->setMinimumWidth(72);
+  widget->setAutoRaise(true);
+  bindButton(button, images, *widget);
+  return widget;
+}
+
+void bindTab(TabStrip::Tab& tab, QTabBar& widget, int index, const ImageList& images) {
+  tab.Caption.watch([&widget, index](const std::string& caption) {
+    widget.setTabText(index, literal(caption));
+    widget.setAccessibleTabName(index, qt(caption));
+  });
+  tab.Image.watch([&widget, index, images](const std::string& key) { widget.setTabIcon(index, images.icon(key)); });
+}
+
+/// Adds the tabs that the strip has and the bar does not.
+void addMissingTabs(TabStrip& strip, QTabBar& widget, const ImageList& images) {
+  const QSignalBlocker quiet(widget);
+  for (int index = widget.count(); index < strip.Count(); ++index) {
+    widget.addTab(QString());
+    bindTab(strip.Tabs(index + 1), widget, index, images);
+  }
+  widget.setCurrentIndex(strip.SelectedItem() - 1);
+}
+
+void bindEntry(MenuEntry& entry, const ImageList& images, QMenu& menu) {
+  QAction* action = menu.addAction(QString());
+  entry.Caption.watch([action, images](const std::string& caption) {
+    const auto mark = caption.find("|#");
+    action->setText(qt(caption.substr(0, mark)));
+    if (mark != std::string::npos) action->setIcon(images.icon(caption.substr(mark + 2)));
+  });
+  entry.Enabled.watch([action](bool on) { action->setEnabled(on); });
+  QObject::connect(action, &QAction::triggered, &menu, [&entry] {
+    if (entry.Click) entry.Click();
+  });
+}
+
+}  // namespace
+
+void bind(Frame& frame, QWidget& widget) {
+  frame.Visible.watch([&widget](bool on) { widget.setVisible(on); });
+  frame.Enabled.watch([&widget](bool on) { widget.setEnabled(on); });
+}
+
+void bind(Label& label, QLabel& widget) {
+  widget.setTextFormat(Qt::PlainText);
+  label.Caption.watch([&widget](const std::string& caption) { widget.setText(qt(caption)); });
+}
+
+void bind(ProgressBar& bar, QProgressBar& widget) {
+  bar.Visible.watch([&widget](bool on) { widget.setVisible(on); });
+  bar.Min.watch([&widget](std::int32_t value) { widget.setMinimum(value); });
+  bar.Max.watch([&widget](std::int32_t value) { widget.setMaximum(value); });
+  bar.Value.watch([&widget](std::int32_t value) { widget.setValue(value); });
+}
+
+void bind(TabStrip& strip, QTabBar& widget, std::string_view imageList) {
+  const ImageList images{std::string(imageList)};
+  addMissingTabs(strip, widget, images);
+  strip.added.watch([&strip, &widget, images] { addMissingTabs(strip, widget, images); });
+  strip.selectionChanged.watch([&strip, &widget] {
+    const QSignalBlocker quiet(widget);
+    widget.setCurrentIndex(strip.SelectedItem() - 1);
+  });
+  strip.Enabled.watch([&widget](bool on) { widget.setEnabled(on); });
+  QObject::connect(&widget, &QTabBar::currentChanged, &widget, [&strip](int index) { strip.SelectTab(index + 1); });
+  watchFocus(widget, [&strip] {
+    if (strip.GotFocus) strip.GotFocus();
+  });
+}
+
+void bind(PopupMenu& menu, QMenu& widget) {
+  const ImageList images(menu.ImageList);
+  for (MenuEntry* entry : menu.Entries) bindEntry(*entry, images, widget);
+  menu.opened.watch([&widget] { widget.popup(QCursor::pos()); });
+}
+
+void bind(Timer& timer, QObject& owner) {
+  auto* clock = new QTimer(&owner);  // NOLINT(cppcoreguidelines-owning-memory): its parent owns it
+  clock->setInterval(timer.Interval);
+  QObject::connect(clock, &QTimer::timeout, clock, [&timer] { timer.tick(); });
+  timer.Enabled.watch([clock](bool on) { on ? clock->start() : clock->stop(); });
+}
+
+QWidget* makeToolbar(Toolbar& toolbar, const QString& name, ButtonLook look, QWidget* parent) {
+  auto* row = new QWidget(parent);  // NOLINT(cppcoreguidelines-owning-memory): its parent owns it
+  row->setObjectName(name);
+  auto* layout = new QHBoxLayout(row);  // NOLINT(cppcoreguidelines-owning-memory): its parent owns it
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(2);
+  const ImageList images(toolbar.ImageList);
+  for (Button& button : toolbar.Buttons) layout->addWidget(makeButton(button, images, look, row));
+  toolbar.Visible.watch([row](bool on) { row->setVisible(on); });
+  toolbar.Enabled.watch([row](bool on) { row->setEnabled(on); });
+  return row;
+}
+
+}  // namespace velmora

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QIcon>
+#include <map>
+#include <memory>
+#include <string>
+
+namespace velmora {
+
+/// The pictures of one image list, by key, sharp at every size. Copies share what they have loaded.
+class ImageList {
+ public:
+  explicit ImageList(std::string name) : name_(std::move(name)) {}
+
+  /// Blank keys, and keys without a picture, give an empty icon.
+  QIcon icon(const std::string& key) const;
+
+ private:
+  std::string name_;
+  std::shared_ptr<std::map<std::string, QIcon>> loaded_ = std::make_shared<std::map<std::string, QIcon>>();
+};
+
+/// The program's own picture.
+QIcon applicationIcon();
+
+}  // namespace velmora

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QMainWindow>
+
+class QBoxLayout;
+
+namespace velmora {
+
+struct Form;
+struct MainWindow;
+
+/// The window on the screen: lays out the controls of `MainWindow` and ties each to its widget.
+class MainWindowView : public QMainWindow {
+ public:
+  /// `window` outlives the view.
+  explicit MainWindowView(MainWindow& window);
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  QWidget* makeHead();
+  QWidget* makeBanner();
+  QWidget* makePage(std::size_t page, QWidget* content);
+  QWidget* makeEmailPage();
+  QWidget* makeAccountsPage();
+  QWidget* makeButtonRow(std::size_t page);
+  void addFocusTaker();
+  void followForm();
+  void startTimers();
+  void showState();
+
+  MainWindow& window_;
+};
+
+}  // namespace velmora

@@ -1,0 +1,104 @@
+#include "platform/qt/qt_platform.h"
+
+#include <QApplication>
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QLocale>
+#include <QMessageBox>
+#include <QStandardPaths>
+
+#include "platform/qt/qt_transport.h"
+#include "platform/qt/run_at_logon.h"
+#include "platform/qt/strings.h"
+
+namespace velmora {
+
+namespace {
+
+MonthNames userMonthNames() {
+  MonthNames names;
+  const QLocale locale;
+  for (int month = 1; month <= 12; ++month) {
+    const auto index = static_cast<std::size_t>(month - 1);
+    names.abbreviated.at(index) = utf8(locale.monthName(month, QLocale::ShortFormat));
+    names.full.at(index) = utf8(locale.monthName(month, QLocale::LongFormat));
+  }
+  return names;
+}
+
+/// Where message files are laid for other programs. The program's own folder can be read by its user alone.
+QString temporaryFolder() {
+  const QString systemRoot = qEnvironmentVariable("systemroot");
+  if (!systemRoot.isEmpty()) return systemRoot + "/Temp";
+  return QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + "/temporary";
+}
+
+QMessageBox::Icon iconOf(Question::Icon icon) {
+  return icon == Question::Icon::Critical ? QMessageBox::Critical : QMessageBox::Information;
+}
+
+QMessageBox::StandardButtons buttonsOf(Question::Buttons buttons) {
+  return buttons == Question::Buttons::YesNo ? QMessageBox::Yes | QMessageBox::No
+                                             : QMessageBox::StandardButtons(QMessageBox::Ok);
+}
+
+}  // namespace
+
+QtPlatform::QtPlatform(const MailReader& reader) : reader_(reader), monthNames_(userMonthNames()) {}
+
+std::string QtPlatform::applicationTitle() const {
+  return utf8(QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName());
+}
+
+DateTime QtPlatform::now() const {
+  const QDateTime now = QDateTime::currentDateTime();
+  const QDate date = now.date();
+  const QTime time = now.time();
+  return {date.year(), date.month(), date.day(), time.hour(), time.minute(), time.second()};
+}
+
+Answer QtPlatform::MsgBox(const Question& question) {
+  const bool yesNo = question.buttons == Question::Buttons::YesNo;
+  if (quitting_) return yesNo ? Answer::No : Answer::Ok;
+  QMessageBox box(iconOf(question.icon), qt(question.title), qt(question.text).replace("\r\n", "\n"),
+                  buttonsOf(question.buttons), QApplication::activeWindow());
+  box.setTextFormat(Qt::PlainText);
+  const bool yes = box.exec() == QMessageBox::Yes;
+  return yesNo ? (yes ? Answer::Yes : Answer::No) : Answer::Ok;
+}
+
+void QtPlatform::yield() { QCoreApplication::processEvents(); }
+
+void QtPlatform::quit() {
+  quitting_ = true;
+  QCoreApplication::exit(0);
+}
+
+bool QtPlatform::isOnlyInstance() {
+  const QString folder = QFileInfo(settings_.fileName()).path();
+  QDir().mkpath(folder);
+  instanceLock_.emplace(folder + "/Velmora.lock");
+  instanceLock_->setStaleLockTime(0);  // only the end of the other program frees it, not its age
+  // Where no lock can be made, as on a full or read-only disk, the user still gets a program.
+  return instanceLock_->tryLock() || instanceLock_->error() != QLockFile::LockFailedError;
+}
+
+/// With damaged settings the first-use step runs at every start, though what the user wants isn't known.
+void QtPlatform::SetRunAtStartUp() {
+  if (!settings_.isDamaged()) addLogonEntry();
+}
+
+void QtPlatform::ClearRunAtStartUp() { removeLogonEntry(); }
+
+bool QtPlatform::fileExists(const std::string& path) const { return QFileInfo(qt(path)).isFile(); }
+
+void QtPlatform::deleteTemporaryFile(std::string_view name) { QFile::remove(temporaryFolder() + '/' + qt(name)); }
+
+std::shared_ptr<PopClient> QtPlatform::makePopClient() {
+  return std::make_shared<PopClient>(
+      PopClient::Surroundings{makeQtTransport, reader_, [this] { return now(); }, serverHabits_});
+}
+
+}  // namespace velmora

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QLockFile>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "platform/mail_reader.h"
+#include "platform/platform.h"
+#include "platform/pop/pop_client.h"
+#include "platform/qt/qt_settings.h"
+
+namespace velmora {
+
+/// The desktop and the system that the program runs on.
+class QtPlatform : public Platform {
+ public:
+  explicit QtPlatform(const MailReader& reader);
+
+  const QtSettings& settingsFile() const { return settings_; }
+
+  std::string applicationTitle() const override;
+  DateTime now() const override;
+  const MonthNames& monthNames() const override { return monthNames_; }
+  SettingsStore& settings() override { return settings_; }
+  Answer MsgBox(const Question& question) override;
+  void yield() override;
+  void quit() override;
+  bool isOnlyInstance() override;
+  void SetRunAtStartUp() override;
+  void ClearRunAtStartUp() override;
+  bool fileExists(const std::string& path) const override;
+  void deleteTemporaryFile(std::string_view name) override;
+  std::shared_ptr<PopClient> makePopClient() override;
+
+ private:
+  const MailReader& reader_;
+  QtSettings settings_;
+  MonthNames monthNames_;
+  ServerHabits serverHabits_;
+  std::optional<QLockFile> instanceLock_;
+  bool quitting_ = false;
+};
+
+}  // namespace velmora

@@ -1,0 +1,98 @@
+#include "platform/text.h"
+
+#include <algorithm>
+#include <charconv>
+#include <limits>
+
+#include "platform/failure.h"
+
+namespace velmora::text {
+
+namespace {
+
+char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+bool isContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; }
+
+std::size_t announcedLength(char first) {
+  const auto byte = static_cast<unsigned char>(first);
+  if (byte >= 0xC2 && byte <= 0xDF) return 2;
+  if (byte >= 0xE0 && byte <= 0xEF) return 3;
+  if (byte >= 0xF0 && byte <= 0xF4) return 4;
+  return 1;
+}
+
+/// Bytes of the character that `text`, which isn't empty, begins with.
+std::size_t characterSize(std::string_view text) {
+  const std::size_t announced = announcedLength(text.front());
+  if (announced > text.size()) return 1;
+  const auto rest = text.substr(1, announced - 1);
+  return std::all_of(rest.begin(), rest.end(), isContinuation) ? announced : 1;
+}
+
+}  // namespace
+
+std::size_t length(std::string_view text) {
+  std::size_t count = 0;
+  for (; !text.empty(); text.remove_prefix(characterSize(text))) ++count;
+  return count;
+}
+
+std::string_view left(std::string_view text, std::size_t count) {
+  std::string_view rest = text;
+  for (; count > 0 && !rest.empty(); --count) rest.remove_prefix(characterSize(rest));
+  return text.substr(0, text.size() - rest.size());
+}
+
+std::string_view trim(std::string_view text) {
+  const auto first = text.find_first_not_of(' ');
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+std::string replaceAll(std::string_view text, std::string_view what, std::string_view with) {
+  std::string result;
+  for (auto at = text.find(what); at != std::string_view::npos; at = text.find(what)) {
+    result.append(text.substr(0, at)).append(with);
+    text.remove_prefix(at + what.size());
+  }
+  return result.append(text);
+}
+
+bool equalsIgnoringCase(std::string_view a, std::string_view b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return lower(x) == lower(y); });
+}
+
+bool endsWithIgnoringCase(std::string_view text, std::string_view end) {
+  return text.size() >= end.size() && equalsIgnoringCase(text.substr(text.size() - end.size()), end);
+}
+
+std::optional<std::int64_t> toNumber(std::string_view text) {
+  text = trim(text);
+  if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
+  std::int64_t value = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (error == std::errc::invalid_argument || end != text.data() + text.size()) return std::nullopt;
+  if (error == std::errc::result_out_of_range) {
+    return text.starts_with('-') ? std::numeric_limits<std::int64_t>::min() : std::numeric_limits<std::int64_t>::max();
+  }
+  return value;
+}
+
+std::int32_t toInt32(std::string_view text) {
+  const auto value = toNumber(text);
+  if (!value) throw typeMismatchFailure();
+  if (*value < std::numeric_limits<std::int32_t>::min() || *value > std::numeric_limits<std::int32_t>::max()) {
+    throw overflowFailure();
+  }
+  return static_cast<std::int32_t>(*value);
+}
+
+std::int16_t toInt16(std::int64_t value) {
+  if (value < std::numeric_limits<std::int16_t>::min() || value > std::numeric_limits<std::int16_t>::max()) {
+    throw overflowFailure();
+  }
+  return static_cast<std::int16_t>(value);
+}
+
+}  // namespace velmora::text

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace velmora::text {
+
+/// Positions and lengths count characters of UTF-8. A byte that is part of no character counts as one of its own, so
+/// that every function is valid on any bytes and loses none.
+std::size_t length(std::string_view text);
+std::string_view left(std::string_view text, std::size_t count);
+
+/// Without the blanks at both ends.
+std::string_view trim(std::string_view text);
+
+/// Every `what` replaced by `with`.
+std::string replaceAll(std::string_view text, std::string_view what, std::string_view with);
+
+/// Equal without regard to the case of the letters A to Z.
+bool equalsIgnoringCase(std::string_view a, std::string_view b);
+bool endsWithIgnoringCase(std::string_view text, std::string_view end);
+
+/// A whole number in decimal digits, with blanks around it and a sign in front allowed; nothing for any other text.
+std::optional<std::int64_t> toNumber(std::string_view text);
+
+/// The same for a number that must be one: throws typeMismatchFailure for any other text and overflowFailure for one
+/// that doesn't fit.
+std::int32_t toInt32(std::string_view text);
+
+/// Throws overflowFailure where the value doesn't fit.
+std::int16_t toInt16(std::int64_t value);
+
+}  // namespace velmora::text

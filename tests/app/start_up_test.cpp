@@ -1,0 +1,154 @@
+#include "app/start_up.h"
+
+#include <gmock/gmock.h>
+
+#include "app/shut_down.h"
+#include "support/running_program.h"
+
+namespace velmora {
+namespace {
+
+class StartUp : public test::RunningProgram {
+ protected:
+  void press(const char* key) { program.frmMain.tbrMainButtons[key].click(); }
+};
+
+TEST_F(StartUp, ASecondInstanceTouchesNothing) {
+  platform.onlyInstance = false;
+  EXPECT_FALSE(Main(program));
+  EXPECT_TRUE(platform.tree.read.empty());
+  EXPECT_TRUE(platform.tree.written.empty());
+  EXPECT_FALSE(program.frmMain.Visible);
+}
+
+TEST_F(StartUp, WithoutAccountsTheProgramWorksAndOffersNothingThatNeedsOne) {
+  start();
+  MainWindow& frmMain = program.frmMain;
+  EXPECT_TRUE(frmMain.Visible);
+  EXPECT_EQ(panel(1), "No Accounts have been created...");
+  EXPECT_EQ(panel(4), "Auto Check Off");
+  EXPECT_EQ(panel(5), "Nov 15/26 4:21 PM");
+  EXPECT_TRUE(frmMain.fraNoAcntsBanner.Visible);
+  for (Button& button : frmMain.tbrEmail.Buttons) EXPECT_FALSE(button.Enabled) << button.Key;
+  EXPECT_FALSE(frmMain.tbrButtons[checkAllBar].Enabled);
+  EXPECT_FALSE(frmMain.tbrButtons[closeBar].Enabled);
+  EXPECT_FALSE(frmMain.lvwEmail.Enabled);
+  press("Options");
+  EXPECT_FALSE(frmMain.fraNoAcntsBanner.Visible);
+  press("Rules");
+  EXPECT_TRUE(frmMain.fraNoAcntsBanner.Visible);
+}
+
+TEST_F(StartUp, TheFirstRunMakesTheLogonEntryOnce) {
+  start();
+  EXPECT_EQ(platform.logonEntriesMade, 1);
+  EXPECT_EQ(platform.tree.values["Settings/FirstUse"], "1");
+  EXPECT_EQ(platform.tree.values["Settings\\Options/RunStartUp"], "1");
+  Program next(platform);
+  platform.tree.written.clear();
+  ASSERT_TRUE(Main(next));
+  EXPECT_EQ(platform.logonEntriesMade, 1);
+  EXPECT_TRUE(platform.tree.written.empty()) << "nothing is written back before something changes";
+}
+
+TEST_F(StartUp, ShowsTheFirstAccountOfThoseInTheTree) {
+  addAccount("Work");
+  addAccount("Home", false);
+  start();
+  EXPECT_EQ(program.accounts.AcntCurrent, 1);
+  EXPECT_EQ(tab(1), "Work");
+  EXPECT_EQ(tabImage(2), "MailNoDisabled");
+  EXPECT_EQ(panel(1), "Work");
+  EXPECT_EQ(panel(2), "");
+  EXPECT_EQ(panel(3), "Not Checked");
+  EXPECT_EQ(program.accounts[2].AcntLastCheckTime, "4:21 PM");
+  EXPECT_FALSE(program.frmMain.fraNoAcntsBanner.Visible);
+}
+
+TEST_F(StartUp, ChoosesTheTimerAndTheWindowsStateByTheOptions) {
+  addAccount("Work");
+  option("UseInterval", "1");
+  option("MinimizeStartUp", "1");
+  start();
+  EXPECT_TRUE(program.frmMain.tmrMailTime.Enabled);
+  EXPECT_FALSE(program.frmMain.tmrStatusBar.Enabled);
+  EXPECT_FALSE(program.frmMain.Visible);
+  EXPECT_TRUE(program.frmMain.State == WindowState::Minimised);
+  platform.clock.minute = 22;
+  program.frmMain.tmrMailTime.tick();
+  EXPECT_EQ(panel(5), "Nov 15/26 4:22 PM");
+}
+
+TEST_F(StartUp, PagesReplaceEachOther) {
+  addAccount("Work");
+  start();
+  for (const auto& [key, page] : {std::pair{"Accounts", 1U}, {"Rules", 2U}, {"Options", 3U}, {"Email", 0U}}) {
+    press(key);
+    EXPECT_EQ(program.frmMain.lblBanner.Caption.get(), key);
+    for (std::size_t i = 0; i < pageCount; ++i) EXPECT_EQ(program.frmMain.fraMain[i].Visible.get(), i == page) << key;
+  }
+}
+
+TEST_F(StartUp, ColumnWidthsFollowTheOption) {
+  const auto widths = [](Program& shown) {
+    std::vector<int> result;
+    for (auto& column : shown.frmMain.lvwEmail.Columns) result.push_back(column.Width);
+    return result;
+  };
+  addAccount("Work");
+  start();
+  EXPECT_THAT(widths(program), testing::ElementsAre(200, 200, 200, 200, 93));
+  option("RestoreColWidth", "0");
+  option("ColToWidth", "77");
+  Program next(platform);
+  ASSERT_TRUE(Main(next));
+  EXPECT_THAT(widths(next), testing::ElementsAre(200, 77, 200, 200, 200));
+  next.frmMain.lvwEmail.Columns[4].Width = 55;
+  QuitApplication(next);
+  EXPECT_EQ(platform.tree.values["Settings\\Options/ColSizeWidth"], "55");
+}
+
+TEST_F(StartUp, ClosingGoesToTheTrayUnlessTheOptionOrQuitSaysOtherwise) {
+  addAccount("Work");
+  start();
+  platform.tree.written.clear();
+  program.frmMain.Close();
+  EXPECT_FALSE(platform.hasQuit);
+  EXPECT_FALSE(program.frmMain.Visible);
+  EXPECT_TRUE(platform.tree.written.empty());
+  press("Quit");
+  EXPECT_TRUE(platform.hasQuit);
+  EXPECT_THAT(platform.tree.written, testing::ElementsAre("SortColumnLastUsed", "SortOrder"));
+  EXPECT_THAT(platform.deletedFiles, testing::ElementsAre("temporary.eml", "temporary.msg"));
+
+  option("CloseButton", "0");
+  Program next(platform);
+  platform.hasQuit = false;
+  ASSERT_TRUE(Main(next));
+  next.frmMain.Close();
+  EXPECT_TRUE(platform.hasQuit);
+}
+
+TEST_F(StartUp, MinimisingHidesTheWindow) {
+  addAccount("Work");
+  start();
+  program.frmMain.State = WindowState::Minimised;
+  bool yielded = false;
+  platform.onYield = [&] { yielded = program.frmMain.Visible; };
+  program.frmMain.Resize();
+  EXPECT_TRUE(yielded) << "the event loop runs once before the window goes";
+  EXPECT_FALSE(program.frmMain.Visible);
+}
+
+TEST_F(StartUp, ClientAndSoundMustBeFilesOfTheirKind) {
+  addAccount("Work");
+  set("Settings/AcntClient1", "/mail/Client.EXE");
+  set("Settings/AcntSound1", "/sounds/ding.mp3");
+  platform.files = {"/mail/Client.EXE", "/sounds/ding.mp3"};
+  start();
+  EXPECT_TRUE(program.accounts[1].AcntClientValid);
+  EXPECT_FALSE(program.accounts[1].AcntSoundValid);
+}
+
+}  // namespace
+}  // namespace velmora

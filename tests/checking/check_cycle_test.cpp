@@ -1,0 +1,449 @@
+#include "checking/check_cycle.h"
+
+#include <gmock/gmock.h>
+
+#include "app/shut_down.h"
+#include "checking/pop_session.h"
+#include "support/running_program.h"
+
+namespace velmora {
+namespace {
+
+using test::MemoryServer;
+using test::message;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+class CheckCycle : public test::RunningProgram {
+ protected:
+  std::vector<std::string> commandsOf(const std::string& server) { return platform.servers[server].commands; }
+};
+
+TEST_F(CheckCycle, CheckAllShowsEachEnabledAccountAndComesBack) {
+  addAccount("Work").messages = {message("a"), message("b")};
+  addAccount("Off", false).messages = {message("x")};
+  addAccount("Home").messages = {};
+  addAccount("Lost").users.clear();
+  start();
+  checkAll();
+  EXPECT_EQ(program.accounts[1].AcntStatusText, "Work - 2 Messages");
+  EXPECT_EQ(program.accounts[2].AcntLastCheckText, "Not Checked");
+  EXPECT_EQ(program.accounts[3].AcntStatusText, "Home - No Messages");
+  EXPECT_EQ(program.accounts[4].AcntStatusText, "Lost - Error Accessing Account");
+  EXPECT_EQ(program.accounts[0].AcntLastCheckText, "Checked: 4:21 PM on Nov 15/26");
+  const std::vector<std::string> pictures = {tabImage(1), tabImage(2), tabImage(3), tabImage(4)};
+  EXPECT_THAT(pictures, ElementsAre("MailYes", "MailNoDisabled", "MailNo", "MailError"));
+  EXPECT_EQ(program.frmMain.TabStripEmail.SelectedItem(), 1);
+  EXPECT_EQ(program.accounts.AcntCurrent, 1);
+  EXPECT_EQ(program.frmMain.lvwEmail.Rows().size(), 2U) << "the list shows the account that was showing before";
+  EXPECT_EQ(panel(1), "Work - 2 Messages");
+  EXPECT_EQ(panel(3), "Checked at: 4:21 PM");
+  EXPECT_EQ(panel(4), "Auto Check Off");
+  EXPECT_THAT(titles(), ElementsAre("Velmora - Error Establishing Connection"));
+  EXPECT_EQ(program.TotalMessages, 2);
+}
+
+TEST_F(CheckCycle, TheInterfaceIsDisabledWhileAWalkRunsAndOnlyThen) {
+  auto& server = addAccount("Work");
+  server.messages = {message("a")};
+  start();
+  program.frmMain.tbrMainButtons["Rules"].click();
+  bool looked = false;
+  server.line.onReceive = [&] {
+    looked = true;
+    MainWindow& frmMain = program.frmMain;
+    for (const Frame* frame : {&frmMain.fraMainButtons, &frmMain.fraEmailToolBar, &frmMain.fraAcntToolBar}) {
+      EXPECT_FALSE(frame->Enabled);
+    }
+    for (const TabStrip* strip : {&frmMain.TabStripEmail, &frmMain.TabStripAcnts}) EXPECT_FALSE(strip->Enabled);
+    for (const std::size_t bar : {helpBar, closeBar, checkAllBar, startClientBar}) {
+      EXPECT_FALSE(frmMain.tbrButtons[bar].Enabled);
+    }
+    EXPECT_TRUE(frmMain.tbrButtons[stopRetrievalBar].Enabled);
+    EXPECT_TRUE(frmMain.tbrButtons[stopRetrievalBar].Visible);
+    EXPECT_EQ(frmMain.tbrButtons[stopRetrievalBar].Buttons.front().Caption.get(), "Stop Retrieval      ");
+    EXPECT_TRUE(frmMain.fraMain[emailPage].Visible) << "a check brings the Email page forward";
+    EXPECT_FALSE(frmMain.fraMain[rulesPage].Visible);
+  };
+  checkAll();
+  ASSERT_TRUE(looked);
+  EXPECT_TRUE(program.frmMain.fraMainButtons.Enabled);
+  EXPECT_FALSE(program.frmMain.tbrButtons[stopRetrievalBar].Visible);
+  EXPECT_TRUE(program.frmMain.fraMain[rulesPage].Visible);
+  EXPECT_FALSE(program.frmMain.fraMain[emailPage].Visible);
+  EXPECT_FALSE(program.frmMain.tmrRetrieveMessage.Enabled);
+  EXPECT_TRUE(program.frmMain.Pointer == MousePointer::Default);
+}
+
+TEST_F(CheckCycle, ShowsHowFarARetrievalHasCome) {
+  auto& server = addAccount("Work");
+  server.messages = {message("a"), message("b"), message("c")};
+  server.line.chunk = 40;
+  server.line.pace = pop::Milliseconds(60);
+  start();
+  std::set<std::string> progress;
+  server.line.onReceive = [&] {
+    const bool fetching = program.frmMain.tmrRetrieveMessage.Enabled && panel(3).ends_with("% Complete");
+    if (!fetching) return;
+    EXPECT_TRUE(program.frmMain.Pointer == MousePointer::Hourglass);
+    EXPECT_TRUE(program.frmMain.ProgressBar.Visible);
+    progress.insert(panel(4));
+  };
+  check();
+  EXPECT_THAT(progress, testing::Contains("Retrieving... (1 of 3)"));
+  EXPECT_THAT(progress, testing::Contains("Retrieving... (3 of 3)"));
+  EXPECT_FALSE(program.frmMain.ProgressBar.Visible);
+}
+
+TEST_F(CheckCycle, ProgressNeverPassesItsTotal) {
+  addAccount("Work");
+  start();
+  program.ReceivedCount = 1;
+  auto events = makePopEvents(program);
+  platform.servers["Work"].messages = {message("a")};
+  check();
+  events->Progress(*program.PopClient, 300, 200);
+  EXPECT_EQ(program.frmMain.ProgressBar.Value.get(), 200);
+  EXPECT_EQ(panel(3), "100 % Complete");
+  events->Progress(*program.PopClient, 25, 200);
+  EXPECT_EQ(panel(3), "12 % Complete") << "half to even";
+  events->Progress(*program.PopClient, 0, 0);
+  EXPECT_EQ(panel(3), "100 % Complete");
+}
+
+TEST_F(CheckCycle, TheTabTurnsBackwardsWhileAnAccountIsRetrieved) {
+  auto& server = addAccount("Work");
+  server.messages = {message("a")};
+  start();
+  std::vector<std::string> frames;
+  server.line.onReceive = [&] {
+    program.frmMain.tmrRetrieveMessage.tick();
+    frames.push_back(tabImage(1));
+  };
+  check();
+  ASSERT_GE(frames.size(), 4U);
+  EXPECT_EQ(frames[0], "MailSpin8");
+  EXPECT_EQ(frames[1], "MailSpin7");
+  EXPECT_EQ(tabImage(1), "MailYes");
+}
+
+TEST_F(CheckCycle, StopEndsTheFetchAndTheWalk) {
+  auto& first = addAccount("Work");
+  first.messages = {message("a"), message("b"), message("c")};
+  first.line.chunk = 30;
+  first.line.pace = pop::Milliseconds(60);
+  addAccount("Home").messages = {message("h")};
+  start();
+  const auto* client = program.PopClient.get();
+  first.line.onReceive = [&] {
+    if (!panel(4).starts_with("Retrieving")) return;
+    stop();
+    program.frmMain.tmrRetrieveMessage.tick();
+    EXPECT_EQ(panel(1), "Terminating Connection...Please Wait");
+    EXPECT_THAT(panel(4), HasSubstr("Stopping Retrieve... "));
+    EXPECT_EQ(program.frmMain.tbrButtons[stopRetrievalBar].Buttons.front().Caption.get(), "Terminating...      ");
+    EXPECT_FALSE(program.frmMain.tmrRetrieveMessage.Enabled);
+  };
+  checkAll();
+  EXPECT_NE(program.PopClient.get(), client) << "the client is replaced";
+  EXPECT_EQ(program.accounts[1].AcntStatusText, "Work - User Stopped Retrieval");
+  EXPECT_EQ(tabImage(1), "MailError");
+  EXPECT_EQ(panel(2), "");
+  EXPECT_EQ(program.accounts[2].AcntLastCheckText, "Not Checked") << "no further account is tried";
+  EXPECT_TRUE(platform.asked.empty()) << "a stop is no failure, and counts as a check";
+  EXPECT_FALSE(program.StopRequested);
+  first.line.onReceive = nullptr;
+  check();
+  EXPECT_EQ(program.accounts[1].AcntStatusText, "Work - 3 Messages");
+}
+
+TEST_F(CheckCycle, AStopWhileConnectingWithNothingToFetchStillCounts) {
+  auto& server = addAccount("Work");
+  start();
+  server.line.onReceive = [&] { stop(); };
+  check();
+  EXPECT_EQ(program.accounts[1].AcntStatusText, "Work - User Stopped Retrieval");
+  EXPECT_TRUE(platform.asked.empty());
+}
+
+TEST_F(CheckCycle, CheckAllWithNothingToCheckSaysSo) {
+  addAccount("Off", false);
+  start();
+  checkAll();
+  ASSERT_EQ(platform.asked.size(), 1U);
+  EXPECT_EQ(platform.asked[0].title, "Velmora - No Accounts Checked");
+  EXPECT_EQ(platform.asked[0].text,
+            "No Accounts were checked for messags!          \r\n\r\nOnly Enabled Accounts are checked with\r\n"
+            "the Check All button.\r\n\r\nSee the Accounts page.\r\n");
+  EXPECT_TRUE(platform.asked[0].icon == Question::Icon::Information);
+  check();
+  EXPECT_EQ(program.accounts[1].AcntStatusText, "Off - No Messages") << "a single check asks for no leave";
+}
+
+TEST_F(CheckCycle, ChecksOfTheUserHoldAutoCheckOffMeanwhile) {
+  auto& server = addAccount("Work");
+  option("UseInterval", "1");
+  start();
+  MainWindow& frmMain = program.frmMain;
+  bool held = false;
+  server.line.onReceive = [&] { held = !frmMain.tmrMailTime.Enabled && frmMain.tmrStatusBar.Enabled; };
+  const auto ticking = [&] { return frmMain.tmrMailTime.Enabled && !frmMain.tmrStatusBar.Enabled; };
+  using Check = void (*)(Program&);
+  for (const auto& [walk, holds] : {std::pair<Check, bool>{CheckAllAccounts, true},
+                                    {CheckCurrentAccount, true},
+                                    {StartUpCheckAccounts, true},
+                                    {AutoCheckAccounts, false}}) {
+    held = false;
+    walk(program);
+    EXPECT_EQ(held, holds);
+    EXPECT_TRUE(ticking());
+  }
+}
+
+TEST_F(CheckCycle, TimedWalksTellWhatTheyFound) {
+  addAccount("Work").messages = {message("a"), message("b")};
+  addAccount("Off", false);
+  addAccount("Home").messages = {message("h")};
+  start();
+  program.TotalMessages = 99;
+  std::vector<int> tabs;
+  platform.servers["Home"].line.onReceive = [&] { tabs.push_back(program.frmMain.TabStripEmail.SelectedItem()); };
+  AutoCheckAccounts(program);
+  EXPECT_EQ(program.AccountInfoText, "Account Information:\r\n      Work - 2 Messages\r\n      Home - 1 Message\r\n");
+  EXPECT_EQ(program.AccountInfoLines, 2);
+  EXPECT_EQ(program.TotalMessages, 3);
+  EXPECT_EQ(program.TotalNew, 3);
+  EXPECT_EQ(tabs.front(), 3) << "the tab follows the walk";
+  EXPECT_EQ(program.frmMain.lvwEmail.Rows().size(), 2U);
+
+  tabs.clear();
+  program.frmMain.State = WindowState::Minimised;
+  StartUpCheckAccounts(program);
+  EXPECT_EQ(tabs.front(), 1) << "but not in a window that nobody sees";
+  EXPECT_EQ(program.frmMain.lvwEmail.Rows().size(), 2U);
+  EXPECT_EQ(program.TotalNew, 0);
+}
+
+TEST_F(CheckCycle, NothingIsFetchedWhereTheCountIsTheSame) {
+  auto& server = addAccount("Work");
+  server.messages = {message("a"), message("b")};
+  start();
+  check();
+  server.commands.clear();
+  server.messages = {message("a"), message("new")};
+  check();
+  EXPECT_THAT(commandsOf("Work"), testing::Not(testing::Contains(HasSubstr("RETR"))));
+  EXPECT_EQ(program.messages.at(1, 2).MsgID, "b");
+  EXPECT_FALSE(program.messages.at(1, 2).New);
+  EXPECT_EQ(program.accounts[1].AcntStatusText, "Work - 2 Messages");
+  EXPECT_TRUE(program.accounts[1].AcntHasMessages);
+  program.options.QuickCheck = 0;
+  check();
+  EXPECT_EQ(program.messages.at(1, 2).MsgID, "new");
+  EXPECT_TRUE(program.messages.at(1, 2).New);
+  EXPECT_FALSE(program.accounts[1].AcntHasNew) << "the count has not grown";
+}
+
+TEST_F(CheckCycle, NewIsJudgedByIdentifierAndGrowthByCount) {
+  auto& server = addAccount("Work");
+  server.messages = {message("a"), message("b"), message("c")};
+  start();
+  check();
+  EXPECT_EQ(program.accounts[1].AcntNewCount, 3);
+  server.messages = {message("b"), message("c")};
+  check();
+  EXPECT_FALSE(program.messages.at(1, 1).New);
+  EXPECT_TRUE(program.messages.at(1, 2).New) << "its old row lies above the new count";
+  EXPECT_EQ(program.accounts[1].AcntPrevCount, 3) << "a smaller mailbox doesn't lower the mark";
+  server.messages = {message("b"), message("c"), message("d"), message("e")};
+  check();
+  EXPECT_EQ(program.accounts[1].AcntNewCount, 1);
+  EXPECT_TRUE(program.messages.at(1, 4).New);
+}
+
+TEST_F(CheckCycle, AFailureKeepsWhatWasSeenForTheNextSuccess) {
+  auto& server = addAccount("Work");
+  server.messages = {message("a"), message("b")};
+  start();
+  check();
+  server.messages.push_back(message("c"));
+  server.answers["RETR 2"] = "-ERR no such message\r\n";
+  check();
+  EXPECT_EQ(program.accounts[1].AcntMsgCount, 0);
+  EXPECT_TRUE(program.frmMain.lvwEmail.Rows().empty());
+  EXPECT_EQ(tab(1), "Work");
+  server.answers.clear();
+  check();
+  EXPECT_EQ(program.accounts[1].AcntNewCount, 1);
+  EXPECT_FALSE(program.messages.at(1, 1).New);
+  EXPECT_TRUE(program.messages.at(1, 3).New);
+}
+
+struct Trouble {
+  const char* what;
+  void (*prepare)(MemoryServer&);
+  std::int32_t number;
+  const char* title;
+  bool silencedOnConnect;
+  bool silencedOnRetrieve;
+};
+
+class Failures : public CheckCycle, public testing::WithParamInterface<Trouble> {};
+
+const char* const connecting = "Velmora - Error Establishing Connection";
+const char* const processing = "Velmora - Error Processing Messages";
+
+INSTANTIATE_TEST_SUITE_P(
+    AtEveryStage, Failures,
+    testing::Values(
+        Trouble{"refused", [](MemoryServer& s) { s.line.connectFailure.emplace(10061, "refused"); }, 10061, connecting,
+                false, false},
+        Trouble{"timed out", [](MemoryServer& s) { s.line.connectFailure.emplace(10060, "late"); }, 10060, connecting,
+                true, false},
+        Trouble{"handshake", [](MemoryServer& s) { s.line.connectFailure.emplace(60000, "bad record"); }, 60000,
+                connecting, false, false},
+        Trouble{"no POP3", [](MemoryServer& s) { s.greeting = "220 mail ESMTP\r\n"; }, 30001, connecting, true, false},
+        Trouble{"password", [](MemoryServer& s) { s.users["user"] = "other"; }, 30007, connecting, false, false},
+        Trouble{"in use", [](MemoryServer& s) { s.answers["PASS"] = "-ERR [IN-USE] locked\r\n"; }, 30006, connecting,
+                true, false},
+        Trouble{"no message", [](MemoryServer& s) { s.answers["RETR"] = "-ERR gone\r\n"; }, 30013, processing, false,
+                true},
+        Trouble{"hangs up", [](MemoryServer& s) { s.answers["RETR"] = MemoryServer::hangUp; }, 30012, processing, false,
+                true},
+        Trouble{"silent", [](MemoryServer& s) { s.answers["RETR"] = MemoryServer::silence; }, 30014, processing, false,
+                true}));
+
+TEST_P(Failures, AreToldUnlessSilencedAndNeverEndTheWalk) {
+  const Trouble& trouble = GetParam();
+  auto& server = addAccount("Work");
+  server.messages = {message("a")};
+  addAccount("Home").messages = {message("h")};
+  trouble.prepare(server);
+  start();
+  checkAll();
+  ASSERT_EQ(platform.asked.size(), 1U) << trouble.what;
+  EXPECT_EQ(platform.asked[0].title, trouble.title) << trouble.what;
+  EXPECT_THAT(platform.asked[0].text, HasSubstr("Error Message:\r\n" + std::to_string(trouble.number) + " - "));
+  EXPECT_EQ(program.accounts[1].AcntStatusText, "Work - Error Accessing Account") << trouble.what;
+  EXPECT_EQ(program.accounts[2].AcntStatusText, "Home - 1 Message") << trouble.what;
+  EXPECT_FALSE(server.line.open) << trouble.what;
+
+  program.options.SuppressConnectErrors = 1;
+  checkAll();
+  EXPECT_EQ(platform.asked.size(), trouble.silencedOnConnect ? 1U : 2U) << trouble.what;
+  program.options.SuppressConnectErrors = 0;
+  program.options.SuppressRetrieveErrors = 1;
+  platform.asked.clear();
+  checkAll();
+  EXPECT_EQ(platform.asked.size(), trouble.silencedOnRetrieve ? 0U : 1U) << trouble.what;
+}
+
+TEST_F(CheckCycle, APortThatIsNoNumberIsAnUnexpectedErrorAlsoAfterOneOfTheServers) {
+  addAccount("Lost").users.clear();
+  addAccount("Work");
+  set("Settings/AcntPort2", "pop3");
+  start();
+  checkAll();
+  ASSERT_EQ(platform.asked.size(), 2U);
+  EXPECT_THAT(platform.asked[1].text, HasSubstr("13 - Type mismatch\r\n\r\nPlease report this error to Kestrum"));
+  EXPECT_EQ(program.accounts[2].AcntStatusText, "Work - Error Accessing Account");
+}
+
+TEST_F(CheckCycle, MailboxesBeyondAllCountingAreToldAsOverflow) {
+  addAccount("Work").answers["STAT"] = "+OK 32768 1000\r\n";
+  start();
+  check();
+  ASSERT_EQ(platform.asked.size(), 1U);
+  EXPECT_THAT(platform.asked[0].text, HasSubstr("6 - Overflow"));
+}
+
+TEST_F(CheckCycle, IncompleteAccountsAreNamedOnce) {
+  addAccount("Work");
+  addAccount("Home");
+  start();
+  program.accounts[1].AcntIncomplete = true;
+  program.IncompleteAccounts = "Work\r\n";
+  ReportIncompleteAccounts(program);
+  ASSERT_EQ(platform.asked.size(), 1U);
+  EXPECT_EQ(platform.asked[0].title, "Velmora - Message DownLoad Error");
+  EXPECT_EQ(platform.asked[0].text,
+            "The following Account may not have completely               \r\ndownloaded all messages.\r\nWork\r\n\r\n"
+            "This may be due to a lost connection or a\r\nConnection TimeOut if the message was large.\r\n"
+            "Try checking the Account again.\r\n\r\nIf the problem persits you could try increasing the\r\n"
+            "Connection TimeOut in Program Options/Defaults.\r\n\r\nPlease Note: Before re-checking you may need to\r\n"
+            "temporarily turn off 'Allow Quick Checking'.");
+  ReportIncompleteAccounts(program);
+  EXPECT_EQ(platform.asked.size(), 1U);
+}
+
+TEST_F(CheckCycle, AConnectionTestAlwaysReports) {
+  auto& server = addAccount("Work");
+  server.messages = {message("a")};
+  option("SuppressConnectErrors", "1");
+  start();
+  program.TestInProgress = true;
+  TestConnection(program, 1);
+  EXPECT_EQ(panel(1), "Work") << "a test leaves the status bar alone";
+  server.greeting = "-ERR go away\r\n";
+  TestConnection(program, 1);
+  EXPECT_THAT(titles(), ElementsAre("Velmora - Test Connection Successfull", "Velmora - Test Connection Failure"));
+  EXPECT_EQ(platform.asked[0].text,
+            "The Connection Succeeded.\r\n\r\nYou should be able to connect to your               \r\n"
+            "Mail Server to check for messages.\r\n\r\n");
+}
+
+TEST_F(CheckCycle, QuittingInTheMiddleEndsWithoutAWord) {
+  auto& server = addAccount("Work");
+  server.messages = {message("a")};
+  addAccount("Home");
+  start();
+  server.line.onReceive = [&] {
+    if (program.PopClient) QuitApplication(program);
+  };
+  checkAll();
+  EXPECT_TRUE(platform.hasQuit);
+  EXPECT_TRUE(platform.asked.empty());
+  EXPECT_EQ(platform.servers["Home"].line.connections, 0);
+}
+
+TEST(FailureTexts, ReadLetterForLetter) {
+  const std::string head =
+      "There was a problem encountered while accessing the Account: Work               \r\n\r\n"
+      "Error Message:\r\n";
+  const std::string tail =
+      "There could be other possiblities for this error. Please ensure all Account          \r\n"
+      "Information is accurate and your connection is established.\r\n\r\n"
+      "For further assistance please try Help or contact your Service Provider\r\nif this problem persists.\r\n\r\n";
+  struct Case {
+    FailureReport report;
+    std::string_view title;
+    std::string words;
+  };
+  const Case cases[] = {
+      {{10054, "x"}, failure_title::processing, "10054 - Winsock Error - Connection Reset by Peer\r\n\r\n"},
+      {{10060, "x"}, failure_title::establishing, "10060 - Winsock Error - Connection Timed Out\r\n\r\n"},
+      {{11001, "No such host"}, failure_title::establishing, "11001 - No such host\r\n\r\n"},
+      {{60000, "x"},
+       failure_title::establishing,
+       "60000 - SSL Handshake Error: This may be caused by using SSL on the\r\nwrong Port.\r\n\r\n"},
+      {{30012, "lost"},
+       failure_title::deleting,
+       "30012 - lost\r\n\r\nNote:  Message(s) were NOT Deleted because the connection failed.\r\n\r\n"},
+  };
+  for (const auto& c : cases) {
+    const Question question = connectionError("Velmora", "Work", c.report, c.title);
+    EXPECT_EQ(question.text, head + c.words + tail);
+    EXPECT_EQ(question.title, "Velmora - " + std::string(c.title));
+    EXPECT_TRUE(question.icon == Question::Icon::Critical);
+  }
+  const Question unexpected = unexpectedError("Velmora", "Work", {13, "Type mismatch"}, failure_title::test);
+  EXPECT_TRUE(unexpected.text.starts_with(
+      head +
+      "13 - Type mismatch\r\n\r\nPlease report this error to Kestrum with the Number\r\nand Description of the error."
+      "\r\n\r\nNote: This is an unexpected error. It would be very helpful to also include\r\n"
+      "the Title Bar text and any relevant details that might assist in tracking the\r\n"
+      "cause of this error. Thank you for your assistance.\r\n\r\nEmail: "));
+}
+
+}  // namespace
+}  // namespace velmora

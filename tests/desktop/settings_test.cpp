@@ -1,0 +1,155 @@
+#include <gmock/gmock.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QLockFile>
+#include <QStandardPaths>
+
+#include "accounts/accounts.h"
+#include "options/options.h"
+#include "platform/qt/qt_settings.h"
+#include "platform/qt/run_at_logon.h"
+#include "platform/qt/strings.h"
+
+namespace velmora {
+namespace {
+
+class SettingsFile : public testing::Test {
+ protected:
+  void TearDown() override {
+    flush();
+    QFile(path_).setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    QFile::remove(path_);
+  }
+
+  /// Settings reach the file when the event loop turns.
+  static void flush() { QCoreApplication::processEvents(); }
+
+  void write(const QByteArray& bytes) {
+    QDir().mkpath(QFileInfo(path_).path());
+    QFile file(path_);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+  }
+
+  QByteArray content() {
+    QFile file(path_);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+  }
+
+  QString path_ = QtSettings().fileName();
+};
+
+TEST_F(SettingsFile, KeepsEveryTextExactly) {
+  const std::string texts[] = {"",     " blanks ",   "a,b",         "\"quoted\"", "x=1;y",
+                               "%41%", "@Invalid()", "back\\slash", "1\n2",       "Zürich €"};
+  int number = 0;
+  {
+    QtSettings settings;
+    for (const auto& text : texts) settings.SaveSetting("Settings", "AcntPassword" + std::to_string(++number), text);
+  }
+  const QtSettings again;
+  number = 0;
+  for (const auto& text : texts) {
+    EXPECT_EQ(again.GetSetting("Settings", "AcntPassword" + std::to_string(++number), "default"), text);
+  }
+  EXPECT_EQ(again.GetSetting("Settings", "AcntPassword", "default"), "default");
+  EXPECT_EQ(again.GetSetting("Nowhere", "AcntPassword1", "default"), "default");
+}
+
+TEST_F(SettingsFile, KeepsSectionsApartAndDeletesOneKey) {
+  QtSettings settings;
+  settings.SaveSetting("Settings", "SortOrder", "in Settings");
+  settings.SaveSetting("Settings\\Options", "SortOrder", "1");
+  settings.SaveSetting("Settings\\Options", "SortColumn", "4");
+  settings.DeleteSetting("Settings\\Options", "SortOrder");
+  flush();
+  const QtSettings again;
+  EXPECT_EQ(again.GetSetting("Settings", "SortOrder", ""), "in Settings");
+  EXPECT_EQ(again.GetSetting("Settings\\Options", "SortOrder", "gone"), "gone");
+  EXPECT_EQ(again.GetSetting("Settings\\Options", "SortColumn", ""), "4");
+}
+
+TEST_F(SettingsFile, IsReadableByItsOwnerAlone) {
+  const auto isPrivate = [this] {
+    return (QFile::permissions(path_) &
+            (QFileDevice::ReadGroup | QFileDevice::ReadOther | QFileDevice::WriteGroup | QFileDevice::WriteOther)) == 0;
+  };
+  for (const bool existing : {false, true}) {
+    if (existing) {
+      write("[Settings]\nAcntNum=1\n");
+      QFile(path_).setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadOther);
+    }
+    QtSettings settings;
+    EXPECT_TRUE(isPrivate());
+    settings.SaveSetting("Settings", "AcntPassword1", "secret");
+    flush();
+    EXPECT_TRUE(content().contains("secret"));
+    EXPECT_TRUE(isPrivate());
+  }
+}
+
+TEST_F(SettingsFile, WrittenByHandIsReadAsItLooks) {
+  write("[Settings]\nAcntName1=Work, new\nOptions\\Minutes=45\nOptions\\Hours=many\n");
+  const QtSettings settings;
+  EXPECT_EQ(settings.GetSetting("Settings", "AcntName1", ""), "Work, new");
+  Options options;
+  loadOptions(settings, OptionField::Read::AtStartUp, options);
+  EXPECT_EQ(options.Minutes, 45);
+  EXPECT_EQ(options.Hours, 0);
+}
+
+TEST_F(SettingsFile, DamagedIsNeverWrittenAndNeverACrash) {
+  const QByteArray whole = "[Settings]\nAcntNum=1\nAcntPassword1=secret\n";
+  const QByteArray damaged[] = {QByteArray("\x00\xff\x17garbage\n[[[", 15), "no equals sign\n" + whole,
+                                whole + "AcntPort", whole.chopped(1), QByteArray(100000, 'x') + '\n'};
+  for (const auto& bytes : damaged) {
+    write(bytes);
+    {
+      QtSettings settings;
+      EXPECT_TRUE(settings.isDamaged()) << bytes.left(40).toStdString();
+      EXPECT_EQ(settings.GetSetting("Settings\\Options", "Minutes", "30"), "30");
+      settings.SaveSetting("Settings", "FirstUse", "1");
+      settings.DeleteSetting("Settings", "AcntNum");
+      flush();
+    }
+    EXPECT_EQ(content(), bytes);
+  }
+}
+
+TEST_F(SettingsFile, CutShortGivesWhatIsThereAndLosesNothing) {
+  const QByteArray whole =
+      "[Settings]\nAcntName1=Work\nAcntNum=1\nAcntPassword1=secret\nFirstUse=1\nOptions\\Minutes=45\n";
+  for (qsizetype length = 0; length <= whole.size(); ++length) {
+    write(whole.left(length));
+    QtSettings settings;
+    settings.SaveSetting("Settings", "Probe", "1");
+    Options options;
+    loadOptions(settings, OptionField::Read::AtStartUp, options);
+    EXPECT_THAT(options.Minutes, testing::AnyOf(30, 45, 4));
+    EXPECT_LE(Accounts::storedCount(settings), 1);
+    flush();
+    const bool whereALineEnds = length == 0 || whole[length - 1] == '\n';
+    EXPECT_TRUE(content().startsWith(whole.left(length)) || whereALineEnds) << "untouched from " << length;
+    EXPECT_TRUE(length < whole.indexOf("FirstUse") || content().contains("AcntPassword1=secret")) << length;
+  }
+}
+
+TEST(LogonEntry, IsAFileThatCanBeMadeAndRemoved) {
+  const QString path =
+      QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + "/autostart/Velmora.desktop";
+  removeLogonEntry();
+  addLogonEntry();
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  const QByteArray text = file.readAll();
+  EXPECT_TRUE(text.startsWith("[Desktop Entry]\nType=Application\n"));
+  EXPECT_TRUE(text.contains("\nExec=\"" + QCoreApplication::applicationFilePath().toUtf8() + "\"\n"));
+  removeLogonEntry();
+  EXPECT_FALSE(QFileInfo::exists(path));
+}
+
+}  // namespace
+}  // namespace velmora

@@ -1,0 +1,240 @@
+#include "platform/mime/gmime_reader.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace velmora {
+namespace {
+
+constexpr DateTime Now = {.year = 2030, .month = 6, .day = 1, .hour = 12};
+
+/// Marks what went through it.
+std::string fakeHtmlToText(std::string_view html) { return "html:" + std::string(html); }
+
+class GmimeReaderTest : public testing::Test {
+ protected:
+  static void SetUpTestSuite() { setenv("TZ", "Asia/Tokyo", 1); }
+
+  ReadMail read(std::string_view message) const { return reader_.read(message, Now); }
+  std::string subject(const std::string& value) const { return read("Subject: " + value + "\r\n\r\n").Subject; }
+  std::string from(const std::string& value) const { return read("From: " + value + "\r\n\r\n").From; }
+  DateTime date(const std::string& header) const { return read(header + "\r\n\r\n").Date; }
+
+  GmimeReader reader_{fakeHtmlToText};
+};
+
+struct TextCase {
+  std::string Given;
+  std::string Wanted;
+};
+
+/// A multipart/mixed of parts, each given with its header and its text.
+std::string multipart(const std::vector<std::string>& parts, const std::string& subtype = "mixed") {
+  std::string message = "Content-Type: multipart/" + subtype + "; boundary=\"b 1\"\r\n\r\npreamble\r\n";
+  for (const std::string& part : parts) message += "--b 1\r\n" + part + "\r\n";
+  return message + "--b 1--\r\nepilogue\r\n";
+}
+
+std::string part(const std::string& type, const std::string& text) {
+  return "Content-Type: " + type + "\r\n\r\n" + text;
+}
+
+TEST_F(GmimeReaderTest, DecodesSubjects) {
+  const TextCase cases[] = {
+      {"plain text", "plain text"},
+      {"=?utf-8?Q?caf=C3=A9_au_lait?=", "café au lait"},
+      {"=?ISO-8859-1?Q?Gr=FC=DFe?=", "Grüße"},
+      {"=?iso-8859-1?Q?=93quoted=94?=", "“quoted”"},
+      {"=?koi8-r?B?79TXxdQ=?=", "Ответ"},
+      {"=?iso-2022-jp?B?GyRCRnxLXBsoQg==?=", "日本"},
+      {"=?utf-8*en?q?lang?=", "lang"},
+      {"a =?utf-8?Q?b?= c", "a b c"},
+      {"=?utf-8?Q?one?= \t =?utf-8?Q?two?=", "onetwo"},
+      {"=?utf-8?Q?one?==?koi8-r?B?79TXxdQ=?=", "oneОтвет"},
+      // Cut inside a character, with and without padding, in different encodings.
+      {"=?utf-8?B?ww==?= =?utf-8?B?pA==?=", "ä"},
+      {"=?utf-8?Q?=F0=9F=98?=\r\n =?UTF-8?B?gA==?=", "😀"},
+      {"=?utf-8?B?w6Q?=", "ä"},
+      {"=?utf-8?Q?with blanks?=", "with blanks"},
+      {"=?utf-8?Q?really\?\?=", "really?"},
+      {"=?utf-8?Q?fol\r\n ded?=", "fol ded"},
+      {"=?utf-8?Q?broken\r\nfold?=\r\nX: y", "brokenfold"},
+      {"=?no-such-charset?Q?=FCx?=", "üx"},
+      {"=?us-ascii?Q?=C3=BC?=", "ü"},
+      {"=?utf-8?Q?caf=E9?=", "café"},
+      {"=?utf-8?X?odd?= =?utf-8?Q?open", "=?utf-8?X?odd?= =?utf-8?Q?open"},
+      {"=?utf-8?Q?open =?utf-8?Q?b?=", "=?utf-8?Q?open b"},
+      {"=?utf-8?Q?\?=x", "x"},
+      {"raw \xC3\xBC", "raw ü"},
+      {"raw \xFC \x80", "raw ü €"},
+      {"=?utf-8?Q?two=0D=0Alines=1B[31m=00?=", "two lines [31m"},
+      {"nul" + std::string(1, '\0') + "byte", "nul byte"},
+      {"\xE2\x80\xA8line separator\xE2\x80\xA9", "line separator"},
+      {"", ""},
+  };
+  for (const auto& [given, wanted] : cases) EXPECT_EQ(subject(given), wanted) << given;
+}
+
+TEST_F(GmimeReaderTest, ShowsAddresses) {
+  const TextCase cases[] = {
+      {"a@b.example", "a@b.example"},
+      {"<a@b.example>", "a@b.example"},
+      {"\"Smith & Jones\" <a@b.example>", "Smith & Jones <a@b.example>"},
+      {"a@b.example (John Doe)", "John Doe <a@b.example>"},
+      {"\"Doe, John\" <a@b.example>,\r\n c@d.example", "Doe, John <a@b.example>, c@d.example"},
+      {"Doe, John <a@b.example>", "Doe, John <a@b.example>"},
+      {"=?utf-8?Q?J=C3=B6rg?= <a@b.example>", "Jörg <a@b.example>"},
+      {"\"=?utf-8?Q?J=C3=B6rg?=\" <a@b.example>", "Jörg <a@b.example>"},
+      {"=?utf-8?Q?Doe=2C_=22J=22_=3Cx=40y=3E?= <a@b.example>", "Doe, \"J\" <x@y> <a@b.example>"},
+      {"J\xF6rg <a@b.example>", "Jörg <a@b.example>"},
+      {"undisclosed-recipients:;", "undisclosed-recipients:"},
+      {"Team: a@b.example, c@d.example;", "Team: a@b.example, c@d.example"},
+      {"no address at all", "no address at all"},
+      {"=?utf-8?Q?J=C3=B6rg?=", "Jörg"},
+      {"!!! @@@", "!!! @@@"},
+      {"\"\"", "\"\""},
+      {" , ,", ""},
+  };
+  for (const auto& [given, wanted] : cases) EXPECT_EQ(from(given), wanted) << given;
+}
+
+TEST_F(GmimeReaderTest, JoinsRepeatedAddressHeaders) {
+  const ReadMail mail = read("To: a@b.example\nFROM: x@y.example\nto:\n c@d.example\nFrom: z@y.example\n\n");
+  EXPECT_EQ(mail.From, "x@y.example, z@y.example");
+  EXPECT_EQ(mail.To, "a@b.example, c@d.example");
+}
+
+TEST_F(GmimeReaderTest, TakesTheFirstDateThatCanBe) {
+  const DateTime sent = {2026, 11, 16, 0, 22, 5};
+  const DateTime received = {2026, 11, 15, 19, 0, 0};
+  const std::string oldReceived = "\r\nReceived: from c by d; Sat, 1 Jan 2000 10:00:00 +0000";
+  const std::string topReceived = "\r\nReceived: from a; x by b;\r\n Sun, 15 Nov 2026 10:00:00 +0000" + oldReceived;
+  const struct {
+    std::string Header;
+    DateTime Wanted;
+  } cases[] = {
+      {"Date: Sun, 15 Nov 2026 16:22:05 +0100" + topReceived, sent},
+      {"Date: 15 Nov 2026 15:22:05 GMT (comment)", sent},
+      {"Date: rubbish" + topReceived, received},
+      {"Date: Sat, 31 Feb 2026 10:00:00 +0000" + topReceived, received},
+      {"Date: Thu, 1 Jan 1959 00:00:00 +0000" + topReceived, received},
+      {"Date: Thu, 1 Jan 99999 00:00:00 +0000" + topReceived, received},
+      {"Date: Fri, 31 Dec 9999 23:59:59 +0000" + topReceived, received},
+      {"Date:\r\nReceived: rubbish; rubbish" + topReceived, received},
+      {"Received: without a date", Now},
+      {"Date: Sat, 31 Feb 2026 10:00:00 +0000", Now},
+  };
+  for (const auto& [header, wanted] : cases) EXPECT_EQ(date(header), wanted) << header;
+}
+
+TEST_F(GmimeReaderTest, CutsTheHeaderOff) {
+  const struct {
+    std::string Message;
+    std::string Raw;
+    std::string Body;
+  } cases[] = {
+      {"A: b\r\nC: d\r\n\r\nbody\r\n", "A: b\r\nC: d", "body\r\n"},
+      {"A: b\nC: d\n\nbody\nmore", "A: b\nC: d", "body\r\nmore"},
+      {"A: b\r\n folded\r\n", "A: b\r\n folded", ""},
+      {"\r\nbody", "", "body"},
+      {"Only body\nand more\n\nof it", "", "Only body\r\nand more\r\n\r\nof it"},
+      {"A: b\r\nNo blank line\r\nbefore this", "A: b", "No blank line\r\nbefore this"},
+      {"A: b\r\nbadly folded\r\nC: d\r\n\r\nbody", "A: b\r\nbadly folded\r\nC: d", "body"},
+      {"From someone Mon Jan 1\nA: b\n\nbody", "From someone Mon Jan 1\nA: b", "body"},
+      {"A: \xFF\r\n\r\nbody", "A: \xFF", "body"},
+      {"", "", ""},
+  };
+  for (const auto& [message, raw, body] : cases) {
+    const ReadMail mail = read(message);
+    EXPECT_EQ(mail.Raw, raw) << message;
+    EXPECT_EQ(mail.Body, body) << message;
+  }
+}
+
+TEST_F(GmimeReaderTest, DecodesTheBody) {
+  const auto encoded = [](const std::string& encoding, const std::string& text) {
+    return "Content-Type: text/plain; charset=utf-8\r\nContent-Transfer-Encoding: " + encoding + "\r\n\r\n" + text;
+  };
+  const TextCase cases[] = {
+      {"\r\nunix\nmac\rdos\r\nend", "unix\r\nmac\r\ndos\r\nend"},
+      {"\r\na\tb" + std::string(1, '\0') + "\x1B\x7F", "a\tb"},
+      {"\r\nraw \xC3\xBC", "raw ü"},
+      {"\r\nraw \xFC", "raw ü"},
+      {part("text/plain; charset=koi8-r", "\xEF\xD4\xD7\xC5\xD4"), "Ответ"},
+      {part("text/plain; charset=\"nonsense\"", "\xFC"), "ü"},
+      {part("text/plain; charset=iso-2022-jp", "\x1B$BF|K\\\x1B(B"), "日本"},
+      {part("text/plain; charset=shift_jis", "\x93\xFA\xFF\x93\xFA"), "日\uFFFD日"},
+      {part("text/plain; charset=utf-16be", std::string("\0h\0i", 4)), "hi"},
+      {part("text", "no subtype"), "no subtype"},
+      {encoded("quoted-printable", "=C3=BC soft=\r\n break =ZZ"), "ü soft break =ZZ"},
+      {encoded("BASE64", "w7w\r\n"), "ü"},
+      {encoded("base64", "w!7\r\n w="), "ü"},
+      {encoded("x-uuencode", "begin 644 a.txt\r\n#86)C\r\n`\r\nend\r\n"), "abc"},
+      {encoded("8bit", "\xEF\xBB\xBF\xC3\xBC"), "ü"},
+      {encoded("nonsense", "text"), "text"},
+  };
+  for (const auto& [given, wanted] : cases) EXPECT_EQ(read(given).Body, wanted) << given;
+}
+
+TEST_F(GmimeReaderTest, ChoosesTheBodyAmongTheParts) {
+  const std::string plain = part("text/plain", "plain");
+  const std::string html = part("TEXT/HTML", "<b>html</b>");
+  const std::string attached = "Content-Type: text/plain\r\nContent-Disposition: Attachment\r\n\r\nattached";
+  const std::string inner = "Content-Type: message/rfc822\r\n\r\nSubject: inner\r\n\r\ninner body";
+  const TextCase cases[] = {
+      {multipart({html, plain}, "alternative"), "plain"},
+      {multipart({plain, html, part("text/plain", "two\r\n"), attached}), "plain\r\ntwo\r\n"},
+      {multipart({html, part("text/html", "second")}), "html:<b>html</b>"},
+      {multipart({part("text/plain", " \r\n"), html}), "html:<b>html</b>"},
+      {multipart({attached, html}), "html:<b>html</b>"},
+      {multipart({attached, inner}), ""},
+      {multipart({"\r\nno header"}), "no header"},
+      {multipart({part("text/calendar", "calendar")}), "calendar"},
+      {multipart({inner, plain}, "digest"), "plain"},
+      {multipart({"\r\nSubject: inner\r\n\r\ninner body"}, "digest"), ""},
+      {"Content-Type: multipart/mixed; boundary=x\r\n\r\n--x\r\n\r\nunterminated", "unterminated"},
+      {"Content-Type: multipart/mixed; boundary=x\r\n\r\nnever opened", "never opened"},
+      {"Content-Type: multipart/mixed\r\n\r\n--x\r\n\r\nno name", "--x\r\n\r\nno name"},
+      {"Content-Type: message/partial; id=a; number=1\r\n\r\nhalf of it", "half of it"},
+      {multipart({"Content-Type: multipart/alternative; boundary=in\r\n\r\n--in\r\n\r\nnested", plain}),
+       "nested\r\nplain"},
+  };
+  for (const auto& [given, wanted] : cases) EXPECT_EQ(read(given).Body, wanted) << given;
+}
+
+TEST_F(GmimeReaderTest, CountsAttachments) {
+  const std::string plain = part("text/plain", "plain");
+  const std::string html = part("text/html", "<img src=\"CID:a%40b\"> <p style='background:url(cid:c@d)'>");
+  const std::string attached = "Content-Type: text/plain\r\nContent-Disposition: attachment; filename=x\r\n\r\nx";
+  const std::string inner =
+      "Content-Type: message/rfc822\r\n\r\nContent-Type: multipart/mixed; boundary=in\r\n\r\n--in\r\n" + attached +
+      "\r\n--in\r\n" + attached + "\r\n--in--";
+  const auto image = [](const std::string& id) { return "Content-ID: <" + id + ">\r\n" + part("image/png", "x"); };
+  const struct {
+    std::string Message;
+    int Wanted;
+  } cases[] = {
+      {plain, 0},
+      {part("image/png", "x"), 1},
+      {multipart({plain, html, part("text/calendar", "x")}), 0},
+      {multipart({plain, attached, part("application/pdf", "x")}), 2},
+      {multipart({plain, inner}), 1},
+      {multipart({html, image("a@b"), image("c@d")}, "related"), 0},
+      {multipart({plain, html, image("a@b"), image("z@b")}, "related"), 1},
+      {multipart({plain, image("a@b")}, "related"), 1},
+      {multipart({multipart({attached}), attached}), 1},  // the inner delimiters are those of the outer
+  };
+  for (const auto& [message, wanted] : cases) EXPECT_EQ(read(message).Attachments, wanted) << message;
+}
+
+TEST_F(GmimeReaderTest, FingerprintsBytes) {
+  EXPECT_EQ(reader_.fingerprint("abc"), "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad");
+  EXPECT_NE(reader_.fingerprint(std::string_view("a\0b", 3)), reader_.fingerprint(std::string_view("a\0c", 3)));
+}
+
+}  // namespace
+}  // namespace velmora

@@ -1,0 +1,59 @@
+#!/usr/bin/env python3
+"""Fails where a source file reaches into a ring or a storey that it must not know.
+
+The rings: what is under src/platform/qt may use Qt, what is under src/platform/mime may use the library that reads
+MIME, all else is standard C++. The storeys are the libraries of src/CMakeLists.txt: the lower one never includes the
+upper one, and each of its folders knows only itself and the folders before it.
+"""
+import pathlib
+import re
+import sys
+
+FOLDERS = ["platform", "options", "accounts", "messages", "rules", "checking", "app"]
+LOWER, UPPER = "velmora_records", "velmora_procedures"
+
+root = pathlib.Path(sys.argv[1]) / "src"
+libraries = {
+    name: set(re.findall(r"^\s+(\S+\.(?:cpp|h))$", body, re.M))
+    for name, body in re.findall(r"add_(?:library|executable)\((\S+)([^)]*)\)", (root / "CMakeLists.txt").read_text())
+}
+library_of = {file: name for name, files in libraries.items() for file in files}
+faults = []
+
+
+def is_standard(header):
+    return re.fullmatch(r"[a-z_]+", header) is not None
+
+
+def check(file, included, angled):
+    ring = "/".join(file.split("/")[:2])
+    if angled:
+        if ring not in ("platform/qt", "platform/mime") and file != "main.cpp" and not is_standard(included):
+            faults.append(f"{file}: <{included}> is not of the standard library")
+        return
+    if not (root / included).exists():
+        faults.append(f'{file}: "{included}" is no file of src')
+        return
+    here, there = library_of.get(file), library_of.get(included)
+    if here == LOWER:
+        if there == UPPER:
+            faults.append(f"{file}: the lower storey includes {included} of the upper one")
+        if FOLDERS.index(included.split("/")[0]) > FOLDERS.index(file.split("/")[0]):
+            faults.append(f"{file}: {included} lies in a folder that comes later")
+    if here == "velmora_platform" and there != "velmora_platform":
+        faults.append(f"{file}: {included} is not the platform's")
+    if file.startswith("platform/mime/") and there not in ("velmora_platform", "velmora_mime"):
+        faults.append(f"{file}: {included} is not for the reader of messages")
+    if here in (LOWER, UPPER) and there in ("velmora_desktop", "velmora_mime"):
+        faults.append(f"{file}: {included} belongs to the desktop")
+
+
+files = sorted(str(path.relative_to(root)) for path in root.rglob("*") if path.suffix in (".cpp", ".h"))
+for file in files:
+    if file != "main.cpp" and file not in library_of:
+        faults.append(f"{file} belongs to no library")
+    for angle, quote in re.findall(r'^\s*#\s*include\s*(?:<([^>]+)>|"([^"]+)")', (root / file).read_text(), re.M):
+        check(file, angle or quote, bool(angle))
+
+print("\n".join(faults) or f"{len(files)} files keep to the structure")
+sys.exit(1 if faults or len(files) < 50 else 0)

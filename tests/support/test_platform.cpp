@@ -1,0 +1,107 @@
+#include "support/test_platform.h"
+
+#include "platform/text.h"
+
+namespace velmora::test {
+
+namespace {
+
+/// Connects to whichever of the servers bears the host's name.
+class RoutedTransport : public pop::Transport {
+ public:
+  explicit RoutedTransport(std::map<std::string, MemoryServer>& servers) : servers_(servers) {}
+
+  void connect(const std::string& host, std::uint16_t port, bool secure, pop::Milliseconds timeOut) override {
+    const auto server = servers_.find(host);
+    if (server == servers_.end()) throw PopFailure(pop_failure::hostNotFound, "Host " + host + " not found");
+    line_ = server->second.makeTransport();
+    line_->connect(host, port, secure, timeOut);
+  }
+  Certificate certificate() const override { return line_ ? line_->certificate() : Certificate{}; }
+  void send(std::string_view bytes) override {
+    if (line_) line_->send(bytes);
+  }
+  std::string receive(pop::Milliseconds wait) override { return line_ ? line_->receive(wait) : std::string(); }
+  bool isOpen() const override { return line_ && line_->isOpen(); }
+  void abort() override {
+    if (line_) line_->abort();
+  }
+  pop::Milliseconds now() const override { return line_ ? line_->now() : pop::Milliseconds(0); }
+
+ private:
+  std::map<std::string, MemoryServer>& servers_;
+  std::unique_ptr<pop::Transport> line_;
+};
+
+/// Understands messages of plain header fields, one line each.
+class PlainReader : public MailReader {
+ public:
+  ReadMail read(std::string_view message, const DateTime& now) const override {
+    ReadMail mail;
+    const auto end = message.find("\r\n\r\n");
+    mail.Raw = std::string(message.substr(0, end));
+    if (end != std::string_view::npos) mail.Body = std::string(message.substr(end + 4));
+    mail.From = field(mail.Raw, "From");
+    mail.To = field(mail.Raw, "To");
+    mail.Subject = field(mail.Raw, "Subject");
+    mail.Attachments = static_cast<std::int16_t>(text::toNumber(field(mail.Raw, "Attachments")).value_or(0));
+    mail.Date = parseGeneralDate(field(mail.Raw, "Date")).value_or(now);
+    return mail;
+  }
+
+  std::string fingerprint(std::string_view bytes) const override {
+    return std::to_string(std::hash<std::string_view>()(bytes));
+  }
+
+ private:
+  static std::string field(const std::string& header, const std::string& name) {
+    const std::string lines = "\r\n" + header + "\r\n";
+    const auto at = lines.find("\r\n" + name + ": ");
+    if (at == std::string::npos) return {};
+    const auto begin = at + name.size() + 4;
+    return lines.substr(begin, lines.find("\r\n", begin) - begin);
+  }
+};
+
+std::string path(std::string_view section, std::string_view key) {
+  return std::string(section) + "/" + std::string(key);
+}
+
+}  // namespace
+
+std::string MemorySettings::GetSetting(std::string_view section, std::string_view key,
+                                       std::string_view fallback) const {
+  read.emplace_back(key);
+  const auto found = values.find(path(section, key));
+  return found == values.end() ? std::string(fallback) : found->second;
+}
+
+void MemorySettings::SaveSetting(std::string_view section, std::string_view key, std::string_view value) {
+  written.emplace_back(key);
+  values[path(section, key)] = value;
+}
+
+void MemorySettings::DeleteSetting(std::string_view section, std::string_view key) { values.erase(path(section, key)); }
+
+TestPlatform::TestPlatform()
+    : makeTransport([this] { return std::make_unique<RoutedTransport>(servers); }),
+      reader(std::make_shared<PlainReader>()) {}
+
+Answer TestPlatform::MsgBox(const Question& question) {
+  asked.push_back(question);
+  if (answers.empty()) return Answer::Ok;
+  const Answer answer = answers.front();
+  answers.pop_front();
+  return answer;
+}
+
+void TestPlatform::yield() {
+  if (onYield) onYield();
+}
+
+std::shared_ptr<PopClient> TestPlatform::makePopClient() {
+  return std::make_shared<PopClient>(
+      PopClient::Surroundings{makeTransport, *reader, [this] { return clock; }, habits_});
+}
+
+}  // namespace velmora::test

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <deque>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "platform/platform.h"
+#include "platform/pop/pop_client.h"
+#include "support/memory_server.h"
+
+namespace velmora::test {
+
+/// A settings tree in memory, which notes in which order it is used.
+class MemorySettings : public SettingsStore {
+ public:
+  std::map<std::string, std::string> values;  ///< by section, "/" and key
+  std::vector<std::string> written;           ///< keys, in order
+  mutable std::vector<std::string> read;      ///< likewise
+
+  std::string GetSetting(std::string_view section, std::string_view key, std::string_view fallback) const override;
+  void SaveSetting(std::string_view section, std::string_view key, std::string_view value) override;
+  void DeleteSetting(std::string_view section, std::string_view key) override;
+};
+
+/// The outside in memory: a clock that stands, answers by script, and POP3 servers by host name. Tests that want a
+/// real network or real messages set the two members for it before the program starts.
+class TestPlatform : public Platform {
+ public:
+  TestPlatform();
+
+  std::function<std::unique_ptr<pop::Transport>()> makeTransport;
+  std::shared_ptr<const MailReader> reader;
+
+  MemorySettings tree;
+  DateTime clock{2026, 11, 15, 16, 21, 5};
+  std::map<std::string, MemoryServer> servers;
+  std::vector<Question> asked;
+  std::deque<Answer> answers;  ///< given in turn; where none is left, Ok
+  std::function<void()> onYield;
+  std::set<std::string> files;
+  std::vector<std::string> deletedFiles;
+  bool onlyInstance = true;
+  bool hasQuit = false;
+  int logonEntriesMade = 0;
+  int logonEntriesRemoved = 0;
+
+  std::string applicationTitle() const override { return "Velmora"; }
+  DateTime now() const override { return clock; }
+  const MonthNames& monthNames() const override { return months_; }
+  SettingsStore& settings() override { return tree; }
+  Answer MsgBox(const Question& question) override;
+  void yield() override;
+  void quit() override { hasQuit = true; }
+  bool isOnlyInstance() override { return onlyInstance; }
+  void SetRunAtStartUp() override { ++logonEntriesMade; }
+  void ClearRunAtStartUp() override { ++logonEntriesRemoved; }
+  bool fileExists(const std::string& path) const override { return files.contains(path); }
+  void deleteTemporaryFile(std::string_view name) override { deletedFiles.emplace_back(name); }
+  std::shared_ptr<PopClient> makePopClient() override;
+
+ private:
+  MonthNames months_;
+  ServerHabits habits_;
+};
+
+}  // namespace velmora::test
