@@ -40,9 +40,9 @@ class Stalls : public test::NetworkedProgram, public testing::WithParamInterface
     return condition();
   }
 
-  /// Calls `act` once the fetch stands still.
+  /// Calls `act` when the last message has been coming for a moment.
   template <class Act>
-  void whenStalled(Act act) {
+  void whileTheLastComes(Act act) {
     watch_ = std::make_unique<QTimer>();
     QObject::connect(watch_.get(), &QTimer::timeout, [this, act] {
       if (program.ReceivedCount != 3) return;
@@ -56,9 +56,8 @@ class Stalls : public test::NetworkedProgram, public testing::WithParamInterface
   std::unique_ptr<QTimer> watch_;
 };
 
-INSTANTIATE_TEST_SUITE_P(Over, Stalls, testing::Values(Protection::None, Protection::Tls), [](const auto& protection) {
-  return protection.param == Protection::Tls ? "Tls" : "Plain";
-});
+INSTANTIATE_TEST_SUITE_P(Over, Stalls, testing::Values(Protection::None, Protection::Tls),
+                         [](const auto& protection) { return protection.param == Protection::Tls ? "Tls" : "Plain"; });
 
 TEST_P(Stalls, StopEndsAFetchThatStandsStill) {
   option("ConnectTimeOut", "10");
@@ -70,7 +69,7 @@ TEST_P(Stalls, StopEndsAFetchThatStandsStill) {
     program.frmMain.TabStripEmail.Click();
     program.ReceivedCount = 0;
     QElapsedTimer sinceStop;
-    whenStalled([&] {
+    whileTheLastComes([&] {
       sinceStop.start();
       stop();
     });
@@ -82,6 +81,22 @@ TEST_P(Stalls, StopEndsAFetchThatStandsStill) {
   }
   EXPECT_TRUE(platform.asked.empty());
   EXPECT_FALSE(program.frmMain.tbrButtons[stopRetrievalBar].Visible);
+}
+
+TEST_P(Stalls, StopEndsAFetchThatPoursIn) {
+  ScriptedServer& server = serve("Work", GetParam());
+  server.script.answers["RETR 3"] = "+OK\r\nSubject: c\r\n\r\n" + std::string(8'000'000, 'x');
+  server.chunk = 200;
+  start();
+  QElapsedTimer sinceStop;
+  whileTheLastComes([&] {
+    sinceStop.start();
+    stop();
+  });
+  check();
+  ASSERT_TRUE(sinceStop.isValid()) << "the program's timers stood still";
+  EXPECT_LT(sinceStop.elapsed(), promptly);
+  EXPECT_EQ(account("Work").AcntStatusText, "Work - User Stopped Retrieval");
 }
 
 TEST_P(Stalls, TheProgramLivesOnWhileAFetchStandsStill) {
@@ -108,7 +123,7 @@ TEST_P(Stalls, QuittingInMidFetchEndsTheProgramWithoutAWord) {
   const ScriptedServer& home = serve("Home");
   start();
   QElapsedTimer sinceQuit;
-  whenStalled([&] {
+  whileTheLastComes([&] {
     sinceQuit.start();
     QuitApplication(program);
     QCoreApplication::exit(0);
@@ -144,8 +159,8 @@ class DeadPort {
     address.sin6_family = AF_INET6;
     address.sin6_port = htons(port);
     address.sin6_addr = in6addr_loopback;
-    const bool listens = bind(listener_, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 &&
-                         listen(listener_, 0) == 0;
+    const bool listens =
+        bind(listener_, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 && listen(listener_, 0) == 0;
     EXPECT_TRUE(listens);
     fill(port);
   }
@@ -165,6 +180,16 @@ class DeadPort {
   int listener_;
   std::vector<std::unique_ptr<QTcpSocket>> callers_;
 };
+
+TEST(WaitingTest, TimeThatIsOverIsNotWaitedFor) {
+  Waiting waiting;
+  const QObject context;
+  QTimer::singleShot(5s, &context, [&] { waiting.wake(); });
+  QElapsedTimer clock;
+  clock.start();
+  EXPECT_TRUE(waiting.wait(-5ms));
+  EXPECT_LT(clock.elapsed(), promptly);
+}
 
 class Race : public testing::Test {
  protected:

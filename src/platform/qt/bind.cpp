@@ -100,7 +100,8 @@ void bind(ProgressBar& bar, QProgressBar& widget) {
 }
 
 void bind(TabStrip& strip, QTabBar& widget, std::string_view imageList) {
-  const ImageList images{std::string(imageList)};
+  // A strip is disabled during a check, and its pictures are what tells of it.
+  const ImageList images(std::string(imageList), ImageList::WhenDisabled::AsItIs);
   addMissingTabs(strip, widget, images);
   strip.added.watch([&strip, &widget, images] { addMissingTabs(strip, widget, images); });
   strip.selectionChanged.watch([&strip, &widget] {

@@ -12,9 +12,12 @@ namespace {
 /// The build lays the program and its share folder out as the installation does.
 QString shareFolder() { return QCoreApplication::applicationDirPath() + "/../share/velmora"; }
 
-QIcon fromFile(const QString& name) {
+QIcon fromFile(const QString& name, ImageList::WhenDisabled whenDisabled) {
   const QString path = shareFolder() + "/icons/" + name + ".svg";
-  return QFileInfo::exists(path) ? QIcon(path) : QIcon();
+  if (!QFileInfo::exists(path)) return {};
+  QIcon icon(path);
+  if (whenDisabled == ImageList::WhenDisabled::AsItIs) icon.addFile(path, QSize(), QIcon::Disabled);
+  return icon;
 }
 
 }  // namespace
@@ -23,9 +26,9 @@ QIcon ImageList::icon(const std::string& key) const {
   if (key.empty()) return {};
   const auto found = loaded_->find(key);
   if (found != loaded_->end()) return found->second;
-  return loaded_->emplace(key, fromFile(qt(name_) + '/' + qt(key))).first->second;
+  return loaded_->emplace(key, fromFile(qt(name_) + '/' + qt(key), whenDisabled_)).first->second;
 }
 
-QIcon applicationIcon() { return fromFile("velmora"); }
+QIcon applicationIcon() { return fromFile("velmora", ImageList::WhenDisabled::Grey); }
 
 }  // namespace velmora

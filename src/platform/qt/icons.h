@@ -10,13 +10,18 @@ namespace velmora {
 /// The pictures of one image list, by key, sharp at every size. Copies share what they have loaded.
 class ImageList {
  public:
-  explicit ImageList(std::string name) : name_(std::move(name)) {}
+  /// How a picture looks on a control that is disabled.
+  enum class WhenDisabled { Grey, AsItIs };
+
+  explicit ImageList(std::string name, WhenDisabled whenDisabled = WhenDisabled::Grey)
+      : name_(std::move(name)), whenDisabled_(whenDisabled) {}
 
   /// Blank keys, and keys without a picture, give an empty icon.
   QIcon icon(const std::string& key) const;
 
  private:
   std::string name_;
+  WhenDisabled whenDisabled_;
   std::shared_ptr<std::map<std::string, QIcon>> loaded_ = std::make_shared<std::map<std::string, QIcon>>();
 };
 

@@ -5,9 +5,11 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLabel>
 #include <QLocale>
 #include <QMessageBox>
 #include <QStandardPaths>
+#include <algorithm>
 
 #include "platform/qt/qt_transport.h"
 #include "platform/qt/run_at_logon.h"
@@ -44,6 +46,15 @@ QMessageBox::StandardButtons buttonsOf(Question::Buttons buttons) {
                                              : QMessageBox::StandardButtons(QMessageBox::Ok);
 }
 
+/// Makes room for the text's own lines, which a message box would break anew. A server's words may be long.
+void widen(QMessageBox& box) {
+  auto* label = box.findChild<QLabel*>("qt_msgbox_label");
+  if (label == nullptr) return;
+  constexpr int widest = 640;
+  const QSize needed = label->fontMetrics().size(Qt::TextExpandTabs, box.text());
+  label->setMinimumWidth(std::min(needed.width(), widest));
+}
+
 }  // namespace
 
 QtPlatform::QtPlatform(const MailReader& reader) : reader_(reader), monthNames_(userMonthNames()) {}
@@ -65,6 +76,7 @@ Answer QtPlatform::MsgBox(const Question& question) {
   QMessageBox box(iconOf(question.icon), qt(question.title), qt(question.text).replace("\r\n", "\n"),
                   buttonsOf(question.buttons), QApplication::activeWindow());
   box.setTextFormat(Qt::PlainText);
+  widen(box);
   const bool yes = box.exec() == QMessageBox::Yes;
   return yesNo ? (yes ? Answer::Yes : Answer::No) : Answer::Ok;
 }

@@ -1,6 +1,7 @@
 #include "platform/qt/waiting.h"
 
 #include <QTimer>
+#include <algorithm>
 
 namespace velmora {
 
@@ -8,7 +9,7 @@ bool Waiting::wait(std::chrono::milliseconds longest) {
   QTimer limit;
   limit.setSingleShot(true);
   QObject::connect(&limit, &QTimer::timeout, &loop_, &QEventLoop::quit);
-  limit.start(longest);
+  limit.start(std::max(longest, std::chrono::milliseconds::zero()));  // with less than none it would never end
   return loop_.exec() == 0;
 }
 
