@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QTimer>
 
 #include "app/program.h"
 #include "app/shut_down.h"
@@ -41,6 +42,9 @@ int main(int argc, char* argv[]) {
   const MainWindowView view(program.frmMain);
   if (!Main(program)) return 0;
   const EndOfSession endOfSession([&program] { QuitApplication(program); });
-  if (platform.settingsFile().isDamaged()) warnOfDamagedSettings(platform);
+  // Once the event loop runs: what ends the program also ends the box then.
+  QTimer::singleShot(0, &view, [&platform] {
+    if (platform.settingsFile().isDamaged()) warnOfDamagedSettings(platform);
+  });
   return QApplication::exec();
 }

@@ -42,8 +42,11 @@ std::span<const Field<Account>> accountFields() { return fields; }
 Accounts::Row& Accounts::operator[](std::int16_t number) { return rowOf(rows_, number); }
 const Accounts::Row& Accounts::operator[](std::int16_t number) const { return rowOf(rows_, number); }
 
+Account& Accounts::Edit(std::int16_t number) { return rowOf(edit_, number); }
+
 void Accounts::ResizeAccounts(std::int16_t count) {
   rows_.resize(static_cast<std::size_t>(count) + 1);
+  edit_.resize(rows_.size());
   for (auto& row : rows_) row.AcntIncomplete = false;
 }
 

@@ -53,7 +53,7 @@ class Accounts {
  public:
   struct Row : Account, AccountState {};
 
-  Accounts() : rows_(1) { BlankAccountRow(); }
+  Accounts() : rows_(1), edit_(1) { BlankAccountRow(); }
 
   std::int16_t AcntNum() const { return static_cast<std::int16_t>(rows_.size() - 1); }
   std::int16_t AcntCurrent = 0;  ///< the account whose tab is selected, 0 while there is none
@@ -61,6 +61,10 @@ class Accounts {
   /// Throws subscriptFailure outside 0 to AcntNum.
   Row& operator[](std::int16_t number);
   const Row& operator[](std::int16_t number) const;
+
+  /// The working copy of the Accounts page. Throws subscriptFailure likewise.
+  Account& Edit(std::int16_t number);
+  void CopyAccountToEdit(std::int16_t number) { Edit(number) = (*this)[number]; }
 
   /// Makes room for accounts 0 to `count` and keeps what is there, but for AcntIncomplete, which is lost.
   void ResizeAccounts(std::int16_t count);
@@ -74,6 +78,7 @@ class Accounts {
 
  private:
   std::vector<Row> rows_;
+  std::vector<Account> edit_;
 };
 
 inline constexpr std::string_view settingsSection = "Settings";

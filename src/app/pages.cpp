@@ -1,17 +1,19 @@
 #include "app/pages.h"
 
-#include <array>
 #include <string_view>
+#include <utility>
 
 #include "app/program.h"
 #include "app/shut_down.h"
 #include "checking/check_cycle.h"
+#include "messages/email_client.h"
 
 namespace velmora {
 
 namespace {
 
-constexpr std::array<const char*, pageCount> PageBanners = {"Email", "Accounts", "Rules", "Options"};
+/// The help's topic of the Email page.
+constexpr int emailHelp = 130;
 
 Frame& frameOf(Program& program, std::int16_t page) { return program.frmMain.fraMain[static_cast<std::size_t>(page)]; }
 
@@ -103,6 +105,8 @@ void tbrButtons_ButtonClick(Program& program, const Button& button) {
   if (button.Key == "StopRetrieval") program.StopRequested = true;
   if (button.Key == "CheckAll") CheckAllAccounts(program);
   if (button.Key == "Close") CloseToTray(program);
+  if (button.Key == "StartEmailClient") StartClientProgram(program);
+  if (button.Key == "Help" && program.CurrentPage == emailPage) program.platform.showHelp(emailHelp);
 }
 
 }  // namespace velmora

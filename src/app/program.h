@@ -31,6 +31,8 @@ struct Program {
   MainWindow frmMain;
   std::int16_t CurrentPage = emailPage;
 
+  bool DefaultClientValid = false;  ///< the default email client is there: it serves all accounts
+
   // The one connection. A stop replaces the client while it works.
   std::unique_ptr<IPopClientNotify> popEvents;
   std::shared_ptr<velmora::PopClient> PopClient;

@@ -16,7 +16,7 @@ void saveSortState(Program& program) {
 }  // namespace
 
 void Form_Unload(Program& program) {
-  if (program.options.CloseButton != 0 && !program.QuitRequested) {
+  if (program.options.CloseButton == 1 && !program.QuitRequested) {
     CloseToTray(program);
     return;
   }

@@ -1,7 +1,6 @@
 #include "app/start_up.h"
 
 #include <array>
-#include <string_view>
 
 #include "app/pages.h"
 #include "app/program.h"
@@ -10,6 +9,7 @@
 #include "checking/check_cycle.h"
 #include "checking/check_texts.h"
 #include "checking/pop_session.h"
+#include "messages/email_client.h"
 #include "messages/message_list.h"
 
 namespace velmora {
@@ -28,7 +28,7 @@ void showOrHide(Program& program) {
 
 /// A new installation starts at logon until the user says otherwise.
 void firstRun(Program& program) {
-  program.options.RunStartUp = 1;
+  program.options.RunStartUp = program.EditOptions.RunStartUp = 1;
   SettingsStore& settings = program.platform.settings();
   settings.SaveSetting(optionsSection, "RunStartUp", "1");
   program.platform.SetRunAtStartUp();
@@ -60,12 +60,9 @@ void initialControls(Program& program) {
   frmMain.lvwEmail.Columns.back().AlignRight = true;
 }
 
-bool isFileWithEnding(const Program& program, const std::string& path, std::string_view ending) {
-  return text::endsWithIgnoringCase(path, ending) && program.platform.fileExists(path);
-}
-
 void loadAccount(Program& program, std::int16_t number) {
   program.accounts.LoadAccount(program.platform.settings(), number);
+  program.accounts.CopyAccountToEdit(number);
   Accounts::Row& row = program.accounts[number];
   const std::string picture = row.AcntEnabled == 0 ? "MailNoDisabled" : "MailNo";
   program.frmMain.TabStripEmail.Add(row.AcntName, picture);
@@ -115,11 +112,12 @@ void Form_Load(Program& program) {
   loadOptions(program.platform.settings(), OptionField::Read::WithTheMenus, program.options);
   SetColumnWidths(program);
   program.EditOptions = program.options;
+  program.DefaultClientValid = isFileWithEnding(program, program.options.DefaultClient, ".exe");
   loadAccounts(program, count);
   ShowClock(program);
   connectWindow(program);
   program.FormLoading = false;
-  program.frmMain.lblBanner.Caption = "Email";
+  program.frmMain.lblBanner.Caption = PageBanners[emailPage];
   ShowAccountMessages(program, program.accounts.AcntCurrent);
   program.AcntLastShown = program.accounts.AcntCurrent;
   SetAccountState(program);
@@ -129,7 +127,8 @@ void Form_Load(Program& program) {
 void Form_Resize(Program& program) {
   if (program.FormLoading || program.frmMain.State != WindowState::Minimised) return;
   program.platform.yield();
-  program.frmMain.Visible = false;
+  // Who brings the window back meanwhile wants to see it.
+  if (program.frmMain.State == WindowState::Minimised) program.frmMain.Visible = false;
 }
 
 }  // namespace velmora

@@ -1,5 +1,7 @@
 #include "checking/check_cycle.h"
 
+#include <utility>
+
 #include "app/pages.h"
 #include "app/program.h"
 #include "checking/check_texts.h"
@@ -166,7 +168,7 @@ void SetCheckingInterface(Program& program, bool enabled, bool showStop) {
   } else {
     stop.Buttons.front().Caption = "Stop Retrieval      ";
     stop.Visible = showStop;
-    if (!program.TestInProgress) ShowPage(program, emailPage);
+    ShowPage(program, emailPage);
   }
   for (Frame* frame : {&frmMain.fraMainButtons, &frmMain.fraEmailToolBar, &frmMain.fraAcntToolBar}) {
     frame->Enabled = enabled;

@@ -1,12 +1,9 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "accounts/accounts.h"
-#include "options/options.h"
 #include "platform/date_time.h"
 #include "platform/platform.h"
 

@@ -158,6 +158,7 @@ void ClearRetrieval(AccountState& account) {
 }
 
 void ShowFailure(Program& program, std::int16_t account, const std::exception& failure, std::string_view title) {
+  if (!program.PopClient) return;  // the program is ending
   const std::string& name = program.accounts[account].AcntName;
   const FailureReport told = lastClientFailure(program);
   program.platform.MsgBox(told.number > 0 ? connectionError(program.AppTitle, name, told, title)

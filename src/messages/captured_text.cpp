@@ -1,5 +1,6 @@
 #include "messages/captured_text.h"
 
+#include <algorithm>
 #include <cmath>
 #include <unordered_set>
 
@@ -19,14 +20,14 @@ std::string cleanTo(std::string_view to) {
   return cleaned.empty() ? "Undisclosed-Recipient" : cleaned;
 }
 
-std::string displayDate(const DateTime& date, const MonthNames& months) {
+std::string displayDate(std::string_view generalDate, const MonthNames& months) {
   constexpr char firstWeekdayLetter = 'F';
   constexpr std::size_t weekdayPrefix = 5;
   constexpr std::size_t kept = 20;
-  std::string general = generalDate(date);
-  if (general.front() >= firstWeekdayLetter) general.erase(0, weekdayPrefix);
-  const auto parsed = parseGeneralDate(text::left(general, kept));
-  return formatDateTime(parsed.value_or(date), "mmm dd, yyyy hh:mm:ss AM/PM", months);
+  std::string_view text = generalDate;
+  if (!text.empty() && text.front() >= firstWeekdayLetter) text.remove_prefix(std::min(weekdayPrefix, text.size()));
+  const auto parsed = parseGeneralDate(text::left(text, kept));
+  return parsed ? formatDateTime(*parsed, "mmm dd, yyyy hh:mm:ss AM/PM", months) : std::string(generalDate);
 }
 
 std::vector<bool> newFlags(const std::vector<std::string_view>& present,

@@ -14,6 +14,16 @@ namespace {
 
 constexpr std::array widthKeys = {"ColFromWidth", "ColToWidth", "ColSubjectWidth", "ColDateWidth", "ColSizeWidth"};
 
+/// Size, the last column, gets by with less.
+std::int16_t standardWidth(std::size_t column, std::int16_t usual) {
+  return column == widthKeys.size() - 1 ? static_cast<std::int16_t>(std::lrint(usual / 2.15)) : usual;
+}
+
+/// Without a stored width every column, Size too, gets the usual one.
+std::int16_t storedWidth(Program& program, std::string_view key, std::int16_t usual) {
+  return fromText(program.platform.settings().GetSetting(optionsSection, key, toText(usual)), usual);
+}
+
 void lvwEmail_ItemClick(Program& program) {
   program.ItemUnderPointer = true;
   program.HoverMessage = 1;
@@ -81,12 +91,9 @@ void SetColumnWidths(Program& program) {
   loadOptions(program.platform.settings(), OptionField::Read::WithTheList, program.options);
   ListView& list = program.frmMain.lvwEmail;
   const auto usual = text::toInt16(static_cast<std::int64_t>(list.Width / 4.5));
-  const bool restore = program.options.RestoreColWidth == 1;
   for (std::size_t i = 0; i < widthKeys.size(); ++i) {
-    const bool isSize = i == widthKeys.size() - 1;
-    const auto standard = restore && isSize ? static_cast<std::int16_t>(std::lrint(usual / 2.15)) : usual;
-    const auto stored = program.platform.settings().GetSetting(optionsSection, widthKeys[i], toText(usual));
-    list.Columns[i].Width = restore ? standard : fromText<std::int16_t>(stored, usual);
+    list.Columns[i].Width =
+        program.options.RestoreColWidth == 1 ? standardWidth(i, usual) : storedWidth(program, widthKeys[i], usual);
   }
 }
 

@@ -1,6 +1,9 @@
 #include "messages/message_capture.h"
 
+#include <algorithm>
+#include <limits>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "app/program.h"
@@ -17,15 +20,16 @@ void clearFindings(AccountState& state) {
   state.AcntNewCount = state.AcntSpamCount = state.AcntDeleteCount = 0;
 }
 
-void fillMessage(MailMessage& message, const PopMessage& item, const MonthNames& months) {
+/// Takes the texts out of the item: a mailbox is large enough to hold it once.
+void fillMessage(MailMessage& message, PopMessage& item, const MonthNames& months) {
   message.Size = sizeText(item.Size);
   message.From = cleanFrom(item.Mail.From);
   message.To = cleanTo(item.Mail.To);
-  message.Subject = item.Mail.Subject;
-  message.Date = displayDate(item.Mail.Date, months);
-  message.Raw = item.Mail.Raw;
-  message.Body = item.Mail.Body;
-  message.MsgID = item.Uid;
+  message.Subject = std::move(item.Mail.Subject);
+  message.Date = displayDate(generalDate(item.Mail.Date), months);
+  message.Raw = std::move(item.Mail.Raw);
+  message.Body = std::move(item.Mail.Body);
+  message.MsgID = std::move(item.Uid);
   message.Attach = item.Mail.Attachments > 0;
 }
 
@@ -63,17 +67,23 @@ void markNewMessages(Program& program, std::int16_t account) {
   }
 }
 
+/// Checks by hand never set the totals back, so that they may reach their bound, where they stay: only a timed check,
+/// which does, reads them.
+void addTo(std::int16_t& total, std::int16_t count) {
+  total = static_cast<std::int16_t>(std::min<int>(total + count, std::numeric_limits<std::int16_t>::max()));
+}
+
 void countMessages(Program& program, std::int16_t account) {
   Accounts::Row& row = program.accounts[account];
   for (std::int16_t i = 1; i <= row.AcntMsgCount; ++i) {
     MailMessage& message = program.messages.at(account, i);
     message.PrevMsgID = message.MsgID;
   }
-  program.TotalMessages = text::toInt16(program.TotalMessages + row.AcntMsgCount);
+  addTo(program.TotalMessages, row.AcntMsgCount);
   if (row.AcntMsgCount <= row.AcntPrevCount) return;
   row.AcntHasNew = true;
   row.AcntNewCount = static_cast<std::int16_t>(row.AcntMsgCount - row.AcntPrevCount);
-  program.TotalNew = text::toInt16(program.TotalNew + row.AcntNewCount);
+  addTo(program.TotalNew, row.AcntNewCount);
   row.AcntPrevCount = row.AcntMsgCount;
 }
 
@@ -86,7 +96,7 @@ void fetchMessages(Program& program, std::int16_t account) {
     return;
   }
   row.AcntMsgCount = count;
-  program.messages.GrowMessageStore(count);
+  if (count > program.messages.MessageCapacity()) program.messages.GrowMessageStore(count);
   if (count == 0) {
     CloseConnection(program);
     return;

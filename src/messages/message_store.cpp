@@ -1,12 +1,10 @@
 #include "messages/message_store.h"
 
-#include <algorithm>
-
 #include "platform/failure.h"
 
 namespace velmora {
 
-void MessageStore::GrowMessageStore(std::int16_t capacity) { capacity_ = std::max(capacity_, capacity); }
+void MessageStore::GrowMessageStore(std::int16_t capacity) { capacity_ = capacity; }
 
 void MessageStore::ResizeAccountStore(std::int16_t accounts) { rows_.resize(static_cast<std::size_t>(accounts) + 1); }
 

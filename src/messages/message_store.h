@@ -28,7 +28,7 @@ struct MailMessage {
 /// beyond an account's AcntMsgCount keep old texts.
 class MessageStore {
  public:
-  /// Highest message number for which there is room. Only grows.
+  /// Highest message number for which there is room, 0 at first.
   std::int16_t MessageCapacity() const { return capacity_; }
 
   /// Makes room for `capacity` messages of every account, keeping what is there.

@@ -2,6 +2,7 @@
 
 #include "app/program.h"
 #include "checking/check_cycle.h"
+#include "messages/email_client.h"
 
 namespace velmora {
 
@@ -22,6 +23,7 @@ void followRunStartUp(Program& program) {
 void SaveOptions(Program& program) {
   followRunStartUp(program);
   takeOver(program.EditOptions, program.options);
+  program.DefaultClientValid = isFileWithEnding(program, program.options.DefaultClient, ".exe");
   writeOptions(program.platform.settings(), program.options);
   ChooseRunningTimer(program);
 }

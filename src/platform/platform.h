@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -53,6 +54,13 @@ class Platform {
   /// Makes and removes the entry that starts the program at logon. Failures are silent.
   virtual void SetRunAtStartUp() = 0;
   virtual void ClearRunAtStartUp() = 0;
+
+  /// Opens the help at the topic of this number.
+  virtual void showHelp(int context) = 0;
+
+  /// Starts a program, in a window of this state where the system can tell it (1 normal, 3 maximized). Returns whether
+  /// it could be started.
+  virtual bool startProgram(const std::string& path, std::int16_t windowState) = 0;
 
   /// A plain file stands at this path.
   virtual bool fileExists(const std::string& path) const = 0;

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "app/shut_down.h"
+#include "options/save_options.h"
 #include "support/running_program.h"
 
 namespace velmora {
@@ -98,6 +99,7 @@ TEST_F(StartUp, ColumnWidthsFollowTheOption) {
   addAccount("Work");
   start();
   EXPECT_THAT(widths(program), testing::ElementsAre(200, 200, 200, 200, 93));
+  EXPECT_THAT(platform.tree.read, testing::Not(testing::Contains("ColToWidth"))) << "kept widths don't count then";
   option("RestoreColWidth", "0");
   option("ColToWidth", "77");
   Program next(platform);
@@ -138,6 +140,45 @@ TEST_F(StartUp, MinimisingHidesTheWindow) {
   program.frmMain.Resize();
   EXPECT_TRUE(yielded) << "the event loop runs once before the window goes";
   EXPECT_FALSE(program.frmMain.Visible);
+}
+
+TEST_F(StartUp, TheEmailClientIsTheDefaultOneOrTheAccounts) {
+  addAccount("Work");
+  set("Settings/AcntClient1", "/mail/own.exe");
+  start();
+  const auto startClient = [this] { program.frmMain.tbrButtons[startClientBar]["StartEmailClient"].click(); };
+  startClient();
+  ASSERT_EQ(titles(), std::vector<std::string>{"Velmora - Email Client Error"});
+  EXPECT_EQ(platform.asked[0].text,
+            "The Email Client Program failed!\r\n\r\nIt appears the path and/or filename                    \r\n"
+            "do not exist or have changed location.\r\n\r\nThe FileName must have a file extension\r\n"
+            "that ends with '.exe' to work properly.\r\n\r\n");
+  program.accounts[1].AcntClientValid = true;
+  startClient();
+  platform.files = {"/mail/default.exe"};
+  program.EditOptions.DefaultClient = "/mail/default.exe";
+  SaveOptions(program);
+  startClient();
+  EXPECT_THAT(platform.started, testing::ElementsAre("/mail/own.exe 1", "/mail/default.exe 3"));
+  EXPECT_EQ(platform.asked.size(), 1U);
+  platform.canStartPrograms = false;
+  startClient();
+  EXPECT_EQ(platform.asked.size(), 2U);
+}
+
+TEST_F(StartUp, HelpOpensAtThePagesTopic) {
+  start();
+  program.frmMain.tbrButtons[helpBar]["Help"].click();
+  EXPECT_EQ(platform.helpShown, std::vector<int>{130});
+}
+
+TEST_F(StartUp, AWindowBroughtBackWhileItGoesStays) {
+  addAccount("Work");
+  start();
+  program.frmMain.State = WindowState::Minimised;
+  platform.onYield = [&] { program.frmMain.State = WindowState::Normal; };
+  program.frmMain.Resize();
+  EXPECT_TRUE(program.frmMain.Visible);
 }
 
 TEST_F(StartUp, ClientAndSoundMustBeFilesOfTheirKind) {

@@ -357,6 +357,31 @@ TEST_F(CheckCycle, MailboxesBeyondAllCountingAreToldAsOverflow) {
   EXPECT_THAT(platform.asked[0].text, HasSubstr("6 - Overflow"));
 }
 
+TEST_F(CheckCycle, ChecksByHandNeverRunOutOfTotals) {
+  addAccount("Work").messages = {message("a")};
+  start();
+  program.TotalMessages = program.TotalNew = 32767;
+  check();
+  EXPECT_TRUE(platform.asked.empty());
+  EXPECT_EQ(program.accounts[1].AcntStatusText, "Work - 1 Message");
+}
+
+TEST_F(CheckCycle, ALostFetchIsToldAsSuchWhereTheDeadSessionHoldsTheMailbox) {
+  auto& server = addAccount("Work");
+  server.messages = {message("a"), message("b")};
+  server.pipelining = true;
+  server.answers["RETR 2"] = MemoryServer::hangUp;
+  server.line.onConnect = [&] {
+    if (server.line.connections > 1) server.answers["PASS"] = "-ERR [IN-USE] locked\r\n";
+  };
+  option("SuppressRetrieveErrors", "1");
+  start();
+  check();
+  EXPECT_TRUE(platform.asked.empty()) << "30012 is silenced, whatever stands in the way of a new login";
+  EXPECT_EQ(program.accounts[1].AcntStatusText, "Work - Error Accessing Account");
+  EXPECT_GT(server.line.connections, 1);
+}
+
 TEST_F(CheckCycle, IncompleteAccountsAreNamedOnce) {
   addAccount("Work");
   addAccount("Home");

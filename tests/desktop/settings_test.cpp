@@ -92,9 +92,11 @@ TEST_F(SettingsFile, IsReadableByItsOwnerAlone) {
 }
 
 TEST_F(SettingsFile, WrittenByHandIsReadAsItLooks) {
-  write("[Settings]\nAcntName1=Work, new\nOptions\\Minutes=45\nOptions\\Hours=many\n");
+  write("[Settings]\nAcntName1=a,b\nAcntName2=\"a, \\\"b\\\"\"\nOptions\\Minutes=45\nOptions\\Hours=many\n");
   const QtSettings settings;
-  EXPECT_EQ(settings.GetSetting("Settings", "AcntName1", ""), "Work, new");
+  EXPECT_FALSE(settings.isDamaged());
+  EXPECT_EQ(settings.GetSetting("Settings", "AcntName1", ""), "a,b");
+  EXPECT_EQ(settings.GetSetting("Settings", "AcntName2", ""), "a, \"b\"");
   Options options;
   loadOptions(settings, OptionField::Read::AtStartUp, options);
   EXPECT_EQ(options.Minutes, 45);
@@ -103,8 +105,12 @@ TEST_F(SettingsFile, WrittenByHandIsReadAsItLooks) {
 
 TEST_F(SettingsFile, DamagedIsNeverWrittenAndNeverACrash) {
   const QByteArray whole = "[Settings]\nAcntNum=1\nAcntPassword1=secret\n";
-  const QByteArray damaged[] = {QByteArray("\x00\xff\x17garbage\n[[[", 15), "no equals sign\n" + whole,
-                                whole + "AcntPort", whole.chopped(1), QByteArray(100000, 'x') + '\n'};
+  const QByteArray damaged[] = {QByteArray("\x00\xff\x17garbage\n[[[", 15),
+                                "no equals sign\n" + whole,
+                                "[Settings]\nAcntPassword1=a\"b\nAcntPassword2=c\n",
+                                whole + "AcntPort",
+                                whole.chopped(1),
+                                QByteArray(100000, 'x') + '\n'};
   for (const auto& bytes : damaged) {
     write(bytes);
     {

@@ -37,7 +37,9 @@ TEST(CapturedText, LongDatesLoseTheirMarker) {
       {{2026, 1, 2, 0, 0, 0}, "Jan 02, 2026 12:00:00 AM"},
       {{2026, 1, 2, 22, 0, 1}, "Jan 02, 2026 10:00:01 PM"},
   };
-  for (const auto& [date, text] : cases) EXPECT_EQ(displayDate(date, english), text);
+  for (const auto& [date, text] : cases) EXPECT_EQ(displayDate(generalDate(date), english), text);
+  EXPECT_EQ(displayDate("Sun, 11/15/2026 4:22:05 PM", english), "Nov 15, 2026 04:22:05 PM");
+  EXPECT_EQ(displayDate("Sun", english), "Sun");
 }
 
 TEST(CapturedText, NewIsWhatThePreviousPassDidNotHold) {

@@ -100,6 +100,14 @@ TEST_F(SavingOptions, ChangesTheLogonEntryOncePerChange) {
   EXPECT_EQ(platform.logonEntriesMade, 1);
 }
 
+TEST_F(SavingOptions, LeavesTheEntryOfTheFirstRunAlone) {
+  option("RunStartUp", "0");
+  start();
+  SaveOptions(program);
+  EXPECT_EQ(platform.logonEntriesMade, 1);
+  EXPECT_EQ(platform.logonEntriesRemoved, 0);
+}
+
 TEST_F(SavingOptions, TakesOverThePageButNotWhatItDoesntOwn) {
   addAccount("Work");
   option("SortColumnLastUsed", "Subject");

@@ -42,6 +42,9 @@ class TestPlatform : public Platform {
   std::function<void()> onYield;
   std::set<std::string> files;
   std::vector<std::string> deletedFiles;
+  std::vector<int> helpShown;
+  std::vector<std::string> started;  ///< path and window state
+  bool canStartPrograms = true;
   bool onlyInstance = true;
   bool hasQuit = false;
   int logonEntriesMade = 0;
@@ -57,6 +60,11 @@ class TestPlatform : public Platform {
   bool isOnlyInstance() override { return onlyInstance; }
   void SetRunAtStartUp() override { ++logonEntriesMade; }
   void ClearRunAtStartUp() override { ++logonEntriesRemoved; }
+  void showHelp(int context) override { helpShown.push_back(context); }
+  bool startProgram(const std::string& path, std::int16_t windowState) override {
+    started.push_back(path + " " + std::to_string(windowState));
+    return canStartPrograms;
+  }
   bool fileExists(const std::string& path) const override { return files.contains(path); }
   void deleteTemporaryFile(std::string_view name) override { deletedFiles.emplace_back(name); }
   std::shared_ptr<PopClient> makePopClient() override;

@@ -47,6 +47,7 @@ Fetch::Fetch(std::vector<PopMessage>& messages, Listing& listing, Surroundings s
     : messages_(messages), listing_(listing), surroundings_(std::move(surroundings)) {}
 
 void Fetch::run(const Channel& channel) {
+  if (total_ == 0) total_ = channel.maildrop.bytes;
   if (channel.maildrop.count > 0) begin(list(channel), channel.maildrop);
   const auto requests = requestsFor(std::span(listing_).subspan(kept_), channel.maildrop);
   exchange(channel.conversation, requests, channel.pipelined,
@@ -78,6 +79,8 @@ void Fetch::keep(const std::string& bytes) {
   message.Mail = surroundings_.reader.read(bytes, surroundings_.now());
   keptBytes_ += static_cast<std::int64_t>(bytes.size());
   ++kept_;
+  if (kept_ <= told_) return;
+  told_ = kept_;
   surroundings_.received(message);
 }
 

@@ -43,6 +43,7 @@ class Fetch {
   Surroundings surroundings_;
   bool listed_ = false;
   std::size_t kept_ = 0;
+  std::size_t told_ = 0;  ///< messages that were told to be received, each once
   std::int64_t keptBytes_ = 0;
   std::int64_t position_ = 0;
   std::int64_t total_ = 0;

@@ -21,6 +21,7 @@ constexpr std::int64_t maximumNumber = std::numeric_limits<std::int32_t>::max();
 using WordByNumber = std::map<std::int32_t, std::string>;
 
 void readLine(std::string_view line, WordByNumber& words) {
+  if (line.find_first_not_of(' ') == std::string_view::npos) return;
   const std::optional<std::int64_t> number = toCount(takeWord(line));
   if (!number || *number < 1 || *number > maximumNumber)
     throw PopFailure(pop_failure::protocolBroken, "The server sent a listing that can't be read.");

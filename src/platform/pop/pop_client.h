@@ -41,7 +41,7 @@ class IPopClientNotify {
   /// Bytes received so far and expected in all, during FetchAll. Raised at most every 50 ms, about every 100 ms while
   /// nothing comes, and once at the end. The position never falls and may pass the total.
   virtual void Progress(PopClient& /*owner*/, std::int32_t /*position*/, std::int32_t /*total*/) {}
-  /// A message is in whole. Told again where a fetch had to start over.
+  /// A message is in whole. Told once for each place in the mailbox, in order, also where a fetch had to start over.
   virtual void Received(PopClient& /*owner*/, const PopMessage& /*message*/) {}
   /// The certificate that a secure server showed, as text, with what is wrong with it (0 and blank: nothing).
   virtual void HostCertificate(PopClient& /*owner*/, const std::string& /*certificate*/, std::int32_t /*code*/,

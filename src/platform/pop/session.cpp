@@ -53,7 +53,7 @@ void Session::authorize(Conversation& conversation, bool withCapabilities) {
   const Capabilities before = withCapabilities ? askCapabilities(conversation) : Capabilities();
   logIn(conversation, server_.credentials, before);
   events_.entered(PopState::Transaction);
-  const Capabilities after = before.empty() ? Capabilities() : askCapabilities(conversation);
+  const Capabilities after = withCapabilities ? askCapabilities(conversation) : Capabilities();
   pipelined_ =
       (before.contains("PIPELINING") || after.contains("PIPELINING")) && !habits_.oneByOne.contains(server_.key());
 }
@@ -66,16 +66,21 @@ void Session::run(const std::function<void(const Channel&)>& job, const Conversa
   } catch (const PopFailure& failure) {
     if (!pipelined_ || !isOddity(failure)) throw;
     conversation_->requireOpen();
-    openAgainOneByOne();
+    openAgainAfter(failure);
     job({*conversation_, pipelined_, maildrop_});
   }
   conversation_->requireOpen();
 }
 
-void Session::openAgainOneByOne() {
+/// What stands in the way of a new login, as the mailbox that the dead session still holds, is not what went wrong.
+void Session::openAgainAfter(const PopFailure& failure) {
   const std::int32_t count = maildrop_.count;
   habits_.oneByOne.insert(server_.key());
-  open();
+  try {
+    open();
+  } catch (const PopFailure&) {
+    throw PopFailure(failure);
+  }
   if (maildrop_.count != count)
     throw PopFailure(pop_failure::connectionLost,
                      "The connection to the server was lost, and the mailbox has changed since.");

@@ -59,12 +59,11 @@ class Session {
   /// Ends the connection at once. Safe at any time; what runs then fails.
   void close();
   bool isClosed() const { return !conversation_ || conversation_->isClosed(); }
-  bool isOutstanding() const { return conversation_ && conversation_->isOutstanding(); }
 
  private:
   void connectAndLogIn(bool withCapabilities);
   void authorize(Conversation& conversation, bool withCapabilities);
-  void openAgainOneByOne();
+  void openAgainAfter(const PopFailure& failure);
 
   Transport& transport_;
   Server server_;

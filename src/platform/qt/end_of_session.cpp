@@ -3,11 +3,12 @@
 #include <QGuiApplication>
 #include <utility>
 
-#ifdef Q_OS_LINUX
-#include <sys/signalfd.h>
+#ifdef Q_OS_UNIX
+#include <sys/socket.h>
 #include <unistd.h>
 
 #include <QSocketNotifier>
+#include <array>
 #include <csignal>
 #endif
 
@@ -20,20 +21,31 @@ EndOfSession::EndOfSession(std::function<void()> end) : end_(std::move(end)) {
   watchSignals();
 }
 
-#ifdef Q_OS_LINUX
+#ifdef Q_OS_UNIX
+namespace {
+
+/// All that a signal's handler may do is write; the event loop reads. A handler can be told nothing, so this stands
+/// here.
+int told = -1;
+
+void tell(int /*signal*/) {
+  const char something = 1;
+  [[maybe_unused]] const auto written = write(told, &something, sizeof something);
+}
+
+}  // namespace
+
 void EndOfSession::watchSignals() {
-  sigset_t watched;
-  sigemptyset(&watched);
-  for (const int number : {SIGTERM, SIGINT, SIGHUP}) sigaddset(&watched, number);
-  const int descriptor = signalfd(-1, &watched, SFD_CLOEXEC | SFD_NONBLOCK);
-  if (descriptor < 0 || pthread_sigmask(SIG_BLOCK, &watched, nullptr) != 0) return;
+  std::array<int, 2> ends{};
+  if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, ends.data()) != 0) return;
+  told = ends[0];
   // NOLINTNEXTLINE(cppcoreguidelines-owning-memory): this object owns it
-  auto* notifier = new QSocketNotifier(descriptor, QSocketNotifier::Read, this);
-  connect(notifier, &QSocketNotifier::activated, this, [this, descriptor] {
-    signalfd_siginfo told{};
-    if (read(descriptor, &told, sizeof told) > 0) end_();
+  auto* notifier = new QSocketNotifier(ends[1], QSocketNotifier::Read, this);
+  connect(notifier, &QSocketNotifier::activated, this, [this, notifier] {
+    notifier->setEnabled(false);
+    end_();
   });
-  connect(this, &QObject::destroyed, [descriptor] { close(descriptor); });
+  for (const int signal : {SIGTERM, SIGINT, SIGHUP}) std::signal(signal, tell);
 }
 #else
 void EndOfSession::watchSignals() {}

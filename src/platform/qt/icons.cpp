@@ -1,16 +1,13 @@
 #include "platform/qt/icons.h"
 
-#include <QCoreApplication>
 #include <QFileInfo>
 
+#include "platform/qt/share_folder.h"
 #include "platform/qt/strings.h"
 
 namespace velmora {
 
 namespace {
-
-/// The build lays the program and its share folder out as the installation does.
-QString shareFolder() { return QCoreApplication::applicationDirPath() + "/../share/velmora"; }
 
 QIcon fromFile(const QString& name, ImageList::WhenDisabled whenDisabled) {
   const QString path = shareFolder() + "/icons/" + name + ".svg";

@@ -7,6 +7,7 @@
 #include <QTabBar>
 #include <QVBoxLayout>
 #include <array>
+#include <vector>
 
 #include "app/main_window.h"
 #include "platform/qt/bind.h"
@@ -23,6 +24,8 @@ namespace {
 
 /// Wide enough for the five columns of the list at their usual widths, as the list's own design width has it.
 constexpr QSize designSize(940, 600);
+
+constexpr int leastHeight = 235;
 
 /// The small toolbars under each page, from left to right.
 const std::array<std::vector<std::size_t>, pageCount> buttonRows = {{
@@ -69,7 +72,7 @@ MainWindowView::MainWindowView(MainWindow& window) : window_(window) {
   setCentralWidget(body);
   addFocusTaker();
   resize(designSize);
-  setMinimumSize(designSize.width() * 3 / 4, 235);
+  setMinimumSize(designSize.width(), leastHeight);
   followForm();
   startTimers();
 }
@@ -183,6 +186,7 @@ void MainWindowView::startTimers() {
 /// While no tray icon stands for the program, a hidden window could not be brought back, so that it stays on the task
 /// bar instead.
 void MainWindowView::showState() {
+  if (takingOver_) return;
   if (!window_.Visible && window_.State != WindowState::Minimised) {
     hide();
     return;
@@ -211,8 +215,10 @@ void MainWindowView::changeEvent(QEvent* event) {
                             : isMaximized() ? WindowState::Maximised
                                             : WindowState::Normal;
   if (state == window_.State) return;
+  takingOver_ = true;
   window_.State = state;
   if (state != WindowState::Minimised) window_.Visible = true;
+  takingOver_ = false;
   if (window_.Resize) window_.Resize();
 }
 

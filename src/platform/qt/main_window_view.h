@@ -2,11 +2,8 @@
 
 #include <QMainWindow>
 
-class QBoxLayout;
-
 namespace velmora {
 
-struct Form;
 struct MainWindow;
 
 /// The window on the screen: lays out the controls of `MainWindow` and ties each to its widget.
@@ -32,6 +29,7 @@ class MainWindowView : public QMainWindow {
   void showState();
 
   MainWindow& window_;
+  bool takingOver_ = false;  ///< the control follows the screen, not the other way round
 };
 
 }  // namespace velmora

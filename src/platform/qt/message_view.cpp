@@ -153,9 +153,9 @@ void MessageView::mouseDoubleClickEvent(QMouseEvent* event) {
 void MessageView::contextMenuEvent(QContextMenuEvent* /*event*/) { tell(list_.RightClick); }
 
 void MessageView::keyPressEvent(QKeyEvent* event) {
-  const auto before = currentIndex();
+  const auto before = selectionModel()->selectedRows();
   QTreeView::keyPressEvent(event);
-  if (currentIndex() != before) choose(true);
+  if (selectionModel()->selectedRows() != before) choose(true);
 }
 
 void MessageView::leaveEvent(QEvent* event) {

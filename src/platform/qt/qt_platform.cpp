@@ -2,17 +2,21 @@
 
 #include <QApplication>
 #include <QDateTime>
+#include <QDesktopServices>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QLabel>
 #include <QLocale>
 #include <QMessageBox>
+#include <QProcess>
 #include <QStandardPaths>
+#include <QUrl>
 #include <algorithm>
 
 #include "platform/qt/qt_transport.h"
 #include "platform/qt/run_at_logon.h"
+#include "platform/qt/share_folder.h"
 #include "platform/qt/strings.h"
 
 namespace velmora {
@@ -103,6 +107,17 @@ void QtPlatform::SetRunAtStartUp() {
 }
 
 void QtPlatform::ClearRunAtStartUp() { removeLogonEntry(); }
+
+void QtPlatform::showHelp(int context) {
+  QUrl page = QUrl::fromLocalFile(QDir(shareFolder()).absoluteFilePath("help/index.html"));
+  page.setFragment(QString::number(context));
+  QDesktopServices::openUrl(page);
+}
+
+/// The state of the new window is its own desktop's choice here.
+bool QtPlatform::startProgram(const std::string& path, std::int16_t /*windowState*/) {
+  return QProcess::startDetached(qt(path), {});
+}
 
 bool QtPlatform::fileExists(const std::string& path) const { return QFileInfo(qt(path)).isFile(); }
 

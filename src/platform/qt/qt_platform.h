@@ -29,6 +29,8 @@ class QtPlatform : public Platform {
   bool isOnlyInstance() override;
   void SetRunAtStartUp() override;
   void ClearRunAtStartUp() override;
+  void showHelp(int context) override;
+  bool startProgram(const std::string& path, std::int16_t windowState) override;
   bool fileExists(const std::string& path) const override;
   void deleteTemporaryFile(std::string_view name) override;
   std::shared_ptr<PopClient> makePopClient() override;

@@ -19,12 +19,26 @@ QString pathOf(std::string_view section, std::string_view key) {
 
 /// A value with commas that somebody wrote by hand without quotation marks is read as a list.
 QString textOf(const QVariant& value) {
-  return value.typeId() == QMetaType::QStringList ? value.toStringList().join(", ") : value.toString();
+  return value.typeId() == QMetaType::QStringList ? value.toStringList().join(',') : value.toString();
+}
+
+/// A quotation mark without its partner would swallow the lines that follow.
+bool hasPairedQuotes(const QByteArray& text) {
+  int marks = 0;
+  for (qsizetype i = 0; i < text.size(); ++i) {
+    if (text[i] == '\\') {
+      ++i;
+    } else if (text[i] == '"') {
+      ++marks;
+    }
+  }
+  return marks % 2 == 0;
 }
 
 bool isSettingsLine(const QByteArray& line) {
   const QByteArray text = line.trimmed();
-  return text.isEmpty() || text.startsWith('[') || text.startsWith(';') || text.contains('=');
+  if (text.isEmpty() || text.startsWith('[') || text.startsWith(';')) return true;
+  return text.contains('=') && hasPairedQuotes(text);
 }
 
 /// Every line is one of a settings file, the last one included: the library that reads the file skips what it doesn't

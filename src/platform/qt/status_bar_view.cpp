@@ -73,10 +73,15 @@ void StatusBarView::addProgress(ProgressBar& progress, QWidget& panel) {
   constexpr int height = 4;
   bar->setFixedHeight(height);
   bind(progress, *bar);
-  progress.Width.watch([bar, &panel](std::int32_t width) {
+  const auto place = [bar, &panel](int width) {
     bar->setGeometry(panel.x(), panel.geometry().bottom() - height, width, height);
     bar->raise();
+  };
+  // It may show before the first progress gives it a width.
+  progress.Visible.watch([place, &panel](bool on) {
+    if (on) place(panel.width());
   });
+  progress.Width.watch(place);
 }
 
 void StatusBarView::resizeEvent(QResizeEvent* event) {

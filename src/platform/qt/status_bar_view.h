@@ -3,8 +3,6 @@
 #include <QFrame>
 #include <vector>
 
-class QLabel;
-
 namespace velmora {
 
 class StatusBar;

@@ -36,8 +36,8 @@ class Reciter : public MemoryPeer {
   std::size_t next_ = 0;
 };
 
-const Transcript logInPlain = {"S +OK ready", "C CAPA",        "S -ERR what?",  "C USER user",
-                               "S +OK",       "C PASS secret", "S +OK welcome", "C STAT"};
+const Transcript logInPlain = {"S +OK ready",   "C CAPA",        "S -ERR what?", "C USER user",  "S +OK",
+                               "C PASS secret", "S +OK welcome", "C CAPA",       "S -ERR what?", "C STAT"};
 const Transcript logInPipelining = {"S +OK ready", "C CAPA",       "S +OK",         "S USER",        "S .",
                                     "C USER user", "S +OK",        "C PASS secret", "S +OK welcome", "C CAPA",
                                     "S +OK",       "S Pipelining", "S .",           "C STAT"};

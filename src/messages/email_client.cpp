@@ -1,0 +1,31 @@
+#include "messages/email_client.h"
+
+#include "app/program.h"
+#include "messages/client_texts.h"
+#include "platform/text.h"
+
+namespace velmora {
+
+namespace {
+
+constexpr std::int16_t normalWindow = 1;
+
+bool startClient(Program& program) {
+  if (program.DefaultClientValid) {
+    return program.platform.startProgram(program.options.DefaultClient, program.options.RunSize);
+  }
+  const Accounts::Row& account = program.accounts[program.accounts.AcntCurrent];
+  return account.AcntClientValid && program.platform.startProgram(account.AcntClient, normalWindow);
+}
+
+}  // namespace
+
+bool isFileWithEnding(const Program& program, const std::string& path, std::string_view ending) {
+  return text::endsWithIgnoringCase(path, ending) && program.platform.fileExists(path);
+}
+
+void StartClientProgram(Program& program) {
+  if (!startClient(program)) program.platform.MsgBox(clientError(program.AppTitle));
+}
+
+}  // namespace velmora

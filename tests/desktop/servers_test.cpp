@@ -1,0 +1,313 @@
+#include <gmock/gmock.h>
+
+#include <QTcpSocket>
+#include <chrono>
+
+#include "platform/qt/address_race.h"
+#include "support/networked_program.h"
+
+namespace velmora {
+namespace {
+
+using test::Address;
+using test::Ending;
+using test::MemoryServer;
+using test::Protection;
+using test::ScriptedServer;
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+const std::string hangUp = MemoryServer::hangUp;
+const std::string silence = MemoryServer::silence;
+
+/// A row of a table: a server that is odd in one way, and the account of that name.
+struct Oddity {
+  std::string what;
+  std::function<void(ScriptedServer&)> prepare;
+  Protection protection = Protection::None;
+};
+
+class Servers : public test::NetworkedProgram {
+ protected:
+  ScriptedServer& serveOddly(const Oddity& oddity) {
+    ScriptedServer& server = serve(oddity.what, oddity.protection);
+    oddity.prepare(server);
+    return server;
+  }
+};
+
+/// Has each command of the verb answered like this.
+auto answering(const std::string& verb, const std::string& answer) {
+  return [=](ScriptedServer& server) { server.script.answers[verb] = answer; };
+}
+
+auto greeting(const std::string& text) {
+  return [=](ScriptedServer& server) { server.script.greeting = text; };
+}
+
+auto chunks(std::size_t size) {
+  return [=](ScriptedServer& server) { server.chunk = size; };
+}
+
+auto endingBy(Ending ending) {
+  return [=](ScriptedServer& server) { server.ending = ending; };
+}
+
+/// Announces pipelining, and hangs up when more bytes than that come in one go.
+auto pipeliningUpTo(std::size_t bytes) {
+  return [=](ScriptedServer& server) {
+    server.script.pipelining = true;
+    server.script.hearsAtMost = bytes;
+  };
+}
+
+/// A message of five megabytes, as it is sent.
+std::string largeMessage(const std::string& subject) {
+  const std::string line = std::string(78, 'x') + "\r\n";
+  std::string sent = "+OK\r\nSubject: " + subject + "\r\n\r\n";
+  while (sent.size() < 5'000'000) sent += line;
+  return sent + ".\r\n";
+}
+
+TEST_F(Servers, OfManyHabitsHandOutTheirMail) {
+  const std::vector<Oddity> oddities = {
+      {"nothing odd", [](ScriptedServer&) {}},
+      {"greeting of one word", greeting("+OK\r\n")},
+      {"greeting in lower case", greeting("+ok welcome\r\n")},
+      {"greeting with bare LF", greeting("+OK ready\n")},
+      {"greeting in bytes of no charset", greeting("+OK caf\xE9 \x1B[31m\r\n")},
+      {"no CAPA", answering("CAPA", "-ERR what?\r\n")},
+      {"hangs up on CAPA", answering("CAPA", hangUp)},
+      {"silent on CAPA", answering("CAPA", silence)},
+      {"no UIDL", answering("UIDL", "-ERR unknown command\r\n")},
+      {"UIDL without its identifiers", answering("UIDL", "+OK\r\n1\r\n2\r\n3\r\n.\r\n")},
+      {"the same identifier for all", answering("UIDL", "+OK\r\n1 x\r\n2 x\r\n3 x\r\n.\r\n")},
+      {"no LIST", answering("LIST", "-ERR unknown command\r\n")},
+      {"gaps in LIST", answering("LIST", "+OK\r\n1 60\r\n3 60\r\n.\r\n")},
+      {"sizes of nonsense", answering("LIST", "+OK\r\n1 -7\r\n2 99999999999999999999\r\n3 many\r\n.\r\n")},
+      {"listing with bare LF", answering("LIST", "+OK\n1 60\n2 60\n3 60\n.\n")},
+      {"byte by byte", chunks(1)},
+      {"refuses QUIT", answering("QUIT", "-ERR no\r\n")},
+      {"hangs up on QUIT", answering("QUIT", hangUp)},
+      {"silent on QUIT", answering("QUIT", silence)},
+      {"resets after QUIT", endingBy(Ending::Reset)},
+      {"hangs up behind the last message", answering("RETR 3", largeMessage("c") + hangUp)},
+      {"pipelines", [](ScriptedServer& server) { server.script.pipelining = true; }},
+      {"hangs up on pipelined commands", pipeliningUpTo(20)},
+      {"hears one command at a time",
+       [](ScriptedServer& server) { server.script.pipelining = server.script.hearsOnlyFirst = true; }},
+      {"TLS", [](ScriptedServer&) {}, Protection::Tls},
+      {"TLS byte by byte", chunks(1), Protection::Tls},
+      {"TLS without a good-bye", endingBy(Ending::WithoutBye), Protection::Tls},
+      {"TLS and hangs up behind the last message", answering("RETR 3", largeMessage("c") + hangUp), Protection::Tls},
+      {"TLS reset after QUIT", endingBy(Ending::Reset), Protection::Tls},
+      {"TLS and hangs up on pipelined commands", pipeliningUpTo(20), Protection::Tls},
+  };
+  for (const auto& oddity : oddities) serveOddly(oddity);
+  start();
+  checkAll();
+  for (const auto& [what, prepare, protection] : oddities) {
+    EXPECT_EQ(account(what).AcntStatusText, what + " - 3 Messages");
+    EXPECT_THAT(subjects(what), ElementsAre("a", "b", "c")) << what;
+    EXPECT_EQ(picture(what), "MailYes") << what;
+  }
+  for (const auto& question : platform.asked) ADD_FAILURE() << question.text;
+}
+
+/// What the dialog about a failure says.
+struct Told {
+  std::int32_t number;
+  std::string words;
+  std::string title = "Error Establishing Connection";
+};
+const std::string fetching = "Error Processing Messages";
+
+class Failing : public Servers {
+ protected:
+  void expectTold(const std::string& what, const Told& told) {
+    SCOPED_TRACE(what);
+    ASSERT_EQ(dialogs(what).size(), 1U);
+    EXPECT_EQ(dialogs(what)[0].title, "Velmora - " + told.title);
+    EXPECT_THAT(dialogs(what)[0].text,
+                AllOf(HasSubstr("\r\n" + std::to_string(told.number) + " - "), HasSubstr(told.words)));
+    EXPECT_EQ(account(what).AcntStatusText, what + " - Error Accessing Account");
+    EXPECT_EQ(account(what).AcntMsgCount, 0);
+    EXPECT_EQ(picture(what), "MailError");
+  }
+};
+
+TEST_F(Failing, ServersAreToldOfAndTheNextOneIsTried) {
+  struct Failure {
+    Oddity oddity;
+    Told told;
+  };
+  const std::string endless(2'000'000, 'x');
+  const std::vector<Failure> failures = {
+      {{"silent", greeting(silence)}, {30001, "no greeting in time. It may expect a secure connection"}},
+      {{"hangs up at once", greeting(hangUp)}, {30001, "closed the connection without a greeting"}},
+      {{"hangs up in the greeting", greeting("+OK Vel" + hangUp)}, {30001, "without a greeting"}},
+      {{"refuses", greeting("-ERR closed for today\r\n")}, {30002, "The server says: closed for today"}},
+      {{"IMAP", greeting("* OK IMAP4rev1\r\n")}, {30001, "looks like an IMAP server"}},
+      {{"SMTP", greeting("220 mx ESMTP\r\n")}, {30001, "looks like a server for sending mail"}},
+      {{"HTTP", greeting("HTTP/1.1 400 Bad Request\r\n")}, {30001, "looks like a web server"}},
+      {{"endless greeting", greeting("+OK " + endless)}, {30001, "greeting is not that of a POP3 server"}},
+
+      {{"hangs up on USER", answering("USER", hangUp)}, {30003, "closed the connection while logging in"}},
+      {{"hangs up on PASS", answering("PASS", hangUp)}, {30003, "closed the connection while logging in"}},
+      {{"hangs up on STAT", answering("STAT", hangUp)}, {30003, "closed the connection while logging in"}},
+      {{"silent on PASS", answering("PASS", silence)}, {10060, "Connection Timed Out"}},
+      {{"wrong password", [](ScriptedServer& server) { server.script.users["user"] = "other"; }}, {30007, "wrong"}},
+      {{"no encryption", answering("USER", "-ERR Plaintext authentication disallowed\r\n")}, {30005, "secure"}},
+      {{"in use", answering("PASS", "-ERR [IN-USE] taken\r\n")}, {30006, "in use or locked. The server says: [IN"}},
+      {{"trouble", answering("PASS", "-ERR [SYS/TEMP] disk\r\n")}, {30008, "temporary trouble"}},
+      {{"too often", answering("PASS", "-ERR [LOGIN-DELAY] 60 s\r\n")}, {30008, "[LOGIN-DELAY] 60 s"}},
+      {{"broken", answering("PASS", "-ERR [SYS/PERM] gone\r\n")}, {30009, "permanent trouble"}},
+      {{"counts nothing", answering("STAT", "+OK none\r\n")}, {30004, "breaks the protocol"}},
+
+      {{"no list", answering("LIST", "-ERR [SYS/TEMP] later\r\n")}, {30013, "[SYS/TEMP] later", fetching}},
+      {{"list cut off", answering("LIST", "+OK\r\n1 60\r\n" + hangUp)}, {30012, "was lost", fetching}},
+      {{"endless line in a list", answering("LIST", "+OK\r\n1 " + endless)}, {30004, "longer than any", fetching}},
+      {{"list of words", answering("LIST", "+OK\r\none 60\r\n.\r\n")}, {30004, "can't be read", fetching}},
+      {{"message gone", answering("RETR 2", "-ERR expunged\r\n")}, {30013, "message 2 of 3. The server", fetching}},
+      {{"hangs up on RETR", answering("RETR 2", hangUp)}, {30012, "was lost", fetching}},
+      {{"message cut off", answering("RETR 2", "+OK\r\nSubject: b\r\n\r\nTe" + hangUp)}, {30012, "lost", fetching}},
+      {{"message reset",
+        [](ScriptedServer& server) {
+          server.script.answers["RETR 2"] = "+OK\r\nSubject: b\r\n" + hangUp;
+          server.ending = Ending::Reset;
+        }},
+       {30012, "was lost", fetching}},
+      {{"TLS message cut off", answering("RETR 2", "+OK\r\nSubject: b\r\n\r\nTe" + hangUp), Protection::Tls},
+       {30012, "was lost", fetching}},
+      {{"silent in a message", answering("RETR 2", "+OK\r\nSubject: b\r\n\r\nTe")}, {30014, "in time", fetching}},
+  };
+  for (const auto& failure : failures) serveOddly(failure.oddity);
+  serve("Last");
+  start();
+  checkAll();
+  for (const auto& [oddity, told] : failures) expectTold(oddity.what, told);
+  EXPECT_EQ(platform.asked.size(), failures.size());
+  EXPECT_EQ(account("Last").AcntStatusText, "Last - 3 Messages");
+}
+
+TEST_F(Failing, AddressesAreToldOf) {
+  QTcpServer gone;
+  gone.listen(QHostAddress::LocalHost);
+  const std::string closedPort = std::to_string(gone.serverPort());
+  gone.close();
+  QTcpServer mute;  // the system accepts its connections, and nobody ever answers
+  mute.listen(QHostAddress::LocalHost);
+  MemoryServer script;
+  const ScriptedServer plain(script);
+  const ScriptedServer secure(script, Protection::Tls);
+  const auto at = [](std::uint16_t port, Protection protection = Protection::None) {
+    return Address{"127.0.0.1", std::to_string(port), protection};
+  };
+
+  struct Failure {
+    std::string what;
+    Address address;
+    Told told;
+  };
+  const std::vector<Failure> failures = {
+      {"refused", {"127.0.0.1", closedPort}, {10061, "Connection refused"}},
+      {"no route", {"255.255.255.255", "110"}, {10060, "Timed Out"}},
+      {"no such host", {"mail.nowhere.invalid", "110"}, {11001, "Host not found"}},
+      {"no host", {"", "110"}, {11001, ""}},
+      {"blank in the host", {"mail server", "110"}, {11001, ""}},
+      {"TLS on a plain port", at(plain.port(), Protection::Tls), {60000, "SSL on the\r\nwrong Port."}},
+      {"TLS without an answer", at(mute.serverPort(), Protection::Tls), {60000, "wrong Port."}},
+      {"plain on a TLS port", at(secure.port()), {30001, "It may expect a secure connection on this port."}},
+      {"blank port", {"127.0.0.1", ""}, {13, "Type mismatch"}},
+      {"port of words", {"127.0.0.1", "pop3"}, {13, "Type mismatch"}},
+      {"port 0", {"127.0.0.1", "0"}, {5, "Invalid procedure call"}},
+      {"port 70000", {"127.0.0.1", "70000"}, {5, "Invalid procedure call"}},
+  };
+  for (const auto& failure : failures) addAccountAt(failure.what, failure.address);
+  serve("Last");
+  start();
+  checkAll();
+  for (const auto& [what, address, told] : failures) expectTold(what, told);
+  EXPECT_EQ(platform.asked.size(), failures.size());
+  EXPECT_EQ(account("Last").AcntStatusText, "Last - 3 Messages");
+}
+
+TEST_F(Servers, BrokenMessagesComeInAsWellAsTheyCan) {
+  const std::string line(1'000'000, 'x');
+  struct Broken {
+    std::string what;
+    std::string sent;  ///< between the status line and the final dot
+    std::string subject;
+    std::string bodyHas;
+  };
+  const std::vector<Broken> messages = {
+      {"bare LF", "Subject: lf\nFrom: a@example.org\n\nOne\nTwo\n", "lf", "One\r\nTwo"},
+      {"NUL", std::string("Subject: n\0ul\r\n\r\nBo\0dy\r\n", 24), "n ul", "Bo"},
+      {"8-bit header", "Subject: caf\xE9\r\n\r\nBody\r\n", "café", "Body"},
+      {"no blank line", "Subject: cut\r\nFrom: a@example.org\r\nThis is text.\r\n", "cut", ""},
+      {"header only", "Subject: head\r\n", "head", ""},
+      {"body only", "\r\nJust text.\r\n", "", "Just text."},
+      {"nothing at all", "", "", ""},
+      {"dots not stuffed", "Subject: dots\r\n\r\n.hidden\r\n...\r\n..two\r\n", "dots", "hidden\r\n..\r\n.two"},
+      {"a dot in a dot", "Subject: end\r\n\r\n..\r\nAfter it\r\n", "end", ".\r\nAfter it"},
+      {"one line of a megabyte", "Subject: long\r\n\r\n" + line + "\r\n", "long", line},
+      {"bare CR", "Subject: cr\r\n\r\nOne\rTwo\r\n", "cr", "Two"},
+  };
+  for (const bool pipelining : {false, true}) {
+    MemoryServer& script = serve(pipelining ? "pipelined" : "one by one").script;
+    script.pipelining = pipelining;
+    script.messages.clear();
+    for (const auto& broken : messages) {
+      script.messages.push_back({"uid" + std::to_string(script.messages.size()), ""});
+      script.answers["RETR " + std::to_string(script.messages.size())] = "+OK\r\n" + broken.sent + ".\r\n";
+    }
+  }
+  start();
+  checkAll();
+  EXPECT_TRUE(platform.asked.empty());
+  for (const std::string name : {"pipelined", "one by one"}) {
+    ASSERT_EQ(account(name).AcntMsgCount, std::ssize(messages));
+    std::int16_t number = 0;
+    for (const auto& broken : messages) {
+      const MailMessage& got = mail(name, ++number);
+      EXPECT_EQ(got.Subject, broken.subject) << broken.what;
+      EXPECT_TRUE(got.Body.find(broken.bodyHas) != std::string::npos) << broken.what << ": " << got.Body.substr(0, 80);
+    }
+  }
+}
+
+TEST_F(Servers, HearWhichNameIsWanted) {
+  QTcpServer listener;
+  listener.listen(QHostAddress::LocalHost);
+  QByteArray hello;
+  QObject::connect(&listener, &QTcpServer::newConnection, [&] {
+    QTcpSocket* caller = listener.nextPendingConnection();
+    QObject::connect(caller, &QIODevice::readyRead, [&hello, caller] {
+      hello += caller->readAll();
+      caller->close();
+    });
+  });
+  addAccountAt("Work", {"localhost", std::to_string(listener.serverPort()), Protection::Tls});
+  start();
+  check();
+  EXPECT_TRUE(hello.contains("localhost")) << "some servers hold many names";
+}
+
+TEST_F(Servers, AreFoundByNameAndUnderBothFamilies) {
+  MemoryServer& four = addAccount("localhost");
+  MemoryServer& six = addAccount("::1");
+  four.messages = six.messages = {test::message("a")};
+  const ScriptedServer server(four);
+  const ScriptedServer server6(six, Protection::Tls, QHostAddress::LocalHostIPv6);
+  set("Settings/AcntPort1", std::to_string(server.port()));
+  set("Settings/AcntPort2", std::to_string(server6.port()));
+  set("Settings/AcntSecure2", "1");
+  start();
+  checkAll();
+  EXPECT_EQ(program.accounts[1].AcntStatusText, "localhost - 1 Message");
+  EXPECT_EQ(program.accounts[2].AcntStatusText, "::1 - 1 Message");
+}
+
+}  // namespace
+}  // namespace velmora
