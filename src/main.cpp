@@ -40,8 +40,8 @@ int main(int argc, char* argv[]) {
   QtPlatform platform(reader);
   Program program(platform);
   const MainWindowView view(program.frmMain);
-  if (!Main(program)) return 0;
   const EndOfSession endOfSession([&program] { QuitApplication(program); });
+  if (!Main(program) || platform.isQuitting()) return 0;
   // Once the event loop runs: what ends the program also ends the box then.
   QTimer::singleShot(0, &view, [&platform] {
     if (platform.settingsFile().isDamaged()) warnOfDamagedSettings(platform);

@@ -23,8 +23,8 @@ def wait_for(condition, what, seconds=20):
 class ProgramTest(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        cls.xvfb = subprocess.Popen(["Xvfb", "-displayfd", "1", "-nolisten", "tcp"], stdout=subprocess.PIPE,
-                                    stderr=subprocess.DEVNULL, text=True)
+        cls.xvfb = subprocess.Popen(["Xvfb", "-displayfd", "1", "-nolisten", "tcp", "-noreset"],
+                                    stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
         cls.display = ":" + cls.xvfb.stdout.readline().strip()
 
     @classmethod
@@ -40,7 +40,9 @@ class ProgramTest(unittest.TestCase):
         self.settings = self.home / "Kestrum" / "Velmora.conf"
         self.logon = self.home / "autostart" / "Velmora.desktop"
         self.environment = dict(os.environ, DISPLAY=self.display, QT_QPA_PLATFORM="xcb", XDG_CONFIG_HOME=folder.name,
-                                XDG_CACHE_HOME=folder.name, XDG_DATA_HOME=folder.name, XDG_RUNTIME_DIR=folder.name)
+                                XDG_CACHE_HOME=folder.name, XDG_DATA_HOME=folder.name, XDG_RUNTIME_DIR=folder.name,
+                                # No bus: one that is started on demand would outlive the test.
+                                DBUS_SESSION_BUS_ADDRESS="disabled:")
 
     def start(self):
         process = subprocess.Popen([PROGRAM], env=self.environment, stderr=subprocess.PIPE, text=True)

@@ -19,6 +19,9 @@ class QtPlatform : public Platform {
 
   const QtSettings& settingsFile() const { return settings_; }
 
+  /// `quit` was called: an event loop that starts after it would never end.
+  bool isQuitting() const { return quitting_; }
+
   std::string applicationTitle() const override;
   DateTime now() const override;
   const MonthNames& monthNames() const override { return monthNames_; }
