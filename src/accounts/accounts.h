@@ -64,7 +64,7 @@ class Accounts {
 
   /// The working copy of the Accounts page. Throws subscriptFailure likewise.
   Account& Edit(std::int16_t number);
-  void CopyAccountToEdit(std::int16_t number) { Edit(number) = (*this)[number]; }
+  void CopyAccountToEdit(std::int16_t number) { Edit(number) = static_cast<const Account&>((*this)[number]); }
 
   /// Makes room for accounts 0 to `count` and keeps what is there, but for AcntIncomplete, which is lost.
   void ResizeAccounts(std::int16_t count);

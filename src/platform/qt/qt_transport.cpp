@@ -82,7 +82,6 @@ class QtTransport : public pop::Transport {
     socket_->setSslConfiguration(configuration);
     socket_->setPeerVerifyName(qt(host));
     QObject::connect(socket_.get(), &QSslSocket::encrypted, socket_.get(), [this] { waiting_.wake(); });
-    QObject::connect(socket_.get(), &QSslSocket::sslErrors, socket_.get(), [this] { socket_->ignoreSslErrors(); });
     socket_->startClientEncryption();
     while (!socket_->isEncrypted() && isConnected() && now() < deadline) {
       if (!waiting_.wait(deadline - now())) abort();
