@@ -236,7 +236,7 @@ def work():
         sender("Tilda Marrow", "tilda.marrow@example.com"),
         subject("Coffee today? ☕", "utf-8"),
         27,
-        text("The noodle place at noon? 🍜\n\nTilda", "utf-8", "base64"),
+        text("The corner place at four? 🙂\n\nTilda", "utf-8", "base64"),
     )
     yield (
         sender("Help desk", "helpdesk@example.com"),

@@ -136,7 +136,7 @@ TEST_P(Stalls, QuittingInMidFetchEndsTheProgramWithoutAWord) {
   EXPECT_EQ(home.connections, 0) << "the walk is over";
 }
 
-TEST_P(Stalls, QuittingWhileConnectingEndsTheProgram) {
+TEST_P(Stalls, QuittingWhileConnectingEndsTheProgramWithoutAWord) {
   option("ConnectTimeOut", "10");
   serve("Work", GetParam()).script.greeting = test::MemoryServer::silence;
   start();
@@ -149,6 +149,7 @@ TEST_P(Stalls, QuittingWhileConnectingEndsTheProgram) {
   QTimer::singleShot(0, [this] { check(); });
   QApplication::exec();
   EXPECT_LT(sinceQuit.elapsed(), promptly);
+  EXPECT_TRUE(platform.asked.empty());
 }
 
 /// A port of ::1 that takes no more connections: whoever tries waits.
