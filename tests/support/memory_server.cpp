@@ -67,7 +67,7 @@ std::string MemoryServer::serve(const std::string& verb, const std::string& argu
 std::string MemoryServer::capa() const {
   std::string text = ok("these");
   for (const std::string& name : capabilities) text += name + "\r\n";
-  if (pipelining && (loggedIn_ || !announcesLate)) text += "PIPELINING\r\n";
+  if (pipelining) text += "PIPELINING\r\n";
   return text + ".\r\n";
 }
 

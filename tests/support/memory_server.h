@@ -39,7 +39,6 @@ class MemoryServer : public MemoryPeer {
   std::string greeting = "+OK ready\r\n";
   std::vector<std::string> capabilities = {"USER", "TOP", "UIDL"};
   bool pipelining = false;                 ///< announces PIPELINING (and stands it, but for the next two)
-  bool announcesLate = false;              ///< announces it only after the login
   bool hearsOnlyFirst = false;             ///< takes only the first command of what is sent in one go
   std::optional<std::size_t> hearsAtMost;  ///< hangs up where more bytes are sent in one go
 

@@ -16,10 +16,9 @@ namespace velmora::test {
 /// Gives the message back as it is.
 class PlainReader : public MailReader {
  public:
-  ReadMail read(std::string_view message, const DateTime& now) const override {
+  ReadMail read(std::string_view message, const DateTime& /*now*/) const override {
     ReadMail mail;
     mail.Body = message;
-    mail.Date = now;
     return mail;
   }
   std::string fingerprint(std::string_view bytes) const override {
@@ -30,12 +29,10 @@ class PlainReader : public MailReader {
 /// Writes down what a client tells, and may act on it.
 class Recorder : public IPopClientNotify {
  public:
-  std::vector<std::string> events;
+  std::vector<std::string> events;  ///< but for the next two
   std::vector<std::pair<std::int32_t, std::int32_t>> progress;
-  std::vector<Milliseconds> progressTimes;
   std::vector<std::string> received;  ///< identifiers
   std::function<void(PopClient&, const std::string&)> onEvent;
-  const MemoryLine* line = nullptr;
 
   void Connected(PopClient& owner) override { note(owner, "Connected"); }
   void Disconnected(PopClient& owner, std::int32_t code, const std::string& /*text*/) override {
@@ -46,7 +43,6 @@ class Recorder : public IPopClientNotify {
   }
   void Progress(PopClient& owner, std::int32_t position, std::int32_t total) override {
     progress.emplace_back(position, total);
-    if (line != nullptr) progressTimes.push_back(line->clock);
     if (onEvent) onEvent(owner, "Progress");
   }
   void Received(PopClient& owner, const PopMessage& message) override {
@@ -74,22 +70,15 @@ struct Desk {
   PlainReader reader;
   ServerHabits habits;
   Recorder recorder;
-  std::shared_ptr<PopClient> client = makeClient(server);
-
-  std::shared_ptr<PopClient> makeClient(MemoryServer& behind) { return makeClient(behind.line, behind); }
+  std::shared_ptr<PopClient> client = makeClient(server.line, server);
 
   std::shared_ptr<PopClient> makeClient(MemoryLine& line, MemoryPeer& peer) {
     const auto make = [&] { return std::make_unique<MemoryTransport>(line, peer); };
-    auto made = std::make_shared<PopClient>(
-        PopClient::Surroundings{make, reader, [] { return DateTime{2026, 11, 15, 16, 22, 5}; }, habits});
+    auto made = std::make_shared<PopClient>(PopClient::Surroundings{make, reader, [] { return DateTime{}; }, habits});
     made->HostName("mail.example");
-    made->Port(110);
     made->Login("user");
     made->Password("secret");
-    made->Timeout(10);
-    made->Security(0);
     made->Notification(&recorder);
-    recorder.line = &line;
     return made;
   }
 
@@ -102,17 +91,19 @@ struct Desk {
     }
   }
 
-  /// The bodies fetched, whole.
-  std::vector<std::string> texts() const {
-    std::vector<std::string> texts;
-    for (std::int16_t i = 0; i < messages().Count(); ++i) texts.push_back(messages().Item(i).Mail.Body);
-    return texts;
+  /// What the client has of each message.
+  template <class Field>
+  std::vector<Field> all(Field PopMessage::*field) const {
+    std::vector<Field> fields;
+    for (std::int16_t i = 0; i < messages().Count(); ++i) fields.push_back(messages().Item(i).*field);
+    return fields;
   }
 
-  std::vector<std::string> serverTexts() const {
-    std::vector<std::string> texts;
-    for (const MemoryMessage& message : server.messages) texts.push_back(message.text);
-    return texts;
+  bool hasAllTexts() const {
+    bool has = messages().Count() == std::ssize(server.messages);
+    for (std::int16_t i = 0; has && i < messages().Count(); ++i)
+      has = messages().Item(i).Mail.Body == server.messages[static_cast<std::size_t>(i)].text;
+    return has;
   }
 };
 

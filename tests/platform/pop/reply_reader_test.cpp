@@ -96,19 +96,5 @@ TEST(ReplyReader, BoundsEveryLineCountAndAnswer) {
   }
 }
 
-TEST(ReplyReader, TakesALineOfMegabytesInSmallPieces) {
-  ReplyReader reader;
-  std::string expected;
-  for (int i = 0; i < 4000; ++i) {
-    const std::string piece(1000, static_cast<char>('a' + i % 26));
-    expected += piece;
-    reader.feed(piece);
-    ASSERT_EQ(reader.message(), std::nullopt);
-    ASSERT_EQ(reader.messageBytes(), expected.size());
-  }
-  reader.feed("\r\n.\r\n");
-  EXPECT_EQ(reader.message(), expected + "\r\n");
-}
-
 }  // namespace
 }  // namespace velmora::test

@@ -1,17 +1,20 @@
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "platform/pop/pop_kit.h"
 
 namespace velmora::test {
 namespace {
 
-/// Lines of a dialogue as they go over the line: "S " before the server's, "C " before the client's.
-using Transcript = std::vector<std::string>;
-
-/// Says the server's lines, and holds the client to its own.
+/// Says the server's lines of a script, and holds the client to its own. A script has "S " before the lines of the
+/// server, "C " before those of the client, and '|' between them.
 class Reciter : public MemoryPeer {
  public:
-  explicit Reciter(const Transcript& script) : script_(script) {}
+  explicit Reciter(const std::string& script) {
+    std::istringstream lines(script);
+    for (std::string line; std::getline(lines, line, '|');) script_.push_back(line);
+  }
 
   std::string opened() override { return speak(); }
   std::string heard(std::string_view bytes) override {
@@ -32,30 +35,30 @@ class Reciter : public MemoryPeer {
     return said;
   }
 
-  const Transcript& script_;
+  std::vector<std::string> script_;
   std::size_t next_ = 0;
 };
 
-const Transcript logInPlain = {"S +OK ready",   "C CAPA",        "S -ERR what?", "C USER user",  "S +OK",
-                               "C PASS secret", "S +OK welcome", "C CAPA",       "S -ERR what?", "C STAT"};
-const Transcript logInPipelining = {"S +OK ready", "C CAPA",       "S +OK",         "S USER",        "S .",
-                                    "C USER user", "S +OK",        "C PASS secret", "S +OK welcome", "C CAPA",
-                                    "S +OK",       "S Pipelining", "S .",           "C STAT"};
+const std::string refused = "S -ERR what?|";
+const std::string usual = "S +OK|S USER|S .|";
+const std::string pipelining = "S +OK|S Pipelining yes|S .|";
 
-Transcript operator+(Transcript first, const Transcript& second) {
-  first.insert(first.end(), second.begin(), second.end());
-  return first;
+/// Up to STAT, with the answers to CAPA before and after.
+std::string logIn(const std::string& before, const std::string& after) {
+  return "S +OK ready|C CAPA|" + before + "C USER user|S +OK|C PASS  sec  ret |S +OK welcome|C CAPA|" + after +
+         "C STAT|";
 }
 
 struct Case {
   std::string name;
-  Transcript script;
+  std::string script;
   std::function<void(PopClient&)> act;
 };
 
 void fetch(PopClient& client) {
   client.Messages().FetchAll();
   EXPECT_EQ(client.Messages().Item(0).Mail.Body, "Subject: 1\r\n\r\n.\r\n");
+  EXPECT_EQ(client.Messages().Item(0).Size, 17);
   EXPECT_EQ(client.Messages().Item(1).Mail.Body, "Subject: 2\r\n");
 }
 
@@ -67,27 +70,27 @@ void deleteB(PopClient& client) {
 
 std::vector<Case> cases() {
   return {
-      {"nothing asked", logInPlain + Transcript{"S +OK 0 0", "C QUIT", "S +OK"}, [](PopClient&) {}},
-      {"empty mailbox", logInPlain + Transcript{"S +OK 0 0", "C QUIT", "S +OK"},
+      {"empty mailbox", logIn(refused, refused) + "S +OK 0 0|C QUIT|S +OK",
        [](PopClient& c) { c.Messages().FetchAll(); }},
-      {"fetch", logInPlain + Transcript{"S +OK 2 60", "C LIST",       "S +OK", "S 1 40", "S 2 20",   "S .",
-                                        "C UIDL",     "S +OK",        "S 1 a", "S 2 b",  "S .",      "C RETR 1",
-                                        "S +OK",      "S Subject: 1", "S ",    "S ..",   "S .",      "C RETR 2",
-                                        "S +OK",      "S Subject: 2", "S .",   "C QUIT", "S +OK bye"},
+      {"fetch",
+       logIn(usual, refused) +
+           "S +OK 2 60|C LIST|S +OK|S 4 40|S 9 20|S .|C UIDL|S +OK|S 4 a|S 9 b|S .|C RETR 4|S +OK|S Subject: 1|"
+           "S |S ..|S .|C RETR 9|S +OK|S Subject: 2|S .|C QUIT|S +OK bye",
        fetch},
       {"pipelined fetch",
-       logInPipelining + Transcript{"S +OK 2 60", "C LIST",       "C UIDL",       "S +OK",  "S 1 40",   "S 2 20",
-                                    "S .",        "S +OK",        "S 1 a",        "S 2 b",  "S .",      "C RETR 1",
-                                    "C RETR 2",   "S +OK",        "S Subject: 1", "S ",     "S ..",     "S .",
-                                    "S +OK",      "S Subject: 2", "S .",          "C QUIT", "S +OK bye"},
+       logIn(usual, pipelining) +
+           "S +OK 2 60|C LIST|C UIDL|S +OK|S 1 40|S 2 20|S .|S +OK|S 1 a|S 2 b|S .|C RETR 1|C RETR 2|S +OK|"
+           "S Subject: 1|S |S ..|S .|S +OK|S Subject: 2|S .|C QUIT|S +OK bye",
        fetch},
       {"delete",
-       logInPlain + Transcript{"S +OK 3 60", "C LIST", "S -ERR no", "C UIDL", "S +OK", "S 1 a", "S 2 b", "S 3 b", "S .",
-                               "C DELE 2", "S +OK", "C DELE 3", "S +OK", "C QUIT", "S +OK bye"},
+       logIn(refused, refused) +
+           "S +OK 3 60|C LIST|S -ERR no|C UIDL|S +OK|S 1 a|S 2 b|S 3 b|S .|C DELE 2|S +OK|C DELE 3|S +OK|C QUIT|"
+           "S +OK bye",
        deleteB},
       {"pipelined delete",
-       logInPipelining + Transcript{"S +OK 3 60", "C LIST", "C UIDL", "S +OK", "S .", "S +OK", "S 1 b", "S 2 a",
-                                    "S 3 b", "S .", "C DELE 1", "C DELE 3", "S +OK", "S +OK", "C QUIT", "S +OK bye"},
+       logIn(pipelining, usual) +
+           "S +OK 3 60|C LIST|C UIDL|S +OK|S 2 9|S 4 9|S 8 9|S .|S +OK|S 2 b|S 4 a|S 8 b|S .|C DELE 2|C DELE 8|"
+           "S +OK|S +OK|C QUIT|S +OK bye",
        deleteB},
   };
 }
@@ -101,6 +104,7 @@ TEST(Transcript, IsTheSameHoweverTheBytesArrive) {
       line.chunk = chunk;
       Desk desk;
       const auto client = desk.makeClient(line, reciter);
+      client->Password(" sec  ret ");
       client->Connect();
       c.act(*client);
       client->Disconnect();
