@@ -32,12 +32,6 @@ std::size_t characterSize(std::string_view text) {
 
 }  // namespace
 
-std::size_t length(std::string_view text) {
-  std::size_t count = 0;
-  for (; !text.empty(); text.remove_prefix(characterSize(text))) ++count;
-  return count;
-}
-
 std::string_view left(std::string_view text, std::size_t count) {
   std::string_view rest = text;
   for (; count > 0 && !rest.empty(); --count) rest.remove_prefix(characterSize(rest));

@@ -10,7 +10,6 @@ namespace velmora::text {
 
 /// Positions and lengths count characters of UTF-8. A byte that is part of no character counts as one of its own, so
 /// that every function is valid on any bytes and loses none.
-std::size_t length(std::string_view text);
 std::string_view left(std::string_view text, std::size_t count);
 
 /// Without the blanks at both ends.

@@ -44,11 +44,5 @@ TEST(Text, TurnsTextIntoNumbersOrSaysWhyNot) {
   EXPECT_EQ(text::toInt16(-32768), -32768);
 }
 
-TEST(Text, ComparesEndingsWithoutCase) {
-  EXPECT_TRUE(text::endsWithIgnoringCase("/a/Mail.EXE", ".exe"));
-  EXPECT_FALSE(text::endsWithIgnoringCase("/a/mail.exe.txt", ".exe"));
-  EXPECT_FALSE(text::endsWithIgnoringCase("exe", ".exe"));
-}
-
 }  // namespace
 }  // namespace velmora
