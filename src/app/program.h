@@ -50,7 +50,9 @@ struct Program {
   std::int16_t AccountInfoLines = 0;
   std::string NextCheckText;
 
-  // The message list.
+  // The message list. The order in force, SortDescending of the program's pages, is the option SortOrder.
+  std::string SortColumnName;
+  std::string LastClickedColumn;     ///< a click on it again turns the order round
   std::int16_t AcntLastShown = 0;    ///< a click on this account's tab does nothing
   std::int16_t SelectedMessage = 0;  ///< what the actions on a message work on
   bool ItemUnderPointer = false;     ///< the last pointer event on the list met a row

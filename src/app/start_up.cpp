@@ -11,6 +11,7 @@
 #include "checking/pop_session.h"
 #include "messages/email_client.h"
 #include "messages/message_list.h"
+#include "messages/sorting.h"
 
 namespace velmora {
 
@@ -112,6 +113,7 @@ void Form_Load(Program& program) {
   loadOptions(program.platform.settings(), OptionField::Read::WithTheMenus, program.options);
   SetColumnWidths(program);
   program.EditOptions = program.options;
+  StartSorting(program);
   program.DefaultClientValid = isFileWithEnding(program, program.options.DefaultClient, ".exe");
   loadAccounts(program, count);
   ShowClock(program);

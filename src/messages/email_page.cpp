@@ -6,6 +6,7 @@
 #include "app/program.h"
 #include "checking/check_cycle.h"
 #include "messages/message_list.h"
+#include "messages/sorting.h"
 #include "platform/failure.h"
 
 namespace velmora {
@@ -70,6 +71,7 @@ void ConnectEmailPage(Program& program) {
   list.Click = [&program] { lvwEmail_Click(program); };
   list.RightClick = [&program] { lvwEmail_RightClick(program); };
   list.MouseMove = [&program](std::int32_t row) { lvwEmail_MouseMove(program, row); };
+  list.ColumnClick = [&program](const std::string& header) { lvwEmail_ColumnClick(program, header); };
   list.GotFocus = [&program] { lvwEmail_GotFocus(program); };
   frmMain.TabStripEmail.Click = [&program] { TabStripEmail_Click(program); };
   for (TabStrip* strip : {&frmMain.TabStripEmail, &frmMain.TabStripAcnts}) {

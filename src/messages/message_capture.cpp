@@ -9,6 +9,7 @@
 #include "app/program.h"
 #include "checking/pop_session.h"
 #include "messages/captured_text.h"
+#include "messages/sorting.h"
 #include "platform/text.h"
 
 namespace velmora {
@@ -110,10 +111,12 @@ void fetchMessages(Program& program, std::int16_t account) {
 void retrieveMessages(Program& program, std::int16_t account) {
   clearFindings(program.accounts[account]);
   fetchMessages(program, account);
-  if (program.accounts[account].AcntMsgCount == 0) return;
-  program.accounts[account].AcntHasMessages = true;
-  markNewMessages(program, account);
-  countMessages(program, account);
+  if (program.accounts[account].AcntMsgCount > 0) {
+    program.accounts[account].AcntHasMessages = true;
+    markNewMessages(program, account);
+    countMessages(program, account);
+  }
+  if (program.options.MessageSort == 1) SortMessages(program, account, program.SortColumnName);
 }
 
 }  // namespace

@@ -1,5 +1,8 @@
 #include "messages/message_store.h"
 
+#include <iterator>
+#include <utility>
+
 #include "platform/failure.h"
 
 namespace velmora {
@@ -7,6 +10,15 @@ namespace velmora {
 void MessageStore::GrowMessageStore(std::int16_t capacity) { capacity_ = capacity; }
 
 void MessageStore::ResizeAccountStore(std::int16_t accounts) { rows_.resize(static_cast<std::size_t>(accounts) + 1); }
+
+void MessageStore::Reorder(std::int16_t account, std::span<const std::size_t> order) {
+  if (order.empty()) return;
+  at(account, static_cast<std::int16_t>(order.size()));
+  auto& row = rows_[static_cast<std::size_t>(account)];
+  std::vector<MailMessage> former(std::make_move_iterator(row.begin() + 1),
+                                  std::make_move_iterator(row.begin() + 1 + static_cast<std::ptrdiff_t>(order.size())));
+  for (std::size_t i = 0; i < order.size(); ++i) row[i + 1] = std::move(former[order[i]]);
+}
 
 MailMessage& MessageStore::at(std::int16_t account, std::int16_t message) {
   const bool room =

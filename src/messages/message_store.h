@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -36,6 +38,10 @@ class MessageStore {
 
   /// Makes room for account numbers 0 to `accounts`, keeping what is there.
   void ResizeAccountStore(std::int16_t accounts);
+
+  /// Puts an account's first messages into a new order: message `order[i] + 1` becomes number `i + 1`. No message is
+  /// copied. `order` holds each number from 0 up to its size once.
+  void Reorder(std::int16_t account, std::span<const std::size_t> order);
 
   /// The cell of a message. Throws subscriptFailure where there is no room for it.
   MailMessage& at(std::int16_t account, std::int16_t message);

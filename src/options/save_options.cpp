@@ -3,6 +3,7 @@
 #include "app/program.h"
 #include "checking/check_cycle.h"
 #include "messages/email_client.h"
+#include "messages/sorting.h"
 
 namespace velmora {
 
@@ -25,6 +26,7 @@ void SaveOptions(Program& program) {
   takeOver(program.EditOptions, program.options);
   program.DefaultClientValid = isFileWithEnding(program, program.options.DefaultClient, ".exe");
   writeOptions(program.platform.settings(), program.options);
+  FollowSortOptions(program);
   ChooseRunningTimer(program);
 }
 

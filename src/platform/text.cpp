@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <charconv>
 #include <limits>
+#include <locale>
+#include <stdexcept>
 
 #include "platform/failure.h"
 
@@ -30,6 +32,41 @@ std::size_t characterSize(std::string_view text) {
   return std::all_of(rest.begin(), rest.end(), isContinuation) ? announced : 1;
 }
 
+char32_t decoded(std::string_view character) {
+  const auto first = static_cast<unsigned char>(character.front());
+  auto code = static_cast<char32_t>(first & (0xFFU >> (character.size() + 1)));
+  for (const char c : character.substr(1)) code = code << 6U | (static_cast<unsigned char>(c) & 0x3FU);
+  return code;
+}
+
+std::size_t encodedSize(char32_t code) { return code < 0x80 ? 1 : code < 0x800 ? 2 : code < 0x10000 ? 3 : 4; }
+
+std::string encoded(char32_t code) {
+  const std::size_t size = encodedSize(code);
+  if (size == 1) return {static_cast<char>(code)};
+  std::string bytes(size, '\0');
+  for (std::size_t i = size - 1; i > 0; --i, code >>= 6U) bytes[i] = static_cast<char>(0x80U | (code & 0x3FU));
+  bytes[0] = static_cast<char>((0xF00U >> size & 0xFFU) | code);
+  return bytes;
+}
+
+/// The letters of all scripts, where the system knows them; otherwise those from A to Z.
+const std::ctype<wchar_t>& letters() {
+  static const std::locale locale = [] {
+    try {
+      return std::locale("C.UTF-8");
+    } catch (const std::runtime_error&) {
+      return std::locale::classic();
+    }
+  }();
+  return std::use_facet<std::ctype<wchar_t>>(locale);
+}
+
+char32_t upper(char32_t code) {
+  const auto wide = static_cast<wchar_t>(code);
+  return static_cast<char32_t>(wide) == code ? static_cast<char32_t>(letters().toupper(wide)) : code;
+}
+
 }  // namespace
 
 std::string_view left(std::string_view text, std::size_t count) {
@@ -51,6 +88,22 @@ std::string replaceAll(std::string_view text, std::string_view what, std::string
     text.remove_prefix(at + what.size());
   }
   return result.append(text);
+}
+
+std::string upper(std::string_view text) {
+  std::string result;
+  result.reserve(text.size());
+  while (!text.empty()) {
+    const std::size_t size = characterSize(text);
+    const char first = text.front();
+    if (size > 1) {
+      result += encoded(upper(decoded(text.substr(0, size))));
+    } else {
+      result += first >= 'a' && first <= 'z' ? static_cast<char>(first - 'a' + 'A') : first;
+    }
+    text.remove_prefix(size);
+  }
+  return result;
 }
 
 bool equalsIgnoringCase(std::string_view a, std::string_view b) {

@@ -18,6 +18,9 @@ std::string_view trim(std::string_view text);
 /// Every `what` replaced by `with`.
 std::string replaceAll(std::string_view text, std::string_view what, std::string_view with);
 
+/// Every letter in upper case, where it has one of its own.
+std::string upper(std::string_view text);
+
 /// Equal without regard to the case of the letters A to Z.
 bool equalsIgnoringCase(std::string_view a, std::string_view b);
 bool endsWithIgnoringCase(std::string_view text, std::string_view end);

@@ -36,11 +36,12 @@ class ListView {
   std::deque<Column> Columns;
   std::int32_t Width = 900;  ///< at design, in the units of the columns' widths
   Property<bool> Enabled = true;
-  std::function<void()> ItemClick;              ///< a row was chosen, before Click
-  std::function<void()> Click;                  ///< the list was clicked, on a row or beside
-  std::function<void()> DblClick;               ///< likewise, twice
-  std::function<void()> RightClick;             ///< the right button came up
-  std::function<void(std::int32_t)> MouseMove;  ///< the pointer is over this row, 0 for none
+  std::function<void()> ItemClick;                      ///< a row was chosen, before Click
+  std::function<void()> Click;                          ///< the list was clicked, on a row or beside
+  std::function<void()> DblClick;                       ///< likewise, twice
+  std::function<void()> RightClick;                     ///< the right button came up
+  std::function<void(std::int32_t)> MouseMove;          ///< the pointer is over this row, 0 for none
+  std::function<void(const std::string&)> ColumnClick;  ///< the header with this text was clicked
   std::function<void()> GotFocus;
   Signal<> rowsChanged;
   Signal<> selectionChanged;  ///< the program, not the user, has changed the selection

@@ -1,0 +1,65 @@
+#include "messages/sorting.h"
+
+#include <vector>
+
+#include "app/program.h"
+#include "messages/message_list.h"
+#include "messages/message_order.h"
+
+namespace velmora {
+
+namespace {
+
+void showOnHeaders(Program& program, const std::string& column) {
+  const char* picture = program.options.SortOrder != 0 ? "Descending" : "Ascending";
+  for (auto& header : program.frmMain.lvwEmail.Columns) header.Picture = header.Text == column ? picture : "Blank";
+}
+
+}  // namespace
+
+void SortMessages(Program& program, std::int16_t account, const std::string& column) {
+  if (column.empty()) return;
+  showOnHeaders(program, column);
+  const SortColumnField* field = sortColumn(column);
+  if (field == nullptr) return;
+  std::vector<std::string> keys;
+  for (std::int16_t i = 1; i <= program.accounts[account].AcntMsgCount; ++i) {
+    keys.push_back(sortKey(program.messages.at(account, i), *field));
+  }
+  program.messages.Reorder(account, exchangeOrder(keys, program.options.SortOrder != 0));
+}
+
+void SortColumnFromOption(Program& program, std::int16_t option) {
+  if (option == 0) program.SortColumnName = program.options.SortColumnLastUsed;
+  if (option >= 1 && option <= static_cast<std::int16_t>(sortColumns.size())) {
+    program.SortColumnName = sortColumns[static_cast<std::size_t>(option - 1)].name;
+  }
+}
+
+void StartSorting(Program& program) {
+  SortColumnFromOption(program, program.options.SortColumn);
+  program.LastClickedColumn = program.SortColumnName;
+  if (program.options.MessageSort == 1) showOnHeaders(program, program.SortColumnName);
+}
+
+void FollowSortOptions(Program& program) {
+  showOnHeaders(program, "");
+  if (program.options.MessageSort != 1) return;
+  SortColumnFromOption(program, program.options.SortColumn);
+  showOnHeaders(program, program.SortColumnName);
+  const std::int16_t account = program.accounts.AcntCurrent;
+  SortMessages(program, account, program.SortColumnName);
+  ShowAccountMessages(program, account);
+}
+
+void lvwEmail_ColumnClick(Program& program, const std::string& header) {
+  const std::int16_t account = program.accounts.AcntCurrent;
+  if (program.accounts[account].AcntMsgCount == 0 || program.options.MessageSort == 0) return;
+  program.options.SortColumnLastUsed = program.SortColumnName = header;
+  if (program.LastClickedColumn == header) program.options.SortOrder = program.options.SortOrder == 0 ? 1 : 0;
+  program.LastClickedColumn = header;
+  SortMessages(program, account, header);
+  ShowAccountMessages(program, account);
+}
+
+}  // namespace velmora

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace velmora {
+
+struct Program;
+
+/// Sorts an account's messages by a column, in the order in force, and shows both on the list's headers. A column that
+/// is none of the five calls for no picture and no sort, a blank one for nothing at all.
+void SortMessages(Program& program, std::int16_t account, const std::string& column);
+
+/// Sets SortColumnName from a value of the option SortColumn. A value beyond all columns leaves it as it was.
+void SortColumnFromOption(Program& program, std::int16_t option);
+
+/// What the sort begins with at start-up, once the options are read.
+void StartSorting(Program& program);
+
+/// Shows on the headers what the options say, and sorts the account showing by it.
+void FollowSortOptions(Program& program);
+
+/// The user clicked a column's header: sorts by it, or turns the order round where it was clicked last.
+void lvwEmail_ColumnClick(Program& program, const std::string& header);
+
+}  // namespace velmora
