@@ -8,6 +8,7 @@
 #include "platform/qt/end_of_session.h"
 #include "platform/qt/html_text.h"
 #include "platform/qt/main_window_view.h"
+#include "platform/qt/preview_view.h"
 #include "platform/qt/qt_platform.h"
 #include "platform/qt/strings.h"
 
@@ -39,7 +40,8 @@ int main(int argc, char* argv[]) {
   const GmimeReader reader(htmlToText);
   QtPlatform platform(reader);
   Program program(platform);
-  const MainWindowView view(program.frmMain);
+  MainWindowView view(program.frmMain);
+  const PreviewView preview(program.frmPreview, &view);
   const EndOfSession endOfSession([&program] { QuitApplication(program); });
   if (!Main(program) || platform.isQuitting()) return 0;
   // Once the event loop runs: what ends the program also ends the box then.

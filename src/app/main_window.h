@@ -6,6 +6,7 @@
 
 #include "accounts/accounts_page.h"
 #include "messages/email_page.h"
+#include "options/options_page.h"
 #include "platform/controls/frame.h"
 #include "platform/controls/status_bar.h"
 #include "platform/controls/timer.h"
@@ -35,7 +36,7 @@ inline constexpr std::size_t pauseStartUpBar = 14;
 
 /// The only top-level window of the program: four pages of which one shows at a time, the buttons that switch between
 /// them, a row of buttons for each page, and the status bar.
-struct MainWindow : Form, EmailPage, AccountsPage {
+struct MainWindow : Form, EmailPage, AccountsPage, OptionsPage {
   Toolbar tbrMainButtons{"imlMainIcons",
                          {{"Email", "Email        ", "Email Messages", "Email"},
                           {"Accounts", "Accounts  ", "Account Information", "Accounts"},

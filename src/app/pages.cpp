@@ -1,5 +1,6 @@
 #include "app/pages.h"
 
+#include <array>
 #include <string_view>
 #include <utility>
 
@@ -12,8 +13,8 @@ namespace velmora {
 
 namespace {
 
-/// The help's topic of the Email page.
-constexpr int emailHelp = 130;
+/// The help's topic of each page.
+constexpr std::array<int, pageCount> helpContexts = {130, 140, 150, 260};
 
 Frame& frameOf(Program& program, std::int16_t page) { return program.frmMain.fraMain[static_cast<std::size_t>(page)]; }
 
@@ -82,6 +83,10 @@ void ShowNoAccountState(Program& program) {
   for (const std::size_t bar : {closeBar, checkAllBar}) frmMain.tbrButtons[bar].Enabled = false;
 }
 
+void ShowHelp(Program& program) {
+  program.platform.showHelp(helpContexts[static_cast<std::size_t>(program.CurrentPage)]);
+}
+
 void CloseToTray(Program& program) {
   program.frmMain.State = WindowState::Minimised;
   program.frmMain.Visible = false;
@@ -106,7 +111,7 @@ void tbrButtons_ButtonClick(Program& program, const Button& button) {
   if (button.Key == "CheckAll") CheckAllAccounts(program);
   if (button.Key == "Close") CloseToTray(program);
   if (button.Key == "StartEmailClient") StartClientProgram(program);
-  if (button.Key == "Help" && program.CurrentPage == emailPage) program.platform.showHelp(emailHelp);
+  if (button.Key == "Help") ShowHelp(program);
 }
 
 }  // namespace velmora

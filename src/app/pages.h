@@ -15,6 +15,9 @@ void ShowPage(Program& program, std::int16_t page);
 void SetAccountState(Program& program);
 void ShowNoAccountState(Program& program);
 
+/// Opens the help at the topic of the page that is showing.
+void ShowHelp(Program& program);
+
 /// Minimises the window and hides it.
 void CloseToTray(Program& program);
 

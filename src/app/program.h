@@ -8,6 +8,7 @@
 #include "app/main_window.h"
 #include "app/status_panels.h"
 #include "messages/message_store.h"
+#include "messages/preview_window.h"
 #include "options/options.h"
 #include "platform/platform.h"
 #include "platform/pop/pop_client.h"
@@ -49,6 +50,7 @@ struct Program {
   std::string AccountInfoText;
   std::int16_t AccountInfoLines = 0;
   std::string NextCheckText;
+  std::string NextCheckTime;  ///< "dd/mm/yy-hh:mm" of the next timed check
 
   // The message list. The order in force, SortDescending of the program's pages, is the option SortOrder.
   std::string SortColumnName;
@@ -57,7 +59,12 @@ struct Program {
   std::int16_t SelectedMessage = 0;  ///< what the actions on a message work on
   bool ItemUnderPointer = false;     ///< the last pointer event on the list met a row
   std::int16_t HoverMessage = 0;     ///< the row under the pointer, 0 for none
+  std::int16_t TipMessage = 0;       ///< the message that the list's tip was last worked out for
+  std::int16_t ColumnZone = noZone;  ///< likewise its column
   AttachmentCounts listCounts;
+
+  PreviewWindow frmPreview;
+  bool PreviewOpen = false;
 
   bool FormLoading = false;    ///< handlers of changes do nothing
   bool QuitRequested = false;  ///< closing the window ends the program, whatever the options say

@@ -2,6 +2,8 @@
 
 #include "app/pages.h"
 #include "app/program.h"
+#include "messages/email_client.h"
+#include "messages/preview.h"
 
 namespace velmora {
 
@@ -25,7 +27,8 @@ void Form_Unload(Program& program) {
   program.PopClient.reset();
   SaveColumnWidths(program);
   saveSortState(program);
-  for (const auto* name : {"temporary.eml", "temporary.msg"}) program.platform.deleteTemporaryFile(name);
+  frmPreview_Unload(program);
+  DeleteTemporaryFiles(program);
   program.frmMain.Visible = false;
   program.platform.quit();
 }

@@ -11,6 +11,7 @@
 #include "checking/pop_session.h"
 #include "messages/email_client.h"
 #include "messages/message_list.h"
+#include "messages/preview.h"
 #include "messages/sorting.h"
 
 namespace velmora {
@@ -42,15 +43,20 @@ void connectWindow(Program& program) {
   for (Toolbar& bar : frmMain.tbrButtons) {
     bar.ButtonClick = [&program](Button& button) { tbrButtons_ButtonClick(program, button); };
   }
+  frmMain.Help = [&program] { ShowHelp(program); };
   frmMain.Resize = [&program] { Form_Resize(program); };
   frmMain.Close = [&program] { Form_Unload(program); };
   frmMain.tmrStatusBar.Tick = [&program] { ShowClock(program); };
   frmMain.tmrMailTime.Tick = [&program] { ShowClock(program); };
   frmMain.tmrRetrieveMessage.Tick = [&program] { tmrRetrieveMessage_Timer(program); };
   ConnectEmailPage(program);
+  ConnectPreview(program);
+  ConnectAbout(program);
+  frmMain.StatusBar.MouseMove = [&program](std::int32_t x, std::int32_t y) { ShowPanelTip(program, x, y); };
 }
 
-void initialControls(Program& program) {
+/// What every showing of the window has in common.
+void ArrangeMainWindow(Program& program) {
   MainWindow& frmMain = program.frmMain;
   for (std::size_t page = 1; page < pageCount; ++page) frmMain.fraMain[page].Visible = false;
   frmMain.fraNoAcntsBanner.Visible = false;
@@ -107,7 +113,7 @@ void Form_Load(Program& program) {
   CreatePopClient(program);
   program.FormLoading = true;
   program.frmMain.Caption = program.AppTitle;
-  initialControls(program);
+  ArrangeMainWindow(program);
   const std::int16_t count = Accounts::storedCount(program.platform.settings());
   loadOptions(program.platform.settings(), OptionField::Read::AtStartUp, program.options);
   loadOptions(program.platform.settings(), OptionField::Read::WithTheMenus, program.options);
@@ -123,11 +129,15 @@ void Form_Load(Program& program) {
   ShowAccountMessages(program, program.accounts.AcntCurrent);
   program.AcntLastShown = program.accounts.AcntCurrent;
   SetAccountState(program);
+  // The actions on a message wait for a click on a row, at the start as at any other time.
+  EnableMessageActions(program, false);
   program.frmMain.cmdTakeFocus.SetFocus();
 }
 
 void Form_Resize(Program& program) {
-  if (program.FormLoading || program.frmMain.State != WindowState::Minimised) return;
+  if (program.FormLoading) return;
+  if (program.PreviewOpen) program.frmPreview.Visible = program.frmMain.State != WindowState::Minimised;
+  if (program.frmMain.State != WindowState::Minimised) return;
   program.platform.yield();
   // Who brings the window back meanwhile wants to see it.
   if (program.frmMain.State == WindowState::Minimised) program.frmMain.Visible = false;

@@ -4,6 +4,27 @@
 
 namespace velmora {
 
+namespace {
+
+std::string tipOfPanel(const Program& program, int number, const std::string& text) {
+  const DateTime now = program.platform.now();
+  const MonthNames& months = program.platform.monthNames();
+  switch (number) {
+    case 2:
+      return countTip(program.accounts[program.accounts.AcntCurrent], program.listCounts, text);
+    case 3:
+      return lastCheckTip(text, now, months);
+    case 4:
+      return nextCheckTip(text, program.NextCheckTime, months);
+    case StatusBar::panelCount:
+      return clockTip(now, months);
+    default:
+      return text;
+  }
+}
+
+}  // namespace
+
 void RefreshAccountPanels(Program& program, std::int16_t account) {
   StatusBar& bar = program.frmMain.StatusBar;
   const Accounts::Row& row = program.accounts[account];
@@ -17,6 +38,12 @@ void RefreshAccountPanels(Program& program, std::int16_t account) {
 
 void ShowClock(Program& program) {
   program.frmMain.StatusBar.Panels(5).Text = clockText(program.platform.now(), program.platform.monthNames());
+}
+
+void ShowPanelTip(Program& program, std::int32_t x, std::int32_t /*y*/) {
+  StatusBar& bar = program.frmMain.StatusBar;
+  const int number = bar.PanelAt(x);
+  bar.ToolTipText = number == 0 ? std::string() : tipOfPanel(program, number, bar.Panels(number).Text);
 }
 
 }  // namespace velmora

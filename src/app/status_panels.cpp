@@ -1,5 +1,7 @@
 #include "app/status_panels.h"
 
+#include <algorithm>
+
 namespace velmora {
 
 namespace {
@@ -20,6 +22,14 @@ bool holdsNoCount(const Accounts::Row& account) {
          account.AcntLastCheckText == "Not Checked";
 }
 
+constexpr std::string_view momentPattern = "mmmm dd, yyyy at h:mm AM/PM";
+
+std::string noun(std::int16_t count) { return count < 2 ? " Message" : " Messages"; }
+
+bool showsAttachments(const AttachmentCounts& list) {
+  return list.ListAttachCount > 0 || list.ListDeleteAttachCount > 0 || list.ListNewAttachCount > 0;
+}
+
 }  // namespace
 
 CountPanel countPanel(const Accounts::Row& account, const AttachmentCounts& list) {
@@ -35,6 +45,36 @@ CountPanel countPanel(const Accounts::Row& account, const AttachmentCounts& list
 
 std::string clockText(const DateTime& now, const MonthNames& months) {
   return formatDateTime(now, "mmm d/yy h:mm AM/PM", months);
+}
+
+std::string countTip(const Accounts::Row& account, const AttachmentCounts& list, const std::string& text) {
+  if (account.AcntSpamCount > 0) return text + noun(account.AcntSpamCount) + " Marked as Spam";
+  if (account.AcntDeleteCount > 0) return text + noun(account.AcntDeleteCount) + " for Deletion";
+  if (account.AcntMsgCount > 0 && showsAttachments(list)) {
+    return text + noun(account.AcntMsgCount) + " with an Attachment";
+  }
+  if (account.AcntNewCount > 0) return text + " New" + noun(account.AcntNewCount);
+  if (text.empty()) return text;
+  return text + (account.AcntMsgCount == 1 ? " Message" : " Messages");
+}
+
+std::string lastCheckTip(const std::string& text, const DateTime& now, const MonthNames& months) {
+  constexpr std::string_view checkedAt = "Checked at:";
+  if (!text.starts_with(checkedAt)) return text;
+  const auto moment = parseGeneralDate(formatDateTime(now, "m/d/yyyy") + text.substr(checkedAt.size()));
+  return moment ? "Last Check: " + formatDateTime(*moment, momentPattern, months) : text;
+}
+
+std::string nextCheckTip(const std::string& text, std::string nextCheckTime, const MonthNames& months) {
+  if (text.starts_with("Retrieving")) return text;
+  if (!text.starts_with("Auto Check at")) return "Auto Check is Off";
+  std::replace(nextCheckTime.begin(), nextCheckTime.end(), '-', ' ');
+  const auto moment = parseDayFirst(nextCheckTime);
+  return moment ? "Next Auto Check: " + formatDateTime(*moment, momentPattern, months) : text;
+}
+
+std::string clockTip(const DateTime& now, const MonthNames& months) {
+  return "Current: " + formatDateTime(now, "mmmm dd, yyyy h:mm AM/PM", months);
 }
 
 }  // namespace velmora

@@ -81,20 +81,12 @@ std::string walkEnabledAccounts(Program& program) {
   return lines;
 }
 
-void showAccountAgain(Program& program, std::int16_t account) {
-  program.accounts.AcntCurrent = account;
-  program.AcntLastShown = 0;
-  if (account == 0) return;
-  program.frmMain.TabStripEmail.SelectTab(account);
-  TabStripEmail_Click(program);
-}
-
 void timedWalk(Program& program) {
   beginTotals(program);
   const std::int16_t current = program.accounts.AcntCurrent;
   SetCheckingInterface(program, false, true);
   program.AccountInfoText = "Account Information:\r\n" + walkEnabledAccounts(program);
-  showAccountAgain(program, current);
+  ShowAccountAgain(program, current);
   SetCheckingInterface(program, true, true);
 }
 
@@ -103,6 +95,7 @@ void timedWalk(Program& program) {
 void CheckAccount(Program& program, std::int16_t account) {
   Accounts::Row& row = program.accounts[account];
   row.AcntChecked = true;
+  program.frmMain.lvwEmail.EmptyText = "Checking...";
   program.frmMain.lvwEmail.Clear();
   RetrieveAccount(program, account);
   row.AcntStatusText = statusTextAfterCheck(row, program.StopRequested);
@@ -174,6 +167,7 @@ void SetCheckingInterface(Program& program, bool enabled, bool showStop) {
     frame->Enabled = enabled;
   }
   for (TabStrip* strip : {&frmMain.TabStripEmail, &frmMain.TabStripAcnts}) strip->Enabled = enabled;
+  program.frmPreview.tbrButtons.Enabled = enabled;
   for (const std::size_t bar : {helpBar, closeBar, checkAllBar, startClientBar}) {
     frmMain.tbrButtons[bar].Enabled = enabled;
   }

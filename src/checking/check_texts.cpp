@@ -11,6 +11,11 @@ std::string statusTextAfterCheck(const Accounts::Row& account, bool stopRequeste
   return name + (stopRequested ? " - User Stopped Retrieval" : " - Error Accessing Account");
 }
 
+std::string statusTextAfterDeletion(const Accounts::Row& account) {
+  if (account.AcntMsgCount == 0) return account.AcntName + " - No Messages";
+  return account.AcntName + " - " + std::to_string(account.AcntMsgCount) + " Message(s)";
+}
+
 std::string timeText(const DateTime& now) { return formatDateTime(now, "h:mm AM/PM"); }
 
 Question incompleteWarning(std::string_view appTitle, int accounts, std::string_view accountNames) {
@@ -27,6 +32,18 @@ Question incompleteWarning(std::string_view appTitle, int accounts, std::string_
                   "temporarily turn off 'Allow Quick Checking'.";
   question.title = std::string(appTitle) + " - Message DownLoad Error";
   question.icon = Question::Icon::Critical;
+  return question;
+}
+
+Question deleteQuestion(std::string_view appTitle, std::string_view accountName, std::size_t count, bool spam) {
+  const std::string word = spam ? " Spam" : "";
+  Question question;
+  question.text = "Ready to Delete " + std::to_string(count) + word + " Message(s) from '" + std::string(accountName) +
+                  "' " + std::string(15, ' ') +
+                  "\r\n\r\nThis operation is NOT reversible!\r\n\r\nWould you like to proceed?\r\n";
+  question.title = std::string(appTitle) + " - Ready to Delete" + word + " Message(s)";
+  question.icon = Question::Icon::Critical;
+  question.buttons = Question::Buttons::YesNo;
   return question;
 }
 

@@ -2,6 +2,7 @@
 
 #include "app/program.h"
 #include "messages/client_texts.h"
+#include "messages/message_file.h"
 #include "platform/text.h"
 
 namespace velmora {
@@ -26,6 +27,15 @@ bool isFileWithEnding(const Program& program, const std::string& path, std::stri
 
 void StartClientProgram(Program& program) {
   if (!startClient(program)) program.platform.MsgBox(clientError(program.AppTitle));
+}
+
+void WriteMessageFile(Program& program, const std::string& path) {
+  const MailMessage& message = program.messages.at(program.accounts.AcntCurrent, program.SelectedMessage);
+  program.platform.writeFile(path, messageFileText(message));
+}
+
+void DeleteTemporaryFiles(Program& program) {
+  for (const auto* name : {"temporary.eml", "temporary.msg"}) program.platform.deleteTemporaryFile(name);
 }
 
 }  // namespace velmora

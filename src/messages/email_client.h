@@ -13,4 +13,10 @@ bool isFileWithEnding(const Program& program, const std::string& path, std::stri
 /// Starts the default email client, or else that of the account showing; says so where neither can be started.
 void StartClientProgram(Program& program);
 
+/// Writes the selected message into a file. Failures are silent.
+void WriteMessageFile(Program& program, const std::string& path);
+
+/// Removes what was laid into the temporary folder for other programs.
+void DeleteTemporaryFiles(Program& program);
+
 }  // namespace velmora

@@ -5,7 +5,10 @@
 
 #include "app/program.h"
 #include "checking/check_cycle.h"
+#include "checking/deletion.h"
+#include "messages/list_tips.h"
 #include "messages/message_list.h"
+#include "messages/preview.h"
 #include "messages/sorting.h"
 #include "platform/failure.h"
 
@@ -15,14 +18,22 @@ namespace {
 
 constexpr std::array widthKeys = {"ColFromWidth", "ColToWidth", "ColSubjectWidth", "ColDateWidth", "ColSizeWidth"};
 
+std::int16_t usualWidth(const Program& program) {
+  return text::toInt16(static_cast<std::int64_t>(program.frmMain.lvwEmail.Width / 4.5));
+}
+
 /// Size, the last column, gets by with less.
 std::int16_t standardWidth(std::size_t column, std::int16_t usual) {
   return column == widthKeys.size() - 1 ? static_cast<std::int16_t>(std::lrint(usual / 2.15)) : usual;
 }
 
-/// Without a stored width every column, Size too, gets the usual one.
-std::int16_t storedWidth(Program& program, std::string_view key, std::int16_t usual) {
-  return fromText(program.platform.settings().GetSetting(optionsSection, key, toText(usual)), usual);
+/// Without stored widths every column, Size too, gets the usual one.
+void restoreKeptWidths(Program& program) {
+  const std::int16_t usual = usualWidth(program);
+  for (std::size_t i = 0; i < widthKeys.size(); ++i) {
+    const std::string kept = program.platform.settings().GetSetting(optionsSection, widthKeys[i], toText(usual));
+    program.frmMain.lvwEmail.Columns[i].Width = fromText(kept, usual);
+  }
 }
 
 void lvwEmail_ItemClick(Program& program) {
@@ -40,6 +51,12 @@ void lvwEmail_Click(Program& program) {
   }
   if (!program.ItemUnderPointer) list.Deselect(program.SelectedMessage);
   EnableMessageActions(program, program.ItemUnderPointer);
+  if (program.ItemUnderPointer) FollowInPreview(program);
+}
+
+/// What the list and its menu do in place of a button. While a check or a deletion runs they are as dead as it is.
+void pressInPlace(Program& program, const char* key) {
+  if (program.frmMain.fraEmailToolBar.Enabled) program.frmMain.tbrEmail[key].click();
 }
 
 void lvwEmail_RightClick(Program& program) {
@@ -48,17 +65,14 @@ void lvwEmail_RightClick(Program& program) {
   program.ItemUnderPointer = program.HoverMessage >= 1;
 }
 
-void lvwEmail_MouseMove(Program& program, std::int32_t row) {
-  program.HoverMessage = static_cast<std::int16_t>(row);
-  program.ItemUnderPointer = row > 0;
-}
-
 /// Keeps the dotted focus mark off a list that the pointer isn't on.
 void lvwEmail_GotFocus(Program& program) {
   if (program.HoverMessage == 0) program.frmMain.cmdTakeFocus.SetFocus();
 }
 
 void tbrEmail_ButtonClick(Program& program, const Button& button) {
+  if (button.Key == "EmailPreview") PreviewMessage(program);
+  if (button.Key == "EmailDelete") DeleteSelectedMessages(program);
   if (button.Key == "EmailCheck") CheckCurrentAccount(program);
 }
 
@@ -69,14 +83,22 @@ void ConnectEmailPage(Program& program) {
   ListView& list = frmMain.lvwEmail;
   list.ItemClick = [&program] { lvwEmail_ItemClick(program); };
   list.Click = [&program] { lvwEmail_Click(program); };
+  list.DblClick = [&program] { pressInPlace(program, "EmailPreview"); };
+  list.DeleteKey = [&program] { pressInPlace(program, "EmailDelete"); };
   list.RightClick = [&program] { lvwEmail_RightClick(program); };
-  list.MouseMove = [&program](std::int32_t row) { lvwEmail_MouseMove(program, row); };
+  list.MouseMove = [&program](std::int32_t row, std::int32_t x) { lvwEmail_MouseMove(program, row, x); };
   list.ColumnClick = [&program](const std::string& header) { lvwEmail_ColumnClick(program, header); };
   list.GotFocus = [&program] { lvwEmail_GotFocus(program); };
   frmMain.TabStripEmail.Click = [&program] { TabStripEmail_Click(program); };
   for (TabStrip* strip : {&frmMain.TabStripEmail, &frmMain.TabStripAcnts}) {
-    strip->GotFocus = [&frmMain] { frmMain.cmdTakeFocus.SetFocus(); };
+    strip->GotFocus = [&program] {
+      if (!program.PreviewOpen) program.frmMain.cmdTakeFocus.SetFocus();
+    };
   }
+  list.ColumnRightClick = [&frmMain] { frmMain.mnuColumns.PopUp(); };
+  frmMain.mnuRestoreColWidth.Click = [&program] { RestoreColumnWidths(program); };
+  frmMain.mnuEmailPreview.Click = [&program] { pressInPlace(program, "EmailPreview"); };
+  frmMain.mnuEmailDelete.Click = [&program] { pressInPlace(program, "EmailDelete"); };
   frmMain.tbrEmail.ButtonClick = [&program](Button& button) { tbrEmail_ButtonClick(program, button); };
 }
 
@@ -89,13 +111,26 @@ void TabStripEmail_Click(Program& program) {
   program.AcntLastShown = account;
 }
 
+void ShowAccountAgain(Program& program, std::int16_t account) {
+  program.accounts.AcntCurrent = account;
+  program.AcntLastShown = 0;
+  if (account == 0) return;
+  program.frmMain.TabStripEmail.SelectTab(account);
+  TabStripEmail_Click(program);
+}
+
 void SetColumnWidths(Program& program) {
   loadOptions(program.platform.settings(), OptionField::Read::WithTheList, program.options);
-  ListView& list = program.frmMain.lvwEmail;
-  const auto usual = text::toInt16(static_cast<std::int64_t>(list.Width / 4.5));
+  if (program.options.RestoreColWidth == 1) {
+    RestoreColumnWidths(program);
+  } else {
+    restoreKeptWidths(program);
+  }
+}
+
+void RestoreColumnWidths(Program& program) {
   for (std::size_t i = 0; i < widthKeys.size(); ++i) {
-    list.Columns[i].Width =
-        program.options.RestoreColWidth == 1 ? standardWidth(i, usual) : storedWidth(program, widthKeys[i], usual);
+    program.frmMain.lvwEmail.Columns[i].Width = standardWidth(i, usualWidth(program));
   }
 }
 

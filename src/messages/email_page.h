@@ -4,11 +4,15 @@
 #include "platform/controls/list_view.h"
 #include "platform/controls/menu.h"
 #include "platform/controls/tab_strip.h"
+#include "platform/controls/text_box.h"
 #include "platform/controls/toolbar.h"
 
 namespace velmora {
 
 struct Program;
+
+/// The columns of the list that offer tips are its zones, numbered from 0; the rest of a row is none.
+inline constexpr std::int16_t noZone = 3;
 
 /// The controls of the Email page: one tab an account, and the messages of the account whose tab is selected.
 struct EmailPage {
@@ -23,12 +27,16 @@ struct EmailPage {
                     {"EmailCheck", "Check   ", "Check Account for Messages", "EmailCheck"}}};
   TabStrip TabStripEmail;
   ListView lvwEmail{"From", "To", "Subject", "Date", "Size"};
+  ToolTip tipEmail{"", 5000};  ///< of the list
 
   MenuEntry mnuEmailPreview{"&Preview|#Preview"};
   MenuEntry mnuEmailDelete{"&Delete|#Delete"};
   MenuEntry mnuEmailReply{"&Reply|#Reply"};
   MenuEntry mnuEmailOpen{"&Open|#Open"};
   PopupMenu mnuEmailPopMenu{"imlPopMenu", {&mnuEmailPreview, &mnuEmailDelete, &mnuEmailReply, &mnuEmailOpen}, {}};
+
+  MenuEntry mnuRestoreColWidth{"&Restore Column Width Now"};
+  PopupMenu mnuColumns{"imlPopMenu", {&mnuRestoreColWidth}, {}};  ///< of the list's headers
 };
 
 /// Sets the handlers of the page's controls.
@@ -37,8 +45,14 @@ void ConnectEmailPage(Program& program);
 /// Shows the account of the selected tab, unless it is the one showing.
 void TabStripEmail_Click(Program& program);
 
+/// Selects an account's tab and fills the list anew, even where it is the one showing.
+void ShowAccountAgain(Program& program, std::int16_t account);
+
 /// Gives the list its columns' widths, from the settings where the user keeps them.
 void SetColumnWidths(Program& program);
+
+/// Gives every column the width that it had in the design.
+void RestoreColumnWidths(Program& program);
 
 /// Keeps the columns' widths for the next start, where the user wants that.
 void SaveColumnWidths(Program& program);

@@ -9,6 +9,7 @@
 #include "app/program.h"
 #include "checking/pop_session.h"
 #include "messages/captured_text.h"
+#include "messages/message_list.h"
 #include "messages/sorting.h"
 #include "platform/text.h"
 
@@ -42,10 +43,9 @@ bool isIncomplete(const MailMessage& message) {
 
 void captureMessages(Program& program, std::int16_t account) {
   Accounts::Row& row = program.accounts[account];
-  for (std::int16_t i = 1; i <= row.AcntMsgCount; ++i) {
-    MailMessage& message = program.messages.at(account, i);
-    const auto index = static_cast<std::int16_t>(i - 1);
-    fillMessage(message, currentClient(program).Messages().Item(index), program.platform.monthNames());
+  std::int16_t index = 0;
+  for (MailMessage& message : MessagesOf(program, account)) {
+    fillMessage(message, currentClient(program).Messages().Item(index++), program.platform.monthNames());
     if (isIncomplete(message)) row.AcntIncomplete = true;
   }
   if (row.AcntIncomplete) program.IncompleteAccounts += row.AcntName + "\r\n";
@@ -53,19 +53,15 @@ void captureMessages(Program& program, std::int16_t account) {
 
 /// Only the rows up to the present count are compared: an identifier that stood beyond it is new again.
 void markNewMessages(Program& program, std::int16_t account) {
-  const std::int16_t count = program.accounts[account].AcntMsgCount;
+  const auto messages = MessagesOf(program, account);
   std::vector<std::string_view> present;
   std::vector<std::string_view> previous;
-  program.messages.at(account, count);  // all rows there are: the views below must stay valid
-  for (std::int16_t i = 1; i <= count; ++i) {
-    present.push_back(program.messages.at(account, i).MsgID);
-    previous.push_back(program.messages.at(account, i).PrevMsgID);
+  for (const MailMessage& message : messages) {
+    present.push_back(message.MsgID);
+    previous.push_back(message.PrevMsgID);
   }
   const auto isNew = newFlags(present, previous);
-  for (std::int16_t i = 1; i <= count; ++i) {
-    MailMessage& message = program.messages.at(account, i);
-    message.New = isNew[static_cast<std::size_t>(i - 1)];
-  }
+  for (std::size_t i = 0; i < messages.size(); ++i) messages[i].New = isNew[i];
 }
 
 /// Checks by hand never set the totals back, so that they may reach their bound, where they stay: only a timed check,
@@ -76,10 +72,7 @@ void addTo(std::int16_t& total, std::int16_t count) {
 
 void countMessages(Program& program, std::int16_t account) {
   Accounts::Row& row = program.accounts[account];
-  for (std::int16_t i = 1; i <= row.AcntMsgCount; ++i) {
-    MailMessage& message = program.messages.at(account, i);
-    message.PrevMsgID = message.MsgID;
-  }
+  for (MailMessage& message : MessagesOf(program, account)) message.PrevMsgID = message.MsgID;
   addTo(program.TotalMessages, row.AcntMsgCount);
   if (row.AcntMsgCount <= row.AcntPrevCount) return;
   row.AcntHasNew = true;

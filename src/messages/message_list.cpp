@@ -2,6 +2,8 @@
 
 #include "app/program.h"
 #include "app/status_bar.h"
+#include "messages/empty_list.h"
+#include "messages/list_tips.h"
 #include "messages/pictures.h"
 
 namespace velmora {
@@ -25,10 +27,10 @@ void countPicture(Program& program, std::string_view picture) {
 
 std::vector<ListView::Row> rowsOf(Program& program, std::int16_t account) {
   std::vector<ListView::Row> rows;
-  const std::int16_t count = program.accounts[account].AcntMsgCount;
-  rows.reserve(static_cast<std::size_t>(count));
-  for (std::int16_t i = 1; i <= count; ++i) {
-    rows.push_back(rowOf(program.messages.at(account, i)));
+  const auto messages = MessagesOf(program, account);
+  rows.reserve(messages.size());
+  for (const MailMessage& message : messages) {
+    rows.push_back(rowOf(message));
     countPicture(program, rows.back().Picture);
   }
   return rows;
@@ -46,12 +48,18 @@ void ShowAccountMessages(Program& program, std::int16_t account) {
   MainWindow& frmMain = program.frmMain;
   frmMain.tbrEmail["EmailSpam"].Enabled = false;
   program.listCounts = {};
+  ForgetListTip(program);
+  frmMain.lvwEmail.EmptyText = emptyListText(program.accounts[account]);
   frmMain.lvwEmail.SetRows(rowsOf(program, account));
   if (program.accounts[account].AcntMsgCount > 0) program.SelectedMessage = 1;
   frmMain.TabStripEmail.Tabs(account).Caption = tabCaption(program.accounts[account]);
   SetAccountTabImage(program, account);
   EnableMessageActions(program, false);
   RefreshAccountPanels(program, account);
+}
+
+std::span<MailMessage> MessagesOf(Program& program, std::int16_t account) {
+  return program.messages.Messages(account, program.accounts[account].AcntMsgCount);
 }
 
 void SetAccountTabImage(Program& program, std::int16_t account) {
@@ -66,6 +74,10 @@ void EnableMessageActions(Program& program, bool enabled) {
     frmMain.tbrEmail[key].Enabled = enabled;
   }
   for (MenuEntry* entry : frmMain.mnuEmailPopMenu.Entries) entry->Enabled = enabled;
+  // An open preview works on the selected message too.
+  for (const auto* key : {"Save", "Print", "Delete", "Reply", "Open"}) {
+    program.frmPreview.tbrButtons[key].Enabled = enabled;
+  }
 }
 
 }  // namespace velmora

@@ -1,6 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
+
+#include "messages/message_store.h"
 
 namespace velmora {
 
@@ -9,6 +12,9 @@ struct Program;
 /// Shows an account's messages on the Email page: list, tab, buttons and status panels. Whatever changes a message
 /// calls it; the list is never edited row by row, so that row n is message n. Without accounts it does nothing.
 void ShowAccountMessages(Program& program, std::int16_t account);
+
+/// The messages that an account holds now.
+std::span<MailMessage> MessagesOf(Program& program, std::int16_t account);
 
 /// Gives an account's tabs on both strips the picture of its state.
 void SetAccountTabImage(Program& program, std::int16_t account);

@@ -1,9 +1,11 @@
 #include "messages/message_store.h"
 
+#include <algorithm>
 #include <iterator>
 #include <utility>
 
 #include "platform/failure.h"
+#include "platform/text.h"
 
 namespace velmora {
 
@@ -11,13 +13,27 @@ void MessageStore::GrowMessageStore(std::int16_t capacity) { capacity_ = capacit
 
 void MessageStore::ResizeAccountStore(std::int16_t accounts) { rows_.resize(static_cast<std::size_t>(accounts) + 1); }
 
+std::span<MailMessage> MessageStore::Messages(std::int16_t account, std::int16_t count) {
+  if (count < 1) return {};
+  at(account, count);
+  return std::span(rows_[static_cast<std::size_t>(account)]).subspan(1, static_cast<std::size_t>(count));
+}
+
 void MessageStore::Reorder(std::int16_t account, std::span<const std::size_t> order) {
-  if (order.empty()) return;
-  at(account, static_cast<std::int16_t>(order.size()));
-  auto& row = rows_[static_cast<std::size_t>(account)];
-  std::vector<MailMessage> former(std::make_move_iterator(row.begin() + 1),
-                                  std::make_move_iterator(row.begin() + 1 + static_cast<std::ptrdiff_t>(order.size())));
-  for (std::size_t i = 0; i < order.size(); ++i) row[i + 1] = std::move(former[order[i]]);
+  const auto messages = Messages(account, text::toInt16(static_cast<std::int64_t>(order.size())));
+  std::vector<MailMessage> former(std::make_move_iterator(messages.begin()), std::make_move_iterator(messages.end()));
+  for (std::size_t i = 0; i < order.size(); ++i) messages[i] = std::move(former[order[i]]);
+}
+
+void MessageStore::Remove(std::int16_t account, std::int16_t count, std::span<const std::int16_t> numbers) {
+  const auto messages = Messages(account, count);
+  std::size_t kept = 0;
+  for (std::size_t i = 0; i < messages.size(); ++i) {
+    if (std::binary_search(numbers.begin(), numbers.end(), static_cast<std::int16_t>(i + 1))) continue;
+    if (kept != i) messages[kept] = std::move(messages[i]);
+    ++kept;
+  }
+  for (MailMessage& message : messages.subspan(kept)) message = {};
 }
 
 MailMessage& MessageStore::at(std::int16_t account, std::int16_t message) {

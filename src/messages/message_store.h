@@ -39,9 +39,17 @@ class MessageStore {
   /// Makes room for account numbers 0 to `accounts`, keeping what is there.
   void ResizeAccountStore(std::int16_t accounts);
 
+  /// An account's first `count` messages: number n is element n - 1. Valid until the store's next change of size.
+  /// Throws subscriptFailure where there is no room for them.
+  std::span<MailMessage> Messages(std::int16_t account, std::int16_t count);
+
   /// Puts an account's first messages into a new order: message `order[i] + 1` becomes number `i + 1`. No message is
   /// copied. `order` holds each number from 0 up to its size once.
   void Reorder(std::int16_t account, std::span<const std::size_t> order);
+
+  /// Takes out of an account's first `count` messages those with these numbers, which ascend; the rest moves up, and
+  /// the cells that become free are blank.
+  void Remove(std::int16_t account, std::int16_t count, std::span<const std::int16_t> numbers);
 
   /// The cell of a message. Throws subscriptFailure where there is no room for it.
   MailMessage& at(std::int16_t account, std::int16_t message);

@@ -23,9 +23,7 @@ void SortMessages(Program& program, std::int16_t account, const std::string& col
   const SortColumnField* field = sortColumn(column);
   if (field == nullptr) return;
   std::vector<std::string> keys;
-  for (std::int16_t i = 1; i <= program.accounts[account].AcntMsgCount; ++i) {
-    keys.push_back(sortKey(program.messages.at(account, i), *field));
-  }
+  for (const MailMessage& message : MessagesOf(program, account)) keys.push_back(sortKey(message, *field));
   program.messages.Reorder(account, exchangeOrder(keys, program.options.SortOrder != 0));
 }
 
@@ -55,6 +53,8 @@ void FollowSortOptions(Program& program) {
 void lvwEmail_ColumnClick(Program& program, const std::string& header) {
   const std::int16_t account = program.accounts.AcntCurrent;
   if (program.accounts[account].AcntMsgCount == 0 || program.options.MessageSort == 0) return;
+  // A check or a deletion that is under way counts on the order.
+  if (!program.frmMain.fraEmailToolBar.Enabled) return;
   program.options.SortColumnLastUsed = program.SortColumnName = header;
   if (program.LastClickedColumn == header) program.options.SortOrder = program.options.SortOrder == 0 ? 1 : 0;
   program.LastClickedColumn = header;

@@ -90,13 +90,26 @@ std::string_view skipBlanks(std::string_view text) {
   return text;
 }
 
-bool takeNumbers(std::string_view& text, char separator, int& a, int& b, int& c) {
+/// Three numbers with a slash between each two.
+bool takeDate(std::string_view& text, int& a, int& b, int& c) {
   for (int* part : {&a, &b, &c}) {
-    if (part != &a && !take(text, separator)) return false;
+    if (part != &a && !take(text, '/')) return false;
     const auto value = takeNumber(text);
     if (!value) return false;
     *part = *value;
   }
+  return true;
+}
+
+/// Hour and minute, and seconds where there are any.
+bool takeTime(std::string_view& text, DateTime& moment) {
+  const auto hour = takeNumber(text);
+  const auto minute = hour && take(text, ':') ? takeNumber(text) : std::nullopt;
+  const auto second = minute && take(text, ':') ? takeNumber(text) : minute ? std::optional(0) : std::nullopt;
+  if (!second) return false;
+  moment.hour = *hour;
+  moment.minute = *minute;
+  moment.second = *second;
   return true;
 }
 
@@ -144,13 +157,22 @@ std::string generalDate(const DateTime& moment) {
 std::optional<DateTime> parseGeneralDate(std::string_view text) {
   DateTime moment;
   text = text::trim(text);
-  if (!takeNumbers(text, '/', moment.month, moment.day, moment.year)) return std::nullopt;
+  if (!takeDate(text, moment.month, moment.day, moment.year)) return std::nullopt;
   text = skipBlanks(text);
   if (!text.empty()) {
-    if (!takeNumbers(text, ':', moment.hour, moment.minute, moment.second)) return std::nullopt;
+    if (!takeTime(text, moment)) return std::nullopt;
     applyMarker(skipBlanks(text), moment.hour);
   }
   return isValid(moment) ? std::optional(moment) : std::nullopt;
+}
+
+std::optional<DateTime> parseDayFirst(std::string_view text) {
+  DateTime moment;
+  text = text::trim(text);
+  if (!takeDate(text, moment.day, moment.month, moment.year)) return std::nullopt;
+  moment.year += 2000;
+  text = skipBlanks(text);
+  return takeTime(text, moment) && isValid(moment) ? std::optional(moment) : std::nullopt;
 }
 
 }  // namespace velmora

@@ -35,9 +35,12 @@ std::string formatDateTime(const DateTime& moment, std::string_view pattern, con
 /// The general date: "12/25/2026 9:34:56 PM", without the time at midnight.
 std::string generalDate(const DateTime& moment);
 
-/// Reads a general date, or the beginning of one: the time may be missing, and of AM and PM the first letter is enough.
-/// Nothing where the text is no date.
+/// Reads a general date, or the beginning of one: the time or its seconds may be missing, and of AM and PM the first
+/// letter is enough. Nothing where the text is no date.
 std::optional<DateTime> parseGeneralDate(std::string_view text);
+
+/// Reads "15/11/26 16:21": day, month and year of this century, then hour and minute. Nothing where it is no date.
+std::optional<DateTime> parseDayFirst(std::string_view text);
 
 /// The moment exists: a 30 February, for instance, does not.
 bool isValid(const DateTime& moment);

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -26,6 +27,14 @@ struct Question {
 };
 enum class Answer { Ok, Yes, No };
 
+/// A dialog that asks for the name of a file to write. It asks before replacing one.
+struct FileQuestion {
+  std::string name;    ///< proposed, without a folder
+  std::string filter;  ///< for each kind of file its description, "|", its pattern, "|"
+
+  bool operator==(const FileQuestion&) const = default;
+};
+
 /// The one door to the outside. Everything but what stands behind it is a function of values.
 class Platform {
  public:
@@ -41,6 +50,9 @@ class Platform {
 
   /// Asks and waits for the answer while the event loop turns.
   virtual Answer MsgBox(const Question& question) = 0;
+
+  /// Returns the path that the user chose, nothing where he cancelled. The dialog opens in the program's own folder.
+  virtual std::optional<std::string> askForFile(const FileQuestion& question) = 0;
 
   /// Lets the event loop run once.
   virtual void yield() = 0;
@@ -61,6 +73,15 @@ class Platform {
   /// Starts a program, in a window of this state where the system can tell it (1 normal, 3 maximized). Returns whether
   /// it could be started.
   virtual bool startProgram(const std::string& path, std::int16_t windowState) = 0;
+
+  /// Opens a file or an address with the program that the desktop has for it.
+  virtual void open(const std::string& target) = 0;
+
+  /// Writes a file, or replaces it as a whole. Returns whether that succeeded; what was there stays where it did not.
+  virtual bool writeFile(const std::string& path, std::string_view content) = 0;
+
+  /// The path of a file that was installed with the program.
+  virtual std::string installedFile(std::string_view name) const = 0;
 
   /// A plain file stands at this path.
   virtual bool fileExists(const std::string& path) const = 0;

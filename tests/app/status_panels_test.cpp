@@ -43,5 +43,50 @@ TEST(CountPanel, IsBlankWhereNothingIsKnown) {
   EXPECT_EQ(countPanel(row, {}).text, "");
 }
 
+TEST(CountTip, SaysWhatTheNumberCounts) {
+  struct Case {
+    std::int16_t messages, fresh, spam, deleted, attach;
+    const char* text;
+    const char* tip;
+  };
+  const Case cases[] = {
+      {9, 2, 1, 4, 1, "1", "1 Message Marked as Spam"},
+      {9, 2, 2, 4, 1, "2", "2 Messages Marked as Spam"},
+      {9, 2, 0, 1, 1, "1", "1 Message for Deletion"},
+      {9, 2, 0, 4, 1, "4", "4 Messages for Deletion"},
+      {1, 1, 0, 0, 1, "1", "1 Message with an Attachment"},
+      {9, 1, 0, 0, 1, "1", "1 Messages with an Attachment"},
+      {9, 1, 0, 0, 0, "1", "1 New Message"},
+      {9, 3, 0, 0, 0, "3", "3 New Messages"},
+      {1, 0, 0, 0, 0, "1", "1 Message"},
+      {0, 0, 0, 0, 0, "0", "0 Messages"},
+      {9, 0, 0, 0, 0, "9", "9 Messages"},
+      {9, 0, 0, 0, 0, "", ""},
+  };
+  for (const auto& c : cases) {
+    Accounts::Row row;
+    row.AcntMsgCount = c.messages;
+    row.AcntNewCount = c.fresh;
+    row.AcntSpamCount = c.spam;
+    row.AcntDeleteCount = c.deleted;
+    EXPECT_EQ(countTip(row, {c.attach, 0, 0}, c.text), c.tip);
+  }
+}
+
+TEST(PanelTips, TellWholeMoments) {
+  const DateTime now{2026, 11, 5, 9, 4, 0};
+  EXPECT_EQ(lastCheckTip("Checked at: 4:21 PM", now, {}), "Last Check: November 05, 2026 at 4:21 PM");
+  for (const auto* other : {"Not Checked", "42 % Complete", "Checked at: noon"}) {
+    EXPECT_EQ(lastCheckTip(other, now, {}), other);
+  }
+  EXPECT_EQ(nextCheckTip("Auto Check at 12:20 AM", "06/11/26-00:20", {}),
+            "Next Auto Check: November 06, 2026 at 12:20 AM");
+  EXPECT_EQ(nextCheckTip("Auto Check at 12:20 AM", "", {}), "Auto Check at 12:20 AM");
+  EXPECT_EQ(nextCheckTip("Auto Check Off", "06/11/26-00:20", {}), "Auto Check is Off");
+  EXPECT_EQ(nextCheckTip("Retrieving... (2 of 9)", "", {}), "Retrieving... (2 of 9)");
+  EXPECT_EQ(nextCheckTip("", "", {}), "Auto Check is Off");
+  EXPECT_EQ(clockTip(now, {}), "Current: November 05, 2026 9:04 AM");
+}
+
 }  // namespace
 }  // namespace velmora

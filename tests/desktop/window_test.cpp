@@ -3,54 +3,37 @@
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QElapsedTimer>
+#include <QHeaderView>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QMenu>
 #include <QProgressBar>
 #include <QTabBar>
-#include <QTest>
-#include <QToolButton>
-#include <QTreeView>
+#include <QToolTip>
 
-#include "platform/qt/main_window_view.h"
+#include "desktop/opened_window.h"
 #include "platform/qt/strings.h"
-#include "support/running_program.h"
+#include "platform/qt/tips.h"
 
 namespace velmora {
 namespace {
 
 using test::message;
 
-/// The real window over the program, whose servers live in memory.
-class Window : public test::RunningProgram {
+class Window : public test::OpenedWindow {
  protected:
-  void SetUp() override {
-    platform.onYield = [] { QCoreApplication::processEvents(); };
+  void type(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    QTest::keyClick(QApplication::focusWidget(), key, modifiers);
   }
 
-  void open() {
-    view_ = std::make_unique<MainWindowView>(program.frmMain);
-    start();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(view_.get()));
+  /// The text of the tip that is on the screen, once there is one.
+  static QString tip() {
+    return QTest::qWaitFor([] { return QToolTip::isVisible(); }) ? QToolTip::text() : QString();
   }
-
-  template <class Widget>
-  Widget& find(const QString& name) {
-    auto* widget = view_->findChild<Widget*>(name);
-    EXPECT_NE(widget, nullptr) << name.toStdString();
-    return *widget;
+  static void restPointerOn(QWidget& widget, const QPoint& at) {
+    QHelpEvent event(QEvent::ToolTip, at, widget.mapToGlobal(at));
+    QApplication::sendEvent(&widget, &event);
   }
-
-  void press(const QString& button) { QTest::mouseClick(&find<QToolButton>(button), Qt::LeftButton); }
-  QTreeView& list() { return find<QTreeView>("lvwEmail"); }
-  QString shown(int row, int column) { return list().model()->index(row, column).data().toString(); }
-
-  void clickAt(const QPoint& at, Qt::MouseButton button = Qt::LeftButton) {
-    QTest::mouseMove(list().viewport(), at);
-    QTest::mouseClick(list().viewport(), button, Qt::NoModifier, at);
-  }
-  QPoint middleOf(int row) { return list().visualRect(list().model()->index(row, 0)).center(); }
-
-  std::unique_ptr<MainWindowView> view_;
 };
 
 TEST_F(Window, ShowsWhatACheckFound) {
@@ -100,9 +83,8 @@ TEST_F(Window, ClicksAndKeysChooseMessages) {
   clickAt(QPoint(20, list().viewport()->height() - 5));
   EXPECT_FALSE(preview.isEnabled());
   EXPECT_TRUE(list().selectionModel()->selectedRows().isEmpty());
-  QTest::mouseMove(list().viewport(), middleOf(0));
-  QTest::mouseClick(list().viewport(), Qt::LeftButton, Qt::NoModifier, middleOf(0));
-  QTest::mouseClick(list().viewport(), Qt::LeftButton, Qt::ControlModifier, middleOf(2));
+  clickAt(middleOf(0));
+  clickAt(middleOf(2), Qt::ControlModifier);
   EXPECT_TRUE(program.frmMain.lvwEmail.IsSelected(1));
   EXPECT_TRUE(program.frmMain.lvwEmail.IsSelected(3));
   press("EmailCheck");
@@ -114,9 +96,9 @@ TEST_F(Window, TheRightButtonOpensTheMenu) {
   addAccount("Work").messages = {message("one")};
   open();
   press("EmailCheck");
-  QTest::mouseMove(list().viewport(), middleOf(0));
-  QTest::mouseClick(list().viewport(), Qt::LeftButton, Qt::NoModifier, middleOf(0));
-  QContextMenuEvent event(QContextMenuEvent::Mouse, middleOf(0), list().viewport()->mapToGlobal(middleOf(0)));
+  QTest::mouseMove(list().viewport(), middleOf(0, 4));
+  QTest::mousePress(list().viewport(), Qt::RightButton, Qt::NoModifier, middleOf(0, 4));
+  QContextMenuEvent event(QContextMenuEvent::Mouse, middleOf(0, 4), list().viewport()->mapToGlobal(middleOf(0, 4)));
   QApplication::sendEvent(list().viewport(), &event);
   auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
   ASSERT_NE(menu, nullptr);
@@ -191,6 +173,147 @@ TEST_F(Window, SizeRestoresTheDesignSizeAndTheListsWidthsAreKept) {
   EXPECT_EQ(view_->size(), design);
   list().setColumnWidth(1, 321);
   EXPECT_EQ(program.frmMain.lvwEmail.Columns[1].Width.get(), 321);
+}
+
+TEST_F(Window, TheKeyboardAloneDoesEverything) {
+  addAccount("Work").messages = {message("one"), message("two"), message("three")};
+  open();
+  type(Qt::Key_F5);
+  ASSERT_EQ(list().model()->rowCount(), 3);
+  type(Qt::Key_Down);
+  EXPECT_TRUE(list().hasFocus()) << "keys that nothing else wants are the list's";
+  EXPECT_EQ(program.SelectedMessage, 1);
+  type(Qt::Key_End);
+  EXPECT_EQ(program.SelectedMessage, 3);
+  type(Qt::Key_Up, Qt::ShiftModifier);
+  EXPECT_EQ(program.SelectedMessage, 2);
+  EXPECT_TRUE(program.frmMain.lvwEmail.IsSelected(3));
+  type(Qt::Key_Return);
+  ASSERT_TRUE(isActive(*preview_));
+  QTest::keyClick(preview_, Qt::Key_Escape);
+  EXPECT_FALSE(preview_->isVisible());
+  view_->activateWindow();
+  ASSERT_TRUE(isActive(*view_));
+  platform.answers = {Answer::Yes};
+  QTest::keyClick(&list(), Qt::Key_Delete);
+  EXPECT_EQ(platform.servers["Work"].messages.size(), 1U);
+  for (const auto& [key, page] : {std::pair{Qt::Key_2, "Accounts"}, {Qt::Key_3, "Rules"}, {Qt::Key_4, "Options"}}) {
+    QTest::keyClick(view_.get(), key, Qt::ControlModifier);
+    EXPECT_EQ(find<QLabel>("lblBanner").text(), page);
+  }
+  QTest::keyClick(view_.get(), Qt::Key_F1);
+  EXPECT_EQ(platform.helpShown, std::vector<int>{260});
+  const int logins = platform.servers["Work"].logins;
+  QTest::keyClick(view_.get(), Qt::Key_R, Qt::ControlModifier);
+  EXPECT_EQ(platform.servers["Work"].logins, logins + 1) << "from any page";
+  QTest::keyClick(view_.get(), Qt::Key_Escape);
+  EXPECT_FALSE(program.StopRequested) << "nothing runs that could be stopped";
+}
+
+TEST_F(Window, TheKeyboardsFocusStaysWhereItIsBrought) {
+  addAccount("Work").messages = {message("one")};
+  open();
+  press("EmailCheck");
+  list().setFocus(Qt::TabFocusReason);
+  QCoreApplication::processEvents();
+  EXPECT_TRUE(list().hasFocus());
+  find<QToolButton>("CheckAll").setFocus();
+  list().setFocus(Qt::OtherFocusReason);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !list().hasFocus(); })) << "the pointer is elsewhere";
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+  EXPECT_NE(QApplication::focusWidget()->objectName(), "cmdTakeFocus");
+}
+
+TEST_F(Window, AHeaderSorts) {
+  addAccount("Work").messages = {message("b"), message("a"), message("c")};
+  open();
+  press("EmailCheck");
+  const auto clickHeader = [this] {
+    QHeaderView& header = *list().header();
+    QTest::mouseClick(header.viewport(), Qt::LeftButton, Qt::NoModifier,
+                      QPoint(header.sectionViewportPosition(2) + 20, header.height() / 2));
+  };
+  clickHeader();
+  EXPECT_EQ(shown(0, 2), "c");
+  clickHeader();
+  EXPECT_EQ(shown(0, 2), "a");
+  EXPECT_EQ(list().model()->headerData(2, Qt::Horizontal, Qt::AccessibleTextRole), "Subject, sorted ascending");
+  QTest::keyClick(view_.get(), Qt::Key_3, Qt::AltModifier);
+  EXPECT_EQ(shown(0, 2), "c");
+  list().setColumnWidth(1, 321);
+  QTest::keyClick(view_.get(), Qt::Key_0, Qt::ControlModifier);
+  EXPECT_EQ(list().columnWidth(1), 200);
+}
+
+TEST_F(Window, ATipShowsExactlyWhatACellCutsOff) {
+  addAccount("Work").messages = {message("one", "From: <b>Ann</b> Example <a@b.org>\r\nTo: a@b.org,c@d.org\r\n")};
+  open();
+  press("EmailCheck");
+  const int needed = program.frmMain.TextWidth("<b>Ann</b> Example <a@b.org>", true);
+  const QModelIndex cell = list().model()->index(0, 0);
+  QStyleOptionViewItem option;
+  // A tip belongs to a width where the style's own layout shortens the text, and to no other.
+  for (int width = needed; width < needed + 40; ++width) {
+    list().setColumnWidth(0, width);
+    QToolTip::hideText();
+    program.frmMain.lvwEmail.MouseMove(0, 5000);
+    restPointerOn(*list().viewport(), middleOf(0, 0));
+    const bool cut = width < list().sizeHintForIndex(cell).width();
+    EXPECT_EQ(!program.frmMain.tipEmail.ToolText.get().empty(), cut) << width - needed;
+  }
+  list().setColumnWidth(0, 100);
+  program.frmMain.lvwEmail.MouseMove(0, 5000);
+  restPointerOn(*list().viewport(), middleOf(0, 0));
+  EXPECT_EQ(tip(), plainTip("<b>Ann</b> Example <a@b.org>")) << "no markup";
+  EXPECT_TRUE(tip().contains("&lt;b&gt;"));
+}
+
+TEST_F(Window, ThePanelsOfTheStatusBarHaveTips) {
+  addAccount("Work").messages = {message("one")};
+  open();
+  press("EmailCheck");
+  auto& bar = find<QWidget>("StatusBar");
+  const auto tipOf = [&](const char* label) {
+    QToolTip::hideText();
+    restPointerOn(bar, find<QLabel>(label).parentWidget()->geometry().center());
+    return tip();
+  };
+  EXPECT_EQ(tipOf("StatusBar1"), plainTip("Work - 1 Message"));
+  EXPECT_EQ(tipOf("StatusBar2"), plainTip("1 New Message"));
+  EXPECT_EQ(tipOf("StatusBar3"), plainTip("Last Check: November 15, 2026 at 4:21 PM"));
+  EXPECT_EQ(tipOf("StatusBar4"), plainTip("Auto Check is Off"));
+  EXPECT_EQ(tipOf("StatusBar5"), plainTip("Current: November 15, 2026 4:21 PM"));
+}
+
+TEST_F(Window, HostileTextIsShownAsItIs) {
+  addAccount("Work").messages = {
+      {"u", "From: a\1b\r\nSubject: x\u202Efdp.exe " + std::string(20000, 'y') + "\r\n\r\n"}};
+  open();
+  press("EmailCheck");
+  EXPECT_EQ(shown(0, 0), "a\u2401b");
+  EXPECT_EQ(shown(0, 2).left(2), "x\uFFFD");
+  EXPECT_LE(shown(0, 2).size(), 1000);
+}
+
+TEST_F(Window, AnEmptyListSaysWhy) {
+  addAccount("Work");
+  open();
+  EXPECT_TRUE(list().accessibleDescription().contains("not been checked yet"));
+  const QImage before = list().viewport()->grab().toImage();
+  press("EmailCheck");
+  EXPECT_EQ(list().accessibleDescription(), "No messages wait on the server.");
+  EXPECT_NE(list().viewport()->grab().toImage(), before);
+}
+
+TEST_F(Window, TheAboutSectionLeadsToTheWorld) {
+  open();
+  press("Options");
+  emit find<QLabel>("lblAboutWebSite").linkActivated("#");
+  emit find<QLabel>("lblAboutEmail").linkActivated("#");
+  press("ReadMe");
+  press("Update");
+  EXPECT_THAT(platform.opened, testing::ElementsAre("https://velmora.example/", "mailto: support@velmora.example",
+                                                    "/share/ReadMe.rtf", "https://velmora.example/"));
 }
 
 TEST_F(Window, ThirtyThousandRowsCostTheScreenNothing) {

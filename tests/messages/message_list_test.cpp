@@ -24,11 +24,13 @@ class MessageList : public test::RunningProgram {
 
   /// What the desktop does when the user clicks: on a row (from 1), or beside the rows (0).
   void clickRow(std::int32_t row) {
-    list().MouseMove(row);
-    list().UserSelected(row > 0 ? std::set{row} : std::set<std::int32_t>());
+    list().MouseMove(row, 0);
+    list().UserSelected(row > 0 ? std::set{row} : std::set<std::int32_t>(), row);
     if (row > 0) list().ItemClick();
     list().Click();
   }
+
+  static constexpr std::int32_t pastAllColumns = 5000;
 
   bool actionsEnabled() {
     bool all = true;
@@ -74,11 +76,11 @@ TEST_F(MessageList, ActionsNeedAClickOnARow) {
 TEST_F(MessageList, ARightClickOffersTheMenuWhereverItFalls) {
   int opened = 0;
   program.frmMain.mnuEmailPopMenu.opened.watch([&] { ++opened; });
-  list().MouseMove(2);
-  list().UserSelected({2});
+  list().MouseMove(2, 0);
+  list().UserSelected({2}, 2);
   list().RightClick();
   EXPECT_TRUE(actionsEnabled());
-  list().MouseMove(0);
+  list().MouseMove(0, pastAllColumns);
   list().RightClick();
   EXPECT_EQ(opened, 2);
   EXPECT_FALSE(actionsEnabled());
@@ -114,10 +116,10 @@ TEST_F(MessageList, MarksComeFromTheStore) {
 TEST_F(MessageList, TheFocusStaysAwayWithoutAPointer) {
   int taken = 0;
   program.frmMain.cmdTakeFocus.focus.watch([&] { ++taken; });
-  list().MouseMove(0);
+  list().MouseMove(0, pastAllColumns);
   list().GotFocus();
   EXPECT_EQ(taken, 1);
-  list().MouseMove(1);
+  list().MouseMove(1, 0);
   list().GotFocus();
   EXPECT_EQ(taken, 1);
   program.frmMain.TabStripEmail.GotFocus();

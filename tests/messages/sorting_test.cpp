@@ -106,5 +106,19 @@ TEST_F(Sorting, SortedMessagesTakeTheirMarksAndIdentifiersAlong) {
   for (const auto& row : list().Rows()) EXPECT_FALSE(row.Bold) << "none is new again";
 }
 
+TEST_F(Sorting, AMailboxOfTheLargestSizeIsSortedAndShown) {
+  startAndCheck();
+  constexpr std::int16_t most = 32767;
+  program.messages.GrowMessageStore(most);
+  program.accounts[1].AcntMsgCount = most;
+  int number = 0;
+  for (auto& message : program.messages.Messages(1, most)) message.Subject = std::to_string(100000 - ++number);
+  clickHeader("Subject");
+  clickHeader("Subject");
+  ASSERT_EQ(list().Rows().size(), 32767U);
+  EXPECT_EQ(subjects().front(), "67233");
+  EXPECT_EQ(subjects().back(), "99999");
+}
+
 }  // namespace
 }  // namespace velmora

@@ -81,7 +81,7 @@ TEST(ListView, ARefillIsOneChangeAndLeavesNothingSelected) {
   int changes = 0;
   list.rowsChanged.watch([&] { ++changes; });
   list.SetRows({{{"a"}, "New", true}, {{"b"}, "Normal", false}});
-  list.UserSelected({2});
+  list.UserSelected({1, 2}, 2);
   EXPECT_EQ(list.SelectedItem(), 2);
   list.SetRows({{{"a"}, "New", true}});
   EXPECT_EQ(changes, 2);

@@ -41,6 +41,10 @@ class TestPlatform : public Platform {
   std::deque<Answer> answers;  ///< given in turn; where none is left, Ok
   std::function<void()> onYield;
   std::set<std::string> files;
+  std::map<std::string, std::string> written;  ///< content by path
+  std::optional<std::string> chosenFile;       ///< what the user answers to every question for a file
+  std::vector<FileQuestion> filesAsked;
+  std::vector<std::string> opened;
   std::vector<std::string> deletedFiles;
   std::vector<int> helpShown;
   std::vector<std::string> started;  ///< path and window state
@@ -55,6 +59,10 @@ class TestPlatform : public Platform {
   const MonthNames& monthNames() const override { return months_; }
   SettingsStore& settings() override { return tree; }
   Answer MsgBox(const Question& question) override;
+  std::optional<std::string> askForFile(const FileQuestion& question) override {
+    filesAsked.push_back(question);
+    return chosenFile;
+  }
   void yield() override;
   void quit() override { hasQuit = true; }
   bool isOnlyInstance() override { return onlyInstance; }
@@ -65,6 +73,12 @@ class TestPlatform : public Platform {
     started.push_back(path + " " + std::to_string(windowState));
     return canStartPrograms;
   }
+  void open(const std::string& target) override { opened.push_back(target); }
+  bool writeFile(const std::string& path, std::string_view content) override {
+    written[path] = content;
+    return true;
+  }
+  std::string installedFile(std::string_view name) const override { return "/share/" + std::string(name); }
   bool fileExists(const std::string& path) const override { return files.contains(path); }
   void deleteTemporaryFile(std::string_view name) override { deletedFiles.emplace_back(name); }
   std::shared_ptr<PopClient> makePopClient() override;

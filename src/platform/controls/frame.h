@@ -16,6 +16,7 @@ struct Frame {
 
 struct Label {
   Property<std::string> Caption;
+  std::function<void()> Click = {};  ///< a label with this event is a link
 };
 
 /// Shows how far `Value` has come from `Min` to `Max`.
@@ -42,9 +43,17 @@ struct Form {
   Property<bool> Visible = false;
   Property<WindowState> State = WindowState::Normal;
   Property<MousePointer> Pointer = MousePointer::Default;
-  Signal<> restoreSize;          ///< asks the desktop for the size that the window was designed with
-  std::function<void()> Resize;  ///< the state or the size has changed
-  std::function<void()> Close;   ///< the user asked to close the window
+  Signal<> restoreSize;  ///< asks the desktop for the size that the window was designed with
+  Signal<> centre;       ///< asks the desktop to put the window into the middle of the screen
+  Signal<> activate;     ///< asks the desktop to bring the window forward
+  /// How wide a text is in the window's font, in the units of a list's columns. Set by the desktop.
+  std::function<std::int32_t(const std::string& text, bool bold)> TextWidth = [](const std::string&, bool) {
+    return 0;
+  };
+  std::function<void()> Help;      ///< the user asked for help with the window
+  std::function<void()> Resize;    ///< the state or the size has changed
+  std::function<void()> Close;     ///< the user asked to close the window
+  std::function<void()> Activate;  ///< the window has become the active one
 };
 
 }  // namespace velmora

@@ -19,6 +19,7 @@ class ListView {
   struct Column {
     std::string Text;
     Property<std::int32_t> Width;
+    std::int32_t Margin = 9;  ///< how much of the width a cell's text doesn't get; kept by the desktop
     Property<std::string> Picture;
     bool AlignRight = false;
   };
@@ -36,12 +37,16 @@ class ListView {
   std::deque<Column> Columns;
   std::int32_t Width = 900;  ///< at design, in the units of the columns' widths
   Property<bool> Enabled = true;
-  std::function<void()> ItemClick;                      ///< a row was chosen, before Click
-  std::function<void()> Click;                          ///< the list was clicked, on a row or beside
-  std::function<void()> DblClick;                       ///< likewise, twice
-  std::function<void()> RightClick;                     ///< the right button came up
-  std::function<void(std::int32_t)> MouseMove;          ///< the pointer is over this row, 0 for none
+  Property<std::string> EmptyText;   ///< said in place of rows where there are none
+  std::function<void()> ItemClick;   ///< a row was chosen, before Click
+  std::function<void()> Click;       ///< the list was clicked, on a row or beside
+  std::function<void()> DblClick;    ///< likewise, twice, or Enter was pressed
+  std::function<void()> RightClick;  ///< the right button came up
+  std::function<void()> DeleteKey;   ///< the key was pressed on the list
+  /// The pointer is over this row, 0 for none, at `x` from the left edge of the first column.
+  std::function<void(std::int32_t row, std::int32_t x)> MouseMove;
   std::function<void(const std::string&)> ColumnClick;  ///< the header with this text was clicked
+  std::function<void()> ColumnRightClick;
   std::function<void()> GotFocus;
   Signal<> rowsChanged;
   Signal<> selectionChanged;  ///< the program, not the user, has changed the selection
@@ -52,28 +57,34 @@ class ListView {
   void SetRows(std::vector<Row> rows) {
     rows_ = std::move(rows);
     selected_.clear();
+    current_ = 0;
     rowsChanged.raise();
   }
   void Clear() { SetRows({}); }
 
   bool IsSelected(std::int32_t row) const { return selected_.contains(row); }
 
-  /// The first of the selected rows. Throws subscriptFailure where there is none.
+  /// The selected row that was chosen last. Throws subscriptFailure where none is selected.
   std::int32_t SelectedItem() const {
     if (selected_.empty()) throw subscriptFailure();
-    return *selected_.begin();
+    return IsSelected(current_) ? current_ : *selected_.begin();
   }
 
   void Deselect(std::int32_t row) {
     if (selected_.erase(row) > 0) selectionChanged.raise();
   }
 
-  /// Takes over what the user has selected; called by the desktop before the events that follow from it.
-  void UserSelected(std::set<std::int32_t> rows) { selected_ = std::move(rows); }
+  /// Takes over what the user has selected, and the row that has the focus, 0 for none; called by the desktop before
+  /// the events that follow from it.
+  void UserSelected(std::set<std::int32_t> rows, std::int32_t current) {
+    selected_ = std::move(rows);
+    current_ = current;
+  }
 
  private:
   std::vector<Row> rows_;
   std::set<std::int32_t> selected_;
+  std::int32_t current_ = 0;
 };
 
 }  // namespace velmora

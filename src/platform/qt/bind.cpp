@@ -3,9 +3,12 @@
 #include <QCursor>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
+#include <QPainter>
 #include <QProgressBar>
 #include <QSignalBlocker>
+#include <QStyleOptionFocusRect>
 #include <QTabBar>
 #include <QTimer>
 #include <QToolButton>
@@ -13,11 +16,14 @@
 #include "platform/controls/frame.h"
 #include "platform/controls/menu.h"
 #include "platform/controls/tab_strip.h"
+#include "platform/controls/text_box.h"
 #include "platform/controls/timer.h"
 #include "platform/controls/toolbar.h"
 #include "platform/qt/focus_watcher.h"
+#include "platform/qt/harmless_text.h"
 #include "platform/qt/icons.h"
 #include "platform/qt/strings.h"
+#include "platform/qt/text_view.h"
 
 namespace velmora {
 
@@ -38,8 +44,26 @@ void bindButton(Button& button, const ImageList& images, QToolButton& widget) {
   QObject::connect(&widget, &QToolButton::clicked, &widget, [&button] { button.click(); });
 }
 
+/// A button that shows clearly where the keyboard is: many styles hardly do for flat ones.
+class PlainToolButton : public QToolButton {
+ public:
+  using QToolButton::QToolButton;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override {
+    QToolButton::paintEvent(event);
+    if (!hasFocus()) return;
+    QStyleOptionFocusRect option;
+    option.initFrom(this);
+    option.rect = rect().adjusted(1, 1, -1, -1);
+    option.state |= QStyle::State_KeyboardFocusChange;
+    QPainter painter(this);
+    style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
+  }
+};
+
 QToolButton* makeButton(Button& button, const ImageList& images, ButtonLook look, QWidget* parent) {
-  auto* widget = new QToolButton(parent);  // NOLINT(cppcoreguidelines-owning-memory): its parent owns it
+  auto* widget = new PlainToolButton(parent);  // NOLINT(cppcoreguidelines-owning-memory): its parent owns it
   const bool under = look == ButtonLook::TextUnderIcon;
   widget->setToolButtonStyle(under ? Qt::ToolButtonTextUnderIcon : Qt::ToolButtonTextBesideIcon);
   widget->setIconSize(under ? QSize(32, 32) : QSize(16, 16));
@@ -90,6 +114,33 @@ void bind(Frame& frame, QWidget& widget) {
 void bind(Label& label, QLabel& widget) {
   widget.setTextFormat(Qt::PlainText);
   label.Caption.watch([&widget](const std::string& caption) { widget.setText(qt(caption)); });
+}
+
+void bindLink(Label& label, QLabel& widget) {
+  widget.setTextFormat(Qt::RichText);
+  widget.setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
+  label.Caption.watch([&widget](const std::string& caption) {
+    widget.setText("<a href=\"#\">" + qt(caption).toHtmlEscaped() + "</a>");
+    widget.setAccessibleName(qt(caption));
+  });
+  QObject::connect(&widget, &QLabel::linkActivated, &widget, [&label] {
+    if (label.Click) label.Click();
+  });
+}
+
+void bind(TextBox& box, QLineEdit& widget) {
+  widget.setReadOnly(true);
+  box.Text.watch([&widget](const std::string& text) {
+    constexpr qsizetype most = 10000;
+    widget.setText(harmlessLine(text, most));
+    widget.setCursorPosition(0);
+  });
+}
+
+void bind(RichTextBox& box, TextView& widget) {
+  box.Text.watch([&widget](const std::string& text) { widget.showText(text); });
+  box.Visible.watch([&widget](bool on) { widget.setVisible(on); });
+  box.focus.watch([&widget] { widget.setFocus(); });
 }
 
 void bind(ProgressBar& bar, QProgressBar& widget) {

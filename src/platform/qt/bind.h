@@ -4,6 +4,7 @@
 #include <string_view>
 
 class QLabel;
+class QLineEdit;
 class QMenu;
 class QObject;
 class QProgressBar;
@@ -16,8 +17,11 @@ struct Frame;
 struct Label;
 struct PopupMenu;
 struct ProgressBar;
+struct RichTextBox;
+struct TextBox;
 struct Timer;
 class TabStrip;
+class TextView;
 class Toolbar;
 
 // Each call ties a control to the widget that shows it, for as long as both live: the widget follows the control's
@@ -25,7 +29,10 @@ class Toolbar;
 
 void bind(Frame& frame, QWidget& widget);
 void bind(Label& label, QLabel& widget);
+void bindLink(Label& label, QLabel& widget);
 void bind(ProgressBar& bar, QProgressBar& widget);
+void bind(TextBox& box, QLineEdit& widget);
+void bind(RichTextBox& box, TextView& widget);
 void bind(TabStrip& strip, QTabBar& widget, std::string_view imageList);
 void bind(PopupMenu& menu, QMenu& widget);
 

@@ -1,6 +1,6 @@
 #include "platform/qt/focus_watcher.h"
 
-#include <QEvent>
+#include <QFocusEvent>
 #include <QWidget>
 #include <utility>
 
@@ -8,13 +8,17 @@ namespace velmora {
 
 namespace {
 
+bool isByKeyboard(Qt::FocusReason reason) { return reason != Qt::MouseFocusReason && reason != Qt::OtherFocusReason; }
+
 class FocusWatcher : public QObject {
  public:
   FocusWatcher(QWidget& widget, std::function<void()> gotFocus) : QObject(&widget), gotFocus_(std::move(gotFocus)) {}
 
   bool eventFilter(QObject* watched, QEvent* event) override {
     // Afterwards, since a handler may hand the focus on while the widget is still taking it.
-    if (event->type() == QEvent::FocusIn) QMetaObject::invokeMethod(this, gotFocus_, Qt::QueuedConnection);
+    if (event->type() == QEvent::FocusIn && !isByKeyboard(static_cast<QFocusEvent*>(event)->reason())) {
+      QMetaObject::invokeMethod(this, gotFocus_, Qt::QueuedConnection);
+    }
     return QObject::eventFilter(watched, event);
   }
 

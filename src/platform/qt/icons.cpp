@@ -13,6 +13,8 @@ QIcon fromFile(const QString& name, ImageList::WhenDisabled whenDisabled) {
   const QString path = shareFolder() + "/icons/" + name + ".svg";
   if (!QFileInfo::exists(path)) return {};
   QIcon icon(path);
+  icon.addFile(path, QSize(),
+               QIcon::Selected);  // not tinted with the colour of the selection, in which it would vanish
   if (whenDisabled == ImageList::WhenDisabled::AsItIs) icon.addFile(path, QSize(), QIcon::Disabled);
   return icon;
 }

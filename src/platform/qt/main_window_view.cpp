@@ -2,8 +2,10 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
+#include <QShortcut>
 #include <QTabBar>
 #include <QVBoxLayout>
 #include <array>
@@ -22,8 +24,8 @@ namespace velmora {
 
 namespace {
 
-/// Wide enough for the five columns of the list at their usual widths, as the list's own design width has it.
-constexpr QSize designSize(940, 600);
+/// As wide as the five columns of the list at their usual widths, and a scroll bar.
+constexpr QSize designSize(924, 600);
 
 constexpr int leastHeight = 235;
 
@@ -42,6 +44,24 @@ Layout* plainLayout(QWidget* parent) {
   layout->setContentsMargins(0, 0, 0, 0);
   return layout;
 }
+
+class KeyForwarder : public QWidget {
+ public:
+  KeyForwarder(QWidget& target, QWidget* parent) : QWidget(parent), target_(target) {}
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    if (!target_.isVisible() || !target_.isEnabled() || event->key() == Qt::Key_Escape) {
+      event->ignore();
+      return;
+    }
+    target_.setFocus(Qt::ShortcutFocusReason);
+    QCoreApplication::sendEvent(&target_, event);
+  }
+
+ private:
+  QWidget& target_;
+};
 
 QTabBar* makeTabBar(TabStrip& strip, const char* name, const char* accessibleName, QWidget* parent) {
   auto* bar = new QTabBar(parent);
@@ -67,10 +87,11 @@ MainWindowView::MainWindowView(MainWindow& window) : window_(window) {
   column->addWidget(makePage(emailPage, makeEmailPage()), 1);
   column->addWidget(makePage(accountsPage, makeAccountsPage()), 1);
   column->addWidget(makePage(rulesPage, new QWidget(this)), 1);
-  column->addWidget(makePage(optionsPage, new QWidget(this)), 1);
+  column->addWidget(makePage(optionsPage, makeOptionsPage()), 1);
   column->addWidget(new StatusBarView(window_.StatusBar, window_.ProgressBar, body));
   setCentralWidget(body);
   addFocusTaker();
+  addShortcuts();
   resize(designSize);
   setMinimumSize(designSize.width(), leastHeight);
   followForm();
@@ -115,6 +136,10 @@ QWidget* MainWindowView::makePage(std::size_t page, QWidget* content) {
   auto* column = plainLayout<QVBoxLayout>(frame);
   column->addWidget(content, 1);
   column->addWidget(makeButtonRow(page));
+  // What has the focus would pass it on to some button when it goes.
+  window_.fraMain.at(page).Visible.watch([this, frame](bool on) {
+    if (!on && frame->isAncestorOf(focusWidget())) window_.cmdTakeFocus.SetFocus();
+  });
   bind(window_.fraMain.at(page), *frame);
   return frame;
 }
@@ -132,13 +157,38 @@ QWidget* MainWindowView::makeEmailPage() {
   auto* list = plainLayout<QVBoxLayout>(nullptr);
   list->setSpacing(0);
   list->addWidget(makeTabBar(window_.TabStripEmail, "TabStripEmail", "Accounts", page));
-  auto* view =
-      new MessageView(window_.lvwEmail, ImageList("imlListViewIcons"), ImageList("imlListViewColumnHeader"), page);
+  auto* view = new MessageView(window_.lvwEmail, window_.tipEmail, ImageList("imlListViewIcons"),
+                               ImageList("imlListViewColumnHeader"), page);
   view->setObjectName("lvwEmail");
   view->setAccessibleName("Messages");
   list->addWidget(view, 1);
   column->addLayout(list, 1);
   bind(window_.mnuEmailPopMenu, *new QMenu(view));
+  bind(window_.mnuColumns, *new QMenu(view));
+  window_.TextWidth = [view](const std::string& text, bool bold) { return view->textWidth(text, bold); };
+  list_ = view;
+  return page;
+}
+
+QWidget* MainWindowView::makeOptionsPage() {
+  auto* page = new QWidget(this);
+  auto* column = plainLayout<QVBoxLayout>(page);
+  column->addStretch(1);
+  const auto addLabel = [&](const char* name) {
+    auto* label = new QLabel(page);
+    label->setObjectName(name);
+    column->addWidget(label, 0, Qt::AlignHCenter);
+    return label;
+  };
+  auto* picture = addLabel("imgAbout");
+  constexpr QSize pictureSize(64, 64);
+  picture->setPixmap(applicationIcon().pixmap(pictureSize, devicePixelRatioF()));
+  bind(window_.lblAboutTitle, *addLabel("lblAboutTitle"));
+  bindLink(window_.lblAboutWebSite, *addLabel("lblAboutWebSite"));
+  bindLink(window_.lblAboutEmail, *addLabel("lblAboutEmail"));
+  column->addWidget(makeToolbar(window_.tbrOptAbout, "tbrOptAbout", ButtonLook::TextBesideIcon, page), 0,
+                    Qt::AlignHCenter);
+  column->addStretch(1);
   return page;
 }
 
@@ -162,12 +212,44 @@ QWidget* MainWindowView::makeButtonRow(std::size_t page) {
   return frame;
 }
 
+/// A widget that cannot be seen. The keys that it gets are meant for the list, the one thing that keys can work on
+/// without having the focus.
 void MainWindowView::addFocusTaker() {
-  auto* taker = new QWidget(centralWidget());
+  auto* taker = new KeyForwarder(*list_, centralWidget());
   taker->setObjectName("cmdTakeFocus");
-  taker->setFocusPolicy(Qt::StrongFocus);
   taker->resize(0, 0);
   window_.cmdTakeFocus.focus.watch([taker] { taker->setFocus(); });
+}
+
+/// What the buttons do, from every page, where they could be pressed.
+void MainWindowView::addShortcuts() {
+  const auto press = [this](const QKeySequence& keys, Toolbar& bar, const char* button, const Frame* frame = nullptr) {
+    connect(new QShortcut(keys, this), &QShortcut::activated, this, [&bar, button, frame] {
+      if (bar.Visible && (frame == nullptr || frame->Enabled)) bar[button].click();
+    });
+  };
+  press(Qt::Key_F5, window_.tbrButtons[checkAllBar], "CheckAll");
+  press(Qt::CTRL | Qt::Key_R, window_.tbrEmail, "EmailCheck", &window_.fraEmailToolBar);
+  press(Qt::Key_Escape, window_.tbrButtons[stopRetrievalBar], "StopRetrieval");
+  press(QKeySequence::Quit, window_.tbrMainButtons, "Quit", &window_.fraMainButtons);
+  for (int page = 0; page < static_cast<int>(pageCount); ++page) {
+    press(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + page), window_.tbrMainButtons,
+          PageBanners.at(static_cast<std::size_t>(page)), &window_.fraMainButtons);
+  }
+  const auto run = [this](const QKeySequence& keys, const std::function<void()>& event) {
+    connect(new QShortcut(keys, this), &QShortcut::activated, this, [&event] {
+      if (event) event();
+    });
+  };
+  run(QKeySequence::HelpContents, window_.Help);
+  run(Qt::CTRL | Qt::Key_0, window_.mnuRestoreColWidth.Click);
+  for (int column = 0; column < static_cast<int>(window_.lvwEmail.Columns.size()); ++column) {
+    connect(new QShortcut(Qt::ALT | static_cast<Qt::Key>(Qt::Key_1 + column), this), &QShortcut::activated, this,
+            [this, column] {
+              ListView& list = window_.lvwEmail;
+              if (list.ColumnClick) list.ColumnClick(list.Columns[static_cast<std::size_t>(column)].Text);
+            });
+  }
 }
 
 void MainWindowView::followForm() {

@@ -23,12 +23,15 @@ class MainWindowView : public QMainWindow {
   QWidget* makeEmailPage();
   QWidget* makeAccountsPage();
   QWidget* makeButtonRow(std::size_t page);
+  QWidget* makeOptionsPage();
   void addFocusTaker();
+  void addShortcuts();
   void followForm();
   void startTimers();
   void showState();
 
   MainWindow& window_;
+  QWidget* list_ = nullptr;
   bool takingOver_ = false;  ///< the control follows the screen, not the other way round
 };
 

@@ -3,14 +3,20 @@
 #include <QAbstractTableModel>
 #include <QContextMenuEvent>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QSignalBlocker>
+#include <limits>
 #include <set>
 
+#include "platform/controls/text_box.h"
 #include "platform/qt/focus_watcher.h"
+#include "platform/qt/harmless_text.h"
 #include "platform/qt/icons.h"
 #include "platform/qt/strings.h"
+#include "platform/qt/tips.h"
 
 namespace velmora {
 
@@ -47,13 +53,13 @@ class ListModel : public QAbstractTableModel {
     const auto column = static_cast<std::size_t>(index.column());
     switch (role) {
       case Qt::DisplayRole:
-        return qt(row.Cells.at(column));
+        return harmlessLine(row.Cells.at(column));
       case Qt::DecorationRole:
         return column == 0 ? rowPictures_.icon(row.Picture) : QVariant();
       case Qt::FontRole:
         return row.Bold ? boldFont() : QVariant();
       case Qt::TextAlignmentRole:
-        return static_cast<int>(Qt::AlignVCenter | (list_.Columns[column].AlignRight ? Qt::AlignRight : Qt::AlignLeft));
+        return alignment(list_.Columns[column]);
       case Qt::AccessibleDescriptionRole:
         return qt(row.Picture);
       default:
@@ -64,12 +70,32 @@ class ListModel : public QAbstractTableModel {
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
     if (orientation != Qt::Horizontal) return {};
     const auto& column = list_.Columns.at(static_cast<std::size_t>(section));
-    if (role == Qt::DisplayRole) return qt(column.Text);
-    if (role == Qt::DecorationRole) return headerPictures_.icon(column.Picture);
-    return {};
+    switch (role) {
+      case Qt::DisplayRole:
+        return qt(column.Text);
+      case Qt::DecorationRole:
+        // A blank picture would move the text away from that of the cells.
+        return column.Picture == "Blank" ? QVariant() : headerPictures_.icon(column.Picture);
+      case Qt::TextAlignmentRole:
+        return alignment(column);
+      case Qt::AccessibleTextRole:
+        return qt(column.Text) + sortState(column.Picture);
+      default:
+        return {};
+    }
   }
 
  private:
+  static int alignment(const ListView::Column& column) {
+    return static_cast<int>(Qt::AlignVCenter | (column.AlignRight ? Qt::AlignRight : Qt::AlignLeft));
+  }
+
+  static QString sortState(const std::string& picture) {
+    if (picture == "Ascending") return ", sorted ascending";
+    if (picture == "Descending") return ", sorted descending";
+    return {};
+  }
+
   static QVariant boldFont() {
     QFont font;
     font.setBold(true);
@@ -87,20 +113,33 @@ void tell(const std::function<void()>& event) {
 
 }  // namespace
 
-MessageView::MessageView(ListView& list, const ImageList& rowPictures, const ImageList& headerPictures, QWidget* parent)
-    : QTreeView(parent), list_(list) {
+MessageView::MessageView(ListView& list, ToolTip& tip, const ImageList& rowPictures, const ImageList& headerPictures,
+                         QWidget* parent)
+    : QTreeView(parent), list_(list), tip_(tip) {
   setRootIsDecorated(false);
   setUniformRowHeights(true);
   setAlternatingRowColors(true);
   setSelectionMode(ExtendedSelection);
   setMouseTracking(true);
+  setTabKeyNavigation(false);
   // NOLINTNEXTLINE(cppcoreguidelines-owning-memory): the view owns it
   setModel(new ListModel(list, rowPictures, headerPictures, this));
   followWidths();
+  followHeader();
+  measureMargins();
   list_.Enabled.watch([this](bool on) { setEnabled(on); });
+  list_.EmptyText.watch([this](const std::string& text) {
+    setAccessibleDescription(qt(text));
+    viewport()->update();
+  });
   list_.selectionChanged.watch([this] { showSelection(); });
-  connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] { takeSelection(); });
-  watchFocus(*this, [this] { tell(list_.GotFocus); });
+  connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+    // Otherwise it is a screen reader that has chosen.
+    if (!choosing_) choose(selectionModel()->hasSelection());
+  });
+  watchFocus(*this, [this] {
+    if (!pointerOnRow_) tell(list_.GotFocus);
+  });
 }
 
 void MessageView::followWidths() {
@@ -115,10 +154,48 @@ void MessageView::followWidths() {
   });
 }
 
+void MessageView::followHeader() {
+  header()->setSectionsClickable(true);
+  header()->setHighlightSections(false);
+  connect(header(), &QHeaderView::sectionClicked, this, [this](int section) {
+    if (list_.ColumnClick) list_.ColumnClick(list_.Columns.at(static_cast<std::size_t>(section)).Text);
+  });
+  header()->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(header(), &QHeaderView::customContextMenuRequested, this, [this] { tell(list_.ColumnRightClick); });
+}
+
+/// Asks the style how much of a wide cell it leaves to the text.
+void MessageView::measureMargins() {
+  constexpr int wide = 1000;
+  QStyleOptionViewItem option;
+  initViewItemOption(&option);
+  option.text = "x";
+  option.rect = QRect(0, 0, wide, option.decorationSize.height());
+  const int besideText = 2 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, &option, this) + 1);
+  for (std::size_t column = 0; column < list_.Columns.size(); ++column) {
+    option.features = QStyleOptionViewItem::HasDisplay;
+    if (column == 0) option.features |= QStyleOptionViewItem::HasDecoration;
+    const int left = style()->subElementRect(QStyle::SE_ItemViewItemText, &option, this).width();
+    list_.Columns[column].Margin = wide - left + besideText;
+  }
+}
+
+int MessageView::textWidth(const std::string& text, bool bold) const {
+  QFont shown = font();
+  shown.setBold(bold);
+  return QFontMetrics(shown).horizontalAdvance(harmlessLine(text));
+}
+
+void MessageView::tellPointer(const QPoint& position) {
+  const int row = indexAt(position).row() + 1;
+  pointerOnRow_ = row > 0;
+  if (list_.MouseMove) list_.MouseMove(row, position.x() + header()->offset());
+}
+
 void MessageView::takeSelection() {
   std::set<std::int32_t> rows;
   for (const auto& index : selectionModel()->selectedRows()) rows.insert(index.row() + 1);
-  list_.UserSelected(std::move(rows));
+  list_.UserSelected(std::move(rows), currentIndex().row() + 1);
 }
 
 void MessageView::showSelection() {
@@ -131,36 +208,91 @@ void MessageView::showSelection() {
 }
 
 void MessageView::choose(bool onRow) {
+  takeSelection();
   if (onRow) tell(list_.ItemClick);
   tell(list_.Click);
 }
 
+void MessageView::mousePressEvent(QMouseEvent* event) {
+  choosing_ = true;
+  QTreeView::mousePressEvent(event);
+}
+
 void MessageView::mouseMoveEvent(QMouseEvent* event) {
   QTreeView::mouseMoveEvent(event);
-  if (list_.MouseMove) list_.MouseMove(indexAt(event->position().toPoint()).row() + 1);
+  tellPointer(event->position().toPoint());
 }
 
 void MessageView::mouseReleaseEvent(QMouseEvent* event) {
   QTreeView::mouseReleaseEvent(event);
-  if (event->button() == Qt::LeftButton) choose(indexAt(event->position().toPoint()).isValid());
+  choosing_ = false;
+  const QPoint position = event->position().toPoint();
+  if (event->button() != Qt::LeftButton) return;
+  tellPointer(position);
+  choose(indexAt(position).isValid());
 }
 
 void MessageView::mouseDoubleClickEvent(QMouseEvent* event) {
   QTreeView::mouseDoubleClickEvent(event);
-  if (event->button() == Qt::LeftButton) tell(list_.DblClick);
+  if (event->button() == Qt::LeftButton && indexAt(event->position().toPoint()).isValid()) tell(list_.DblClick);
 }
 
-void MessageView::contextMenuEvent(QContextMenuEvent* /*event*/) { tell(list_.RightClick); }
+void MessageView::contextMenuEvent(QContextMenuEvent* event) {
+  const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
+  if (!byKey) tellPointer(event->pos());
+  const bool onRow = byKey ? selectionModel()->hasSelection() : indexAt(event->pos()).isValid();
+  choosing_ = false;
+  takeSelection();
+  if (onRow) tell(list_.ItemClick);
+  tell(list_.RightClick);
+}
 
 void MessageView::keyPressEvent(QKeyEvent* event) {
-  const auto before = selectionModel()->selectedRows();
-  QTreeView::keyPressEvent(event);
-  if (selectionModel()->selectedRows() != before) choose(true);
+  const int key = event->key();
+  if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+    tell(list_.DblClick);
+  } else if (key == Qt::Key_Delete) {
+    tell(list_.DeleteKey);
+  } else {
+    const auto before = selectionModel()->selectedRows();
+    choosing_ = true;
+    if ((key == Qt::Key_Down || key == Qt::Key_Up) && before.isEmpty()) {
+      setCurrentIndex(currentIndex().isValid() ? currentIndex() : model()->index(0, 0));
+    } else {
+      QTreeView::keyPressEvent(event);
+    }
+    choosing_ = false;
+    if (selectionModel()->selectedRows() != before) choose(selectionModel()->hasSelection());
+  }
 }
 
 void MessageView::leaveEvent(QEvent* event) {
   QTreeView::leaveEvent(event);
-  if (list_.MouseMove) list_.MouseMove(0);
+  pointerOnRow_ = false;
+  if (list_.MouseMove) list_.MouseMove(0, std::numeric_limits<std::int32_t>::max());
+}
+
+bool MessageView::viewportEvent(QEvent* event) {
+  if (event->type() != QEvent::ToolTip) return QTreeView::viewportEvent(event);
+  const auto* help = static_cast<QHelpEvent*>(event);
+  const QModelIndex index = indexAt(help->pos());
+  tellPointer(help->pos());
+  showTip(index.isValid() ? std::string_view(tip_.ToolText.get()) : std::string_view(), help->globalPos(), *viewport(),
+          visualRect(index), tip_.DelayTime);
+  return true;
+}
+
+void MessageView::paintEvent(QPaintEvent* event) {
+  QTreeView::paintEvent(event);
+  if (!list_.Rows().empty() || list_.EmptyText.get().empty()) return;
+  QPainter painter(viewport());
+  painter.setPen(palette().color(QPalette::PlaceholderText));
+  painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, qt(list_.EmptyText.get()));
+}
+
+void MessageView::changeEvent(QEvent* event) {
+  QTreeView::changeEvent(event);
+  if (event->type() == QEvent::StyleChange || event->type() == QEvent::FontChange) measureMargins();
 }
 
 }  // namespace velmora

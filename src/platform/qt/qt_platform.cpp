@@ -5,15 +5,18 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QFile>
+#include <QFileDialog>
 #include <QFileInfo>
 #include <QLabel>
 #include <QLocale>
 #include <QMessageBox>
 #include <QProcess>
+#include <QSaveFile>
 #include <QStandardPaths>
 #include <QUrl>
 #include <algorithm>
 
+#include "platform/qt/harmless_text.h"
 #include "platform/qt/qt_transport.h"
 #include "platform/qt/run_at_logon.h"
 #include "platform/qt/share_folder.h"
@@ -40,6 +43,23 @@ QString temporaryFolder() {
   if (!systemRoot.isEmpty()) return systemRoot + "/Temp";
   return QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + "/temporary";
 }
+
+/// The user's own folder of the program, where a first save begins.
+QString programFolder() {
+  const QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+  QDir().mkpath(folder);
+  return folder;
+}
+
+/// "Text File (*.txt)|*.txt|" becomes "Text File (*.txt)".
+QStringList nameFilters(const std::string& filter) {
+  const QStringList parts = qt(filter).split('|', Qt::SkipEmptyParts);
+  QStringList names;
+  for (qsizetype i = 0; i < parts.size(); i += 2) names += parts[i];
+  return names;
+}
+
+QString suffixOf(const QString& nameFilter) { return nameFilter.section("*.", 1).section(')', 0, 0); }
 
 QMessageBox::Icon iconOf(Question::Icon icon) {
   return icon == Question::Icon::Critical ? QMessageBox::Critical : QMessageBox::Information;
@@ -85,10 +105,24 @@ Answer QtPlatform::MsgBox(const Question& question) {
   return yesNo ? (yes ? Answer::Yes : Answer::No) : Answer::Ok;
 }
 
+std::optional<std::string> QtPlatform::askForFile(const FileQuestion& question) {
+  if (quitting_) return std::nullopt;
+  QFileDialog dialog(QApplication::activeWindow(), {}, programFolder());
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setNameFilters(nameFilters(question.filter));
+  dialog.selectFile(harmlessLine(question.name));
+  const auto followFilter = [&dialog](const QString& filter) { dialog.setDefaultSuffix(suffixOf(filter)); };
+  QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, followFilter);
+  followFilter(dialog.selectedNameFilter());
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  return utf8(dialog.selectedFiles().value(0));
+}
+
 void QtPlatform::yield() { QCoreApplication::processEvents(); }
 
 void QtPlatform::quit() {
   quitting_ = true;
+  if (help_) help_->close();
   QCoreApplication::exit(0);
 }
 
@@ -109,14 +143,31 @@ void QtPlatform::SetRunAtStartUp() {
 void QtPlatform::ClearRunAtStartUp() { removeLogonEntry(); }
 
 void QtPlatform::showHelp(int context) {
-  QUrl page = QUrl::fromLocalFile(QDir(shareFolder()).absoluteFilePath("help/index.html"));
-  page.setFragment(QString::number(context));
-  QDesktopServices::openUrl(page);
+  if (!help_) help_ = std::make_unique<HelpWindow>(shareFolder() + "/help");
+  help_->showTopic(context);
 }
 
 /// The state of the new window is its own desktop's choice here.
 bool QtPlatform::startProgram(const std::string& path, std::int16_t /*windowState*/) {
   return QProcess::startDetached(qt(path), {});
+}
+
+void QtPlatform::open(const std::string& target) {
+  const QString text = qt(target);
+  const bool isFile = QFileInfo(text).isAbsolute();
+  // "mailto: someone" is an address with a blank that belongs to none.
+  QDesktopServices::openUrl(isFile ? QUrl::fromLocalFile(text) : QUrl(QString(text).remove(' ')));
+}
+
+bool QtPlatform::writeFile(const std::string& path, std::string_view content) {
+  QSaveFile file(qt(path));
+  return file.open(QIODevice::WriteOnly) &&
+         file.write(content.data(), static_cast<qint64>(content.size())) == static_cast<qint64>(content.size()) &&
+         file.commit();
+}
+
+std::string QtPlatform::installedFile(std::string_view name) const {
+  return utf8(QDir(shareFolder()).absoluteFilePath(qt(name)));
 }
 
 bool QtPlatform::fileExists(const std::string& path) const { return QFileInfo(qt(path)).isFile(); }

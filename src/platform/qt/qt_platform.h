@@ -8,6 +8,7 @@
 #include "platform/mail_reader.h"
 #include "platform/platform.h"
 #include "platform/pop/pop_client.h"
+#include "platform/qt/help_window.h"
 #include "platform/qt/qt_settings.h"
 
 namespace velmora {
@@ -27,6 +28,7 @@ class QtPlatform : public Platform {
   const MonthNames& monthNames() const override { return monthNames_; }
   SettingsStore& settings() override { return settings_; }
   Answer MsgBox(const Question& question) override;
+  std::optional<std::string> askForFile(const FileQuestion& question) override;
   void yield() override;
   void quit() override;
   bool isOnlyInstance() override;
@@ -34,6 +36,9 @@ class QtPlatform : public Platform {
   void ClearRunAtStartUp() override;
   void showHelp(int context) override;
   bool startProgram(const std::string& path, std::int16_t windowState) override;
+  void open(const std::string& target) override;
+  bool writeFile(const std::string& path, std::string_view content) override;
+  std::string installedFile(std::string_view name) const override;
   bool fileExists(const std::string& path) const override;
   void deleteTemporaryFile(std::string_view name) override;
   std::shared_ptr<PopClient> makePopClient() override;
@@ -44,6 +49,7 @@ class QtPlatform : public Platform {
   MonthNames monthNames_;
   ServerHabits serverHabits_;
   std::optional<QLockFile> instanceLock_;
+  std::unique_ptr<HelpWindow> help_;
   bool quitting_ = false;
 };
 

@@ -1,6 +1,7 @@
 #include "platform/qt/status_bar_view.h"
 
 #include <QHBoxLayout>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QProgressBar>
 #include <array>
@@ -8,8 +9,10 @@
 #include "platform/controls/frame.h"
 #include "platform/controls/status_bar.h"
 #include "platform/qt/bind.h"
+#include "platform/qt/harmless_text.h"
 #include "platform/qt/icons.h"
 #include "platform/qt/strings.h"
+#include "platform/qt/tips.h"
 
 // NOLINTBEGIN(cppcoreguidelines-owning-memory): widgets are owned by their parents
 
@@ -56,7 +59,7 @@ QWidget* StatusBarView::makePanel(int number) {
   text->setObjectName(QStringLiteral("StatusBar%1").arg(number));
   row->addWidget(picture);
   row->addWidget(text, 1);
-  bar_.Panels(number).Text.watch([text](const std::string& shown) { text->setText(qt(shown)); });
+  bar_.Panels(number).Text.watch([text](const std::string& shown) { text->setText(harmlessLine(shown)); });
   const ImageList images("imlListViewIcons");
   bar_.Panels(number).Picture.watch([picture, images](const std::string& key) {
     picture->setPixmap(images.icon(key).pixmap(QSize(pictureSize, pictureSize), picture->devicePixelRatioF()));
@@ -84,10 +87,24 @@ void StatusBarView::addProgress(ProgressBar& progress, QWidget& panel) {
   progress.Width.watch(place);
 }
 
+/// The pointer rests on the bar. The tip goes when it leaves the panel.
+bool StatusBarView::event(QEvent* event) {
+  if (event->type() != QEvent::ToolTip) return QFrame::event(event);
+  const auto* help = static_cast<QHelpEvent*>(event);
+  bar_.Left = x();
+  if (bar_.MouseMove) bar_.MouseMove(help->pos().x() + x(), help->pos().y() + y());
+  const int number = bar_.PanelAt(help->pos().x() + x());
+  const QRect area = number == 0 ? QRect() : panels_[static_cast<std::size_t>(number - 1)]->geometry();
+  showTip(bar_.ToolTipText.get(), help->globalPos(), *this, area);
+  return true;
+}
+
 void StatusBarView::resizeEvent(QResizeEvent* event) {
   QFrame::resizeEvent(event);
   for (int number = 1; number <= StatusBar::panelCount; ++number) {
-    bar_.Panels(number).Width = panels_[static_cast<std::size_t>(number - 1)]->width();
+    const QWidget* panel = panels_[static_cast<std::size_t>(number - 1)];
+    bar_.Panels(number).Left = panel->x();
+    bar_.Panels(number).Width = panel->width();
   }
 }
 

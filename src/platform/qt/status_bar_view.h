@@ -15,6 +15,7 @@ class StatusBarView : public QFrame {
   StatusBarView(StatusBar& bar, ProgressBar& progress, QWidget* parent);
 
  protected:
+  bool event(QEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
 
  private:

@@ -1,0 +1,78 @@
+"""Sees and works a Velmora of the same desktop session as a screen reader does.
+
+Needs Debian's python3-pyatspi, which only the system's own Python has.
+"""
+
+import time
+
+import gi
+import pyatspi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi, GLib
+
+BUTTONS = {pyatspi.ROLE_PUSH_BUTTON, pyatspi.ROLE_TOGGLE_BUTTON}
+LISTS = {pyatspi.ROLE_TABLE, pyatspi.ROLE_TREE_TABLE, pyatspi.ROLE_TREE, pyatspi.ROLE_LIST}
+TABS = {pyatspi.ROLE_PAGE_TAB}
+
+
+class WaitedInVain(Exception):
+    pass
+
+
+def wait_for(what, condition, limit=30):
+    """Returns the first true result of a condition."""
+    until = time.monotonic() + limit
+    while True:
+        try:
+            found = condition()
+        except GLib.Error:  # the widget went away while it was being looked at
+            found = None
+        if found:
+            return found
+        if time.monotonic() > until:
+            raise WaitedInVain(f"waited in vain for {what}")
+        time.sleep(0.05)
+
+
+def velmora():
+    """The program's root, None while it is not there."""
+    for application in pyatspi.Registry.getDesktop(0):
+        if application and application.name == "Velmora":
+            # Without events from a main loop, what is remembered would never change.
+            application.set_cache_mask(Atspi.Cache.NONE)
+            return application
+    return None
+
+
+def showing(root, roles, name=None):
+    """What can be seen of these roles, and of this name where one is given. The cells of lists are not looked through."""
+    found, left = [], [root]
+    while left:
+        each = left.pop()
+        if each is None:
+            continue
+        role = each.getRole()
+        visible = each.getState().contains(pyatspi.STATE_SHOWING)
+        if role in roles and visible and name in (None, each.name):
+            found.append(each)
+        if role not in LISTS and role != pyatspi.ROLE_TEXT:
+            left.extend(each[i] for i in range(each.childCount))
+    return found
+
+
+def press(root, name):
+    button = wait_for(f'the button "{name}"', lambda: showing(root, BUTTONS, name))[0]
+    button.queryAction().doAction(0)
+
+
+def messages(root):
+    """The list of messages, as a table."""
+    return wait_for("the list", lambda: showing(root, LISTS, "Messages"))[0].queryTable()
+
+
+def is_checked(root):
+    """All tabs show a count, and no check runs."""
+    tabs = [each.name for each in showing(root, TABS)]
+    counted = tabs and all(name.endswith(")") for name in tabs)
+    return counted and not showing(root, BUTTONS, "Stop Retrieval") and messages(root).nRows > 0

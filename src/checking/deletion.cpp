@@ -1,0 +1,109 @@
+#include "checking/deletion.h"
+
+#include <cstddef>
+#include <exception>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <vector>
+
+#include "app/program.h"
+#include "checking/check_cycle.h"
+#include "checking/check_texts.h"
+#include "checking/pop_session.h"
+#include "messages/email_page.h"
+#include "messages/message_list.h"
+#include "platform/text.h"
+
+namespace velmora {
+
+namespace {
+
+/// Message numbers, in order.
+using Numbers = std::vector<std::int16_t>;
+
+Numbers chosenMessages(Program& program, std::int16_t account, bool ruleMarked) {
+  Numbers chosen;
+  std::int32_t number = 0;
+  for (const MailMessage& message : MessagesOf(program, account)) {
+    ++number;
+    const bool take = ruleMarked ? message.Spam : program.frmMain.lvwEmail.IsSelected(number);
+    if (take) chosen.push_back(static_cast<std::int16_t>(number));
+  }
+  return chosen;
+}
+
+bool isConfirmed(Program& program, std::int16_t account, std::size_t count, bool ruleMarked) {
+  if (program.options.DeleteConfirmation != 1) return true;
+  const std::string& name = program.accounts[account].AcntName;
+  return program.platform.MsgBox(deleteQuestion(program.AppTitle, name, count, ruleMarked)) == Answer::Yes;
+}
+
+/// A message without an identifier can't be told from another one, so it stays.
+void markOnServer(Program& program, std::int16_t account, const Numbers& chosen) {
+  std::unordered_set<std::string_view> identifiers;
+  for (const std::int16_t n : chosen) identifiers.insert(program.messages.at(account, n).MsgID);
+  PopMessages& server = currentClient(program).Messages();
+  server.ListMessages();
+  const std::int16_t count = server.Count();
+  for (std::int16_t i = 0; i < count; ++i) {
+    PopMessage& item = server.Item(i);
+    if (!item.Uid.empty() && identifiers.contains(item.Uid)) item.Deleted = true;
+  }
+}
+
+/// Returns whether the server took everything.
+bool deleteOnServer(Program& program, std::int16_t account, const Numbers& chosen) {
+  try {
+    PrepareConnection(program, account);
+    currentClient(program).Connect();
+    if (program.PopConnected) markOnServer(program, account, chosen);
+    CloseConnection(program);
+    return true;
+  } catch (const std::exception& failure) {
+    CloseConnection(program);
+    ShowFailure(program, account, failure, failure_title::deleting);
+    return false;
+  }
+}
+
+void countRemaining(Program& program, std::int16_t account) {
+  Accounts::Row& row = program.accounts[account];
+  row.AcntDeleteCount = row.AcntSpamCount = row.AcntNewCount = 0;
+  for (const MailMessage& message : MessagesOf(program, account)) {
+    if (message.Delete) ++row.AcntDeleteCount;
+    if (message.Spam) ++row.AcntSpamCount;
+    if (message.New) ++row.AcntNewCount;
+  }
+}
+
+void removeFromStore(Program& program, std::int16_t account, const Numbers& chosen) {
+  Accounts::Row& row = program.accounts[account];
+  program.messages.Remove(account, row.AcntMsgCount, chosen);
+  row.AcntMsgCount = text::toInt16(row.AcntMsgCount - static_cast<std::int64_t>(chosen.size()));
+  row.AcntPrevCount = row.AcntMsgCount;
+  countRemaining(program, account);
+  row.AcntStatusText = statusTextAfterDeletion(row);
+}
+
+}  // namespace
+
+void DeleteMessages(Program& program, std::int16_t account, bool ruleMarked) {
+  const Numbers chosen = chosenMessages(program, account, ruleMarked);
+  if (!isConfirmed(program, account, chosen.size(), ruleMarked)) return;
+  if (!deleteOnServer(program, account, chosen)) return;
+  removeFromStore(program, account, chosen);
+  ShowAccountMessages(program, account);
+}
+
+void DeleteSelectedMessages(Program& program) {
+  const std::int16_t account = program.accounts.AcntCurrent;
+  SuspendAutoCheck(program, AutoCheckAction::Suspend);
+  SetCheckingInterface(program, false, false);
+  DeleteMessages(program, account, false);
+  ShowAccountAgain(program, account);
+  SetCheckingInterface(program, true, false);
+  SuspendAutoCheck(program, AutoCheckAction::Restore);
+}
+
+}  // namespace velmora

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstdint>
+
+namespace velmora {
+
+struct Program;
+
+/// Deletes messages on an account's server, after a question where the options want one: those that are marked as spam
+/// with `ruleMarked`, otherwise those whose rows are selected in the list. A message is known by its identifier alone,
+/// and leaves the store once the server has confirmed the end of the connection. A failure is shown and changes
+/// nothing.
+void DeleteMessages(Program& program, std::int16_t account, bool ruleMarked);
+
+/// The list's command: deletes the selected messages of the account showing, and shows what is left.
+void DeleteSelectedMessages(Program& program);
+
+}  // namespace velmora

@@ -1,0 +1,73 @@
+#include "messages/list_tips.h"
+
+#include <array>
+
+#include "app/program.h"
+#include "platform/text.h"
+
+namespace velmora {
+
+namespace {
+
+/// A column that offers tips, as the option says. Its number is its zone.
+struct TipColumn {
+  std::string MailMessage::*field;
+  std::int16_t Options::*option;
+};
+constexpr std::array<TipColumn, 3> tipColumns = {{{&MailMessage::From, &Options::FromToolTips},
+                                                  {&MailMessage::To, &Options::ToToolTips},
+                                                  {&MailMessage::Subject, &Options::SubjectToolTips}}};
+
+/// The zone at `x`, noZone right of the last one.
+std::int16_t columnZone(const ListView& list, std::int32_t x) {
+  std::int32_t right = 0;
+  for (std::size_t zone = 0; zone < tipColumns.size(); ++zone) {
+    right += list.Columns[zone].Width.get();
+    if (x < right) return static_cast<std::int16_t>(zone);
+  }
+  return noZone;
+}
+
+bool isCutOff(const Program& program, const MailMessage& message, std::size_t zone) {
+  const auto& column = program.frmMain.lvwEmail.Columns[zone];
+  const std::int32_t width = program.frmMain.TextWidth(message.*tipColumns[zone].field, message.New);
+  return column.Width - column.Margin < width;
+}
+
+/// The text in full where the cell cuts it off, a line for each part between commas.
+std::string tipText(Program& program, std::size_t zone) {
+  const std::int16_t account = program.accounts.AcntCurrent;
+  const std::int16_t number = program.HoverMessage;
+  if (number < 1 || number > program.accounts[account].AcntMsgCount) return {};
+  const MailMessage& message = program.messages.at(account, number);
+  if (!isCutOff(program, message, zone)) return {};
+  return text::replaceAll(message.*tipColumns[zone].field, ",", "\r\n");
+}
+
+}  // namespace
+
+void lvwEmail_MouseMove(Program& program, std::int32_t row, std::int32_t x) {
+  program.ItemUnderPointer = row > 0;
+  if (row > 0) program.HoverMessage = static_cast<std::int16_t>(row);
+  const std::int16_t zone = columnZone(program.frmMain.lvwEmail, x);
+  if (program.HoverMessage == program.TipMessage && zone == program.ColumnZone) return;
+  program.TipMessage = program.HoverMessage;
+  program.ColumnZone = zone;
+  if (zone == noZone) {
+    program.ItemUnderPointer = false;
+    program.HoverMessage = 0;
+    ForgetListTip(program);
+    return;
+  }
+  const auto index = static_cast<std::size_t>(zone);
+  if (program.options.*tipColumns[index].option == 0) return;
+  program.frmMain.tipEmail.ToolText = tipText(program, index);
+}
+
+void ForgetListTip(Program& program) {
+  program.TipMessage = 0;
+  program.ColumnZone = noZone;
+  program.frmMain.tipEmail.ToolText = "";
+}
+
+}  // namespace velmora

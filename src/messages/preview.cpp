@@ -1,0 +1,121 @@
+#include "messages/preview.h"
+
+#include "app/program.h"
+#include "checking/check_cycle.h"
+#include "checking/deletion.h"
+#include "messages/email_client.h"
+#include "messages/message_file.h"
+#include "platform/text.h"
+
+namespace velmora {
+
+namespace {
+
+constexpr int bodyTab = 1;
+
+/// The help's topic of the Email page, which leads on to that of the preview.
+constexpr int emailHelp = 130;
+
+/// All kinds hold the same text.
+constexpr const char* messageFilter =
+    "OutLook Express (*.eml)|*.eml|Email Message (*.msg)|*.msg|Text File (*.txt)|*.txt|";
+
+/// The message that the actions work on, null where there is none.
+const MailMessage* selectedMessage(Program& program) {
+  const std::int16_t account = program.accounts.AcntCurrent;
+  const std::int16_t number = program.SelectedMessage;
+  const bool isThere = number >= 1 && number <= program.accounts[account].AcntMsgCount;
+  return isThere ? &program.messages.at(account, number) : nullptr;
+}
+
+void fill(PreviewWindow& window, const MailMessage& message) {
+  window.txtPrvFrom.Text = message.From;
+  window.txtPrvTo.Text = message.To;
+  window.txtPrvDate.Text = message.Date;
+  window.txtPrvSubject.Text = message.Subject;
+  window.rtbBody.Text = message.Body;
+  window.rtbRawMsg.Text = rawText(message);
+}
+
+void frmPreview_Load(Program& program) {
+  PreviewWindow& window = program.frmPreview;
+  program.PreviewOpen = true;
+  SuspendAutoCheck(program, AutoCheckAction::Suspend);
+  window.Caption = program.AppTitle + " - Preview  ";
+  window.centre.raise();
+  window.TabStrip.SelectTab(bodyTab);
+}
+
+/// The box in front takes the focus.
+void focusText(const PreviewWindow& window) { (window.rtbBody.Visible ? window.rtbBody : window.rtbRawMsg).SetFocus(); }
+
+void TabStrip_Click(PreviewWindow& window) {
+  const bool body = window.TabStrip.SelectedItem() == bodyTab;
+  window.rtbBody.Visible = body;
+  window.rtbRawMsg.Visible = !body;
+  focusText(window);
+}
+
+void deleteMessage(Program& program) {
+  program.frmPreview.Visible = false;
+  SetCheckingInterface(program, false, false);
+  DeleteMessages(program, program.accounts.AcntCurrent, false);
+  SetCheckingInterface(program, true, false);
+  frmPreview_Unload(program);
+}
+
+void tbrButtons_ButtonClick(Program& program, const Button& button) {
+  const auto caption = text::trim(button.Caption.get());
+  if (caption == "Save") SaveMessageAs(program);
+  if (caption == "Delete") deleteMessage(program);
+  if (caption == "Exit Preview") frmPreview_Unload(program);
+}
+
+}  // namespace
+
+void ConnectPreview(Program& program) {
+  PreviewWindow& window = program.frmPreview;
+  window.TabStrip.Add("Body (Plain Text Only)", "");
+  window.TabStrip.Add("Raw Message", "");
+  window.rtbRawMsg.Visible = false;
+  window.TabStrip.Click = [&window] { TabStrip_Click(window); };
+  window.tbrButtons.ButtonClick = [&program](Button& button) { tbrButtons_ButtonClick(program, button); };
+  window.Activate = [&window] { focusText(window); };
+  window.Help = [&program] { program.platform.showHelp(emailHelp); };
+  window.Close = [&program] { frmPreview_Unload(program); };
+}
+
+void PreviewMessage(Program& program) {
+  if (selectedMessage(program) == nullptr) return;
+  if (!program.PreviewOpen) frmPreview_Load(program);
+  FollowInPreview(program);
+  program.frmPreview.Visible = true;
+  program.frmPreview.activate.raise();
+}
+
+void FollowInPreview(Program& program) {
+  const MailMessage* message = selectedMessage(program);
+  if (program.PreviewOpen && message != nullptr) fill(program.frmPreview, *message);
+}
+
+void frmPreview_Unload(Program& program) {
+  if (!program.PreviewOpen) return;
+  DeleteTemporaryFiles(program);
+  program.PreviewOpen = false;
+  program.frmPreview.Visible = false;
+  fill(program.frmPreview, {});
+  SuspendAutoCheck(program, AutoCheckAction::Restore);
+}
+
+void SaveMessageAs(Program& program) {
+  const MailMessage* message = selectedMessage(program);
+  if (message == nullptr) return;
+  const std::string proposed = proposedFileName(message->Subject);
+  const auto chosen = program.platform.askForFile({proposed, messageFilter});
+  // A cancelled dialog keeps the name that it was given, and the message is written under it all the same, in the
+  // current folder. But nobody has been asked there whether to replace a file, and the name is a stranger's.
+  if (!chosen && (!isHarmlessFileName(proposed) || program.platform.fileExists(proposed))) return;
+  WriteMessageFile(program, chosen.value_or(proposed));
+}
+
+}  // namespace velmora

@@ -1,0 +1,192 @@
+#include "platform/qt/text_view.h"
+
+#include <QAction>
+#include <QContextMenuEvent>
+#include <QElapsedTimer>
+#include <QKeyEvent>
+#include <QKeySequence>
+#include <QLocale>
+#include <QMenu>
+#include <QMimeData>
+#include <QScrollBar>
+#include <QTextBlock>
+#include <algorithm>
+#include <array>
+
+#include "platform/qt/harmless_text.h"
+
+// NOLINTBEGIN(cppcoreguidelines-owning-memory): Qt takes what it is given
+
+namespace velmora {
+
+namespace {
+
+using std::chrono::milliseconds;
+
+/// The layout's time grows with the square of a paragraph's length.
+constexpr std::size_t MostOfALine = 2000;
+
+/// Where a broken line has a blank in its last bytes, it is broken there.
+constexpr std::size_t NearlyAll = MostOfALine - 200;
+
+/// A paragraph costs some 400 bytes, so behind these many the lines that are short share them.
+constexpr int UnsharedBlocks = 500'000;
+constexpr int SharedLength = 64;
+
+/// What marks a paragraph that goes on with the line of the one before.
+constexpr int Continued = 1;
+
+constexpr milliseconds slice{5};
+
+/// The beginning of a line without an end that is shown in a paragraph of its own.
+std::string_view brokenOff(std::string_view text) {
+  const auto blank = text.find_last_of(' ', MostOfALine - 1);
+  if (blank != std::string_view::npos && blank >= NearlyAll) return text.substr(0, blank + 1);
+  std::size_t size = MostOfALine;
+  constexpr std::size_t mostContinuing = 3;
+  const auto continues = [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U; };
+  while (size > MostOfALine - mostContinuing && continues(text[size])) --size;
+  return text.substr(0, size);
+}
+
+/// The first line with its end, or as much of it as one paragraph holds.
+std::string_view firstPiece(std::string_view text) {
+  const auto end = text.substr(0, MostOfALine).find_first_of("\r\n");
+  if (end != std::string_view::npos) return text.substr(0, end + (text.substr(end, 2) == "\r\n" ? 2 : 1));
+  return text.size() <= MostOfALine ? text : brokenOff(text);
+}
+
+bool wantsAll(const QKeyEvent& key) {
+  constexpr std::array keys = {QKeySequence::SelectAll, QKeySequence::MoveToEndOfDocument,
+                               QKeySequence::SelectEndOfDocument};
+  return std::any_of(keys.begin(), keys.end(), [&key](auto wanted) { return key.matches(wanted); });
+}
+
+}  // namespace
+
+TextView::TextView(QWidget* parent, std::size_t mostBytes) : QPlainTextEdit(parent), mostBytes_(mostBytes) {
+  setUndoRedoEnabled(false);
+  setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  setTabChangesFocus(true);
+  setAcceptDrops(false);
+  setLineWrapMode(WidgetWidth);
+  setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+}
+
+void TextView::showText(std::string_view text) {
+  clear();
+  rest_ = text.substr(0, mostBytes_);
+  notShown_ = text.size() - rest_.size();
+  broken_ = false;
+  load(slice);
+  if (!rest_.empty()) slices_.start(0, this);
+}
+
+void TextView::loadRest() {
+  if (!rest_.empty()) load(milliseconds::max());
+}
+
+void TextView::selectAll() {
+  loadRest();
+  QPlainTextEdit::selectAll();
+}
+
+void TextView::load(milliseconds longest) {
+  const int anchor = textCursor().anchor();
+  const int position = textCursor().position();
+  QElapsedTimer clock;
+  clock.start();
+  QTextCursor end(document());
+  end.movePosition(QTextCursor::End);
+  end.beginEditBlock();
+  while (!rest_.empty() && clock.elapsed() < longest.count()) appendPiece(end);
+  if (rest_.empty()) finish(end);
+  end.endEditBlock();
+  putCursor(anchor, position);
+}
+
+/// An insertion takes with it what the user has at the end of the text so far.
+void TextView::putCursor(int anchor, int position) {
+  QTextCursor cursor = textCursor();
+  if (cursor.anchor() == anchor && cursor.position() == position) return;
+  const int line = verticalScrollBar()->value();
+  cursor.setPosition(anchor);
+  cursor.setPosition(position, QTextCursor::KeepAnchor);
+  setTextCursor(cursor);
+  verticalScrollBar()->setValue(line);
+}
+
+void TextView::appendPiece(QTextCursor& end) {
+  const std::string_view piece = firstPiece(rest_);
+  rest_.remove_prefix(piece.size());
+  if (broken_) {
+    end.insertBlock();
+    end.block().setUserState(Continued);
+  }
+  const QString text = harmlessText(piece);
+  qsizetype begin = 0;
+  for (auto lineEnd = text.indexOf(u'\n'); lineEnd >= 0; lineEnd = text.indexOf(u'\n', begin)) {
+    end.insertText(text.mid(begin, lineEnd - begin));
+    beginLine(end);
+    begin = lineEnd + 1;
+  }
+  end.insertText(text.mid(begin));
+  broken_ = !text.endsWith(u'\n');
+}
+
+void TextView::beginLine(QTextCursor& end) {
+  if (blockCount() > UnsharedBlocks && end.block().length() < SharedLength) {
+    end.insertText(QString(QChar::LineSeparator));
+  } else {
+    end.insertBlock();
+  }
+}
+
+void TextView::finish(QTextCursor& end) {
+  slices_.stop();
+  if (notShown_ == 0) return;
+  const QString size = QLocale::c().formattedDataSize(static_cast<qint64>(notShown_));
+  end.insertBlock();
+  end.insertText(QStringLiteral("[%1 more are not shown]").arg(size));
+}
+
+QMimeData* TextView::createMimeDataFromSelection() const {
+  const int begin = textCursor().selectionStart();
+  const int end = textCursor().selectionEnd();
+  QString text;
+  text.reserve(end - begin);
+  for (QTextBlock block = document()->findBlock(begin); block.isValid() && block.position() <= end;
+       block = block.next()) {
+    const int from = std::max(begin - block.position(), 0);
+    if (block.position() > begin && block.userState() != Continued) text += u'\n';
+    text += block.text().mid(from, end - block.position() - from);
+  }
+  text.replace(QChar::LineSeparator, u'\n');
+  auto* copied = new QMimeData;
+  copied->setText(text);
+  return copied;
+}
+
+void TextView::contextMenuEvent(QContextMenuEvent* event) {
+  auto* menu = new QMenu(this);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  auto* copying = menu->addAction("&Copy", this, &TextView::copy);
+  copying->setShortcut(QKeySequence::Copy);
+  copying->setEnabled(textCursor().hasSelection());
+  menu->addAction("Select &All", this, &TextView::selectAll)->setShortcut(QKeySequence::SelectAll);
+  menu->popup(event->globalPos());
+}
+
+void TextView::keyPressEvent(QKeyEvent* event) {
+  if (wantsAll(*event)) loadRest();
+  QPlainTextEdit::keyPressEvent(event);
+}
+
+void TextView::timerEvent(QTimerEvent* event) {
+  if (event->timerId() != slices_.timerId()) return QPlainTextEdit::timerEvent(event);
+  load(slice);
+}
+
+}  // namespace velmora
+
+// NOLINTEND(cppcoreguidelines-owning-memory)

@@ -1,0 +1,129 @@
+#include <gmock/gmock.h>
+
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QRegularExpression>
+#include <QScrollBar>
+#include <QTcpServer>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include "platform/qt/help_browser.h"
+#include "platform/qt/help_window.h"
+#include "platform/qt/share_folder.h"
+
+namespace velmora {
+namespace {
+
+void write(const QString& path, const QByteArray& bytes) {
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+}
+
+int heightOf(HelpBrowser& browser, const QUrl& picture) {
+  return browser.loadResource(QTextDocument::ImageResource, picture).value<QImage>().height();
+}
+
+/// The real window over the real pages.
+class Help : public testing::Test {
+ protected:
+  QString folder_ = shareFolder() + "/help";
+  HelpWindow window_{folder_};
+  HelpBrowser& browser_ = *window_.findChild<HelpBrowser*>();
+  QListWidget& contents_ = *window_.findChild<QListWidget*>();
+  QLineEdit& search_ = *window_.findChild<QLineEdit*>();
+
+  int listed() {
+    int rows = 0;
+    for (int row = 0; row < contents_.count(); ++row) rows += contents_.item(row)->isHidden() ? 0 : 1;
+    return rows;
+  }
+};
+
+TEST_F(Help, EveryPageIsThereAndLeadsSomewhere) {
+  const auto pages = readHelpPages(folder_);
+  EXPECT_EQ(static_cast<qsizetype>(pages.size()), QDir(folder_).entryList({"*.html"}).size());
+  const QRegularExpression reference("(href|src)=\"(?!email.png)([^\"]*)\"");
+  for (const HelpPage& page : pages) {
+    for (const auto& match : reference.globalMatch(page.html)) {
+      const QString path = folder_ + '/' + match.captured(2);
+      const bool isPicture = match.captured(1) == "src";
+      EXPECT_TRUE(liesIn(isPicture ? shareFolder() : folder_, path)) << path.toStdString();
+      EXPECT_TRUE(!isPicture || heightOf(browser_, QUrl::fromLocalFile(path)) > 1) << path.toStdString();
+    }
+  }
+}
+
+TEST_F(Help, ShowsTheTopicAskedForAndGoesBack) {
+  for (const int context : {0, 99, 130}) {
+    const QString title = context == 130 ? "The Email page" : "Velmora";
+    window_.showTopic(context);
+    EXPECT_EQ(browser_.documentTitle(), title);
+    EXPECT_EQ(contents_.currentItem()->text(), title);
+  }
+  EXPECT_TRUE(window_.isVisible());
+  window_.showTopic(260);
+  QTest::keyClick(&browser_, Qt::Key_Left, Qt::AltModifier);
+  EXPECT_EQ(contents_.currentItem()->text(), "The Email page");
+  contents_.setCurrentRow(0);
+  EXPECT_EQ(browser_.documentTitle(), "Velmora");
+}
+
+TEST_F(Help, SearchNarrowsTheContentsAndMarksThePage) {
+  window_.showTopic(140);
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+  search_.setText("  QUIT  original ");
+  EXPECT_EQ(listed(), 1);
+  EXPECT_EQ(contents_.currentRow(), -1);
+  EXPECT_EQ(browser_.extraSelections().size(), 1) << "one of the words is on this page too";
+  QTest::keyClick(&search_, Qt::Key_Return);
+  EXPECT_EQ(browser_.documentTitle(), "The Email page");
+  EXPECT_EQ(browser_.extraSelections().size(), 2);
+  EXPECT_GT(browser_.verticalScrollBar()->value(), 0) << "the first of them is far down";
+  search_.setText("zebra");
+  EXPECT_EQ(listed(), 0);
+  EXPECT_TRUE(window_.findChild<QLabel*>()->isVisible());
+  QTest::keyClick(&search_, Qt::Key_Escape);
+  EXPECT_EQ(listed(), contents_.count());
+  QTest::keyClick(&search_, Qt::Key_Escape);
+  EXPECT_FALSE(window_.isVisible());
+}
+
+TEST(HostileHelp, ReachesNothingOutsideItsFolder) {
+  const QTemporaryDir place;
+  QTcpServer server;
+  ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
+  const QString net = "http://127.0.0.1:" + QString::number(server.serverPort()) + "/x.png";
+  const QString folder = place.path() + "/help";
+  const QString secret = place.path() + "/secret.png";
+  const QString linked = folder + "/link.png";
+  ASSERT_TRUE(QDir().mkdir(folder) && QImage(8, 8, QImage::Format_RGB32).save(secret) && QFile::link(secret, linked));
+  write(folder + "/contents.txt", "1 page.html\n2 missing.html\n3 ../secret.png\n4\n\xff\xfe 5 6 7\n");
+  QString page = "<title>\u00c9t\u00e9</title><link rel=stylesheet href=../secret.png></link>";
+  for (const QString& picture : {net, secret, linked}) page += "<img src='" + picture + "'>";
+  write(folder + "/page.html", (page + "<p>words").toUtf8());
+  HelpWindow window(folder);
+  window.showTopic(1);
+  window.grab();
+  auto& browser = *window.findChild<HelpBrowser*>();
+  const auto& contents = *window.findChild<QListWidget*>();
+  ASSERT_EQ(contents.count(), 1);
+  for (const QString& target : {secret, linked, net}) {
+    EXPECT_EQ(heightOf(browser, QUrl::fromUserInput(target)), 1) << target.toStdString();
+  }
+  for (const auto* target : {"http://127.0.0.1/", "file:///etc/passwd", "../secret.png", "link.png", "missing.html"}) {
+    emit browser.anchorClicked(browser.source().resolved(QUrl(target)));
+    EXPECT_EQ(browser.shownPage(), 0) << target;
+    EXPECT_TRUE(browser.toPlainText().endsWith("words")) << target;
+  }
+  window.findChild<QLineEdit*>()->setText("\u00e9T\u00c9");
+  EXPECT_FALSE(contents.item(0)->isHidden()) << "letters of all kinds have two cases";
+  EXPECT_FALSE(server.waitForNewConnection(0));
+  HelpWindow(place.path() + "/nowhere").showTopic(1);
+}
+
+}  // namespace
+}  // namespace velmora
