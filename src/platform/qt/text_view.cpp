@@ -29,31 +29,68 @@ constexpr std::size_t MostOfALine = 2000;
 /// Where a broken line has a blank in its last bytes, it is broken there.
 constexpr std::size_t NearlyAll = MostOfALine - 200;
 
-/// A paragraph costs some 400 bytes, so behind these many the lines that are short share them.
-constexpr int UnsharedBlocks = 500'000;
-constexpr int SharedLength = 64;
+/// A paragraph costs some 400 bytes and each change of the width takes time for it. So behind the first many, short
+/// lines share one; the more there are, the more they share, so that their number grows only with the root of the
+/// text's size.
+constexpr int UnsharedBlocks = 250'000;
+constexpr int BlocksForALength = 4000;
 
 /// What marks a paragraph that goes on with the line of the one before.
 constexpr int Continued = 1;
 
+/// What is brought in at a time, in a fraction of a millisecond.
+constexpr std::size_t MostOfAPiece = 16'000;
+
 constexpr milliseconds slice{5};
 
-/// The beginning of a line without an end that is shown in a paragraph of its own.
-std::string_view brokenOff(std::string_view text) {
-  const auto blank = text.find_last_of(' ', MostOfALine - 1);
-  if (blank != std::string_view::npos && blank >= NearlyAll) return text.substr(0, blank + 1);
-  std::size_t size = MostOfALine;
+/// The beginning that fits `most` bytes and cuts no character.
+std::string_view beginning(std::string_view text, std::size_t most) {
+  if (text.size() <= most) return text;
   constexpr std::size_t mostContinuing = 3;
   const auto continues = [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U; };
-  while (size > MostOfALine - mostContinuing && continues(text[size])) --size;
+  std::size_t size = most;
+  while (size > 1 && most - size < mostContinuing && continues(text[size])) --size;
   return text.substr(0, size);
 }
 
+/// What is shown in a paragraph of its own of a line that needs several.
+std::string_view brokenOff(std::string_view text) {
+  const auto blank = text.find_last_of(' ', MostOfALine - 1);
+  const bool nearby = blank != std::string_view::npos && blank >= NearlyAll;
+  return beginning(text, nearby ? blank + 1 : MostOfALine);
+}
+
 /// The first line with its end, or as much of it as one paragraph holds.
-std::string_view firstPiece(std::string_view text) {
-  const auto end = text.substr(0, MostOfALine).find_first_of("\r\n");
+std::string_view firstLine(std::string_view text) {
+  const auto end = text.substr(0, MostOfALine + 1).find_first_of("\r\n");
   if (end != std::string_view::npos) return text.substr(0, end + (text.substr(end, 2) == "\r\n" ? 2 : 1));
   return text.size() <= MostOfALine ? text : brokenOff(text);
+}
+
+bool isEnded(std::string_view line) { return line.ends_with('\n') || line.ends_with('\r'); }
+
+/// Some lines with their ends, or one that has none.
+std::string_view firstPiece(std::string_view text) {
+  std::size_t size = 0;
+  while (size < MostOfAPiece) {
+    const std::string_view line = firstLine(text.substr(size));
+    if (size == 0 && !isEnded(line)) return line;
+    if (!isEnded(line)) break;
+    size += line.size();
+  }
+  return text.substr(0, size);
+}
+
+/// Makes paragraphs of at least `length` characters, as far as there are lines.
+void joinLines(QString& text, qsizetype length) {
+  qsizetype begin = 0;
+  for (auto end = text.indexOf(u'\n'); end >= 0; end = text.indexOf(u'\n', end + 1)) {
+    if (end - begin < length) {
+      text[end] = QChar::LineSeparator;
+    } else {
+      begin = end + 1;
+    }
+  }
 }
 
 bool wantsAll(const QKeyEvent& key) {
@@ -75,7 +112,7 @@ TextView::TextView(QWidget* parent, std::size_t mostBytes) : QPlainTextEdit(pare
 
 void TextView::showText(std::string_view text) {
   clear();
-  rest_ = text.substr(0, mostBytes_);
+  rest_ = beginning(text, mostBytes_);
   notShown_ = text.size() - rest_.size();
   broken_ = false;
   load(slice);
@@ -123,23 +160,10 @@ void TextView::appendPiece(QTextCursor& end) {
     end.insertBlock();
     end.block().setUserState(Continued);
   }
-  const QString text = harmlessText(piece);
-  qsizetype begin = 0;
-  for (auto lineEnd = text.indexOf(u'\n'); lineEnd >= 0; lineEnd = text.indexOf(u'\n', begin)) {
-    end.insertText(text.mid(begin, lineEnd - begin));
-    beginLine(end);
-    begin = lineEnd + 1;
-  }
-  end.insertText(text.mid(begin));
-  broken_ = !text.endsWith(u'\n');
-}
-
-void TextView::beginLine(QTextCursor& end) {
-  if (blockCount() > UnsharedBlocks && end.block().length() < SharedLength) {
-    end.insertText(QString(QChar::LineSeparator));
-  } else {
-    end.insertBlock();
-  }
+  QString text = harmlessText(piece);
+  if (blockCount() > UnsharedBlocks) joinLines(text, blockCount() / BlocksForALength);
+  end.insertText(text);
+  broken_ = !isEnded(piece);
 }
 
 void TextView::finish(QTextCursor& end) {

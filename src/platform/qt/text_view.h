@@ -14,7 +14,7 @@ namespace velmora {
 class TextView : public QPlainTextEdit {
  public:
   /// Qt counts the characters of a document in an int, and each takes several bytes.
-  static constexpr std::size_t MostBytes = 256 * 1024 * 1024;
+  static constexpr std::size_t MostBytes = 256'000'000;
 
   /// Of what lies behind `mostBytes` a last line says how much it is.
   explicit TextView(QWidget* parent = nullptr, std::size_t mostBytes = MostBytes);
@@ -37,7 +37,6 @@ class TextView : public QPlainTextEdit {
  private:
   void load(std::chrono::milliseconds longest);
   void appendPiece(QTextCursor& end);
-  void beginLine(QTextCursor& end);
   void finish(QTextCursor& end);
   void putCursor(int anchor, int position);
 
