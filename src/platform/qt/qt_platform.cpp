@@ -46,7 +46,7 @@ QString temporaryFolder() {
 
 /// The user's own folder of the program, where a first save begins.
 QString programFolder() {
-  const QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+  QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
   QDir().mkpath(folder);
   return folder;
 }

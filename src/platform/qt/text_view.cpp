@@ -136,7 +136,7 @@ void TextView::load(milliseconds longest) {
   QTextCursor end(document());
   end.movePosition(QTextCursor::End);
   end.beginEditBlock();
-  while (!rest_.empty() && clock.elapsed() < longest.count()) appendPiece(end);
+  for (bool late = false; !rest_.empty() && !late; late = clock.elapsed() >= longest.count()) appendPiece(end);
   if (rest_.empty()) finish(end);
   end.endEditBlock();
   putCursor(anchor, position);
