@@ -8,6 +8,8 @@
 #include "app/shut_down.h"
 #include "checking/check_cycle.h"
 #include "messages/email_client.h"
+#include "messages/message_list.h"
+#include "messages/preview.h"
 
 namespace velmora {
 
@@ -47,9 +49,8 @@ void restoreDesignSize(Program& program) {
 /// The buttons that need an account.
 void enableAccountButtons(Program& program, bool enabled) {
   MainWindow& frmMain = program.frmMain;
-  for (const auto* key : {"EmailPreview", "EmailDelete", "EmailReply", "EmailOpen", "EmailNew", "EmailCheck"}) {
-    frmMain.tbrEmail[key].Enabled = enabled;
-  }
+  for (const auto* key : {"EmailNew", "EmailCheck"}) frmMain.tbrEmail[key].Enabled = enabled;
+  if (!enabled) EnableMessageActions(program, false);
   frmMain.lvwEmail.Enabled = enabled;
 }
 
@@ -88,6 +89,7 @@ void ShowHelp(Program& program) {
 }
 
 void CloseToTray(Program& program) {
+  HidePreview(program);
   program.frmMain.State = WindowState::Minimised;
   program.frmMain.Visible = false;
 }

@@ -65,6 +65,7 @@ struct Program {
 
   PreviewWindow frmPreview;
   bool PreviewOpen = false;
+  bool PreviewHidden = false;  ///< it went with the main window, and will come back with it
 
   bool FormLoading = false;    ///< handlers of changes do nothing
   bool QuitRequested = false;  ///< closing the window ends the program, whatever the options say

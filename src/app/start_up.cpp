@@ -129,15 +129,16 @@ void Form_Load(Program& program) {
   ShowAccountMessages(program, program.accounts.AcntCurrent);
   program.AcntLastShown = program.accounts.AcntCurrent;
   SetAccountState(program);
-  // The actions on a message wait for a click on a row, at the start as at any other time.
-  EnableMessageActions(program, false);
   program.frmMain.cmdTakeFocus.SetFocus();
 }
 
 void Form_Resize(Program& program) {
   if (program.FormLoading) return;
-  if (program.PreviewOpen) program.frmPreview.Visible = program.frmMain.State != WindowState::Minimised;
-  if (program.frmMain.State != WindowState::Minimised) return;
+  if (program.frmMain.State != WindowState::Minimised) {
+    ShowHiddenPreview(program);
+    return;
+  }
+  HidePreview(program);
   program.platform.yield();
   // Who brings the window back meanwhile wants to see it.
   if (program.frmMain.State == WindowState::Minimised) program.frmMain.Visible = false;

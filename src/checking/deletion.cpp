@@ -41,10 +41,10 @@ bool isConfirmed(Program& program, std::int16_t account, std::size_t count, bool
 
 /// A message without an identifier can't be told from another one, so it stays.
 void markOnServer(Program& program, std::int16_t account, const Numbers& chosen) {
+  currentClient(program).Messages().ListMessages();
+  PopMessages& server = currentClient(program).Messages();
   std::unordered_set<std::string_view> identifiers;
   for (const std::int16_t n : chosen) identifiers.insert(program.messages.at(account, n).MsgID);
-  PopMessages& server = currentClient(program).Messages();
-  server.ListMessages();
   const std::int16_t count = server.Count();
   for (std::int16_t i = 0; i < count; ++i) {
     PopMessage& item = server.Item(i);
@@ -96,13 +96,17 @@ void DeleteMessages(Program& program, std::int16_t account, bool ruleMarked) {
   ShowAccountMessages(program, account);
 }
 
-void DeleteSelectedMessages(Program& program) {
+void DeleteSelection(Program& program) {
   const std::int16_t account = program.accounts.AcntCurrent;
-  SuspendAutoCheck(program, AutoCheckAction::Suspend);
   SetCheckingInterface(program, false, false);
   DeleteMessages(program, account, false);
   ShowAccountAgain(program, account);
   SetCheckingInterface(program, true, false);
+}
+
+void DeleteSelectedMessages(Program& program) {
+  SuspendAutoCheck(program, AutoCheckAction::Suspend);
+  DeleteSelection(program);
   SuspendAutoCheck(program, AutoCheckAction::Restore);
 }
 

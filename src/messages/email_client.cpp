@@ -3,6 +3,7 @@
 #include "app/program.h"
 #include "messages/client_texts.h"
 #include "messages/message_file.h"
+#include "messages/message_list.h"
 #include "platform/text.h"
 
 namespace velmora {
@@ -30,8 +31,8 @@ void StartClientProgram(Program& program) {
 }
 
 void WriteMessageFile(Program& program, const std::string& path) {
-  const MailMessage& message = program.messages.at(program.accounts.AcntCurrent, program.SelectedMessage);
-  program.platform.writeFile(path, messageFileText(message));
+  const MailMessage* message = SelectedMail(program);
+  if (message != nullptr) program.platform.writeFile(path, messageFileText(*message));
 }
 
 void DeleteTemporaryFiles(Program& program) {

@@ -44,19 +44,20 @@ void lvwEmail_ItemClick(Program& program) {
 void lvwEmail_Click(Program& program) {
   if (program.accounts[program.accounts.AcntCurrent].AcntMsgCount == 0) return;
   ListView& list = program.frmMain.lvwEmail;
+  bool onRow = program.ItemUnderPointer;
   try {
     program.SelectedMessage = static_cast<std::int16_t>(list.SelectedItem());
   } catch (const RunTimeFailure&) {
-    // A click beside the rows with none selected: the last selected message stays.
+    onRow = false;  // none is selected: the last selected message stays, but nothing is to be done with it
   }
-  if (!program.ItemUnderPointer) list.Deselect(program.SelectedMessage);
-  EnableMessageActions(program, program.ItemUnderPointer);
-  if (program.ItemUnderPointer) FollowInPreview(program);
+  if (!onRow) list.Deselect(program.SelectedMessage);
+  EnableMessageActions(program, onRow);
+  if (onRow) FollowInPreview(program);
 }
 
 /// What the list and its menu do in place of a button. While a check or a deletion runs they are as dead as it is.
 void pressInPlace(Program& program, const char* key) {
-  if (program.frmMain.fraEmailToolBar.Enabled) program.frmMain.tbrEmail[key].click();
+  if (!IsBusy(program)) program.frmMain.tbrEmail[key].click();
 }
 
 void lvwEmail_RightClick(Program& program) {
@@ -77,6 +78,8 @@ void tbrEmail_ButtonClick(Program& program, const Button& button) {
 }
 
 }  // namespace
+
+bool IsBusy(const Program& program) { return !program.frmMain.fraEmailToolBar.Enabled; }
 
 void ConnectEmailPage(Program& program) {
   MainWindow& frmMain = program.frmMain;

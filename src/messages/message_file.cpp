@@ -1,6 +1,10 @@
 #include "messages/message_file.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
+
+#include "platform/text.h"
 
 namespace velmora {
 
@@ -15,6 +19,13 @@ bool isOutOfPlace(char c) {
   return removed.find(c) != std::string_view::npos || code < 0x20 || code == 0x7F;
 }
 
+/// Characters that turn the direction of writing, in which a name may hide what it ends in.
+constexpr std::array directions = {"\u202A", "\u202B", "\u202C", "\u202D", "\u202E",
+                                   "\u2066", "\u2067", "\u2068", "\u2069"};
+
+/// Leaves room for an ending in the 255 bytes that a name may have.
+constexpr std::size_t mostBytes = 200;
+
 }  // namespace
 
 std::string rawText(const MailMessage& message) {
@@ -28,9 +39,12 @@ std::string messageFileText(const MailMessage& message) { return rawText(message
 std::string proposedFileName(std::string_view subject) {
   std::string name(subject);
   name.erase(std::remove_if(name.begin(), name.end(), isOutOfPlace), name.end());
-  return name;
+  for (const auto* direction : directions) name = text::replaceAll(name, direction, "");
+  return std::string(text::leftBytes(name, mostBytes));
 }
 
-bool isHarmlessFileName(std::string_view name) { return !name.empty() && !name.starts_with('.'); }
+bool isHarmlessFileName(std::string_view name) {
+  return !text::trim(name).empty() && !name.starts_with('.') && !name.starts_with('-');
+}
 
 }  // namespace velmora

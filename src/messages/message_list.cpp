@@ -62,6 +62,13 @@ std::span<MailMessage> MessagesOf(Program& program, std::int16_t account) {
   return program.messages.Messages(account, program.accounts[account].AcntMsgCount);
 }
 
+const MailMessage* SelectedMail(Program& program) {
+  const auto messages = MessagesOf(program, program.accounts.AcntCurrent);
+  const std::int16_t number = program.SelectedMessage;
+  const bool isThere = number >= 1 && static_cast<std::size_t>(number) <= messages.size();
+  return isThere ? &messages[static_cast<std::size_t>(number - 1)] : nullptr;
+}
+
 void SetAccountTabImage(Program& program, std::int16_t account) {
   const std::string picture = tabPicture(program.accounts[account]);
   program.frmMain.TabStripEmail.Tabs(account).Image = picture;
@@ -70,9 +77,7 @@ void SetAccountTabImage(Program& program, std::int16_t account) {
 
 void EnableMessageActions(Program& program, bool enabled) {
   MainWindow& frmMain = program.frmMain;
-  for (const auto* key : {"EmailPreview", "EmailReply", "EmailOpen", "EmailDelete"}) {
-    frmMain.tbrEmail[key].Enabled = enabled;
-  }
+  for (const auto* key : messageActions) frmMain.tbrEmail[key].Enabled = enabled;
   for (MenuEntry* entry : frmMain.mnuEmailPopMenu.Entries) entry->Enabled = enabled;
   // An open preview works on the selected message too.
   for (const auto* key : {"Save", "Print", "Delete", "Reply", "Open"}) {

@@ -1,10 +1,14 @@
 #include "messages/preview.h"
 
+#include <utility>
+
 #include "app/program.h"
 #include "checking/check_cycle.h"
 #include "checking/deletion.h"
 #include "messages/email_client.h"
+#include "messages/email_page.h"
 #include "messages/message_file.h"
+#include "messages/message_list.h"
 #include "platform/text.h"
 
 namespace velmora {
@@ -19,14 +23,6 @@ constexpr int emailHelp = 130;
 /// All kinds hold the same text.
 constexpr const char* messageFilter =
     "OutLook Express (*.eml)|*.eml|Email Message (*.msg)|*.msg|Text File (*.txt)|*.txt|";
-
-/// The message that the actions work on, null where there is none.
-const MailMessage* selectedMessage(Program& program) {
-  const std::int16_t account = program.accounts.AcntCurrent;
-  const std::int16_t number = program.SelectedMessage;
-  const bool isThere = number >= 1 && number <= program.accounts[account].AcntMsgCount;
-  return isThere ? &program.messages.at(account, number) : nullptr;
-}
 
 void fill(PreviewWindow& window, const MailMessage& message) {
   window.txtPrvFrom.Text = message.From;
@@ -56,11 +52,12 @@ void TabStrip_Click(PreviewWindow& window) {
   focusText(window);
 }
 
+/// What the preview shows goes, whatever else is selected in the list.
 void deleteMessage(Program& program) {
   program.frmPreview.Visible = false;
-  SetCheckingInterface(program, false, false);
-  DeleteMessages(program, program.accounts.AcntCurrent, false);
-  SetCheckingInterface(program, true, false);
+  SuspendAutoCheck(program, AutoCheckAction::Suspend);
+  program.frmMain.lvwEmail.DeselectAllBut(program.SelectedMessage);
+  DeleteSelection(program);
   frmPreview_Unload(program);
 }
 
@@ -86,7 +83,7 @@ void ConnectPreview(Program& program) {
 }
 
 void PreviewMessage(Program& program) {
-  if (selectedMessage(program) == nullptr) return;
+  if (SelectedMail(program) == nullptr) return;
   if (!program.PreviewOpen) frmPreview_Load(program);
   FollowInPreview(program);
   program.frmPreview.Visible = true;
@@ -94,24 +91,34 @@ void PreviewMessage(Program& program) {
 }
 
 void FollowInPreview(Program& program) {
-  const MailMessage* message = selectedMessage(program);
+  const MailMessage* message = SelectedMail(program);
   if (program.PreviewOpen && message != nullptr) fill(program.frmPreview, *message);
+}
+
+void HidePreview(Program& program) {
+  program.PreviewHidden = program.frmPreview.Visible;
+  program.frmPreview.Visible = false;
+}
+
+void ShowHiddenPreview(Program& program) {
+  if (std::exchange(program.PreviewHidden, false)) program.frmPreview.Visible = true;
 }
 
 void frmPreview_Unload(Program& program) {
   if (!program.PreviewOpen) return;
   DeleteTemporaryFiles(program);
-  program.PreviewOpen = false;
+  program.PreviewOpen = program.PreviewHidden = false;
   program.frmPreview.Visible = false;
   fill(program.frmPreview, {});
-  SuspendAutoCheck(program, AutoCheckAction::Restore);
+  if (!IsBusy(program)) SuspendAutoCheck(program, AutoCheckAction::Restore);  // else what is under way will do it
 }
 
 void SaveMessageAs(Program& program) {
-  const MailMessage* message = selectedMessage(program);
+  const MailMessage* message = SelectedMail(program);
   if (message == nullptr) return;
   const std::string proposed = proposedFileName(message->Subject);
   const auto chosen = program.platform.askForFile({proposed, messageFilter});
+  if (!program.PreviewOpen) return;  // the program has ended meanwhile
   // A cancelled dialog keeps the name that it was given, and the message is written under it all the same, in the
   // current folder. But nobody has been asked there whether to replace a file, and the name is a stranger's.
   if (!chosen && (!isHarmlessFileName(proposed) || program.platform.fileExists(proposed))) return;

@@ -24,12 +24,23 @@ std::size_t announcedLength(char first) {
   return 1;
 }
 
+/// By its first two bytes, a character is none that has a shorter form, no half of a pair, and not beyond the last one
+/// (RFC 3629 section 4).
+bool isShortest(std::string_view text) {
+  const auto first = static_cast<unsigned char>(text[0]);
+  const auto second = text.size() > 1 ? static_cast<unsigned char>(text[1]) : 0U;
+  if (first == 0xE0) return second >= 0xA0;
+  if (first == 0xED) return second < 0xA0;
+  if (first == 0xF0) return second >= 0x90;
+  return first != 0xF4 || second < 0x90;
+}
+
 /// Bytes of the character that `text`, which isn't empty, begins with.
 std::size_t characterSize(std::string_view text) {
   const std::size_t announced = announcedLength(text.front());
   if (announced > text.size()) return 1;
   const auto rest = text.substr(1, announced - 1);
-  return std::all_of(rest.begin(), rest.end(), isContinuation) ? announced : 1;
+  return std::all_of(rest.begin(), rest.end(), isContinuation) && isShortest(text) ? announced : 1;
 }
 
 char32_t decoded(std::string_view character) {
@@ -73,6 +84,15 @@ std::string_view left(std::string_view text, std::size_t count) {
   std::string_view rest = text;
   for (; count > 0 && !rest.empty(); --count) rest.remove_prefix(characterSize(rest));
   return text.substr(0, text.size() - rest.size());
+}
+
+std::string_view leftBytes(std::string_view text, std::size_t most) {
+  std::size_t size = 0;
+  for (std::size_t next = 0; size < text.size(); size += next) {
+    next = characterSize(text.substr(size));
+    if (size + next > most) break;
+  }
+  return text.substr(0, size);
 }
 
 std::string_view trim(std::string_view text) {

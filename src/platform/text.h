@@ -12,10 +12,13 @@ namespace velmora::text {
 /// that every function is valid on any bytes and loses none.
 std::string_view left(std::string_view text, std::size_t count);
 
+/// As many whole characters as `most` bytes hold.
+std::string_view leftBytes(std::string_view text, std::size_t most);
+
 /// Without the blanks at both ends.
 std::string_view trim(std::string_view text);
 
-/// Every `what` replaced by `with`.
+/// Every `what`, which is not blank, replaced by `with`.
 std::string replaceAll(std::string_view text, std::string_view what, std::string_view with);
 
 /// Every letter in upper case, where it has one of its own.

@@ -166,6 +166,30 @@ TEST_F(StartUp, TheEmailClientIsTheDefaultOneOrTheAccounts) {
   EXPECT_EQ(platform.asked.size(), 2U);
 }
 
+TEST_F(StartUp, ThePanelUnderThePointerTellsMore) {
+  addAccount("Work");
+  start();
+  StatusBar& bar = program.frmMain.StatusBar;
+  bar.Left = 10;
+  for (int number = 1; number <= StatusBar::panelCount; ++number) {
+    bar.Panels(number).Left = (number - 1) * 100;
+    bar.Panels(number).Width = 90;
+  }
+  const std::pair<std::int32_t, const char*> cases[] = {{9, ""},
+                                                        {10, "Work"},
+                                                        {109, "Work"},
+                                                        {110, ""},
+                                                        {210, "Not Checked"},
+                                                        {310, "Auto Check is Off"},
+                                                        {499, "Current: November 15, 2026 4:21 PM"},
+                                                        {500, ""}};
+  for (const auto& [x, tip] : cases) {
+    bar.ToolTipText = "other";
+    bar.MouseMove(x, 3);
+    EXPECT_EQ(bar.ToolTipText.get(), tip) << x;
+  }
+}
+
 TEST_F(StartUp, HelpOpensAtThePagesTopic) {
   start();
   program.frmMain.tbrButtons[helpBar]["Help"].click();

@@ -57,6 +57,64 @@ TEST_F(Deletion, TakesTheSelectedMessagesFromServerAndStore) {
             "Ready to Delete 2 Message(s) from 'Work'                \r\n\r\nThis operation is NOT reversible!\r\n\r\n"
             "Would you like to proceed?\r\n");
   EXPECT_EQ(platform.asked[0].title, "Velmora - Ready to Delete Message(s)");
+  EXPECT_EQ(platform.asked[0].buttons, Question::Buttons::YesNo);
+  EXPECT_EQ(platform.asked[0].icon, Question::Icon::Critical);
+  server().commands.clear();
+  check();
+  EXPECT_THAT(server().commands, testing::Not(testing::Contains("RETR 1"))) << "a quick check sees the same count";
+}
+
+TEST_F(Deletion, WhatStaysIsCountedAnew) {
+  program.messages.at(1, 1).Spam = true;
+  program.messages.at(1, 2).Delete = true;
+  program.messages.at(1, 3).Delete = true;
+  program.accounts[1].AcntSpamCount = program.accounts[1].AcntDeleteCount = 9;
+  deleteRows({2});
+  EXPECT_EQ(program.accounts[1].AcntSpamCount, 1);
+  EXPECT_EQ(program.accounts[1].AcntDeleteCount, 1);
+  EXPECT_EQ(program.accounts[1].AcntNewCount, 3);
+}
+
+TEST_F(Deletion, AnIdentifierThatStandsTwiceGoesTwice) {
+  server().messages = {message("a"), message("b"), message("b")};
+  check();
+  deleteRows({2});
+  EXPECT_THAT(onServer(), ElementsAre("a"));
+  EXPECT_THAT(listed(), ElementsAre("a", "b")) << "only what was selected leaves the list";
+}
+
+TEST_F(Deletion, WithNothingSelectedItStillAsks) {
+  DeleteMessages(program, 1, false);
+  EXPECT_EQ(platform.asked.at(0).text.substr(0, 17), "Ready to Delete 0");
+  EXPECT_EQ(onServer().size(), 4U);
+}
+
+TEST_F(Deletion, NothingElseWorksMeanwhile) {
+  option("UseInterval", "1");
+  program.options.UseInterval = 1;
+  program.frmMain.tmrMailTime.Enabled = true;
+  bool seen = false;
+  server().line.onReceive = [&] {
+    if (seen || server().commands.back() != "DELE 1") return;
+    seen = true;
+    MainWindow& frmMain = program.frmMain;
+    EXPECT_FALSE(frmMain.tmrMailTime.Enabled);
+    EXPECT_FALSE(frmMain.tbrButtons[checkAllBar].Enabled);
+    EXPECT_FALSE(frmMain.tbrButtons[stopRetrievalBar].Visible) << "a deletion can't be stopped";
+    EXPECT_FALSE(program.frmPreview.tbrButtons.Enabled);
+    frmMain.lvwEmail.DeleteKey();
+    frmMain.lvwEmail.DblClick();
+    frmMain.mnuEmailDelete.Click();
+    frmMain.lvwEmail.ColumnClick("Subject");
+    program.options.MessageSort = 1;
+    frmMain.lvwEmail.ColumnClick("Subject");
+  };
+  deleteRows({1});
+  EXPECT_TRUE(seen);
+  EXPECT_EQ(platform.asked.size(), 1U);
+  EXPECT_FALSE(program.PreviewOpen);
+  EXPECT_THAT(listed(), ElementsAre("b", "c", "d"));
+  EXPECT_TRUE(program.frmMain.tmrMailTime.Enabled);
 }
 
 TEST_F(Deletion, TheIdentifierDecidesNotTheNumber) {
@@ -81,10 +139,15 @@ TEST_F(Deletion, NoAnswerButYesDeletes) {
 }
 
 TEST_F(Deletion, AFailureIsToldAndChangesNothing) {
-  for (const auto* point : {"USER", "UIDL", "DELE", "QUIT"}) {
+  const std::pair<const char*, std::string> troubles[] = {{"USER", test::MemoryServer::hangUp},
+                                                          {"UIDL", test::MemoryServer::hangUp},
+                                                          {"DELE 2", test::MemoryServer::hangUp},
+                                                          {"DELE 2", "-ERR locked\r\n"},
+                                                          {"QUIT", test::MemoryServer::hangUp}};
+  for (const auto& [point, answer] : troubles) {
     platform.answers = {Answer::Yes};
     platform.asked.clear();
-    server().answers = {{point, test::MemoryServer::hangUp}};
+    server().answers = {{point, answer}};
     program.options.SuppressConnectErrors = 1;
     deleteRows({1, 2});
     EXPECT_EQ(titles().back(), "Velmora - Delete Connection Failure") << point;

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "app/shut_down.h"
+#include "messages/message_file.h"
 #include "support/running_program.h"
 
 namespace velmora {
@@ -109,11 +110,46 @@ TEST_F(Preview, DeletesItsMessageAndCloses) {
   EXPECT_FALSE(program.PreviewOpen);
   EXPECT_EQ(platform.servers["Work"].messages.size(), 1U);
   EXPECT_EQ(panel(1), "Work - 1 Message(s)");
+  EXPECT_EQ(program.AcntLastShown, 1);
   EXPECT_TRUE(program.frmMain.tbrButtons[checkAllBar].Enabled);
+}
+
+TEST_F(Preview, DeletesNothingButWhatItShows) {
+  program.options.DeleteConfirmation = 0;
+  preview(1);
+  program.frmMain.lvwEmail.UserSelected({1, 2}, 2);
+  program.frmMain.lvwEmail.Click();
+  EXPECT_EQ(window().txtPrvSubject.Text.get(), ".profile");
+  auto& server = platform.servers["Work"];
+  server.line.onReceive = [&] { EXPECT_FALSE(window().Visible); };
+  press("Delete");
+  ASSERT_EQ(server.messages.size(), 1U);
+  EXPECT_EQ(server.messages[0].uid, "[Re]: a/b?");
+}
+
+TEST(FileName, IsWhatAnySystemTakes) {
+  const std::pair<std::string, std::string> cases[] = {
+      {"", ""},
+      {"[Re]: a/b?", "Re ab"},
+      {"x<>\\:*|\"[],;y z", "xy z"},
+      {"a\tb\x01\x7F"
+       "c",
+       "abc"},
+      {"gpj\u202E.exe", "gpj.exe"},
+      {std::string(70, 'x') + "\u6771\u6771" + std::string(200, 'y'),
+       std::string(70, 'x') + "\u6771\u6771" + std::string(124, 'y')},
+  };
+  for (const auto& [subject, name] : cases) EXPECT_EQ(proposedFileName(subject), name);
+  for (const auto* name : {"", "  ", ".profile", "-rf"}) EXPECT_FALSE(isHarmlessFileName(name)) << name;
 }
 
 TEST_F(Preview, GoesWithTheMainWindow) {
   preview(1);
+  program.frmMain.tbrButtons[closeBar]["Close"].click();
+  EXPECT_FALSE(window().Visible);
+  program.frmMain.State = WindowState::Normal;
+  program.frmMain.Resize();
+  EXPECT_TRUE(window().Visible);
   program.frmMain.State = WindowState::Minimised;
   program.frmMain.Resize();
   EXPECT_FALSE(window().Visible);

@@ -60,6 +60,7 @@ std::string MemoryServer::serve(const std::string& verb, const std::string& argu
   if (verb == "USER") return user_ = argument, ok("password, please");
   if (verb == "PASS") return pass(argument);
   if (!loggedIn_) return error("log in first");
+  if (verb == "RSET") return deleted_.clear(), ok("unmarked");
   if (verb == "LIST" || verb == "UIDL" || verb == "STAT") return list(verb);
   return give(verb, argument);
 }

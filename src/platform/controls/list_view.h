@@ -40,7 +40,7 @@ class ListView {
   Property<std::string> EmptyText;   ///< said in place of rows where there are none
   std::function<void()> ItemClick;   ///< a row was chosen, before Click
   std::function<void()> Click;       ///< the list was clicked, on a row or beside
-  std::function<void()> DblClick;    ///< likewise, twice, or Enter was pressed
+  std::function<void()> DblClick;    ///< a row was clicked twice, or Enter was pressed
   std::function<void()> RightClick;  ///< the right button came up
   std::function<void()> DeleteKey;   ///< the key was pressed on the list
   /// The pointer is over this row, 0 for none, at `x` from the left edge of the first column.
@@ -72,6 +72,10 @@ class ListView {
 
   void Deselect(std::int32_t row) {
     if (selected_.erase(row) > 0) selectionChanged.raise();
+  }
+
+  void DeselectAllBut(std::int32_t row) {
+    if (std::erase_if(selected_, [row](std::int32_t each) { return each != row; }) > 0) selectionChanged.raise();
   }
 
   /// Takes over what the user has selected, and the row that has the focus, 0 for none; called by the desktop before

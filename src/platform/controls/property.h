@@ -2,9 +2,9 @@
 
 #include <concepts>
 #include <cstddef>
+#include <deque>
 #include <functional>
 #include <utility>
-#include <vector>
 
 namespace velmora {
 
@@ -20,7 +20,7 @@ class Signal {
   }
 
  private:
-  std::vector<std::function<void(Args...)>> watchers_;
+  std::deque<std::function<void(Args...)>> watchers_;  // one more moves none, which may be running
 };
 
 /// A value of a control. Setting it to the value that it has does nothing; a change is told to all watchers, whoever

@@ -24,14 +24,20 @@ void deleteAndQuit(const Channel& channel, std::span<const std::int32_t> numbers
   std::vector<Request> requests;
   for (const std::int32_t number : numbers) requests.push_back({"DELE " + std::to_string(number)});
   std::optional<Reply> refusal;
-  const auto note = [&](std::size_t /*index*/, const Reply& reply) {
+  exchange(channel.conversation, requests, channel.pipelined, [&](std::size_t /*index*/, const Reply& reply) {
     if (!reply.ok && !refusal) refusal = reply;
-  };
-  exchange(channel.conversation, requests, channel.pipelined, note);
-  note(0, channel.conversation.ask("QUIT"));
-  if (refusal)
-    throw PopFailure(pop_failure::messageRefused,
-                     withServerWords("The server did not delete all of the messages.", refusal->text));
+  });
+  if (!refusal) {
+    const Reply farewell = channel.conversation.ask("QUIT");
+    if (farewell.ok) return;
+    refusal = farewell;
+  } else if (channel.conversation.ask("RSET").ok) {
+    // What was marked until then is kept. Where it can't be unmarked, the connection ends without a farewell, which
+    // has the same effect (RFC 1939 section 6).
+    quit(channel.conversation);
+  }
+  throw PopFailure(pop_failure::messageRefused,
+                   withServerWords("The server did not delete all of the messages.", refusal->text));
 }
 
 }  // namespace velmora::pop

@@ -160,7 +160,17 @@ void bind(TabStrip& strip, QTabBar& widget, std::string_view imageList) {
     widget.setCurrentIndex(strip.SelectedItem() - 1);
   });
   strip.Enabled.watch([&widget](bool on) { widget.setEnabled(on); });
-  QObject::connect(&widget, &QTabBar::currentChanged, &widget, [&strip](int index) { strip.SelectTab(index + 1); });
+  QObject::connect(&widget, &QTabBar::currentChanged, &widget, [&strip, &widget](int index) {
+    if (strip.Enabled) {
+      strip.SelectTab(index + 1);
+    } else {  // a screen reader can press tabs that nobody else can
+      const QSignalBlocker quiet(widget);
+      widget.setCurrentIndex(strip.SelectedItem() - 1);
+    }
+  });
+  QObject::connect(&widget, &QTabBar::tabBarClicked, &widget, [&strip, &widget](int index) {
+    if (index >= 0 && index == widget.currentIndex() && strip.Click) strip.Click();
+  });
   watchFocus(widget, [&strip] {
     if (strip.GotFocus) strip.GotFocus();
   });

@@ -134,6 +134,7 @@ MessageView::MessageView(ListView& list, ToolTip& tip, const ImageList& rowPictu
   });
   list_.selectionChanged.watch([this] { showSelection(); });
   connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+    takeSelection();
     // Otherwise it is a screen reader that has chosen.
     if (!choosing_) choose(selectionModel()->hasSelection());
   });
@@ -227,7 +228,7 @@ void MessageView::mouseReleaseEvent(QMouseEvent* event) {
   QTreeView::mouseReleaseEvent(event);
   choosing_ = false;
   const QPoint position = event->position().toPoint();
-  if (event->button() != Qt::LeftButton) return;
+  if (event->button() == Qt::RightButton) return;  // its menu follows
   tellPointer(position);
   choose(indexAt(position).isValid());
 }

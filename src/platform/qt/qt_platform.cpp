@@ -44,7 +44,7 @@ QString temporaryFolder() {
   return QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + "/temporary";
 }
 
-/// The user's own folder of the program, where a first save begins.
+/// The user's own folder of the program, where every dialog for a file begins.
 QString programFolder() {
   QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
   QDir().mkpath(folder);
@@ -100,6 +100,7 @@ Answer QtPlatform::MsgBox(const Question& question) {
   QMessageBox box(iconOf(question.icon), qt(question.title), qt(question.text).replace("\r\n", "\n"),
                   buttonsOf(question.buttons), QApplication::activeWindow());
   box.setTextFormat(Qt::PlainText);
+  if (yesNo) box.setDefaultButton(QMessageBox::Yes);  // the first, whatever the desktop would choose
   widen(box);
   const bool yes = box.exec() == QMessageBox::Yes;
   return yesNo ? (yes ? Answer::Yes : Answer::No) : Answer::Ok;
