@@ -133,10 +133,12 @@ MessageView::MessageView(ListView& list, ToolTip& tip, const ImageList& rowPictu
     viewport()->update();
   });
   list_.selectionChanged.watch([this] { showSelection(); });
-  connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+  connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, [this](const QItemSelection& added) {
     takeSelection();
-    // Otherwise it is a screen reader that has chosen.
-    if (!choosing_) choose(selectionModel()->hasSelection());
+    if (choosing_) return;
+    // A screen reader has chosen.
+    if (!added.isEmpty()) selectionModel()->setCurrentIndex(added.first().topLeft(), QItemSelectionModel::NoUpdate);
+    choose(selectionModel()->hasSelection());
   });
   watchFocus(*this, [this] {
     if (!pointerOnRow_) tell(list_.GotFocus);
