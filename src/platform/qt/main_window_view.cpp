@@ -15,6 +15,7 @@
 #include "platform/qt/bind.h"
 #include "platform/qt/icons.h"
 #include "platform/qt/message_view.h"
+#include "platform/qt/options_page_view.h"
 #include "platform/qt/status_bar_view.h"
 #include "platform/qt/strings.h"
 
@@ -87,7 +88,7 @@ MainWindowView::MainWindowView(MainWindow& window) : window_(window) {
   column->addWidget(makePage(emailPage, makeEmailPage()), 1);
   column->addWidget(makePage(accountsPage, makeAccountsPage()), 1);
   column->addWidget(makePage(rulesPage, new QWidget(this)), 1);
-  column->addWidget(makePage(optionsPage, makeOptionsPage()), 1);
+  column->addWidget(makePage(optionsPage, makeOptionsPage(window_, this)), 1);
   column->addWidget(new StatusBarView(window_.StatusBar, window_.ProgressBar, body));
   setCentralWidget(body);
   addFocusTaker();
@@ -167,28 +168,6 @@ QWidget* MainWindowView::makeEmailPage() {
   bind(window_.mnuColumns, *new QMenu(view));
   window_.TextWidth = [view](const std::string& text, bool bold) { return view->textWidth(text, bold); };
   list_ = view;
-  return page;
-}
-
-QWidget* MainWindowView::makeOptionsPage() {
-  auto* page = new QWidget(this);
-  auto* column = plainLayout<QVBoxLayout>(page);
-  column->addStretch(1);
-  const auto addLabel = [&](const char* name) {
-    auto* label = new QLabel(page);
-    label->setObjectName(name);
-    column->addWidget(label, 0, Qt::AlignHCenter);
-    return label;
-  };
-  auto* picture = addLabel("imgAbout");
-  constexpr QSize pictureSize(64, 64);
-  picture->setPixmap(applicationIcon().pixmap(pictureSize, devicePixelRatioF()));
-  bind(window_.lblAboutTitle, *addLabel("lblAboutTitle"));
-  bindLink(window_.lblAboutWebSite, *addLabel("lblAboutWebSite"));
-  bindLink(window_.lblAboutEmail, *addLabel("lblAboutEmail"));
-  column->addWidget(makeToolbar(window_.tbrOptAbout, "tbrOptAbout", ButtonLook::TextBesideIcon, page), 0,
-                    Qt::AlignHCenter);
-  column->addStretch(1);
   return page;
 }
 

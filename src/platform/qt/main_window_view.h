@@ -23,7 +23,6 @@ class MainWindowView : public QMainWindow {
   QWidget* makeEmailPage();
   QWidget* makeAccountsPage();
   QWidget* makeButtonRow(std::size_t page);
-  QWidget* makeOptionsPage();
   void addFocusTaker();
   void addShortcuts();
   void followForm();

@@ -1,6 +1,5 @@
 #include "platform/qt/message_view.h"
 
-#include <QAbstractTableModel>
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QHelpEvent>
@@ -14,98 +13,13 @@
 #include "platform/controls/text_box.h"
 #include "platform/qt/focus_watcher.h"
 #include "platform/qt/harmless_text.h"
-#include "platform/qt/icons.h"
+#include "platform/qt/list_model.h"
 #include "platform/qt/strings.h"
 #include "platform/qt/tips.h"
 
 namespace velmora {
 
 namespace {
-
-/// Gives a view the rows of a list control.
-class ListModel : public QAbstractTableModel {
- public:
-  ListModel(ListView& list, ImageList rowPictures, ImageList headerPictures, QObject* parent)
-      : QAbstractTableModel(parent),
-        list_(list),
-        rowPictures_(std::move(rowPictures)),
-        headerPictures_(std::move(headerPictures)) {
-    list.rowsChanged.watch([this] {
-      beginResetModel();
-      endResetModel();
-    });
-    for (int section = 0; section < static_cast<int>(list.Columns.size()); ++section) {
-      list.Columns[static_cast<std::size_t>(section)].Picture.watch(
-          [this, section](const std::string&) { emit headerDataChanged(Qt::Horizontal, section, section); });
-    }
-  }
-
-  int rowCount(const QModelIndex& parent) const override {
-    return parent.isValid() ? 0 : static_cast<int>(list_.Rows().size());
-  }
-
-  int columnCount(const QModelIndex& parent) const override {
-    return parent.isValid() ? 0 : static_cast<int>(list_.Columns.size());
-  }
-
-  QVariant data(const QModelIndex& index, int role) const override {
-    const auto& row = list_.Rows().at(static_cast<std::size_t>(index.row()));
-    const auto column = static_cast<std::size_t>(index.column());
-    switch (role) {
-      case Qt::DisplayRole:
-        return harmlessLine(row.Cells.at(column));
-      case Qt::DecorationRole:
-        return column == 0 ? rowPictures_.icon(row.Picture) : QVariant();
-      case Qt::FontRole:
-        return row.Bold ? boldFont() : QVariant();
-      case Qt::TextAlignmentRole:
-        return alignment(list_.Columns[column]);
-      case Qt::AccessibleDescriptionRole:
-        return qt(row.Picture);
-      default:
-        return {};
-    }
-  }
-
-  QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
-    if (orientation != Qt::Horizontal) return {};
-    const auto& column = list_.Columns.at(static_cast<std::size_t>(section));
-    switch (role) {
-      case Qt::DisplayRole:
-        return qt(column.Text);
-      case Qt::DecorationRole:
-        // A blank picture would move the text away from that of the cells.
-        return column.Picture == "Blank" ? QVariant() : headerPictures_.icon(column.Picture);
-      case Qt::TextAlignmentRole:
-        return alignment(column);
-      case Qt::AccessibleTextRole:
-        return qt(column.Text) + sortState(column.Picture);
-      default:
-        return {};
-    }
-  }
-
- private:
-  static int alignment(const ListView::Column& column) {
-    return static_cast<int>(Qt::AlignVCenter | (column.AlignRight ? Qt::AlignRight : Qt::AlignLeft));
-  }
-
-  static QString sortState(const std::string& picture) {
-    if (picture == "Ascending") return ", sorted ascending";
-    if (picture == "Descending") return ", sorted descending";
-    return {};
-  }
-
-  static QVariant boldFont() {
-    QFont font;
-    font.setBold(true);
-    return font;
-  }
-
-  ListView& list_;
-  ImageList rowPictures_;
-  ImageList headerPictures_;
-};
 
 void tell(const std::function<void()>& event) {
   if (event) event();
