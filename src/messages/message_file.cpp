@@ -19,9 +19,11 @@ bool isOutOfPlace(char c) {
   return removed.find(c) != std::string_view::npos || code < 0x20 || code == 0x7F;
 }
 
+// NOLINTBEGIN(misc-misleading-bidirectional): as escapes they mislead nobody
 /// Characters that turn the direction of writing, in which a name may hide what it ends in.
 constexpr std::array directions = {"\u202A", "\u202B", "\u202C", "\u202D", "\u202E",
                                    "\u2066", "\u2067", "\u2068", "\u2069"};
+// NOLINTEND(misc-misleading-bidirectional)
 
 /// Leaves room for an ending in the 255 bytes that a name may have.
 constexpr std::size_t mostBytes = 200;
