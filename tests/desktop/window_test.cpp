@@ -178,6 +178,7 @@ TEST_F(Window, SizeRestoresTheDesignSizeAndTheListsWidthsAreKept) {
 TEST_F(Window, TheKeyboardAloneDoesEverything) {
   addAccount("Work").messages = {message("one"), message("two"), message("three")};
   open();
+  QTest::keyClick(&list(), Qt::Key_C, Qt::ControlModifier);  // there is nothing to copy
   type(Qt::Key_F5);
   ASSERT_EQ(list().model()->rowCount(), 3);
   type(Qt::Key_Down);
@@ -321,6 +322,11 @@ TEST_F(Window, AnEmptyListSaysWhy) {
   const QImage before = list().viewport()->grab().toImage();
   press("EmailCheck");
   EXPECT_EQ(list().accessibleDescription(), "No messages wait on the server.");
+  platform.servers["Work"].messages = {message("one")};
+  press("EmailCheck");
+  EXPECT_EQ(list().accessibleDescription(), "") << "it is not empty now";
+  platform.servers["Work"].messages.clear();
+  press("EmailCheck");
   EXPECT_NE(list().viewport()->grab().toImage(), before);
 }
 

@@ -16,7 +16,7 @@ namespace velmora::mime {
 
 namespace {
 
-constexpr std::size_t MaxBody = std::size_t{16} * 1024 * 1024;
+constexpr std::size_t MaxBody = std::size_t{64} * 1024 * 1024;
 constexpr std::size_t MaxHtml = std::size_t{1024} * 1024;
 
 /// At most about `maxBytes`. Three encoded bytes may make one.

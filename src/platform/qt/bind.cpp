@@ -89,6 +89,7 @@ void addMissingTabs(TabStrip& strip, QTabBar& widget, const ImageList& images) {
     bindTab(strip.Tabs(index + 1), widget, index, images);
   }
   widget.setCurrentIndex(strip.SelectedItem() - 1);
+  widget.updateGeometry();  // a hidden bar that a picture lays out would keep the height of none
 }
 
 void bindEntry(MenuEntry& entry, const ImageList& images, QMenu& menu) {

@@ -52,6 +52,7 @@ int ListModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant ListModel::data(const QModelIndex& index, int role) const {
+  if (!index.isValid()) return {};  // what a copy asks for where no row is the current one
   const auto& row = list_.Rows().at(static_cast<std::size_t>(index.row()));
   const auto column = static_cast<std::size_t>(index.column());
   switch (role) {

@@ -203,7 +203,9 @@ void MainWindowView::addFocusTaker() {
 /// What the buttons do, from every page, where they could be pressed.
 void MainWindowView::addShortcuts() {
   const auto press = [this](const QKeySequence& keys, Toolbar& bar, const char* button, const Frame* frame = nullptr) {
-    connect(new QShortcut(keys, this), &QShortcut::activated, this, [&bar, button, frame] {
+    auto* shortcut = new QShortcut(keys, this);
+    shortcut->setAutoRepeat(false);  // a key held down would log in over and over
+    connect(shortcut, &QShortcut::activated, this, [&bar, button, frame] {
       if (bar.Visible && (frame == nullptr || frame->Enabled)) bar[button].click();
     });
   };

@@ -42,10 +42,8 @@ MessageView::MessageView(ListView& list, ToolTip& tip, const ImageList& rowPictu
   followHeader();
   measureMargins();
   list_.Enabled.watch([this](bool on) { setEnabled(on); });
-  list_.EmptyText.watch([this](const std::string& text) {
-    setAccessibleDescription(qt(text));
-    viewport()->update();
-  });
+  list_.EmptyText.watch([this](const std::string&) { describe(); });
+  list_.rowsChanged.watch([this] { describe(); });
   list_.selectionChanged.watch([this] { showSelection(); });
   connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, [this](const QItemSelection& added) {
     takeSelection();
@@ -57,6 +55,12 @@ MessageView::MessageView(ListView& list, ToolTip& tip, const ImageList& rowPictu
   watchFocus(*this, [this] {
     if (!pointerOnRow_) tell(list_.GotFocus);
   });
+}
+
+/// Says why the list is empty, where it is.
+void MessageView::describe() {
+  setAccessibleDescription(list_.Rows().empty() ? qt(list_.EmptyText.get()) : QString());
+  viewport()->update();
 }
 
 void MessageView::followWidths() {

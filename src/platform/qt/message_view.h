@@ -33,6 +33,7 @@ class MessageView : public QTreeView {
   void changeEvent(QEvent* event) override;
 
  private:
+  void describe();
   void followWidths();
   void followHeader();
   void measureMargins();
