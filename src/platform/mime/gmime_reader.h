@@ -10,7 +10,7 @@
 namespace velmora {
 
 /// Reads messages of any making, however broken or hostile: in time that grows with their size alone, without ever
-/// failing. From, To and Subject end after `MaxLine` bytes, the body after 16 MiB; `htmlToText` gets 1 MiB at most.
+/// failing. From, To and Subject end after `MaxLine` bytes, the body after 64 MiB; `htmlToText` gets 1 MiB at most.
 class GmimeReader : public MailReader {
  public:
   static constexpr std::size_t MaxLine = std::size_t{64} * 1024;
