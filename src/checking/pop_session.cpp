@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "app/program.h"
 #include "messages/message_capture.h"
@@ -48,7 +49,8 @@ class PopEvents : public IPopClientNotify {
   }
 
   void Received(PopClient& /*owner*/, const PopMessage& /*message*/) override {
-    program_.ReceivedCount = text::toInt16(program_.ReceivedCount + 1);
+    // It begins with 1, so that the last message of the largest mailbox would take it beyond its bound.
+    if (program_.ReceivedCount < std::numeric_limits<std::int16_t>::max()) ++program_.ReceivedCount;
   }
 
  private:

@@ -17,8 +17,8 @@ namespace {
 
 constexpr int bodyTab = 1;
 
-/// The help's topic of the Email page, which leads on to that of the preview.
-constexpr int emailHelp = 130;
+/// The help's topic of the preview.
+constexpr int previewHelp = 131;
 
 /// All kinds hold the same text.
 constexpr const char* messageFilter =
@@ -78,7 +78,7 @@ void ConnectPreview(Program& program) {
   window.TabStrip.Click = [&window] { TabStrip_Click(window); };
   window.tbrButtons.ButtonClick = [&program](Button& button) { tbrButtons_ButtonClick(program, button); };
   window.Activate = [&window] { focusText(window); };
-  window.Help = [&program] { program.platform.showHelp(emailHelp); };
+  window.Help = [&program] { program.platform.showHelp(previewHelp); };
   window.Close = [&program] { frmPreview_Unload(program); };
 }
 

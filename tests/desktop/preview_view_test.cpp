@@ -53,6 +53,10 @@ TEST_F(PreviewOnScreen, KeysWorkItAndTheListStaysUsable) {
   EXPECT_TRUE(find<QPlainTextEdit>("rtbRawMsg").isVisible());
   QTest::keyClick(preview_, Qt::Key_Tab, Qt::ControlModifier);
   EXPECT_TRUE(body().isVisible());
+  QTest::keyClick(preview_, Qt::Key_F1);
+  EXPECT_EQ(platform.helpShown, std::vector<int>{131});
+  EXPECT_TRUE(find<QLineEdit>("txtPrvSubject").isReadOnly());
+  EXPECT_TRUE(body().isReadOnly());
   platform.chosenFile = "/tmp/x.eml";
   QTest::keyClick(preview_, Qt::Key_S, Qt::ControlModifier);
   EXPECT_TRUE(platform.written.contains("/tmp/x.eml"));

@@ -286,6 +286,7 @@ TEST_F(Window, ATipShowsExactlyWhatACellCutsOff) {
   restPointerOn(*list().viewport(), middleOf(0, 0));
   EXPECT_EQ(tip(), plainTip("<b>Ann</b> Example <a@b.org>")) << "no markup";
   EXPECT_TRUE(tip().contains("&lt;b&gt;"));
+  EXPECT_LT(plainTip(std::string(100000, 'x')).size(), 2500) << "no tip fills the screen";
 }
 
 TEST_F(Window, ThePanelsOfTheStatusBarHaveTips) {

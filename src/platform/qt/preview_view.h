@@ -10,7 +10,7 @@ struct Label;
 struct PreviewWindow;
 struct TextBox;
 
-/// The preview on the screen. It lies above the main window and goes to the task bar with it.
+/// The preview on the screen, a window of its own that belongs to the main one.
 class PreviewView : public QWidget {
  public:
   /// `window` outlives the view.

@@ -97,7 +97,7 @@ DateTime QtPlatform::now() const {
 Answer QtPlatform::MsgBox(const Question& question) {
   const bool yesNo = question.buttons == Question::Buttons::YesNo;
   if (quitting_) return yesNo ? Answer::No : Answer::Ok;
-  QMessageBox box(iconOf(question.icon), qt(question.title), qt(question.text).replace("\r\n", "\n"),
+  QMessageBox box(iconOf(question.icon), harmlessLine(question.title), harmlessText(question.text),
                   buttonsOf(question.buttons), QApplication::activeWindow());
   box.setTextFormat(Qt::PlainText);
   if (yesNo) box.setDefaultButton(QMessageBox::Yes);  // the first, whatever the desktop would choose

@@ -2,6 +2,7 @@
 
 #include <QPoint>
 #include <QRect>
+#include <QRegularExpression>
 #include <QStringList>
 #include <QToolTip>
 
@@ -9,19 +10,35 @@
 
 namespace velmora {
 
+namespace {
+
+constexpr qsizetype widest = 100;
+
+/// Gives a word that is wider than a tip places to break at.
+QString breakable(QString line) {
+  static const QRegularExpression word("(\\S{100})");
+  return line.replace(word, QStringLiteral("\\1\u200B"));
+}
+
+}  // namespace
+
 QString plainTip(std::string_view text) {
   constexpr int mostLines = 30;
-  constexpr qsizetype widest = 100;
+  constexpr qsizetype mostCharacters = 2000;
   QStringList lines;
   bool isWide = false;
-  while (lines.size() < mostLines) {
+  for (qsizetype left = mostCharacters; left > 0;) {
     const auto end = text.find("\r\n");
-    const QString line = harmlessLine(text.substr(0, end));
+    const QString line = harmlessLine(text.substr(0, end), left);
+    left -= line.size() + 1;
     isWide = isWide || line.size() > widest;
-    lines += line.toHtmlEscaped();
+    lines += breakable(line).toHtmlEscaped();
     if (end == std::string_view::npos) break;
     text.remove_prefix(end + 2);
-    if (lines.size() == mostLines) lines += QStringLiteral("…");
+    if (left <= 0 || lines.size() == mostLines) {
+      lines += QStringLiteral("…");
+      break;
+    }
   }
   // A tip that may wrap makes itself narrow even where its lines are short.
   const QString space = isWide ? "pre-wrap" : "pre";
