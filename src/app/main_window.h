@@ -11,6 +11,7 @@
 #include "platform/controls/status_bar.h"
 #include "platform/controls/timer.h"
 #include "platform/controls/toolbar.h"
+#include "rules/rules_page.h"
 
 namespace velmora {
 
@@ -36,7 +37,7 @@ inline constexpr std::size_t pauseStartUpBar = 14;
 
 /// The only top-level window of the program: four pages of which one shows at a time, the buttons that switch between
 /// them, a row of buttons for each page, and the status bar.
-struct MainWindow : Form, EmailPage, AccountsPage, OptionsPage {
+struct MainWindow : Form, EmailPage, AccountsPage, RulesPage, OptionsPage {
   Toolbar tbrMainButtons{"imlMainIcons",
                          {{"Email", "Email        ", "Email Messages", "Email"},
                           {"Accounts", "Accounts  ", "Account Information", "Accounts"},

@@ -12,6 +12,7 @@
 #include "options/options.h"
 #include "platform/platform.h"
 #include "platform/pop/pop_client.h"
+#include "rules/rules.h"
 
 namespace velmora {
 
@@ -28,6 +29,7 @@ struct Program {
   Options EditOptions;  ///< the working copy of the Options page
   Accounts accounts;
   MessageStore messages;
+  Rules rules;
 
   MainWindow frmMain;
   std::int16_t CurrentPage = emailPage;

@@ -13,6 +13,7 @@
 #include "messages/message_list.h"
 #include "messages/preview.h"
 #include "messages/sorting.h"
+#include "rules/rules_page.h"
 
 namespace velmora {
 
@@ -123,6 +124,7 @@ void Form_Load(Program& program) {
   program.DefaultClientValid = isFileWithEnding(program, program.options.DefaultClient, ".exe");
   loadAccounts(program, count);
   ShowClock(program);
+  StartRules(program);
   connectWindow(program);
   program.FormLoading = false;
   program.frmMain.lblBanner.Caption = PageBanners[emailPage];

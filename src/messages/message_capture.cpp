@@ -12,6 +12,7 @@
 #include "messages/message_list.h"
 #include "messages/sorting.h"
 #include "platform/text.h"
+#include "rules/rule_check.h"
 
 namespace velmora {
 
@@ -70,6 +71,13 @@ void addTo(std::int16_t& total, std::int16_t count) {
   total = static_cast<std::int16_t>(std::min<int>(total + count, std::numeric_limits<std::int16_t>::max()));
 }
 
+/// Every pass decides the marks afresh.
+void markByRules(Program& program, std::int16_t account) {
+  for (std::int32_t number = 1; number <= program.accounts[account].AcntMsgCount; ++number) {
+    RuleCheck(program, account, static_cast<std::int16_t>(number));
+  }
+}
+
 void countMessages(Program& program, std::int16_t account) {
   Accounts::Row& row = program.accounts[account];
   for (MailMessage& message : MessagesOf(program, account)) message.PrevMsgID = message.MsgID;
@@ -107,6 +115,7 @@ void retrieveMessages(Program& program, std::int16_t account) {
   if (program.accounts[account].AcntMsgCount > 0) {
     program.accounts[account].AcntHasMessages = true;
     markNewMessages(program, account);
+    markByRules(program, account);
     countMessages(program, account);
   }
   if (program.options.MessageSort == 1) SortMessages(program, account, program.SortColumnName);

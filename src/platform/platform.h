@@ -15,7 +15,7 @@ class PopClient;
 
 /// A message box: what it says, and what the user answered.
 struct Question {
-  enum class Icon { Information, Critical };
+  enum class Icon { None, Information, Critical };
   enum class Buttons { Ok, YesNo };
 
   std::string text;  ///< line breaks CR LF
@@ -79,6 +79,12 @@ class Platform {
 
   /// Writes a file, or replaces it as a whole. Returns whether that succeeded; what was there stays where it did not.
   virtual bool writeFile(const std::string& path, std::string_view content) = 0;
+
+  /// What a file holds; nothing where it can't be read or holds more than 16 MiB.
+  virtual std::optional<std::string> readFile(const std::string& path) const = 0;
+
+  /// The path of a file in the user's own folder of the program.
+  virtual std::string programFile(std::string_view name) const = 0;
 
   /// The path of a file that was installed with the program.
   virtual std::string installedFile(std::string_view name) const = 0;

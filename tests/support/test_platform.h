@@ -78,8 +78,13 @@ class TestPlatform : public Platform {
     written[path] = content;
     return true;
   }
+  std::optional<std::string> readFile(const std::string& path) const override {
+    const auto found = written.find(path);
+    return found == written.end() ? std::nullopt : std::optional(found->second);
+  }
+  std::string programFile(std::string_view name) const override { return "/home/" + std::string(name); }
   std::string installedFile(std::string_view name) const override { return "/share/" + std::string(name); }
-  bool fileExists(const std::string& path) const override { return files.contains(path); }
+  bool fileExists(const std::string& path) const override { return files.contains(path) || written.contains(path); }
   void deleteTemporaryFile(std::string_view name) override { deletedFiles.emplace_back(name); }
   std::shared_ptr<PopClient> makePopClient() override;
 

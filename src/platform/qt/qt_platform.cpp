@@ -62,6 +62,7 @@ QStringList nameFilters(const std::string& filter) {
 QString suffixOf(const QString& nameFilter) { return nameFilter.section("*.", 1).section(')', 0, 0); }
 
 QMessageBox::Icon iconOf(Question::Icon icon) {
+  if (icon == Question::Icon::None) return QMessageBox::NoIcon;
   return icon == Question::Icon::Critical ? QMessageBox::Critical : QMessageBox::Information;
 }
 
@@ -162,9 +163,23 @@ void QtPlatform::open(const std::string& target) {
 
 bool QtPlatform::writeFile(const std::string& path, std::string_view content) {
   QSaveFile file(qt(path));
-  return file.open(QIODevice::WriteOnly) &&
+  // Buffered, it would take a write that a full disk cut short for a whole one.
+  return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
          file.write(content.data(), static_cast<qint64>(content.size())) == static_cast<qint64>(content.size()) &&
          file.commit();
+}
+
+std::optional<std::string> QtPlatform::readFile(const std::string& path) const {
+  constexpr qint64 most = 16LL * 1024 * 1024;
+  QFile file(qt(path));
+  if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly)) return std::nullopt;
+  std::string content = file.read(most + 1).toStdString();
+  if (file.error() != QFileDevice::NoError || content.size() > most) return std::nullopt;
+  return content;
+}
+
+std::string QtPlatform::programFile(std::string_view name) const {
+  return utf8(QDir(programFolder()).absoluteFilePath(qt(name)));
 }
 
 std::string QtPlatform::installedFile(std::string_view name) const {

@@ -38,6 +38,8 @@ class QtPlatform : public Platform {
   bool startProgram(const std::string& path, std::int16_t windowState) override;
   void open(const std::string& target) override;
   bool writeFile(const std::string& path, std::string_view content) override;
+  std::optional<std::string> readFile(const std::string& path) const override;
+  std::string programFile(std::string_view name) const override;
   std::string installedFile(std::string_view name) const override;
   bool fileExists(const std::string& path) const override;
   void deleteTemporaryFile(std::string_view name) override;

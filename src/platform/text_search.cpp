@@ -1,0 +1,48 @@
+#include <algorithm>
+#include <array>
+
+#include "platform/characters.h"
+#include "platform/text.h"
+
+namespace velmora::text {
+
+namespace {
+
+/// How common a byte is in capitals and prose, roughly; 0 is rare. Lead bytes are common in the scripts that need them.
+constexpr std::array<unsigned char, 256> frequencies = [] {
+  std::array<unsigned char, 256> result{};
+  constexpr std::string_view byRank = "QZXJKV'-BPYGFWMUCLDRH.SNIOATE ";
+  for (std::size_t rank = 0; rank < byRank.size(); ++rank) {
+    result.at(static_cast<unsigned char>(byRank[rank])) = static_cast<unsigned char>(rank + 2);
+  }
+  for (std::size_t byte = 0x80; byte < 0xC0; ++byte) result.at(byte) = 20;
+  for (std::size_t byte = 0xC0; byte < result.size(); ++byte) result.at(byte) = 40;
+  return result;
+}();
+
+std::size_t rarest(std::string_view what) {
+  const auto isRarer = [](char a, char b) {
+    return frequencies.at(static_cast<unsigned char>(a)) < frequencies.at(static_cast<unsigned char>(b));
+  };
+  return static_cast<std::size_t>(std::min_element(what.begin(), what.end(), isRarer) - what.begin());
+}
+
+}  // namespace
+
+/// Looks for the one byte of `what` that a text hardly has: the library finds single bytes many at a time.
+std::size_t find(std::string_view text, std::string_view what) {
+  if (text.size() < what.size()) return std::string_view::npos;
+  const std::size_t anchor = rarest(what);
+  const auto places = text.substr(0, text.size() - what.size() + anchor + 1);
+  for (auto at = places.find(what[anchor], anchor); at != std::string_view::npos;
+       at = places.find(what[anchor], at + 1)) {
+    const std::size_t start = at - anchor;
+    if (text.compare(start, what.size(), what) == 0 && isBoundary(text, start) &&
+        isBoundary(text, start + what.size())) {
+      return start;
+    }
+  }
+  return std::string_view::npos;
+}
+
+}  // namespace velmora::text

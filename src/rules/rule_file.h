@@ -1,0 +1,16 @@
+#pragma once
+
+namespace velmora {
+
+class IniFile;
+struct Rules;
+
+/// Fills the live set from a Rules file, with room for as many in the working set. What is missing, or is no number
+/// where one belongs, gets the value of a fresh rule.
+void readRules(IniFile& file, Rules& rules);
+
+/// Brings the working set into the live one, and writes it into a file that holds nothing else. Throws
+/// subscriptFailure, with nothing written, where either set has no room for the working RuleCount.
+void writeRules(IniFile& file, Rules& rules);
+
+}  // namespace velmora

@@ -1,0 +1,131 @@
+#include "options/ini_file.h"
+
+#include <gmock/gmock.h>
+
+#include "support/test_platform.h"
+
+namespace velmora {
+namespace {
+
+using testing::ElementsAre;
+
+class Profiles : public testing::Test {
+ protected:
+  std::string get(const std::string& content, const std::string& section, const std::string& key) {
+    platform.written["p"] = content;
+    return IniFile(platform, "p").KeyGet(section, key, "none");
+  }
+  std::string save(const std::string& content, const std::string& value, const std::string& section,
+                   const std::string& key) {
+    platform.written["p"] = content;
+    IniFile(platform, "p").KeySave(value, section, key);
+    return platform.written["p"];
+  }
+
+  test::TestPlatform platform;
+};
+
+TEST_F(Profiles, AreReadWhateverTheyHold) {
+  struct Case {
+    const char* content;
+    const char* key;
+    const char* value;
+  };
+  const Case cases[] = {{"", "k", "none"},
+                        {"[s]\nk=v", "k", "v"},
+                        {"\xEF\xBB\xBF[S]\r\nK = v \r\n", "k", "v"},
+                        {" [ s ] ; here\n\tk\t=\tv\t\n", "K", "v"},
+                        {"[s]\nk=\n", "k", ""},
+                        {"k=w\n[t]\nk=x\n[s]\nk=v\n[s]\nk=y\nl=z\n", "k", "v"},
+                        {"[s]\nk=v\nk=w\n", "k", "v"},
+                        {"[s]\n[t]\n[s]\nk=v\n", "k", "none"},
+                        {"[s]\n;k=w\n  ; k=w\nk\nk=v\n", "k", "v"},
+                        {"[s\nk=w\n[s]\nk=v\n", "k", "v"},
+                        {"[s]\nk=a=b=\n", "k", "a=b="},
+                        {"[s]\nk=\"  v  \"\n", "k", "  v  "},
+                        {"[s]\nk='v'\n", "k", "v"},
+                        {"[s]\nk=\"v'\n", "k", "\"v'"},
+                        {"[s]\nk=\"\n", "k", "\""},
+                        {"[s]\nk=\"\"v\"\"\n", "k", "\"v\""},
+                        {"[S\xC3\x84]\nk=w\n[s]\nk=v\n", "k", "v"}};
+  for (const auto& c : cases) EXPECT_EQ(get(c.content, "s", c.key), c.value) << c.content;
+  EXPECT_EQ(get("[SÄ]\nÖ=v\n", "sä", "ö"), "v");
+  EXPECT_EQ(get(std::string("[s]\nk=a\0b\n", 11), "s", "k"), std::string("a\0b", 3));
+}
+
+TEST_F(Profiles, LongValuesComeBackUpToTheBuffer) {
+  for (const std::size_t length : {255U, 300U, 2047U}) {
+    EXPECT_EQ(get("[s]\nk=" + std::string(length, 'v') + "\n", "s", "k").size(), length);
+  }
+  EXPECT_EQ(get("[s]\nk=" + std::string(2048, 'v'), "s", "k"), std::string(2047, 'v'));
+  std::string umlauts;
+  for (int i = 0; i < 3000; ++i) umlauts += "ü";
+  EXPECT_EQ(get("[s]\nk=" + umlauts, "s", "k"), umlauts.substr(0, 2 * std::size_t{2047})) << "characters, not bytes";
+}
+
+TEST_F(Profiles, AWriteKeepsEveryOtherLine) {
+  struct Case {
+    const char* before;
+    const char* after;
+  };
+  const Case cases[] = {
+      {"", "[s]\nk=v\n"},
+      {"\xEF\xBB\xBF", "\xEF\xBB\xBF[s]\nk=v\n"},
+      {"[s]", "[s]\nk=v\n"},
+      {"[t]\r\na=1", "[t]\r\na=1\r\n[s]\r\nk=v\r\n"},
+      {"; c\n\n[ S ]\n K = \"w\" \nl=1\n[t]\nk=2", "; c\n\n[ S ]\n K =v\nl=1\n[t]\nk=2"},
+      {"[s]\nl=1\n\n\n[t]\n", "[s]\nl=1\nk=v\n\n\n[t]\n"},
+      {"[s]\nk=w\nk=x\n[s]\nk=y\n", "[s]\nk=v\nk=x\n[s]\nk=y\n"},
+      {"[s]\r\nk=w", "[s]\r\nk=v"},
+      {"[s]\n;k=w\nrubbish\n", "[s]\n;k=w\nrubbish\nk=v\n"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(save(c.before, "v", "s", "k"), c.after) << c.before;
+  EXPECT_EQ(save("[s]\n", "a\r\n[t]\nk=w", "s", "k"), "[s]\nk=a  [t] k=w\n") << "a value begins no other line";
+}
+
+TEST_F(Profiles, SectionsComeWithABlankBehindTheLastLine) {
+  platform.written["p"] = "[s]\nk = v\n; c\nrubbish\nl='w'\n[t]\n";
+  IniFile file(platform, "p");
+  EXPECT_THAT(file.SectionGet("S"), ElementsAre("k=v", "l='w'", ""));
+  EXPECT_THAT(file.SectionGet(""), ElementsAre("k=v", "l='w'", "")) << "blank keeps the section";
+  EXPECT_THAT(file.SectionGet("t"), ElementsAre());
+  EXPECT_THAT(file.SectionGet("u"), ElementsAre());
+  EXPECT_THAT(IniFile(platform, "p").SectionGet(""), ElementsAre());
+  for (const std::size_t length : {2044U, 2045U}) {
+    platform.written["p"] = "[s]\nk=" + std::string(length, 'v');
+    const auto lines = IniFile(platform, "p").SectionGet("s");
+    EXPECT_EQ(lines.size(), length == 2044 ? 2U : 1U);
+    EXPECT_EQ(lines.front().size(), 2046U);
+  }
+}
+
+TEST_F(Profiles, WhatIsNotNamedStaysInForce) {
+  platform.written["p"] = "[Menu]\nMenuStyle=1\nother=2\n";
+  {
+    IniFile file(platform, "p");
+    EXPECT_EQ(file.KeyGet("Menu", "other", ""), "2");
+    EXPECT_EQ(file.KeyGet("NA", "missing", ""), "");
+    EXPECT_EQ(file.KeyGet("NA", "NA", "x"), "x");
+    file.Section = "Menu";
+    file.KeySave("4", "NA", "MenuStyle");
+    file.KeySave("NA", "NA", "again");
+    EXPECT_EQ(file.KeyGet("na", "MenuStyle", "none"), "none") << "case counts";
+    EXPECT_EQ(platform.written["p"], "[Menu]\nMenuStyle=1\nother=2\n") << "the file changes when the run ends";
+    file.ConfigName("q");
+    EXPECT_EQ(platform.written["p"], "[Menu]\nMenuStyle=4\nother=2\nagain=4\n");
+    EXPECT_EQ(file.KeyGet("Menu", "MenuStyle", "none"), "none");
+  }
+  EXPECT_FALSE(platform.written.contains("q")) << "a run that saves nothing writes nothing";
+}
+
+TEST_F(Profiles, AFileThatCannotBeReadIsLeftAlone) {
+  platform.files.insert("p");
+  IniFile file(platform, "p");
+  EXPECT_EQ(file.KeyGet("s", "k", "none"), "none");
+  file.KeySave("v", "s", "k");
+  file.ConfigName("q");
+  EXPECT_TRUE(platform.written.empty());
+}
+
+}  // namespace
+}  // namespace velmora

@@ -1,0 +1,120 @@
+#include "rules/rule_check.h"
+
+#include <gmock/gmock.h>
+
+#include "rules/rules_page.h"
+#include "support/running_program.h"
+
+namespace velmora {
+namespace {
+
+using test::message;
+using testing::ElementsAre;
+
+/// A rule as the tests need it: name, account, action, and one entry.
+struct Given {
+  std::string entry;
+  std::int16_t action = Rule::markAsSpam;
+  std::string account = "All Accounts";
+  std::int16_t enabled = 1;
+};
+
+class RuleChecks : public test::RunningProgram {
+ protected:
+  void SetUp() override {
+    platform.servers["Work"].messages = {message("a"), message("b"), message("c")};
+    addAccount("Work");
+    option("MessageSort", "0");
+  }
+
+  void giveRules(const std::vector<Given>& rules) {
+    std::string file = "[Rules]\nRuleCount=" + std::to_string(rules.size()) + "\n";
+    for (std::size_t i = 0; i < rules.size(); ++i) {
+      file += "[Rule" + std::to_string(i + 1) + "]\nEnabled=" + std::to_string(rules[i].enabled) +
+              "\nAccount=" + rules[i].account + "\nAction=" + std::to_string(rules[i].action) +
+              "\nDescCount=1\nDescription1=" + rules[i].entry + "\n";
+    }
+    platform.written["/home/Rules.ini"] = file;
+  }
+
+  std::vector<std::string> pictures() {
+    std::vector<std::string> result;
+    for (const auto& row : program.frmMain.lvwEmail.Rows()) result.push_back(row.Picture);
+    return result;
+  }
+};
+
+TEST_F(RuleChecks, TheFirstRuleThatFitsAndMarksDecides) {
+  giveRules({{"Subject Contains a", Rule::ignore},
+             {"Subject Equals a", Rule::deleteFromServer},
+             {"Subject Contains a", Rule::markAsSpam},
+             {"Subject Equals b", 7},
+             {"Subject Equals b", Rule::markAsSpam},
+             {"Subject Equals b", Rule::deleteFromServer}});
+  start();
+  EXPECT_EQ(program.frmMain.lblRulesFileName.Caption.get(), "FileName: Rules.ini");
+  EXPECT_EQ(program.rules.CurrentRule, 1);
+  EXPECT_EQ(program.rules.working[5].Description[0], "Subject Equals b ");
+  check();
+  EXPECT_THAT(pictures(), ElementsAre("Delete", "SpamNew", "New"));
+  EXPECT_EQ(program.accounts[1].AcntDeleteCount, 1);
+  EXPECT_EQ(program.accounts[1].AcntSpamCount, 1);
+  EXPECT_TRUE(program.frmMain.tbrEmail["EmailSpam"].Enabled);
+}
+
+TEST_F(RuleChecks, ARuleIsInForceForItsAccountAndWhileItIsEnabled) {
+  giveRules({{"Subject", Rule::markAsSpam, "work"},
+             {"Subject", Rule::markAsSpam, "Home"},
+             {"Subject", Rule::markAsSpam, "Work", 0},
+             {"Subject", Rule::markAsSpam, "Work", 2},
+             {"Subject Equals c", Rule::deleteFromServer, "Work"}});
+  start();
+  check();
+  EXPECT_THAT(pictures(), ElementsAre("New", "New", "Delete"));
+  EXPECT_TRUE(platform.asked.empty()) << "what isn't evaluated can't fail";
+}
+
+TEST_F(RuleChecks, ABadRuleShowsItsBoxForEachMessageThatItReaches) {
+  giveRules({{"Subject Equals a"}, {"Size Equals large", Rule::deleteFromServer}, {"Subject Equals b"}});
+  start();
+  check();
+  ASSERT_EQ(platform.asked.size(), 2U);
+  EXPECT_EQ(platform.asked[0].text, "Rule Check - Process Error\r\nRemove from final code!!");
+  EXPECT_EQ(platform.asked[0].title, "Velmora");
+  EXPECT_EQ(platform.asked[0].icon, Question::Icon::None);
+  EXPECT_EQ(platform.asked[0].buttons, Question::Buttons::Ok);
+  EXPECT_THAT(pictures(), ElementsAre("SpamNew", "SpamNew", "New"));
+  EXPECT_EQ(program.accounts[1].AcntStatusText, "Work - 3 Messages");
+}
+
+TEST_F(RuleChecks, EveryPassDecidesAfresh) {
+  giveRules({{"Subject Equals a", Rule::deleteFromServer}});
+  start();
+  check();
+  giveRules({{"Subject Equals b"}});
+  ReadRules(program, "/home/Rules.ini");
+  program.options.QuickCheck = 1;
+  platform.servers["Work"].commands.clear();
+  check();
+  EXPECT_THAT(platform.servers["Work"].commands, testing::Not(testing::Contains("RETR 1")));
+  EXPECT_THAT(pictures(), ElementsAre("Normal", "Spam", "Normal"));
+  EXPECT_EQ(program.accounts[1].AcntDeleteCount, 0);
+  EXPECT_EQ(program.accounts[1].AcntSpamCount, 1);
+}
+
+TEST_F(RuleChecks, AnotherFileNameIsAnotherSetOfRules) {
+  option("RulesIniFileName", "RulesBob.ini");
+  giveRules({{"Subject Equals a"}});
+  start();
+  EXPECT_EQ(program.frmMain.lblRulesFileName.Caption.get(), "FileName: RulesBob.ini");
+  EXPECT_EQ(program.rules.live.RuleCount, 0);
+  EXPECT_EQ(program.rules.CurrentRule, 0);
+  program.rules.ResizeRules(1);
+  program.rules.working.RuleCount = 1;
+  WriteRules(program, "/home/RulesBob.ini");
+  EXPECT_EQ(program.rules.live.RuleCount, 1);
+  EXPECT_THAT(platform.written["/home/RulesBob.ini"], testing::HasSubstr("[Rule1]\nName=Rule\nEnabled=1\n"));
+}
+
+}  // namespace
+}  // namespace velmora

@@ -1,0 +1,124 @@
+#include "rules/rule_file.h"
+
+#include <gmock/gmock.h>
+
+#include "options/ini_file.h"
+#include "rules/rules.h"
+#include "support/test_platform.h"
+
+namespace velmora {
+namespace {
+
+class RuleFile : public testing::Test {
+ protected:
+  Rules read(const std::string& content) {
+    platform.written["Rules.ini"] = content;
+    return read();
+  }
+  Rules read() {
+    Rules rules;
+    IniFile file(platform, "Rules.ini");
+    readRules(file, rules);
+    return rules;
+  }
+  std::string write(Rules& rules) {
+    IniFile(platform, "Rules.ini").KeySave("old", "Rule9", "Name");
+    {
+      IniFile file(platform, "Rules.ini");
+      writeRules(file, rules);
+    }
+    return platform.written["Rules.ini"];
+  }
+
+  test::TestPlatform platform;
+};
+
+constexpr const char* example =
+    "[Rules]\nRuleCount=2\nShow=1\nShowNew=0\nTime=30\n"
+    "[Rule1]\nName=Rule1\nEnabled=1\nAccount=All Accounts\nAction=2\nDescCount=2\n"
+    "Description1=Subject Contains free offer \nDescription2=OR From Contains bob \n"
+    "[Rule2]\nName=Big mail\nEnabled=0\nAccount=Home\nAction=1\nDescCount=1\nDescription1=Size GreaterThan 5000 \n";
+
+TEST_F(RuleFile, GoesRound) {
+  Rules rules = read(example);
+  ASSERT_EQ(rules.live.RuleCount, 2);
+  EXPECT_EQ(rules.live[1].Description[0], "Subject Contains free offer OR From Contains bob ");
+  EXPECT_EQ(rules.live[2].Name, "Big mail");
+  EXPECT_EQ(rules.live[2].Enabled, 0);
+  EXPECT_EQ(rules.live[2].Action, Rule::deleteFromServer);
+  rules.CopyRulesToWorking();
+  EXPECT_EQ(write(rules), example) << "of what the file held before, nothing stays";
+}
+
+TEST_F(RuleFile, EveryTextComesBackAsItWas) {
+  for (const auto* text : {"NA", "\"Bob\"", "'", " x", "y\t", "a=b", ";c", "[d]", "Größe"}) {
+    Rules rules = read(example);
+    rules.CopyRulesToWorking();
+    rules.working[1].Name = rules.working[1].Account = text;
+    rules.working[1].Description[1] = std::string("Subject Contains |") + text + "| ";
+    write(rules);
+    const Rules again = read();
+    EXPECT_EQ(again.live[1].Name, text);
+    EXPECT_EQ(again.live[1].Account, text);
+    EXPECT_EQ(again.live[1].Description[0], rules.live[1].Description[0]);
+  }
+}
+
+TEST_F(RuleFile, WhatIsMissingOrRubbishIsThatOfAFreshRule) {
+  EXPECT_EQ(read().live.Time, 30);
+  for (const auto* count : {"", "0", "-3", "many", "99999"}) {
+    const std::string content = "[Rules]\nRuleCount=" + std::string(count) + "\nShow=1\nTime=x\n";
+    const Rules rules = read(content);
+    EXPECT_LT(rules.live.RuleCount, 1) << count;
+    EXPECT_EQ(rules.live.Show, 1);
+    EXPECT_EQ(rules.live.Time, 30);
+  }
+  const Rules rules = read(
+      "[Rules]\nRuleCount=3\n[Rule2]\nName=\nDescription1=Subject Contains a \nAction=x\n"
+      "[Rule3]\nDescCount=77\nDescription10=last\nDescription11=beyond\n");
+  EXPECT_EQ(rules.live[1].Name, "Rule");
+  EXPECT_EQ(rules.live[1].Enabled, 1);
+  EXPECT_EQ(rules.live[1].Account, "All Accounts");
+  EXPECT_EQ(rules.live[2].Name, "");
+  EXPECT_EQ(rules.live[2].DescCount, 0);
+  EXPECT_EQ(rules.live[2].Description[1], "") << "entries that aren't counted are not read";
+  EXPECT_EQ(rules.live[3].DescCount, 10);
+  EXPECT_EQ(rules.live[3].Description[1], " ") << "a blank is added to each";
+  EXPECT_EQ(rules.live[3].Description[10], "last ");
+  EXPECT_EQ(read("[Rules]\nRuleCount=32767\n").live[32767].Action, Rule::markAsSpam);
+}
+
+TEST_F(RuleFile, ResizingLosesEntriesThatAreNotLive) {
+  Rules rules = read(example);
+  rules.CopyRulesToWorking();
+  EXPECT_EQ(rules.working[1].RedoCount, 2);
+  rules.working[1].Name = "edited";
+  rules.working[1].Description[1] = "edited";
+  rules.live[1].DescCount = 1;
+  rules.ResizeRules(3);
+  EXPECT_EQ(rules.live[1].Description[2], "");
+  EXPECT_EQ(rules.working[1].Description[1], "Subject Contains free offer ");
+  EXPECT_EQ(rules.working[1].Description[0], "Subject Contains free offer ");
+  EXPECT_EQ(rules.working[1].Name, "edited");
+  EXPECT_EQ(rules.working[3].Name, "Rule");
+  rules.ResizeRules(1);
+  EXPECT_THROW(rules.live[2], RunTimeFailure);
+}
+
+TEST_F(RuleFile, TheWorkingSetFollowsTheLiveOne) {
+  Rules rules = read(example);
+  rules.CurrentRule = 5;
+  rules.CopyRulesToWorking();
+  EXPECT_EQ(rules.CurrentRule, 2);
+  EXPECT_EQ(rules.working.Show, 1);
+  EXPECT_EQ(rules.working[2].Account, "Home");
+  rules.live.RuleCount = 0;
+  rules.live.Show = 0;
+  rules.CopyRulesToWorking();
+  EXPECT_EQ(rules.CurrentRule, 0);
+  EXPECT_EQ(rules.working.RuleCount, 0);
+  EXPECT_EQ(rules.working.Show, 1) << "without rules the other values stay";
+}
+
+}  // namespace
+}  // namespace velmora
