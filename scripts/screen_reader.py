@@ -72,7 +72,9 @@ def messages(root):
 
 
 def is_checked(root):
-    """All tabs show a count, and no check runs."""
-    tabs = [each.name for each in showing(root, TABS)]
-    counted = tabs and all(name.endswith(")") for name in tabs)
+    """All tabs of accounts show a count, and no check runs."""
+    strips = {}
+    for tab in showing(root, TABS):
+        strips.setdefault(tab.parent.name, []).append(tab.name)
+    counted = any(all(name.endswith(")") for name in names) for names in strips.values())
     return counted and not showing(root, BUTTONS, "Stop Retrieval") and messages(root).nRows > 0

@@ -10,6 +10,7 @@
 #include "platform/qt/main_window_view.h"
 #include "platform/qt/preview_view.h"
 #include "platform/qt/qt_platform.h"
+#include "platform/qt/rule_report_view.h"
 #include "platform/qt/strings.h"
 
 namespace {
@@ -42,6 +43,7 @@ int main(int argc, char* argv[]) {
   Program program(platform);
   MainWindowView view(program.frmMain);
   const PreviewView preview(program.frmPreview, &view);
+  const RuleReportView ruleReport(program.frmRuleReport);
   const EndOfSession endOfSession([&program] { QuitApplication(program); });
   if (!Main(program) || platform.isQuitting()) return 0;
   // Once the event loop runs: what ends the program also ends the box then.

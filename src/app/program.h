@@ -12,6 +12,7 @@
 #include "options/options.h"
 #include "platform/platform.h"
 #include "platform/pop/pop_client.h"
+#include "rules/rule_report_window.h"
 #include "rules/rules.h"
 
 namespace velmora {
@@ -68,6 +69,12 @@ struct Program {
   PreviewWindow frmPreview;
   bool PreviewOpen = false;
   bool PreviewHidden = false;  ///< it went with the main window, and will come back with it
+
+  RuleReportWindow frmRuleReport;
+  bool RuleReportOpen = false;
+
+  Form frmMessage;               ///< the Auto Check Message
+  bool AutoMessageOpen = false;  ///< it is up, which nothing brings about yet
 
   bool FormLoading = false;    ///< handlers of changes do nothing
   bool QuitRequested = false;  ///< closing the window ends the program, whatever the options say

@@ -4,6 +4,7 @@
 #include "app/program.h"
 #include "messages/email_client.h"
 #include "messages/preview.h"
+#include "rules/rule_report.h"
 
 namespace velmora {
 
@@ -28,6 +29,7 @@ void Form_Unload(Program& program) {
   SaveColumnWidths(program);
   saveSortState(program);
   frmPreview_Unload(program);
+  frmRuleReport_Unload(program);
   DeleteTemporaryFiles(program);
   program.frmMain.Visible = false;
   program.platform.quit();

@@ -13,6 +13,7 @@
 #include "messages/message_list.h"
 #include "messages/preview.h"
 #include "messages/sorting.h"
+#include "rules/rule_report.h"
 #include "rules/rules_page.h"
 
 namespace velmora {
@@ -52,6 +53,7 @@ void connectWindow(Program& program) {
   frmMain.tmrRetrieveMessage.Tick = [&program] { tmrRetrieveMessage_Timer(program); };
   ConnectEmailPage(program);
   ConnectPreview(program);
+  ConnectRuleReport(program);
   ConnectAbout(program);
   frmMain.StatusBar.MouseMove = [&program](std::int32_t x, std::int32_t y) { ShowPanelTip(program, x, y); };
 }

@@ -8,6 +8,7 @@
 #include "checking/pop_session.h"
 #include "messages/email_page.h"
 #include "messages/message_list.h"
+#include "rules/rule_report.h"
 
 namespace velmora {
 
@@ -34,6 +35,7 @@ void endUsersCheck(Program& program) {
   program.StopRequested = false;
   program.frmMain.Pointer = MousePointer::Default;
   ReportIncompleteAccounts(program);
+  ShowRuleReport(program);
 }
 
 /// Returns whether anything was checked, which a stop counts as.
@@ -127,6 +129,7 @@ void CheckCurrentAccount(Program& program) {
 void AutoCheckAccounts(Program& program) {
   timedWalk(program);
   ReportIncompleteAccounts(program);
+  ShowRuleReport(program);
 }
 
 void StartUpCheckAccounts(Program& program) {
@@ -134,6 +137,7 @@ void StartUpCheckAccounts(Program& program) {
   timedWalk(program);
   SuspendAutoCheck(program, AutoCheckAction::Restore);
   ReportIncompleteAccounts(program);
+  ShowRuleReport(program);
 }
 
 void SuspendAutoCheck(Program& program, AutoCheckAction action) {
@@ -168,6 +172,7 @@ void SetCheckingInterface(Program& program, bool enabled, bool showStop) {
   }
   for (TabStrip* strip : {&frmMain.TabStripEmail, &frmMain.TabStripAcnts}) strip->Enabled = enabled;
   program.frmPreview.tbrButtons.Enabled = enabled;
+  FollowInRuleReport(program);
   for (const std::size_t bar : {helpBar, closeBar, checkAllBar, startClientBar}) {
     frmMain.tbrButtons[bar].Enabled = enabled;
   }

@@ -95,7 +95,8 @@ void ConnectEmailPage(Program& program) {
   frmMain.TabStripEmail.Click = [&program] { TabStripEmail_Click(program); };
   for (TabStrip* strip : {&frmMain.TabStripEmail, &frmMain.TabStripAcnts}) {
     strip->GotFocus = [&program] {
-      if (!program.PreviewOpen) program.frmMain.cmdTakeFocus.SetFocus();
+      const bool otherWindow = program.PreviewOpen || program.RuleReportOpen || program.AutoMessageOpen;
+      if (!otherWindow) program.frmMain.cmdTakeFocus.SetFocus();
     };
   }
   list.ColumnRightClick = [&frmMain] { frmMain.mnuColumns.PopUp(); };

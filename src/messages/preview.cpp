@@ -77,7 +77,9 @@ void ConnectPreview(Program& program) {
   window.rtbRawMsg.Visible = false;
   window.TabStrip.Click = [&window] { TabStrip_Click(window); };
   window.tbrButtons.ButtonClick = [&program](Button& button) { tbrButtons_ButtonClick(program, button); };
-  window.Activate = [&window] { focusText(window); };
+  window.Activate = [&program] {
+    if (!program.AutoMessageOpen && !program.RuleReportOpen) focusText(program.frmPreview);
+  };
   window.Help = [&program] { program.platform.showHelp(previewHelp); };
   window.Close = [&program] { frmPreview_Unload(program); };
 }

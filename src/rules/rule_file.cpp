@@ -60,8 +60,8 @@ void writeRule(IniFile& file, const std::string& section, const Rule& rule) {
 }  // namespace
 
 void readRules(IniFile& file, Rules& rules) {
-  static_cast<RuleSetHead&>(rules.live) = {};
-  for (const auto& field : ruleSetFields()) readField<RuleSetHead>(file, setSection, field, rules.live);
+  rules.live.head() = {};
+  for (const auto& field : ruleSetFields()) readField(file, setSection, field, rules.live.head());
   rules.ResizeRules(rules.live.RuleCount);
   std::size_t index = 0;
   for (Rule& rule : rules.live.rules()) readRule(file, ruleSection(index++), rule);
@@ -69,10 +69,10 @@ void readRules(IniFile& file, Rules& rules) {
 
 void writeRules(IniFile& file, Rules& rules) {
   const auto working = rules.working.rules();
-  static_cast<RuleSetHead&>(rules.live) = rules.working;
+  rules.live.head() = rules.working.head();
   const auto live = rules.live.rules();
   file.StartAnew();
-  for (const auto& field : ruleSetFields()) writeField<RuleSetHead>(file, setSection, field, rules.live);
+  for (const auto& field : ruleSetFields()) writeField(file, setSection, field, rules.live.head());
   for (std::size_t index = 0; index < live.size(); ++index) {
     live[index] = static_cast<const Rule&>(working[index]);
     joinEntries(live[index]);

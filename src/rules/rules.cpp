@@ -54,7 +54,7 @@ void Rules::CopyRulesToWorking() {
   working.RuleCount = live.RuleCount;
   CurrentRule = std::min(CurrentRule, std::max<std::int16_t>(live.RuleCount, 0));
   if (live.RuleCount < 1) return;
-  static_cast<RuleSetHead&>(working) = live;
+  working.head() = live.head();
   working.resize(live.RuleCount);
   for (std::size_t i = 0; i < working.rows().size(); ++i) {
     WorkingRule& rule = working.rows()[i];

@@ -61,6 +61,8 @@ class RuleSet : public RuleSetHead {
   /// Makes room for rules 1 to `count` and keeps those that fit.
   void resize(std::int16_t count) { rows_.resize(count < 1 ? 0 : static_cast<std::size_t>(count)); }
 
+  RuleSetHead& head() { return *this; }
+
   /// As many as there is room for.
   std::span<Row> rows() { return rows_; }
 

@@ -16,7 +16,14 @@ struct Frame {
 
 struct Label {
   Property<std::string> Caption;
+  Property<bool> Visible = true;
   std::function<void()> Click = {};  ///< a label with this event is a link
+};
+
+/// A picture of an image list.
+struct Image {
+  std::string Key;
+  Property<bool> Visible = true;
 };
 
 /// Shows how far `Value` has come from `Min` to `Max`.
@@ -43,9 +50,10 @@ struct Form {
   Property<bool> Visible = false;
   Property<WindowState> State = WindowState::Normal;
   Property<MousePointer> Pointer = MousePointer::Default;
-  Signal<> restoreSize;  ///< asks the desktop for the size that the window was designed with
-  Signal<> centre;       ///< asks the desktop to put the window into the middle of the screen
-  Signal<> activate;     ///< asks the desktop to bring the window forward
+  Property<bool> AlwaysOnTop = false;  ///< above all other windows
+  Signal<> restoreSize;                ///< asks the desktop for the size that the window was designed with
+  Signal<> centre;                     ///< asks the desktop to put the window into the middle of the screen
+  Signal<> activate;                   ///< asks the desktop to bring the window forward
   /// How wide a text is in the window's font, in the units of a list's columns. Set by the desktop.
   std::function<std::int32_t(const std::string& text, bool bold)> TextWidth = [](const std::string&, bool) {
     return 0;

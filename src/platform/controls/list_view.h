@@ -70,6 +70,10 @@ class ListView {
     return IsSelected(current_) ? current_ : *selected_.begin();
   }
 
+  void Select(std::int32_t row) {
+    if (selected_.insert(row).second) selectionChanged.raise();
+  }
+
   void Deselect(std::int32_t row) {
     if (selected_.erase(row) > 0) selectionChanged.raise();
   }

@@ -20,6 +20,7 @@ struct Button {
   Property<std::string> ToolTipText;
   Property<std::string> Image;  ///< key in the toolbar's image list
   Property<bool> Enabled = true;
+  std::string Tag;                ///< what the program notes on the button
   std::function<void()> pressed;  ///< set by the toolbar
 
   /// What the user does to it. A disabled button doesn't react.

@@ -115,6 +115,7 @@ void bind(Frame& frame, QWidget& widget) {
 void bind(Label& label, QLabel& widget) {
   widget.setTextFormat(Qt::PlainText);
   label.Caption.watch([&widget](const std::string& caption) { widget.setText(qt(caption)); });
+  label.Visible.watch([&widget](bool on) { widget.setVisible(on); });
 }
 
 void bindLink(Label& label, QLabel& widget) {

@@ -1,10 +1,8 @@
 #include "platform/qt/preview_view.h"
 
-#include <QCloseEvent>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QScreen>
 #include <QShortcut>
 #include <QTabBar>
 #include <QVBoxLayout>
@@ -27,9 +25,8 @@ constexpr QSize leastSize(374, 267);
 }  // namespace
 
 PreviewView::PreviewView(PreviewWindow& window, QWidget* mainWindow)
-    : QWidget(mainWindow, Qt::Window), window_(window) {
+    : FormView(window, mainWindow, Qt::Window), window_(window) {
   setObjectName("frmPreview");
-  setWindowIcon(applicationIcon());
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(6, 4, 6, 6);
   column->addWidget(makeHead());
@@ -125,33 +122,6 @@ void PreviewView::addShortcuts() {
   connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, this, [this] {
     if (window_.Help) window_.Help();
   });
-}
-
-void PreviewView::followForm() {
-  window_.Caption.watch([this](const std::string& caption) { setWindowTitle(trimmed(caption)); });
-  window_.Visible.watch([this](bool on) { setVisible(on); });
-  window_.centre.watch([this] { centreOnScreen(); });
-  window_.activate.watch([this] {
-    if (isMinimized()) showNormal();
-    raise();
-    activateWindow();
-  });
-}
-
-void PreviewView::centreOnScreen() {
-  QRect place(QPoint(), size());
-  place.moveCenter((parentWidget() != nullptr ? parentWidget() : this)->screen()->availableGeometry().center());
-  move(place.topLeft());
-}
-
-void PreviewView::closeEvent(QCloseEvent* event) {
-  event->ignore();
-  if (window_.Close) window_.Close();
-}
-
-void PreviewView::changeEvent(QEvent* event) {
-  QWidget::changeEvent(event);
-  if (event->type() == QEvent::ActivationChange && isActiveWindow() && window_.Activate) window_.Activate();
 }
 
 }  // namespace velmora

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QWidget>
+#include "platform/qt/form_view.h"
 
 class QGridLayout;
 
@@ -11,14 +11,10 @@ struct PreviewWindow;
 struct TextBox;
 
 /// The preview on the screen, a window of its own that belongs to the main one.
-class PreviewView : public QWidget {
+class PreviewView : public FormView {
  public:
   /// `window` outlives the view.
   PreviewView(PreviewWindow& window, QWidget* mainWindow);
-
- protected:
-  void closeEvent(QCloseEvent* event) override;
-  void changeEvent(QEvent* event) override;
 
  private:
   QWidget* makeHead();
@@ -26,8 +22,6 @@ class PreviewView : public QWidget {
   QWidget* makeText();
   void addField(QGridLayout& grid, Label& label, TextBox& box, const char* name);
   void addShortcuts();
-  void followForm();
-  void centreOnScreen();
 
   PreviewWindow& window_;
 };

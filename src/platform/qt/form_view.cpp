@@ -1,0 +1,58 @@
+#include "platform/qt/form_view.h"
+
+#include <QCloseEvent>
+#include <QScreen>
+#include <QWindow>
+
+#include "platform/controls/frame.h"
+#include "platform/qt/icons.h"
+#include "platform/qt/strings.h"
+
+namespace velmora {
+
+FormView::FormView(Form& form, QWidget* parent, Qt::WindowFlags flags) : QWidget(parent, flags), form_(form) {
+  setWindowIcon(applicationIcon());
+}
+
+void FormView::followForm() {
+  form_.Caption.watch([this](const std::string& caption) { setWindowTitle(trimmed(caption)); });
+  form_.AlwaysOnTop.watch([this](bool on) { setAlwaysOnTop(on); });
+  form_.Visible.watch([this](bool on) {
+    if (on) arrange();
+    setVisible(on);
+  });
+  form_.centre.watch([this] { centreOnScreen(); });
+  form_.activate.watch([this] {
+    if (isMinimized()) showNormal();
+    raise();
+    activateWindow();
+  });
+}
+
+/// The widget would hide to take over a flag; its window need not.
+void FormView::setAlwaysOnTop(bool on) {
+  if (windowHandle() == nullptr) {
+    setWindowFlag(Qt::WindowStaysOnTopHint, on);
+    return;
+  }
+  overrideWindowFlags(windowFlags().setFlag(Qt::WindowStaysOnTopHint, on));
+  windowHandle()->setFlag(Qt::WindowStaysOnTopHint, on);
+}
+
+void FormView::centreOnScreen() {
+  QRect place(QPoint(), size());
+  place.moveCenter((parentWidget() != nullptr ? parentWidget() : this)->screen()->availableGeometry().center());
+  move(place.topLeft());
+}
+
+void FormView::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  if (form_.Close) form_.Close();
+}
+
+void FormView::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::ActivationChange && isActiveWindow() && form_.Activate) form_.Activate();
+}
+
+}  // namespace velmora

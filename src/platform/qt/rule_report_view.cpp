@@ -1,0 +1,125 @@
+#include "platform/qt/rule_report_view.h"
+
+#include <QApplication>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QScreen>
+#include <QScrollArea>
+#include <QShortcut>
+#include <QTabBar>
+#include <QVBoxLayout>
+
+#include "platform/qt/bind.h"
+#include "platform/qt/icons.h"
+#include "platform/qt/strings.h"
+#include "rules/rule_report_window.h"
+
+// NOLINTBEGIN(cppcoreguidelines-owning-memory): widgets are owned by their parents
+
+namespace velmora {
+
+namespace {
+
+constexpr int leastWidth = 460;
+
+QLabel* makeLabel(Label& label, const char* name, QWidget* parent) {
+  auto* widget = new QLabel(parent);
+  widget->setObjectName(name);
+  bind(label, *widget);
+  return widget;
+}
+
+QLabel* makePicture(Image& image, const char* name, QWidget* parent) {
+  auto* widget = new QLabel(parent);
+  widget->setObjectName(name);
+  constexpr QSize size(32, 32);
+  widget->setPixmap(ImageList("imlListViewIcons").icon(image.Key).pixmap(size, parent->devicePixelRatioF()));
+  widget->setAlignment(Qt::AlignTop);
+  image.Visible.watch([widget](bool on) { widget->setVisible(on); });
+  return widget;
+}
+
+}  // namespace
+
+RuleReportView::RuleReportView(RuleReportWindow& window) : FormView(window, nullptr, Qt::Dialog), window_(window) {
+  setObjectName("frmRuleReport");
+  auto* column = new QVBoxLayout(this);
+  column->addWidget(makeHead());
+  column->addWidget(makeLabel(window_.lblRuleReport, "lblRuleReport", this));
+  auto* tabs = new QTabBar(this);
+  tabs->setObjectName("TabStripRuleReport");
+  tabs->setAccessibleName("Kinds of marks");
+  tabs->setExpanding(false);
+  tabs->setDocumentMode(true);
+  bind(window_.TabStripRuleReport, *tabs, "");
+  column->addWidget(tabs);
+  column->addWidget(makeReport());
+  auto* caution = makeLabel(window_.lblRuleReportCaution, "lblRuleReportCaution", this);
+  caution->setWordWrap(true);
+  column->addWidget(caution);
+  setMinimumWidth(leastWidth);
+  bind(window_.tmrRuleReport, *this);
+  connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this,
+          [this] { window_.tbrRuleReport["Exit"].click(); });
+  // Keys that somebody goes on typing when the window comes up must not delete anything.
+  tabs->setFocus();
+  followForm();
+}
+
+QWidget* RuleReportView::makeHead() {
+  auto* head = new QWidget(this);
+  auto* row = new QHBoxLayout(head);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->addWidget(makeToolbar(window_.tbrRuleReport, "tbrRuleReport", ButtonLook::TextBesideIcon, head));
+  row->addStretch(1);
+  auto* seconds = makeLabel(window_.lblRuleReportCountDown, "lblRuleReportCountDown", head);
+  seconds->setToolTip("Seconds until the Rule Report closes");
+  QFont large = seconds->font();
+  large.setPointSizeF(large.pointSizeF() * 1.5);
+  large.setBold(true);
+  seconds->setFont(large);
+  row->addWidget(seconds);
+  return head;
+}
+
+/// The texts of both tabs take the same place. What it has no room for can be scrolled to.
+QWidget* RuleReportView::makeReport() {
+  auto* area = new QScrollArea(this);
+  area->setObjectName("fraRuleReport");
+  area->setAccessibleName("Accounts");
+  auto* content = new QWidget(area);
+  auto* row = new QHBoxLayout(content);
+  for (auto& [image, name] :
+       {std::pair{&window_.imgRuleDelete, "imgRuleDelete"}, {&window_.imgRuleSpam, "imgRuleSpam"}}) {
+    row->addWidget(makePicture(*image, name, content));
+  }
+  for (auto& [label, name] :
+       {std::pair{&window_.lblRuleDelete, "lblRuleDelete"}, {&window_.lblRuleSpam, "lblRuleSpam"}}) {
+    auto* text = makeLabel(*label, name, content);
+    text->setAlignment(Qt::AlignTop);
+    row->addWidget(text, 1);
+  }
+  area->setWidget(content);
+  area->setWidgetResizable(true);
+  const QMargins margins = row->contentsMargins();
+  window_.LabelLines.watch([area, margins](std::int16_t lines) {
+    constexpr int pictureHeight = 32;
+    const int text = std::max(lines * area->fontMetrics().lineSpacing(), pictureHeight);
+    area->setFixedHeight(text + margins.top() + margins.bottom() + 2 * area->frameWidth());
+  });
+  return area;
+}
+
+/// In the corner where it hides the least. Only where the user is at work with the program does it take the keyboard.
+void RuleReportView::arrange() {
+  setAttribute(Qt::WA_ShowWithoutActivating, QApplication::activeWindow() == nullptr);
+  adjustSize();
+  constexpr QPoint distance(24, 48);
+  QRect place(QPoint(), size());
+  place.moveBottomRight(screen()->availableGeometry().bottomRight() - distance);
+  move(place.topLeft());
+}
+
+}  // namespace velmora
+
+// NOLINTEND(cppcoreguidelines-owning-memory)

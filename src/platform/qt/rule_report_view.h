@@ -1,0 +1,25 @@
+#pragma once
+
+#include "platform/qt/form_view.h"
+
+namespace velmora {
+
+struct RuleReportWindow;
+
+/// The Rule Report on the screen. It belongs to no other window, as it also comes up while the main one is hidden.
+class RuleReportView : public FormView {
+ public:
+  /// `window` outlives the view.
+  explicit RuleReportView(RuleReportWindow& window);
+
+ protected:
+  void arrange() override;
+
+ private:
+  QWidget* makeHead();
+  QWidget* makeReport();
+
+  RuleReportWindow& window_;
+};
+
+}  // namespace velmora

@@ -1,0 +1,202 @@
+#include "rules/rule_report.h"
+
+#include <array>
+#include <exception>
+#include <utility>
+
+#include "app/program.h"
+#include "checking/check_cycle.h"
+#include "checking/deletion.h"
+#include "messages/email_page.h"
+#include "messages/message_list.h"
+#include "rules/rule_report_texts.h"
+
+namespace velmora {
+
+namespace {
+
+/// What stands behind a tab.
+struct Side {
+  const char* tab;
+  std::int16_t AccountState::*marks;
+  std::int16_t RuleReportWindow::*accounts;
+  Label RuleReportWindow::*label;
+  Image RuleReportWindow::*image;
+  const char* nothing;
+  bool spam;
+};
+
+constexpr Side deletions{"Delete from Server",
+                         &AccountState::AcntDeleteCount,
+                         &RuleReportWindow::DeleteAccounts,
+                         &RuleReportWindow::lblRuleDelete,
+                         &RuleReportWindow::imgRuleDelete,
+                         "No Messages to Delete",
+                         false};
+constexpr Side spam{"Mark as Spam",
+                    &AccountState::AcntSpamCount,
+                    &RuleReportWindow::SpamAccounts,
+                    &RuleReportWindow::lblRuleSpam,
+                    &RuleReportWindow::imgRuleSpam,
+                    "No Spam Messages to Delete",
+                    true};
+
+bool isCurrent(const RuleReportWindow& window, const Side& side) { return window.CurrentTab == side.tab; }
+
+void setCanDelete(Program& program, bool canDelete) {
+  program.frmRuleReport.CanDelete = canDelete;
+  FollowInRuleReport(program);
+}
+
+void TabStripRuleReport_Click(Program& program) {
+  RuleReportWindow& window = program.frmRuleReport;
+  window.CurrentTab = window.TabStripRuleReport.Tabs(window.TabStripRuleReport.SelectedItem()).Caption;
+  for (const Side* side : {&deletions, &spam}) {
+    const bool current = isCurrent(window, *side);
+    (window.*side->label).Visible = (window.*side->image).Visible = current;
+    if (current) setCanDelete(program, window.*side->accounts > 0);
+  }
+}
+
+void fill(Program& program) {
+  RuleReportWindow& window = program.frmRuleReport;
+  std::array<MarkedAccounts, 2> marked;
+  for (const Side* side : {&deletions, &spam}) {
+    marked.at(side->spam) = markedAccounts(program.accounts, side->marks, side->nothing);
+    window.*side->accounts = marked.at(side->spam).count;
+  }
+  window.LabelLines = fitReport(marked[0], marked[1]);
+  for (const Side* side : {&deletions, &spam}) (window.*side->label).Caption = marked.at(side->spam).text;
+  window.Caption = program.AppTitle + " - Rule Report Notification";
+  window.lblRuleReport.Caption = "Your Rules indicate the following Account(s) have messages that match your criteria.";
+}
+
+void showRemaining(RuleReportWindow& window) {
+  window.lblRuleReportCountDown.Caption = std::to_string(window.Remaining);
+}
+
+void runTimer(RuleReportWindow& window, bool on) {
+  Button& button = window.tbrRuleReport["Timer"];
+  window.tmrRuleReport.Enabled = on;
+  button.Tag = on ? "On" : "Off";
+  button.Caption = on ? "Stop Timer   " : "Start Timer  ";
+}
+
+void startCountDown(Program& program) {
+  RuleReportWindow& window = program.frmRuleReport;
+  window.Elapsed = 0;
+  runTimer(window, true);
+  window.Remaining = program.rules.live.Time;
+  showRemaining(window);
+}
+
+void frmRuleReport_Load(Program& program) {
+  RuleReportWindow& window = program.frmRuleReport;
+  program.RuleReportOpen = true;
+  SuspendAutoCheck(program, AutoCheckAction::Suspend);
+  if (program.AutoMessageOpen) program.frmMessage.AlwaysOnTop = false;
+  fill(program);
+  window.TabStripRuleReport.SelectTab(1);
+  TabStripRuleReport_Click(program);
+  startCountDown(program);
+}
+
+void tmrRuleReport_Timer(Program& program) {
+  RuleReportWindow& window = program.frmRuleReport;
+  if (window.Elapsed == program.rules.live.Time) {
+    frmRuleReport_Unload(program);
+    return;
+  }
+  ++window.Elapsed;
+  --window.Remaining;
+  showRemaining(window);
+}
+
+/// The list has just been filled, so that no row is selected yet.
+void selectMarked(Program& program, std::int16_t account) {
+  std::int32_t row = 0;
+  for (const MailMessage& message : MessagesOf(program, account)) {
+    ++row;
+    if (message.Delete) program.frmMain.lvwEmail.Select(row);
+  }
+}
+
+/// Messages to delete go by way of a selection, spam by its marks.
+void deleteSide(Program& program, const Side& side) {
+  for (std::int16_t account = 1; account <= program.accounts.AcntNum(); ++account) {
+    if (program.accounts[account].*side.marks < 1) continue;
+    ShowAccountAgain(program, account);
+    if (!side.spam) selectMarked(program, account);
+    DeleteMessages(program, account, side.spam);
+    program.accounts[account].*side.marks = 0;
+  }
+  program.frmRuleReport.*side.accounts = 0;
+  (program.frmRuleReport.*side.label).Caption = side.nothing;
+}
+
+/// What the window's caution says: nothing is asked.
+void DeleteNow(Program& program) {
+  const std::int16_t current = program.accounts.AcntCurrent;
+  const std::int16_t confirmation = std::exchange(program.options.DeleteConfirmation, std::int16_t{0});
+  try {
+    deleteSide(program, isCurrent(program.frmRuleReport, deletions) ? deletions : spam);
+  } catch (const std::exception&) {
+    program.platform.MsgBox(deletionTrouble(program.AppTitle));
+  }
+  setCanDelete(program, false);
+  program.options.DeleteConfirmation = confirmation;
+  ShowAccountAgain(program, current);
+}
+
+/// Auto Check waits in any case, as something may have set it going under the open window. If the window has closed
+/// meanwhile, it has left it to this to let Auto Check go on.
+void tbrDeleteNow_Click(Program& program) {
+  SuspendAutoCheck(program, AutoCheckAction::Suspend);
+  SetCheckingInterface(program, false, false);
+  DeleteNow(program);
+  SetCheckingInterface(program, true, false);
+  if (program.RuleReportOpen) {
+    program.frmRuleReport.activate.raise();
+  } else {
+    SuspendAutoCheck(program, AutoCheckAction::Restore);
+  }
+}
+
+void tbrRuleReport_ButtonClick(Program& program, const Button& button) {
+  if (button.Key == "Timer") runTimer(program.frmRuleReport, button.Tag != "On");
+  if (button.Key == "DeleteNow") tbrDeleteNow_Click(program);
+  if (button.Key == "Exit") frmRuleReport_Unload(program);
+}
+
+}  // namespace
+
+void ConnectRuleReport(Program& program) {
+  RuleReportWindow& window = program.frmRuleReport;
+  for (const Side* side : {&deletions, &spam}) window.TabStripRuleReport.Add(side->tab, "");
+  window.TabStripRuleReport.Click = [&program] { TabStripRuleReport_Click(program); };
+  window.tbrRuleReport.ButtonClick = [&program](Button& button) { tbrRuleReport_ButtonClick(program, button); };
+  window.tmrRuleReport.Tick = [&program] { tmrRuleReport_Timer(program); };
+  window.Activate = [&window] { window.AlwaysOnTop = true; };
+  window.Close = [&program] { frmRuleReport_Unload(program); };
+}
+
+void ShowRuleReport(Program& program) {
+  if (!wantsRuleReport(program.accounts, program.rules.live) || program.RuleReportOpen) return;
+  frmRuleReport_Load(program);
+  program.frmRuleReport.AlwaysOnTop = true;
+  program.frmRuleReport.Visible = true;
+}
+
+void FollowInRuleReport(Program& program) {
+  program.frmRuleReport.tbrRuleReport["DeleteNow"].Enabled = program.frmRuleReport.CanDelete && !IsBusy(program);
+}
+
+void frmRuleReport_Unload(Program& program) {
+  if (!std::exchange(program.RuleReportOpen, false)) return;
+  program.frmRuleReport.tmrRuleReport.Enabled = false;
+  program.frmRuleReport.Visible = false;
+  if (!IsBusy(program)) SuspendAutoCheck(program, AutoCheckAction::Restore);  // else what is under way will do it
+  if (program.AutoMessageOpen) program.frmMessage.AlwaysOnTop = true;
+}
+
+}  // namespace velmora

@@ -1,0 +1,19 @@
+#pragma once
+
+namespace velmora {
+
+struct Program;
+
+/// Sets the handlers of the window's controls.
+void ConnectRuleReport(Program& program);
+
+/// Opens the Rule Report at the end of a check, if the rules ask for it and it isn't open.
+void ShowRuleReport(Program& program);
+
+/// Brings the button that deletes in line with what is under way.
+void FollowInRuleReport(Program& program);
+
+/// Closes the window, which may not be open.
+void frmRuleReport_Unload(Program& program);
+
+}  // namespace velmora

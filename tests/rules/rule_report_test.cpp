@@ -1,0 +1,266 @@
+#include "rules/rule_report.h"
+
+#include <gmock/gmock.h>
+
+#include "app/shut_down.h"
+#include "checking/check_cycle.h"
+#include "messages/message_list.h"
+#include "support/running_program.h"
+
+namespace velmora {
+namespace {
+
+using test::message;
+using testing::ElementsAre;
+
+class RuleReport : public test::RunningProgram {
+ protected:
+  /// Every mailbox holds d, s and k: to delete, spam, and to keep.
+  void SetUp() override {
+    platform.written["/home/Rules.ini"] =
+        "[Rules]\nRuleCount=2\nShow=1\nTime=3\n"
+        "[Rule1]\nAction=1\nDescCount=1\nDescription1=Subject Equals d\n"
+        "[Rule2]\nAction=2\nDescCount=1\nDescription1=Subject Equals s\n";
+    option("MessageSort", "0");
+    option("UseInterval", "1");
+  }
+
+  void serve(const std::string& name, const std::vector<std::string>& subjects = {"d", "s", "k"}) {
+    auto& server = addAccount(name);
+    for (const auto& subject : subjects) server.messages.push_back(message(subject));
+  }
+
+  RuleReportWindow& window() { return program.frmRuleReport; }
+  void press(const char* button) { window().tbrRuleReport[button].click(); }
+  bool canDelete() { return window().tbrRuleReport["DeleteNow"].Enabled; }
+  std::string secondsShown() { return window().lblRuleReportCountDown.Caption; }
+
+  std::vector<std::string> onServer(const std::string& name) {
+    std::vector<std::string> result;
+    for (const auto& each : platform.servers[name].messages) result.push_back(each.uid);
+    return result;
+  }
+};
+
+TEST_F(RuleReport, TellsWhichAccountsHaveMarks) {
+  serve("Home", {"d", "k"});
+  serve("Work", {"s", "d", "d"});
+  serve("Club", {"k"});
+  start();
+  checkAll();
+  EXPECT_TRUE(window().Visible);
+  EXPECT_TRUE(program.RuleReportOpen);
+  EXPECT_FALSE(program.frmMain.tmrMailTime.Enabled) << "no timed check runs under it";
+  EXPECT_EQ(window().Caption.get(), "Velmora - Rule Report Notification");
+  EXPECT_EQ(window().lblRuleReport.Caption.get(),
+            "Your Rules indicate the following Account(s) have messages that match your criteria.");
+  EXPECT_EQ(window().lblRuleDelete.Caption.get(), "Home has 1 message\r\nWork has 2 messages\r\n");
+  EXPECT_EQ(window().lblRuleSpam.Caption.get(), "Work has 1 message\r\n");
+  EXPECT_EQ(window().LabelLines.get(), 2);
+  EXPECT_EQ(secondsShown(), "3");
+  EXPECT_TRUE(window().lblRuleDelete.Visible && window().imgRuleDelete.Visible);
+  EXPECT_FALSE(window().lblRuleSpam.Visible || window().imgRuleSpam.Visible);
+  window().TabStripRuleReport.SelectTab(2);
+  EXPECT_TRUE(window().lblRuleSpam.Visible && window().imgRuleSpam.Visible);
+  EXPECT_FALSE(window().lblRuleDelete.Visible || window().imgRuleDelete.Visible);
+  press("Exit");
+  EXPECT_FALSE(window().Visible);
+  EXPECT_FALSE(program.RuleReportOpen);
+  EXPECT_TRUE(program.frmMain.tmrMailTime.Enabled);
+  EXPECT_EQ(program.accounts[2].AcntDeleteCount, 2) << "what wasn't deleted can still be";
+}
+
+TEST_F(RuleReport, OpensAfterEveryKindOfCheckIfTheRulesWantIt) {
+  serve("Home", {"d"});
+  serve("Work", {"d"});
+  start();
+  struct Case {
+    std::int16_t show, showNew;
+    bool firstHasNew, secondHasNew;
+    bool opens;
+  };
+  const Case cases[] = {{1, 0, false, false, true}, {0, 0, true, true, false}, {1, 1, true, false, true},
+                        {1, 1, false, true, false}, {1, 2, true, true, false}, {2, 0, true, true, false}};
+  const std::vector<void (*)(Program&)> checks = {CheckAllAccounts, CheckCurrentAccount, AutoCheckAccounts,
+                                                  StartUpCheckAccounts};
+  for (const auto& c : cases) {
+    program.rules.live.Show = c.show;
+    program.rules.live.ShowNew = c.showNew;
+    for (const auto& run : checks) {
+      // The count that growth is measured against makes messages new or not.
+      program.accounts[1].AcntPrevCount = c.firstHasNew ? 0 : 1;
+      program.accounts[2].AcntPrevCount = c.secondHasNew ? 0 : 1;
+      run(program);
+      EXPECT_EQ(program.RuleReportOpen, c.opens) << c.show << c.showNew << c.firstHasNew << c.secondHasNew;
+      press("Exit");
+    }
+  }
+}
+
+TEST_F(RuleReport, SizesItselfByTheAccounts) {
+  start();
+  for (const auto& [deletions, spam, lines, more] : {std::tuple{0, 1, 1, ""},
+                                                     {3, 2, 3, ""},
+                                                     {15, 15, 15, ""},
+                                                     {16, 2, 17, "d"},
+                                                     {2, 40, 17, "s"},
+                                                     {16, 16, 17, "ds"}}) {
+    program.accounts.ResizeAccounts(40);
+    for (std::int16_t number = 1; number <= 40; ++number) {
+      program.accounts[number].AcntName = "n";
+      program.accounts[number].AcntDeleteCount = number <= deletions ? 2 : 0;
+      program.accounts[number].AcntSpamCount = number <= spam ? 2 : 0;
+    }
+    program.rules.live.Show = 1;
+    ShowRuleReport(program);
+    EXPECT_EQ(window().LabelLines.get(), lines);
+    const auto saysMore = [](const Label& label) { return label.Caption.get().ends_with("\r\n\r\nmore Accounts..."); };
+    EXPECT_EQ(saysMore(window().lblRuleDelete), std::string(more).find('d') != std::string::npos) << deletions;
+    EXPECT_EQ(saysMore(window().lblRuleSpam), std::string(more).find('s') != std::string::npos) << spam;
+    EXPECT_EQ(window().lblRuleDelete.Caption == "No Messages to Delete", deletions == 0);
+    frmRuleReport_Unload(program);
+  }
+}
+
+TEST_F(RuleReport, ClosesOneTickAfterItsTime) {
+  serve("Home");
+  start();
+  checkAll();
+  std::vector<std::string> shown;
+  const auto tick = [&] {
+    window().tmrRuleReport.tick();
+    shown.push_back(secondsShown());
+  };
+  tick();
+  press("Timer");
+  EXPECT_EQ(window().tbrRuleReport["Timer"].Caption.get(), "Start Timer  ");
+  EXPECT_EQ(window().tbrRuleReport["Timer"].Tag, "Off");
+  tick();
+  press("Timer");
+  EXPECT_EQ(window().tbrRuleReport["Timer"].Caption.get(), "Stop Timer   ");
+  tick();
+  tick();
+  EXPECT_TRUE(program.RuleReportOpen);
+  EXPECT_THAT(shown, ElementsAre("2", "2", "1", "0"));
+  tick();
+  EXPECT_FALSE(program.RuleReportOpen);
+  EXPECT_FALSE(window().tmrRuleReport.Enabled);
+}
+
+TEST_F(RuleReport, DeleteNowTakesTheMarksOfItsTabWithoutAWord) {
+  serve("Home");
+  serve("Work", {"k", "d", "s"});
+  serve("Club", {"s"});
+  start();
+  checkAll();
+  // What the user has selected himself is none of the report's business.
+  program.frmMain.TabStripEmail.SelectTab(2);
+  program.frmMain.lvwEmail.UserSelected({1}, 1);
+  press("DeleteNow");
+  EXPECT_THAT(onServer("Home"), ElementsAre("s", "k"));
+  EXPECT_THAT(onServer("Work"), ElementsAre("k", "s"));
+  EXPECT_TRUE(platform.asked.empty());
+  EXPECT_EQ(program.options.DeleteConfirmation, 1);
+  EXPECT_EQ(program.accounts.AcntCurrent, 2);
+  EXPECT_EQ(program.frmMain.TabStripEmail.SelectedItem(), 2);
+  EXPECT_EQ(program.frmMain.lvwEmail.Rows().size(), 2U);
+  EXPECT_EQ(program.accounts[1].AcntDeleteCount, 0);
+  EXPECT_EQ(window().lblRuleDelete.Caption.get(), "No Messages to Delete");
+  EXPECT_FALSE(canDelete());
+  EXPECT_TRUE(program.RuleReportOpen);
+  EXPECT_TRUE(program.frmMain.tbrButtons[checkAllBar].Enabled);
+  EXPECT_FALSE(program.frmMain.tmrMailTime.Enabled);
+  window().TabStripRuleReport.SelectTab(2);
+  EXPECT_EQ(window().lblRuleSpam.Caption.get(), "Home has 1 message\r\nWork has 1 message\r\nClub has 1 message\r\n");
+  EXPECT_TRUE(canDelete());
+  press("DeleteNow");
+  EXPECT_THAT(onServer("Home"), ElementsAre("k"));
+  EXPECT_THAT(onServer("Work"), ElementsAre("k"));
+  EXPECT_THAT(onServer("Club"), ElementsAre());
+  EXPECT_EQ(window().lblRuleSpam.Caption.get(), "No Spam Messages to Delete");
+  window().TabStripRuleReport.SelectTab(1);
+  EXPECT_FALSE(canDelete());
+  EXPECT_TRUE(platform.asked.empty());
+}
+
+TEST_F(RuleReport, AFailedDeletionRestoresEverything) {
+  serve("Home");
+  serve("Work");
+  start();
+  checkAll();
+  program.frmMain.TabStripEmail.SelectTab(2);
+  platform.servers["Home"].answers = {{"QUIT", test::MemoryServer::hangUp}};
+  press("DeleteNow");
+  EXPECT_THAT(titles(), ElementsAre("Velmora - Delete Connection Failure"));
+  EXPECT_THAT(onServer("Home"), ElementsAre("d", "s", "k"));
+  EXPECT_THAT(onServer("Work"), ElementsAre("s", "k")) << "the next account has its turn";
+  EXPECT_EQ(program.options.DeleteConfirmation, 1);
+  EXPECT_EQ(program.accounts.AcntCurrent, 2);
+  EXPECT_FALSE(canDelete());
+
+  // A failure of the program's own.
+  window().TabStripRuleReport.SelectTab(2);
+  platform.asked.clear();
+  program.accounts[1].AcntMsgCount = 3000;
+  press("DeleteNow");
+  ASSERT_EQ(titles(), std::vector<std::string>{"Velmora - Unknown Error"});
+  EXPECT_EQ(platform.asked[0].icon, Question::Icon::Critical);
+  EXPECT_EQ(platform.asked[0].text,
+            "There was an unknown error during Deletion.\r\n\r\nPerhaps the connection was disabled.\r\n\r\n"
+            "You should check your messages carefully\r\nsince some messages may have been deleted\r\n"
+            "and some may not have been deleted.");
+  EXPECT_EQ(program.options.DeleteConfirmation, 1);
+  EXPECT_EQ(program.accounts.AcntCurrent, 2);
+  EXPECT_TRUE(program.frmMain.tbrButtons[checkAllBar].Enabled);
+}
+
+TEST_F(RuleReport, StaysOutOfTheWayOfWhatIsUnderWay) {
+  serve("Home");
+  start();
+  checkAll();
+  bool seen = false;
+  platform.servers["Home"].line.onReceive = [&] {
+    EXPECT_FALSE(canDelete()) << "one connection at a time";
+    window().TabStripRuleReport.SelectTab(2);
+    window().TabStripRuleReport.SelectTab(1);
+    EXPECT_FALSE(canDelete());
+    seen = true;
+  };
+  check();
+  EXPECT_TRUE(seen);
+  EXPECT_TRUE(canDelete());
+  EXPECT_TRUE(program.RuleReportOpen);
+  EXPECT_TRUE(program.frmMain.tmrMailTime.Enabled) << "the check has let Auto Check go on";
+
+  // It closes in the middle of its own deletion.
+  platform.servers["Home"].line.onReceive = [&] {
+    EXPECT_FALSE(program.frmMain.tmrMailTime.Enabled);
+    window().Close();
+    EXPECT_FALSE(program.frmMain.tmrMailTime.Enabled) << "no timed check while a deletion runs";
+  };
+  press("DeleteNow");
+  EXPECT_FALSE(window().Visible);
+  EXPECT_TRUE(program.frmMain.tmrMailTime.Enabled);
+  EXPECT_THAT(onServer("Home"), ElementsAre("s", "k"));
+}
+
+TEST_F(RuleReport, KeepsAboveTheOtherTimedWindow) {
+  serve("Home");
+  start();
+  program.AutoMessageOpen = true;
+  program.frmMessage.AlwaysOnTop = true;
+  checkAll();
+  EXPECT_TRUE(window().AlwaysOnTop);
+  EXPECT_FALSE(program.frmMessage.AlwaysOnTop);
+  window().AlwaysOnTop = false;
+  window().Activate();
+  EXPECT_TRUE(window().AlwaysOnTop);
+  window().Close();
+  EXPECT_TRUE(program.frmMessage.AlwaysOnTop);
+  checkAll();
+  QuitApplication(program);
+  EXPECT_FALSE(window().Visible);
+}
+
+}  // namespace
+}  // namespace velmora
