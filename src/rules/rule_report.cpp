@@ -15,6 +15,9 @@ namespace velmora {
 
 namespace {
 
+/// The help's topic of rules.
+constexpr int rulesHelp = 150;
+
 /// What stands behind a tab.
 struct Side {
   const char* tab;
@@ -176,6 +179,7 @@ void ConnectRuleReport(Program& program) {
   window.TabStripRuleReport.Click = [&program] { TabStripRuleReport_Click(program); };
   window.tbrRuleReport.ButtonClick = [&program](Button& button) { tbrRuleReport_ButtonClick(program, button); };
   window.tmrRuleReport.Tick = [&program] { tmrRuleReport_Timer(program); };
+  window.Help = [&program] { program.platform.showHelp(rulesHelp); };
   window.Activate = [&window] { window.AlwaysOnTop = true; };
   window.Close = [&program] { frmRuleReport_Unload(program); };
 }

@@ -112,9 +112,13 @@ void bind(Frame& frame, QWidget& widget) {
   frame.Enabled.watch([&widget](bool on) { widget.setEnabled(on); });
 }
 
+/// The last line's break begins no other line.
 void bind(Label& label, QLabel& widget) {
   widget.setTextFormat(Qt::PlainText);
-  label.Caption.watch([&widget](const std::string& caption) { widget.setText(qt(caption)); });
+  label.Caption.watch([&widget](const std::string& caption) {
+    const QString text = qt(caption);
+    widget.setText(text.endsWith("\r\n") ? text.chopped(2) : text);
+  });
   label.Visible.watch([&widget](bool on) { widget.setVisible(on); });
 }
 

@@ -2,6 +2,7 @@
 
 #include <QCloseEvent>
 #include <QScreen>
+#include <QShortcut>
 #include <QWindow>
 
 #include "platform/controls/frame.h"
@@ -20,6 +21,9 @@ void FormView::followForm() {
   form_.Visible.watch([this](bool on) {
     if (on) arrange();
     setVisible(on);
+  });
+  connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, this, [this] {
+    if (form_.Help) form_.Help();
   });
   form_.centre.watch([this] { centreOnScreen(); });
   form_.activate.watch([this] {

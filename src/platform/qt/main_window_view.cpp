@@ -87,7 +87,7 @@ MainWindowView::MainWindowView(MainWindow& window) : window_(window) {
   column->addWidget(makeBanner());
   column->addWidget(makePage(emailPage, makeEmailPage()), 1);
   column->addWidget(makePage(accountsPage, makeAccountsPage()), 1);
-  column->addWidget(makePage(rulesPage, new QWidget(this)), 1);
+  column->addWidget(makePage(rulesPage, makeRulesPage()), 1);
   column->addWidget(makePage(optionsPage, makeOptionsPage(window_, this)), 1);
   column->addWidget(new StatusBarView(window_.StatusBar, window_.ProgressBar, body));
   setCentralWidget(body);
@@ -176,6 +176,17 @@ QWidget* MainWindowView::makeAccountsPage() {
   auto* column = plainLayout<QVBoxLayout>(page);
   column->addWidget(makeTabBar(window_.TabStripAcnts, "TabStripAcnts", "Accounts", page));
   column->addStretch(1);
+  return page;
+}
+
+QWidget* MainWindowView::makeRulesPage() {
+  auto* page = new QWidget(this);
+  auto* column = plainLayout<QVBoxLayout>(page);
+  column->addStretch(1);
+  auto* file = new QLabel(page);
+  file->setObjectName("lblRulesFileName");
+  bind(window_.lblRulesFileName, *file);
+  column->addWidget(file);
   return page;
 }
 

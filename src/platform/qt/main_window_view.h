@@ -22,6 +22,7 @@ class MainWindowView : public QMainWindow {
   QWidget* makePage(std::size_t page, QWidget* content);
   QWidget* makeEmailPage();
   QWidget* makeAccountsPage();
+  QWidget* makeRulesPage();
   QWidget* makeButtonRow(std::size_t page);
   void addFocusTaker();
   void addShortcuts();

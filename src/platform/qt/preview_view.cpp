@@ -119,9 +119,6 @@ void PreviewView::addShortcuts() {
   showTab(Qt::CTRL | Qt::Key_1, [](int) { return 1; });
   showTab(Qt::CTRL | Qt::Key_2, [](int) { return 2; });
   showTab(Qt::CTRL | Qt::Key_Tab, [](int selected) { return 3 - selected; });
-  connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, this, [this] {
-    if (window_.Help) window_.Help();
-  });
 }
 
 }  // namespace velmora

@@ -53,7 +53,8 @@ RuleReportView::RuleReportView(RuleReportWindow& window) : FormView(window, null
   tabs->setDocumentMode(true);
   bind(window_.TabStripRuleReport, *tabs, "");
   column->addWidget(tabs);
-  column->addWidget(makeReport());
+  report_ = makeReport();
+  column->addWidget(report_);
   auto* caution = makeLabel(window_.lblRuleReportCaution, "lblRuleReportCaution", this);
   caution->setWordWrap(true);
   column->addWidget(caution);
@@ -83,7 +84,7 @@ QWidget* RuleReportView::makeHead() {
 }
 
 /// The texts of both tabs take the same place. What it has no room for can be scrolled to.
-QWidget* RuleReportView::makeReport() {
+QScrollArea* RuleReportView::makeReport() {
   auto* area = new QScrollArea(this);
   area->setObjectName("fraRuleReport");
   area->setAccessibleName("Accounts");
@@ -101,18 +102,22 @@ QWidget* RuleReportView::makeReport() {
   }
   area->setWidget(content);
   area->setWidgetResizable(true);
-  const QMargins margins = row->contentsMargins();
-  window_.LabelLines.watch([area, margins](std::int16_t lines) {
-    constexpr int pictureHeight = 32;
-    const int text = std::max(lines * area->fontMetrics().lineSpacing(), pictureHeight);
-    area->setFixedHeight(text + margins.top() + margins.bottom() + 2 * area->frameWidth());
-  });
   return area;
+}
+
+/// A label of so many lines knows how high they are, in whatever font and scaling.
+void RuleReportView::makeRoomForLines() {
+  constexpr int pictureHeight = 32;
+  const QLabel lines(QString("x\n").repeated(window_.LabelLines).chopped(1), report_);
+  const QMargins margins = report_->widget()->layout()->contentsMargins();
+  report_->setFixedHeight(std::max(lines.sizeHint().height(), pictureHeight) + margins.top() + margins.bottom() +
+                          2 * report_->frameWidth());
 }
 
 /// In the corner where it hides the least. Only where the user is at work with the program does it take the keyboard.
 void RuleReportView::arrange() {
   setAttribute(Qt::WA_ShowWithoutActivating, QApplication::activeWindow() == nullptr);
+  makeRoomForLines();
   adjustSize();
   constexpr QPoint distance(24, 48);
   QRect place(QPoint(), size());

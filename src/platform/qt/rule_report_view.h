@@ -2,6 +2,8 @@
 
 #include "platform/qt/form_view.h"
 
+class QScrollArea;
+
 namespace velmora {
 
 struct RuleReportWindow;
@@ -17,9 +19,11 @@ class RuleReportView : public FormView {
 
  private:
   QWidget* makeHead();
-  QWidget* makeReport();
+  QScrollArea* makeReport();
+  void makeRoomForLines();
 
   RuleReportWindow& window_;
+  QScrollArea* report_ = nullptr;
 };
 
 }  // namespace velmora
