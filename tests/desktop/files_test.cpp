@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -16,6 +15,7 @@
 #include "platform/qt/strings.h"
 #include "rules/rule_file.h"
 #include "rules/rules.h"
+#include "support/full_disk.h"
 
 namespace velmora {
 namespace {
@@ -58,15 +58,10 @@ class RealFiles : public testing::Test {
 
 TEST_F(RealFiles, OnAFullDiskTheOldRulesStay) {
   write("old");
-  // As a disk that has room for no more than this.
-  rlimit before{};
-  getrlimit(RLIMIT_FSIZE, &before);
-  const rlimit full{100, before.rlim_max};
-  const auto formerHandler = std::signal(SIGXFSZ, SIG_IGN);
-  setrlimit(RLIMIT_FSIZE, &full);
-  write("new");
-  setrlimit(RLIMIT_FSIZE, &before);
-  std::signal(SIGXFSZ, formerHandler);
+  {
+    const test::FullDisk disk(100);
+    write("new");
+  }
   EXPECT_EQ(read(), "old");
   EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files), QStringList("Rules.ini")) << "nothing is left beside it";
   write("new");

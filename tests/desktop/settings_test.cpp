@@ -12,6 +12,7 @@
 #include "platform/qt/qt_settings.h"
 #include "platform/qt/run_at_logon.h"
 #include "platform/qt/strings.h"
+#include "support/full_disk.h"
 
 namespace velmora {
 namespace {
@@ -89,6 +90,24 @@ TEST_F(SettingsFile, IsReadableByItsOwnerAlone) {
     EXPECT_TRUE(content().contains("secret"));
     EXPECT_TRUE(isPrivate());
   }
+}
+
+TEST_F(SettingsFile, AFullDiskLeavesItAsItWas) {
+  QtSettings settings;
+  for (int number = 1; number <= 50; ++number)
+    settings.SaveSetting("Settings", "AcntName" + std::to_string(number), "x");
+  flush();
+  const QByteArray before = content();
+  for (const rlim_t room : {0, 100, 400}) {
+    const test::FullDisk disk(room);
+    settings.SaveSetting("Settings", "AcntName1", std::string(20, 'y'));
+    flush();
+    EXPECT_EQ(content(), before) << room;
+  }
+  settings.SaveSetting("Settings", "AcntName1", "z");
+  flush();
+  EXPECT_EQ(content().size(), before.size()) << "with room again, it is written";
+  EXPECT_EQ(QDir(QFileInfo(path_).path()).entryList(QDir::Files), QStringList("Velmora.conf"));
 }
 
 TEST_F(SettingsFile, WrittenByHandIsReadAsItLooks) {

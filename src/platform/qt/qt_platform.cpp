@@ -11,7 +11,6 @@
 #include <QLocale>
 #include <QMessageBox>
 #include <QProcess>
-#include <QSaveFile>
 #include <QStandardPaths>
 #include <QUrl>
 #include <algorithm>
@@ -21,6 +20,7 @@
 #include "platform/qt/run_at_logon.h"
 #include "platform/qt/share_folder.h"
 #include "platform/qt/strings.h"
+#include "platform/qt/whole_file.h"
 
 namespace velmora {
 
@@ -162,11 +162,7 @@ void QtPlatform::open(const std::string& target) {
 }
 
 bool QtPlatform::writeFile(const std::string& path, std::string_view content) {
-  QSaveFile file(qt(path));
-  // Buffered, it would take a write that a full disk cut short for a whole one.
-  return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
-         file.write(content.data(), static_cast<qint64>(content.size())) == static_cast<qint64>(content.size()) &&
-         file.commit();
+  return writeWholeFile(qt(path), content);
 }
 
 std::optional<std::string> QtPlatform::readFile(const std::string& path) const {

@@ -3,9 +3,12 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QSettings>
+#include <QTemporaryFile>
 #include <algorithm>
 
 #include "platform/qt/strings.h"
+#include "platform/qt/whole_file.h"
 
 namespace velmora {
 
@@ -63,23 +66,69 @@ void makePrivate(const QString& file) {
 
 }  // namespace
 
-QtSettings::QtSettings()
-    : settings_("Kestrum", "Velmora"),
-      damaged_(settings_.status() != QSettings::NoError || !isWhole(settings_.fileName())) {
-  settings_.setFallbacksEnabled(false);
-  if (!damaged_) makePrivate(settings_.fileName());
+QtSettings::QtSettings() : file_(QSettings("Kestrum", "Velmora").fileName()), damaged_(!isWhole(file_) || !read()) {
+  if (!damaged_) makePrivate(file_);
+  soon_.setSingleShot(true);
+  QObject::connect(&soon_, &QTimer::timeout, &soon_, [this] { save(); });
+}
+
+QtSettings::~QtSettings() { save(); }
+
+bool QtSettings::read() {
+  const QSettings settings(file_, QSettings::IniFormat);
+  values_.clear();
+  for (const QString& key : settings.allKeys()) values_.insert(key, settings.value(key));
+  return settings.status() == QSettings::NoError;
 }
 
 std::string QtSettings::GetSetting(std::string_view section, std::string_view key, std::string_view fallback) const {
-  return utf8(textOf(settings_.value(pathOf(section, key), qt(fallback))));
+  return utf8(textOf(values_.value(pathOf(section, key), qt(fallback))));
 }
 
 void QtSettings::SaveSetting(std::string_view section, std::string_view key, std::string_view value) {
-  if (!damaged_) settings_.setValue(pathOf(section, key), qt(value));
+  change(pathOf(section, key), qt(value));
 }
 
-void QtSettings::DeleteSetting(std::string_view section, std::string_view key) {
-  if (!damaged_) settings_.remove(pathOf(section, key));
+void QtSettings::DeleteSetting(std::string_view section, std::string_view key) { change(pathOf(section, key), {}); }
+
+void QtSettings::change(const QString& path, const QVariant& value) {
+  if (damaged_) return;
+  changes_.insert(path, value);
+  apply(path, value);
+  soon_.start(0);
+}
+
+void QtSettings::apply(const QString& path, const QVariant& value) {
+  if (value.isValid()) {
+    values_.insert(path, value);
+  } else {
+    values_.remove(path);
+  }
+}
+
+/// Where it can't be written, the next change tries again.
+void QtSettings::save() {
+  if (changes_.isEmpty() || !isWhole(file_) || !read()) return;
+  for (auto each = changes_.begin(); each != changes_.end(); ++each) apply(each.key(), each.value());
+  const QByteArray text = composed();
+  if (!text.isEmpty() && writeWholeFile(file_, text)) changes_.clear();
+}
+
+/// The library puts values into a file's words, but only in a file, and it doesn't notice where a full disk cuts that
+/// short. So it does so in a draft, which is read back.
+QByteArray QtSettings::composed() const {
+  QTemporaryFile draft(QFileInfo(file_).path() + "/Velmora.XXXXXX.draft");
+  if (!draft.open()) return {};
+  const QString name = draft.fileName();
+  {
+    QSettings settings(name, QSettings::IniFormat);
+    for (auto each = values_.begin(); each != values_.end(); ++each) settings.setValue(each.key(), each.value());
+  }
+  const QSettings again(name, QSettings::IniFormat);
+  const bool isComplete = std::all_of(values_.keyBegin(), values_.keyEnd(),
+                                      [&](const QString& key) { return again.value(key) == values_.value(key); });
+  QFile written(name);
+  return isComplete && isWhole(name) && written.open(QIODevice::ReadOnly) ? written.readAll() : QByteArray();
 }
 
 }  // namespace velmora
