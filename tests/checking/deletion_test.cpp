@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "messages/email_page.h"
 #include "support/running_program.h"
 
 namespace velmora {
@@ -15,13 +16,15 @@ class Deletion : public test::RunningProgram {
   void SetUp() override {
     server().messages = {message("a"), message("b"), message("c"), message("d")};
     addAccount("Work");
+    addAccount("Home").messages = {message("h"), message("i")};
+    addAccount("Club").messages = {message("k")};
     option("MessageSort", "0");
     platform.answers = {Answer::Yes};
     start();
-    check();
+    checkAll();
   }
 
-  test::MemoryServer& server() { return platform.servers["Work"]; }
+  test::MemoryServer& server(const std::string& name = "Work") { return platform.servers[name]; }
 
   void deleteRows(std::set<std::int32_t> rows) {
     ListView& list = program.frmMain.lvwEmail;
@@ -32,9 +35,16 @@ class Deletion : public test::RunningProgram {
     program.frmMain.tbrEmail["EmailDelete"].click();
   }
 
-  std::vector<std::string> onServer() {
+  void markAsSpam(int tab, int row) {
+    const auto account = static_cast<std::int16_t>(tab);
+    const auto number = static_cast<std::int16_t>(row);
+    program.messages.at(account, number).Spam = true;
+    ++program.accounts[account].AcntSpamCount;
+  }
+
+  std::vector<std::string> onServer(const std::string& name = "Work") {
     std::vector<std::string> result;
-    for (const auto& each : server().messages) result.push_back(each.uid);
+    for (const auto& each : server(name).messages) result.push_back(each.uid);
     return result;
   }
   std::vector<std::string> listed() {
@@ -158,11 +168,29 @@ TEST_F(Deletion, AFailureIsToldAndChangesNothing) {
   }
 }
 
-TEST_F(Deletion, MarkedSpamNeedsNoSelection) {
-  program.messages.at(1, 3).Spam = true;
-  DeleteMessages(program, 1, true);
-  EXPECT_THAT(onServer(), ElementsAre("a", "b", "d"));
-  EXPECT_EQ(titles(), std::vector<std::string>{"Velmora - Ready to Delete Spam Message(s)"});
+TEST_F(Deletion, OfSpamGoesFromAccountToAccount) {
+  for (const auto& [account, number] : {std::pair{1, 3}, {2, 1}, {2, 2}, {3, 1}}) markAsSpam(account, number);
+  ShowAccountAgain(program, 2);
+  ShowAccountAgain(program, 1);
+  platform.answers = {Answer::No, Answer::Yes, Answer::Yes};
+  server("Club").answers["DELE"] = "-ERR locked\r\n";
+  server("Home").line.onReceive = [&] { EXPECT_EQ(program.accounts.AcntCurrent, 2) << "the one at hand is shown"; };
+  server("Club").line.onReceive = [&] { program.frmMain.tmrRetrieveMessage.tick(); };
+  program.frmMain.tbrEmail["EmailSpam"].click();
+  const std::string question = "Velmora - Ready to Delete Spam Message(s)";
+  EXPECT_THAT(titles(), ElementsAre(question, question, question, "Velmora - Delete Connection Failure"));
+  EXPECT_THAT(platform.asked.at(1).text, testing::StartsWith("Ready to Delete 2 Spam Message(s) from 'Home' "));
+  EXPECT_THAT(onServer("Work"), ElementsAre("a", "b", "c", "d"));
+  EXPECT_THAT(onServer("Home"), ElementsAre());
+  EXPECT_THAT(onServer("Club"), ElementsAre("k"));
+  EXPECT_EQ(program.accounts[1].AcntSpamCount, 1);
+  EXPECT_EQ(program.accounts[2].AcntStatusText, "Home - No Messages");
+  EXPECT_EQ(program.accounts[3].AcntSpamCount, 1);
+  EXPECT_THAT((std::vector{tabImage(2), tabImage(3)}), ElementsAre("MailNo", "MailYes")) << "no tab keeps on spinning";
+  EXPECT_EQ(program.frmMain.TabStripEmail.SelectedItem(), 1);
+  EXPECT_THAT(listed(), ElementsAre("a", "b", "c", "d"));
+  EXPECT_EQ(panel(1), "Work - 4 Messages");
+  EXPECT_TRUE(program.frmMain.tbrButtons[checkAllBar].Enabled);
 }
 
 }  // namespace
