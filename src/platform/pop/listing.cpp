@@ -17,23 +17,31 @@ namespace {
 
 constexpr std::int64_t maximumNumber = std::numeric_limits<std::int32_t>::max();
 
-/// The second word of each line of a listing by the message number that stands before it.
-using WordByNumber = std::map<std::int32_t, std::string>;
+/// What each line of a listing says behind the message number, by that number.
+using TextByNumber = std::map<std::int32_t, std::string>;
 
-void readLine(std::string_view line, WordByNumber& words) {
+/// Takes all the rest as one: of an identifier that holds a blank, though none should (RFC 1939 section 7), a part may
+/// be that of other messages too.
+std::string_view takeRest(std::string_view line) {
+  constexpr std::string_view blanks = " \t";
+  line.remove_prefix(std::min(line.find_first_not_of(blanks), line.size()));
+  return line.substr(0, line.find_last_not_of(blanks) + 1);
+}
+
+void readLine(std::string_view line, TextByNumber& texts) {
   if (line.find_first_not_of(' ') == std::string_view::npos) return;
   const std::optional<std::int64_t> number = toCount(takeWord(line));
   if (!number || *number < 1 || *number > maximumNumber)
     throw PopFailure(pop_failure::protocolBroken, "The server sent a listing that can't be read.");
-  words.insert_or_assign(static_cast<std::int32_t>(*number), takeWord(line));
+  texts.insert_or_assign(static_cast<std::int32_t>(*number), takeRest(line));
 }
 
-std::string wordFor(std::int32_t number, const WordByNumber& words) {
-  const auto found = words.find(number);
-  return found == words.end() ? std::string() : found->second;
+std::string textFor(std::int32_t number, const TextByNumber& texts) {
+  const auto found = texts.find(number);
+  return found == texts.end() ? std::string() : found->second;
 }
 
-std::vector<std::int32_t> messageNumbers(std::size_t count, const WordByNumber& sizes) {
+std::vector<std::int32_t> messageNumbers(std::size_t count, const TextByNumber& sizes) {
   std::vector<std::int32_t> numbers;
   for (const auto& [number, size] : sizes) numbers.push_back(number);
   if (numbers.size() == count) return numbers;
@@ -42,11 +50,13 @@ std::vector<std::int32_t> messageNumbers(std::size_t count, const WordByNumber& 
   return numbers;
 }
 
-Listing assemble(std::size_t count, const WordByNumber& sizes, const WordByNumber& uids) {
+Listing assemble(std::size_t count, const TextByNumber& sizes, const TextByNumber& uids) {
   Listing listing;
   for (const std::int32_t number : messageNumbers(count, sizes)) {
-    const std::int64_t bytes = toCount(wordFor(number, sizes)).value_or(0);
-    listing.push_back({number, std::min(bytes, maximumNumber), wordFor(number, uids)});
+    const std::string size = textFor(number, sizes);
+    std::string_view words = size;
+    const std::int64_t bytes = toCount(takeWord(words)).value_or(0);
+    listing.push_back({number, std::min(bytes, maximumNumber), textFor(number, uids)});
   }
   return listing;
 }
@@ -95,7 +105,7 @@ std::string_view headerOf(std::string_view message) {
 }  // namespace
 
 Listing list(const Channel& channel) {
-  std::array<WordByNumber, 2> answers;
+  std::array<TextByNumber, 2> answers;
   const std::array<Request, 2> requests = {Request{"LIST"}, Request{"UIDL"}};
   exchange(channel.conversation, requests, channel.pipelined, [&](std::size_t index, const Reply& reply) {
     if (reply.ok)
@@ -118,7 +128,8 @@ void completeIdentifiers(const Channel& channel, Listing& listing, const MailRea
 }
 
 std::string identifierFromHeader(std::string_view message, const MailReader& reader) {
-  return "header " + reader.fingerprint(headerOf(message));
+  const std::string_view header = headerOf(message);
+  return header.empty() ? std::string() : "header " + reader.fingerprint(header);
 }
 
 PopFailure refusedMessage(std::size_t position, std::size_t count, std::string_view words) {
