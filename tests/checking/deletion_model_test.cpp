@@ -19,12 +19,6 @@ struct Mail {
   std::string header() const { return "From: a@example.org\r\nSubject: " + subject + "\r\nX-Id: " + uid + "\r\n"; }
 };
 
-struct Cell {
-  Mail mail;
-  std::string id, previousId;
-  bool isNew = false, isDelete = false, isSpam = false;
-};
-
 /// A rule is a letter in the subject.
 struct Rules {
   char spam = 'S', deletion = 'D';
@@ -41,16 +35,18 @@ struct Model {
   bool enabled = true, hasUidl = true, pipelines = false, standsCapa = true;
   bool connected = false, hasMessages = false, hasNew = false, checked = false;
   std::size_t count = 0, previousCount = 0, newCount = 0;
-  std::vector<Cell> cells;  ///< those beyond `count` keep what they held
+  std::vector<MailMessage> cells;  ///< those beyond `count` keep what they held
   std::vector<Mail> mailbox;
 
   std::string idOf(const Mail& mail) const {
     return hasUidl ? mail.uid : "header " + std::to_string(std::hash<std::string>()(mail.header()));
   }
-  std::size_t counted(bool Cell::*flag) const {
+  std::size_t counted(bool MailMessage::*flag) const {
     const auto end = cells.begin() + static_cast<long>(count);
-    return static_cast<std::size_t>(std::count_if(cells.begin(), end, [=](const Cell& cell) { return cell.*flag; }));
+    return static_cast<std::size_t>(
+        std::count_if(cells.begin(), end, [=](const MailMessage& cell) { return cell.*flag; }));
   }
+
   std::string tab() const { return count == 0 ? name : name + "  (" + std::to_string(count) + ")"; }
   std::string picture() const {
     const std::string state = checked && !connected ? "MailError" : count == 0 ? "MailNo" : "MailYes";
@@ -63,7 +59,7 @@ struct Model {
   void sort(bool descending) {
     for (std::size_t i = 0; i < count; ++i)
       for (std::size_t j = i + 1; j < count; ++j) {
-        const int order = cells[j].mail.subject.compare(cells[i].mail.subject);
+        const int order = cells[j].Subject.compare(cells[i].Subject);
         if (descending ? order > 0 : order < 0) std::swap(cells[i], cells[j]);
       }
   }
@@ -78,16 +74,17 @@ struct Model {
     if (fetched) count = mailbox.size();
     cells.resize(std::max(cells.size(), count));
     for (std::size_t i = 0; i < count && fetched; ++i) {
-      cells[i].mail = mailbox[i];
-      cells[i].id = idOf(mailbox[i]);
+      cells[i].Subject = mailbox[i].subject;
+      cells[i].Body = mailbox[i].body;
+      cells[i].MsgID = idOf(mailbox[i]);
     }
     for (std::size_t i = 0; i < count; ++i) {
-      cells[i].isNew = true;
-      for (std::size_t j = 0; j < count; ++j) cells[i].isNew &= cells[j].previousId != cells[i].id;
-      cells[i].isSpam = rules.isSpam(cells[i].mail.subject);
-      cells[i].isDelete = rules.isDelete(cells[i].mail.subject);
+      cells[i].New = true;
+      for (std::size_t j = 0; j < count; ++j) cells[i].New &= cells[j].PrevMsgID != cells[i].MsgID;
+      cells[i].Spam = rules.isSpam(cells[i].Subject);
+      cells[i].Delete = rules.isDelete(cells[i].Subject);
     }
-    for (std::size_t i = 0; i < count; ++i) cells[i].previousId = cells[i].id;
+    for (std::size_t i = 0; i < count; ++i) cells[i].PrevMsgID = cells[i].MsgID;
     connected = true;
     hasMessages = count > 0;
     hasNew = count > previousCount;
@@ -97,15 +94,20 @@ struct Model {
   }
 
   void remove(const std::set<std::size_t>& chosen) {
-    std::vector<Cell> kept;
+    std::vector<MailMessage> kept;
     for (std::size_t i = 0; i < count; ++i)
       if (!chosen.contains(i)) kept.push_back(cells[i]);
-    for (std::size_t i = 0; i < count; ++i) cells[i] = i < kept.size() ? kept[i] : Cell();
+    for (std::size_t i = 0; i < count; ++i) cells[i] = i < kept.size() ? kept[i] : MailMessage();
     count = previousCount = kept.size();
-    newCount = counted(&Cell::isNew);
+    newCount = counted(&MailMessage::New);
     tell("Message(s)");
   }
 };
+
+std::string described(const MailMessage& mail) {
+  return mail.Subject + " " + mail.Body + mail.MsgID + " before: " + mail.PrevMsgID + (mail.New ? " new" : "") +
+         (mail.Spam ? " spam" : "") + (mail.Delete ? " delete" : "");
+}
 
 /// What came of a connection.
 struct Outcome {
@@ -200,7 +202,7 @@ class DeletionModel : public test::RunningProgram, public testing::WithParamInte
       if (answer == Answer::No) return;
     }
     std::set<std::string> ids;
-    for (const std::size_t i : chosen) ids.insert(model.cells[i].id);
+    for (const std::size_t i : chosen) ids.insert(model.cells[i].MsgID);
     std::vector<Mail> kept;
     Commands job = model.mailbox.empty() ? Commands() : Commands{"LIST", "UIDL"};
     Commands leaving;
@@ -230,45 +232,33 @@ class DeletionModel : public test::RunningProgram, public testing::WithParamInte
     if (account == program.accounts.AcntCurrent) ShowAccountMessages(program, account);
   }
 
+  /// By and large mail comes in, anywhere in the mailbox, but another program takes some off again.
   void deliver() {
     Model& model = any();
-    if (model.mailbox.size() > 7) return;
-    const std::string number = std::to_string(++delivered_);
-    Mail mail{"u" + number, std::string(1, "ADSX"[random(4)]), "Text of " + number + "\r\n"};
-    if (!model.mailbox.empty() && oneIn(5)) {
-      const Mail& twin = model.mailbox[random(model.mailbox.size())];
-      mail = {twin.uid, twin.subject, mail.body};
+    const auto place = model.mailbox.begin() + static_cast<long>(random(model.mailbox.size() + 1));
+    if (model.mailbox.size() > 7 || oneIn(6)) {
+      if (place != model.mailbox.end()) model.mailbox.erase(place);
+    } else {
+      const std::string number = std::to_string(++delivered_);
+      const Mail fresh{"u" + number, std::string(1, "ADSX"[random(4)]), ""};
+      const Mail like = oneIn(5) && place != model.mailbox.end() ? *place : fresh;
+      model.mailbox.insert(place, {like.uid, like.subject, "Text of " + number + "\r\n"});
     }
-    model.mailbox.insert(model.mailbox.begin() + static_cast<long>(random(model.mailbox.size() + 1)), mail);
-    carry(model);
-  }
-
-  void deleteByOther() {
-    Model& model = any();
-    if (!model.mailbox.empty())
-      model.mailbox.erase(model.mailbox.begin() + static_cast<long>(random(model.mailbox.size())));
-    carry(model);
-  }
-
-  void carry(const Model& model) {
     server(model).messages.clear();
     for (const Mail& mail : model.mailbox)
       server(model).messages.push_back({mail.uid, mail.header() + "\r\n" + mail.body});
   }
 
-  void checkOne() {
-    modelCheck(shown());
-    check();
-    mark(static_cast<std::int16_t>(current_));
-  }
-
-  void checkEach() {
-    for (Model& model : models_)
-      if (model.enabled && !model.name.empty()) modelCheck(model);
-    checkAll();
+  void checkSome(bool all) {
+    const auto takesPart = [&](std::size_t i) { return all ? models_[i].enabled : i == current_; };
     for (std::size_t i = 1; i < models_.size(); ++i)
-      if (models_[i].enabled) mark(static_cast<std::int16_t>(i));
+      if (takesPart(i)) modelCheck(models_[i]);
+    all ? checkAll() : check();
+    for (std::size_t i = 1; i < models_.size(); ++i)
+      if (takesPart(i)) mark(static_cast<std::int16_t>(i));
   }
+  void checkOne() { checkSome(false); }
+  void checkEach() { checkSome(true); }
 
   /// Clicks rows of a list that has some; the last of them is at `last`.
   std::set<std::size_t> select(std::size_t& last) {
@@ -301,13 +291,13 @@ class DeletionModel : public test::RunningProgram, public testing::WithParamInte
   }
 
   void deleteSpam() {
-    const auto offersIt = [](const Cell& cell) { return cell.isSpam && !cell.isDelete; };
+    const auto offersIt = [](const MailMessage& cell) { return cell.Spam && !cell.Delete; };
     const auto& cells = shown().cells;
     if (std::any_of(cells.begin(), cells.begin() + static_cast<long>(shown().count), offersIt)) {
       for (Model& model : models_) {
         std::set<std::size_t> chosen;
         for (std::size_t i = 0; i < model.count; ++i)
-          if (model.cells[i].isSpam) chosen.insert(i);
+          if (model.cells[i].Spam) chosen.insert(i);
         if (!chosen.empty()) modelDelete(model, chosen, " Spam");
       }
     }
@@ -335,21 +325,17 @@ class DeletionModel : public test::RunningProgram, public testing::WithParamInte
     const Model& model = models_[static_cast<std::size_t>(number)];
     const Accounts::Row& row = program.accounts[number];
     SCOPED_TRACE(model.name);
-    EXPECT_THAT((std::vector<int>{row.AcntMsgCount, row.AcntPrevCount, row.AcntNewCount, row.AcntSpamCount,
-                                  row.AcntDeleteCount, row.AcntConnected, row.AcntHasNew, row.AcntHasMessages}),
-                testing::ElementsAre(model.count, model.previousCount, model.newCount, model.counted(&Cell::isSpam),
-                                     model.counted(&Cell::isDelete), model.connected, model.hasNew, model.hasMessages));
+    EXPECT_THAT(
+        (std::vector<int>{row.AcntMsgCount, row.AcntPrevCount, row.AcntNewCount, row.AcntSpamCount, row.AcntDeleteCount,
+                          row.AcntConnected, row.AcntHasNew, row.AcntHasMessages}),
+        testing::ElementsAre(model.count, model.previousCount, model.newCount, model.counted(&MailMessage::Spam),
+                             model.counted(&MailMessage::Delete), model.connected, model.hasNew, model.hasMessages));
     EXPECT_EQ((Texts{row.AcntStatusText, tab(number), tabImage(number)}),
               (Texts{model.status, model.tab(), model.picture()}));
-    const auto flags = [](bool a, bool b, bool c) { return std::to_string(a * 4 + b * 2 + c * 1); };
     Texts held, hold, inMailbox, leftThere;
     for (std::size_t i = 0; i < model.cells.size(); ++i) {
-      const MailMessage& mail = program.messages.at(number, static_cast<std::int16_t>(i + 1));
-      const Cell& cell = model.cells[i];
-      held.push_back(mail.Subject + " " + mail.Body + mail.MsgID + " before: " + mail.PrevMsgID +
-                     " flags: " + flags(mail.New, mail.Spam, mail.Delete));
-      hold.push_back(cell.mail.subject + " " + cell.mail.body + cell.id + " before: " + cell.previousId +
-                     " flags: " + flags(cell.isNew, cell.isSpam, cell.isDelete));
+      held.push_back(described(program.messages.at(number, static_cast<std::int16_t>(i + 1))));
+      hold.push_back(described(model.cells[i]));
     }
     EXPECT_EQ(held, hold);
     for (const auto& mail : server(model).messages) inMailbox.push_back(mail.uid + " " + mail.text);
@@ -367,35 +353,32 @@ class DeletionModel : public test::RunningProgram, public testing::WithParamInte
     for (const auto& row : program.frmMain.lvwEmail.Rows())
       rows.push_back(row.Cells[2] + " " + row.Picture + (row.Bold ? " bold" : ""));
     for (std::size_t i = 0; i < shown().count; ++i) {
-      const Cell& cell = shown().cells[i];
-      const std::string unmarked = cell.isNew ? "New" : "Normal";
-      const std::string spam = cell.isNew ? "SpamNew" : "Spam";
-      const std::string picture = cell.isDelete ? "Delete" : cell.isSpam ? spam : unmarked;
-      expected.push_back(cell.mail.subject + " " + picture + (cell.isNew ? " bold" : ""));
+      const MailMessage& cell = shown().cells[i];
+      const std::string unmarked = cell.New ? "New" : "Normal";
+      const std::string spam = cell.New ? "SpamNew" : "Spam";
+      const std::string picture = cell.Delete ? "Delete" : cell.Spam ? spam : unmarked;
+      expected.push_back(cell.Subject + " " + picture + (cell.New ? " bold" : ""));
     }
     EXPECT_EQ(rows, expected);
     for (std::int16_t number = 1; number <= program.accounts.AcntNum(); ++number) compareAccount(number);
   }
 
-  /// Lets nothing of a step reach the next one.
-  void clean() {
+  void forgetStep() {
     dialogs_.clear();
     platform.asked.clear();
     platform.answers.clear();
     for (auto& [name, each] : platform.servers) {
-      each.line.dropAfter.reset();
-      each.line.silentAfter.reset();
+      each.line.dropAfter = each.line.silentAfter = std::nullopt;
       std::erase_if(each.answers, [](const auto& answer) { return answer.first.starts_with("DELE"); });
     }
   }
 
   void run(int steps) {
-    const std::vector<std::pair<unsigned, void (DeletionModel::*)()>> lots = {
-        {10, &DeletionModel::deliver},   {2, &DeletionModel::deleteByOther},  {4, &DeletionModel::checkOne},
-        {3, &DeletionModel::checkEach},  {4, &DeletionModel::deleteSelected}, {2, &DeletionModel::deleteInPreview},
-        {2, &DeletionModel::deleteSpam}, {1, &DeletionModel::choose},         {1, &DeletionModel::clickHeader},
-        {2, &DeletionModel::showOther},
-    };
+    using Step = void (DeletionModel::*)();
+    const std::vector<std::pair<unsigned, Step>> lots = {
+        {12, &DeletionModel::deliver},       {4, &DeletionModel::checkOne},        {3, &DeletionModel::checkEach},
+        {4, &DeletionModel::deleteSelected}, {2, &DeletionModel::deleteInPreview}, {2, &DeletionModel::deleteSpam},
+        {1, &DeletionModel::choose},         {1, &DeletionModel::clickHeader},     {2, &DeletionModel::showOther}};
     std::vector<std::size_t> urn;
     for (std::size_t i = 0; i < lots.size(); ++i) urn.insert(urn.end(), lots[i].first, i);
     choose();
@@ -405,7 +388,7 @@ class DeletionModel : public test::RunningProgram, public testing::WithParamInte
                    std::to_string(drawn));
       (this->*lots[drawn].second)();
       compareAll();
-      clean();
+      forgetStep();
     }
   }
 

@@ -81,17 +81,6 @@ TEST_F(Deletion, TakesTheSelectedMessagesFromServerAndStore) {
   EXPECT_THAT(server().commands, testing::Not(testing::Contains("RETR 1"))) << "a quick check sees the same count";
 }
 
-TEST_F(Deletion, WhatStaysIsCountedAnew) {
-  program.messages.at(1, 1).Spam = true;
-  program.messages.at(1, 2).Delete = true;
-  program.messages.at(1, 3).Delete = true;
-  program.accounts[1].AcntSpamCount = program.accounts[1].AcntDeleteCount = 9;
-  deleteRows({2});
-  EXPECT_EQ(program.accounts[1].AcntSpamCount, 1);
-  EXPECT_EQ(program.accounts[1].AcntDeleteCount, 1);
-  EXPECT_EQ(program.accounts[1].AcntNewCount, 3);
-}
-
 TEST_F(Deletion, WithNothingSelectedItStillAsks) {
   DeleteMessages(program, 1, false);
   EXPECT_EQ(platform.asked.at(0).text.substr(0, 17), "Ready to Delete 0");
@@ -126,20 +115,6 @@ TEST_F(Deletion, NothingElseWorksMeanwhile) {
   EXPECT_TRUE(program.frmMain.tmrMailTime.Enabled);
 }
 
-TEST_F(Deletion, NoAnswerButYesDeletes) {
-  platform.answers = {Answer::No};
-  const int logins = server().logins;
-  deleteRows({1});
-  EXPECT_EQ(server().logins, logins);
-  EXPECT_EQ(listed().size(), 4U);
-  program.options.DeleteConfirmation = 0;
-  deleteRows({1, 2, 3, 4});
-  EXPECT_EQ(platform.asked.size(), 1U);
-  EXPECT_THAT(onServer(), ElementsAre());
-  EXPECT_EQ(panel(1), "Work - No Messages");
-}
-
-/// Uids stand for messages: what has the same uid has the same header.
 struct Meanwhile {
   std::string what;
   std::vector<std::string> uids;  ///< in the mailbox when the messages b and d of a, b, c, d are deleted
