@@ -197,9 +197,9 @@ class DeletionModel : public test::RunningProgram, public testing::WithParamInte
 
   void modelDelete(Model& model, const std::set<std::size_t>& chosen, const std::string& word) {
     if (program.options.DeleteConfirmation == 1) {
-      const Answer answer = oneIn(4) ? Answer::No : Answer::Yes;
+      const Answer answer = std::vector{Answer::No, Answer::Ok, Answer::Yes}[std::min<std::size_t>(random(8), 2)];
       expectDialog("Ready to Delete" + word + " Message(s)", answer);
-      if (answer == Answer::No) return;
+      if (answer != Answer::Yes) return;
     }
     std::set<std::string> ids;
     for (const std::size_t i : chosen) ids.insert(model.cells[i].MsgID);

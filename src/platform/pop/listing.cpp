@@ -36,6 +36,8 @@ void readLine(std::string_view line, TextByNumber& texts) {
   texts.insert_or_assign(static_cast<std::int32_t>(*number), takeRest(line));
 }
 
+std::optional<std::int64_t> sizeIn(std::string_view text) { return toCount(takeWord(text)); }
+
 std::string textFor(std::int32_t number, const TextByNumber& texts) {
   const auto found = texts.find(number);
   return found == texts.end() ? std::string() : found->second;
@@ -53,9 +55,7 @@ std::vector<std::int32_t> messageNumbers(std::size_t count, const TextByNumber& 
 Listing assemble(std::size_t count, const TextByNumber& sizes, const TextByNumber& uids) {
   Listing listing;
   for (const std::int32_t number : messageNumbers(count, sizes)) {
-    const std::string size = textFor(number, sizes);
-    std::string_view words = size;
-    const std::int64_t bytes = toCount(takeWord(words)).value_or(0);
+    const std::int64_t bytes = sizeIn(textFor(number, sizes)).value_or(0);
     listing.push_back({number, std::min(bytes, maximumNumber), textFor(number, uids)});
   }
   return listing;
@@ -102,6 +102,12 @@ std::string_view headerOf(std::string_view message) {
   return message.substr(0, start);
 }
 
+/// Some servers that announce pipelining mix up their answers, and then sizes would pass for identifiers.
+void requireSizes(const TextByNumber& sizes) {
+  if (!std::ranges::all_of(sizes, [](const auto& line) { return sizeIn(line.second).has_value(); }))
+    throw PopFailure(pop_failure::protocolBroken, "The server sent a listing without sizes.");
+}
+
 }  // namespace
 
 Listing list(const Channel& channel) {
@@ -114,6 +120,7 @@ Listing list(const Channel& channel) {
       throw PopFailure(pop_failure::messageRefused,
                        withServerWords("The server refused to list the messages.", reply.text));
   });
+  if (channel.pipelined) requireSizes(answers[0]);
   return assemble(static_cast<std::size_t>(channel.maildrop.count), answers[0], answers[1]);
 }
 

@@ -36,6 +36,18 @@ TEST(Listing, ReadsWhatServersSay) {
   }
 }
 
+TEST(Listing, IsAskedForOneByOneWhereAnswersAreMixedUp) {
+  Desk desk;
+  desk.holds(2);
+  desk.server.pipelining = true;
+  desk.server.answers = {{"LIST", "+OK\r\n1 uid1\r\n2 uid2\r\n.\r\n"}, {"UIDL", "+OK\r\n1 30\r\n2 30\r\n.\r\n"}};
+  desk.client->Connect();
+  desk.server.line.onConnect = [&] { desk.server.answers.clear(); };
+  desk.messages().ListMessages();
+  EXPECT_EQ(desk.all(&PopMessage::Uid), (std::vector<std::string>{"uid1", "uid2"}));
+  EXPECT_EQ(desk.habits.oneByOne.size(), 1U);
+}
+
 TEST(Listing, MakesTheSameIdentifiersFromTopAndFromWholeMessages) {
   const std::vector<std::map<std::string, std::string>> cases = {
       {{"UIDL", "-ERR what?\r\n"}},
