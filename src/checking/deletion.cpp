@@ -63,6 +63,7 @@ bool deleteOnServer(Program& program, std::int16_t account, const Numbers& chose
     return true;
   } catch (const std::exception& failure) {
     CloseConnection(program);
+    SetAccountTabImage(program, account);  // the animation has left its own there
     ShowFailure(program, account, failure, failure_title::deleting);
     return false;
   }
@@ -101,10 +102,7 @@ void withInterfaceOff(Program& program, const std::function<void(std::int16_t cu
 void DeleteMessages(Program& program, std::int16_t account, bool ruleMarked) {
   const Numbers chosen = chosenMessages(program, account, ruleMarked);
   if (!isConfirmed(program, account, chosen.size(), ruleMarked)) return;
-  if (!deleteOnServer(program, account, chosen)) {
-    SetAccountTabImage(program, account);  // the animation has left its own there
-    return;
-  }
+  if (!deleteOnServer(program, account, chosen)) return;
   removeFromStore(program, account, chosen);
   ShowAccountMessages(program, account);
 }
