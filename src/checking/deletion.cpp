@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <exception>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -62,6 +63,7 @@ bool deleteOnServer(Program& program, std::int16_t account, const Numbers& chose
     return true;
   } catch (const std::exception& failure) {
     CloseConnection(program);
+    SetAccountTabImage(program, account);  // the animation has left its own there
     ShowFailure(program, account, failure, failure_title::deleting);
     return false;
   }
@@ -86,6 +88,15 @@ void removeFromStore(Program& program, std::int16_t account, const Numbers& chos
   row.AcntStatusText = statusTextAfterDeletion(row);
 }
 
+/// Nothing else can be done meanwhile, and the account that was showing is shown again afterwards.
+void withInterfaceOff(Program& program, const std::function<void(std::int16_t current)>& deletion) {
+  const std::int16_t current = program.accounts.AcntCurrent;
+  SetCheckingInterface(program, false, false);
+  deletion(current);
+  ShowAccountAgain(program, current);
+  SetCheckingInterface(program, true, false);
+}
+
 }  // namespace
 
 void DeleteMessages(Program& program, std::int16_t account, bool ruleMarked) {
@@ -97,11 +108,19 @@ void DeleteMessages(Program& program, std::int16_t account, bool ruleMarked) {
 }
 
 void DeleteSelection(Program& program) {
-  const std::int16_t account = program.accounts.AcntCurrent;
-  SetCheckingInterface(program, false, false);
-  DeleteMessages(program, account, false);
-  ShowAccountAgain(program, account);
-  SetCheckingInterface(program, true, false);
+  withInterfaceOff(program, [&program](std::int16_t current) { DeleteMessages(program, current, false); });
+}
+
+void DeleteSpamMessages(Program& program) {
+  SuspendAutoCheck(program, AutoCheckAction::Suspend);
+  withInterfaceOff(program, [&program](std::int16_t /*current*/) {
+    for (std::int16_t number = 1; number <= program.accounts.AcntNum(); ++number) {
+      if (program.accounts[number].AcntSpamCount <= 0) continue;
+      ShowAccountAgain(program, number);
+      DeleteMessages(program, number, true);
+    }
+  });
+  SuspendAutoCheck(program, AutoCheckAction::Restore);
 }
 
 void DeleteSelectedMessages(Program& program) {

@@ -18,4 +18,8 @@ void DeleteSelection(Program& program);
 /// The list's command: the same, while Auto Check waits.
 void DeleteSelectedMessages(Program& program);
 
+/// Deletes what is marked as spam, account by account, each with a question of its own. Shows each account while it is
+/// at it, and the one that was showing again in the end. Auto Check waits meanwhile.
+void DeleteSpamMessages(Program& program);
+
 }  // namespace velmora

@@ -74,6 +74,7 @@ void lvwEmail_GotFocus(Program& program) {
 void tbrEmail_ButtonClick(Program& program, const Button& button) {
   if (button.Key == "EmailPreview") PreviewMessage(program);
   if (button.Key == "EmailDelete") DeleteSelectedMessages(program);
+  if (button.Key == "EmailSpam") DeleteSpamMessages(program);
   if (button.Key == "EmailCheck") CheckCurrentAccount(program);
 }
 

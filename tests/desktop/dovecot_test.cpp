@@ -8,6 +8,7 @@
 #include <QTest>
 #include <iostream>
 
+#include "checking/deletion.h"
 #include "platform/pop/pop_client.h"
 #include "support/networked_program.h"
 
@@ -224,6 +225,27 @@ TEST_F(Mailboxes, AThousandMessagesComeInFast) {
   }
   EXPECT_LT(milliseconds, 20'000);
   std::cout << 1000LL * count / milliseconds << " messages a second\n";
+}
+
+TEST_F(Mailboxes, AThousandMessagesGoAtOnceAndNoneThatCameLater) {
+  option("ConnectTimeOut", "10");
+  option("DeleteConfirmation", "0");
+  addMailbox("full", smallMessages(1001), Protection::Tls);
+  start();
+  check();
+  server_->deliver("full", smallMessages(1));
+  std::set<std::int32_t> rows;
+  for (std::int32_t row = 2; row <= 1001; ++row) rows.insert(row);
+  program.frmMain.lvwEmail.UserSelected(rows, 2);
+  QElapsedTimer clock;
+  clock.start();
+  DeleteSelectedMessages(program);
+  const qint64 milliseconds = clock.elapsed();
+  EXPECT_TRUE(platform.asked.empty());
+  EXPECT_THAT(subjects("full"), testing::ElementsAre("Message 1"));
+  EXPECT_EQ(countIn("full"), 2);
+  EXPECT_LT(milliseconds, 20'000);
+  std::cout << "1000 messages deleted in " << milliseconds << " ms\n";
 }
 
 TEST_F(Mailboxes, TellOfTheServersCertificate) {

@@ -3,6 +3,7 @@
 #include <QTcpSocket>
 #include <chrono>
 
+#include "checking/deletion.h"
 #include "platform/qt/address_race.h"
 #include "support/networked_program.h"
 
@@ -189,6 +190,49 @@ TEST_F(Failing, ServersAreToldOfAndTheNextOneIsTried) {
   for (const auto& [oddity, told] : failures) expectTold(oddity.what, told);
   EXPECT_EQ(platform.asked.size(), failures.size());
   EXPECT_EQ(account("Last").AcntStatusText, "Last - 3 Messages");
+}
+
+TEST_F(Servers, LoseTheChosenMessagesOrNone) {
+  const std::vector<Oddity> able = {
+      {"nothing odd", [](ScriptedServer&) {}},
+      {"byte by byte", chunks(1)},
+      {"pipelines", [](ScriptedServer& server) { server.script.pipelining = true; }},
+      {"hangs up on pipelined commands", pipeliningUpTo(20)},
+      {"no UIDL", answering("UIDL", "-ERR unknown command\r\n")},
+      {"resets after QUIT", endingBy(Ending::Reset)},
+      {"TLS", [](ScriptedServer&) {}, Protection::Tls},
+      {"TLS without a good-bye", endingBy(Ending::WithoutBye), Protection::Tls},
+  };
+  const std::vector<Oddity> unable = {
+      {"hangs up on DELE", answering("DELE", hangUp)},
+      {"silent on DELE", answering("DELE", silence)},
+      {"refuses DELE", answering("DELE 2", "-ERR locked\r\n")},
+      {"hangs up on QUIT", answering("QUIT", hangUp)},
+      {"silent on QUIT", answering("QUIT", silence)},
+      {"hangs up in its good-bye", answering("QUIT", "+OK by" + hangUp)},
+      {"TLS hangs up in its good-bye", answering("QUIT", "+OK by" + hangUp), Protection::Tls},
+  };
+  for (const auto* oddities : {&able, &unable})
+    for (const auto& oddity : *oddities) serveOddly(oddity);
+  option("DeleteConfirmation", "0");
+  start();
+  checkAll();
+  for (std::int16_t i = 1; i <= program.accounts.AcntNum(); ++i) {
+    program.messages.at(i, 1).Spam = program.messages.at(i, 2).Spam = true;
+    program.accounts[i].AcntSpamCount = 2;
+  }
+  DeleteSpamMessages(program);
+  for (const auto& [what, prepare, protection] : able) {
+    EXPECT_EQ(platform.servers[what].messages.size(), 1U) << what;
+    EXPECT_THAT(subjects(what), ElementsAre("c")) << what;
+  }
+  for (const auto& [what, prepare, protection] : unable) {
+    EXPECT_EQ(platform.servers[what].messages.size(), 3U) << what;
+    EXPECT_THAT(subjects(what), ElementsAre("a", "b", "c")) << what;
+    ASSERT_EQ(dialogs(what).size(), 1U) << what;
+    EXPECT_EQ(dialogs(what)[0].title, "Velmora - Delete Connection Failure");
+  }
+  EXPECT_EQ(platform.asked.size(), unable.size());
 }
 
 TEST_F(Failing, AddressesAreToldOf) {

@@ -17,23 +17,33 @@ namespace {
 
 constexpr std::int64_t maximumNumber = std::numeric_limits<std::int32_t>::max();
 
-/// The second word of each line of a listing by the message number that stands before it.
-using WordByNumber = std::map<std::int32_t, std::string>;
+/// What each line of a listing says behind the message number, by that number.
+using TextByNumber = std::map<std::int32_t, std::string>;
 
-void readLine(std::string_view line, WordByNumber& words) {
+/// Takes all the rest as one: of an identifier that holds a blank, though none should (RFC 1939 section 7), a part may
+/// be that of other messages too.
+std::string_view takeRest(std::string_view line) {
+  constexpr std::string_view blanks = " \t";
+  line.remove_prefix(std::min(line.find_first_not_of(blanks), line.size()));
+  return line.substr(0, line.find_last_not_of(blanks) + 1);
+}
+
+void readLine(std::string_view line, TextByNumber& texts) {
   if (line.find_first_not_of(' ') == std::string_view::npos) return;
   const std::optional<std::int64_t> number = toCount(takeWord(line));
   if (!number || *number < 1 || *number > maximumNumber)
     throw PopFailure(pop_failure::protocolBroken, "The server sent a listing that can't be read.");
-  words.insert_or_assign(static_cast<std::int32_t>(*number), takeWord(line));
+  texts.insert_or_assign(static_cast<std::int32_t>(*number), takeRest(line));
 }
 
-std::string wordFor(std::int32_t number, const WordByNumber& words) {
-  const auto found = words.find(number);
-  return found == words.end() ? std::string() : found->second;
+std::optional<std::int64_t> sizeIn(std::string_view text) { return toCount(takeWord(text)); }
+
+std::string textFor(std::int32_t number, const TextByNumber& texts) {
+  const auto found = texts.find(number);
+  return found == texts.end() ? std::string() : found->second;
 }
 
-std::vector<std::int32_t> messageNumbers(std::size_t count, const WordByNumber& sizes) {
+std::vector<std::int32_t> messageNumbers(std::size_t count, const TextByNumber& sizes) {
   std::vector<std::int32_t> numbers;
   for (const auto& [number, size] : sizes) numbers.push_back(number);
   if (numbers.size() == count) return numbers;
@@ -42,11 +52,11 @@ std::vector<std::int32_t> messageNumbers(std::size_t count, const WordByNumber& 
   return numbers;
 }
 
-Listing assemble(std::size_t count, const WordByNumber& sizes, const WordByNumber& uids) {
+Listing assemble(std::size_t count, const TextByNumber& sizes, const TextByNumber& uids) {
   Listing listing;
   for (const std::int32_t number : messageNumbers(count, sizes)) {
-    const std::int64_t bytes = toCount(wordFor(number, sizes)).value_or(0);
-    listing.push_back({number, std::min(bytes, maximumNumber), wordFor(number, uids)});
+    const std::int64_t bytes = sizeIn(textFor(number, sizes)).value_or(0);
+    listing.push_back({number, std::min(bytes, maximumNumber), textFor(number, uids)});
   }
   return listing;
 }
@@ -92,10 +102,16 @@ std::string_view headerOf(std::string_view message) {
   return message.substr(0, start);
 }
 
+/// Some servers that announce pipelining mix up their answers, and then sizes would pass for identifiers.
+void requireSizes(const TextByNumber& sizes) {
+  if (!std::ranges::all_of(sizes, [](const auto& line) { return sizeIn(line.second).has_value(); }))
+    throw PopFailure(pop_failure::protocolBroken, "The server sent a listing without sizes.");
+}
+
 }  // namespace
 
 Listing list(const Channel& channel) {
-  std::array<WordByNumber, 2> answers;
+  std::array<TextByNumber, 2> answers;
   const std::array<Request, 2> requests = {Request{"LIST"}, Request{"UIDL"}};
   exchange(channel.conversation, requests, channel.pipelined, [&](std::size_t index, const Reply& reply) {
     if (reply.ok)
@@ -104,6 +120,7 @@ Listing list(const Channel& channel) {
       throw PopFailure(pop_failure::messageRefused,
                        withServerWords("The server refused to list the messages.", reply.text));
   });
+  if (channel.pipelined) requireSizes(answers[0]);
   return assemble(static_cast<std::size_t>(channel.maildrop.count), answers[0], answers[1]);
 }
 
@@ -118,7 +135,8 @@ void completeIdentifiers(const Channel& channel, Listing& listing, const MailRea
 }
 
 std::string identifierFromHeader(std::string_view message, const MailReader& reader) {
-  return "header " + reader.fingerprint(headerOf(message));
+  const std::string_view header = headerOf(message);
+  return header.empty() ? std::string() : "header " + reader.fingerprint(header);
 }
 
 PopFailure refusedMessage(std::size_t position, std::size_t count, std::string_view words) {

@@ -24,11 +24,12 @@ using Listing = std::vector<Entry>;
 /// messageRefused where the server refuses for the moment.
 Listing list(const Channel& channel);
 
-/// Gives an identifier, made from the header's bytes, to each entry that has none.
+/// Gives an identifier, made from the header's bytes, to each entry that has none. A message without any header stays
+/// without one.
 void completeIdentifiers(const Channel& channel, Listing& listing, const MailReader& reader);
 
-/// An identifier made from the header of a message, or of what TOP gives of it. No server gives one like it, for theirs
-/// hold no blank.
+/// An identifier made from the header of a message, or of what TOP gives of it; blank where there is no header, since
+/// it would be that of all messages without one. No server gives one like it.
 std::string identifierFromHeader(std::string_view message, const MailReader& reader);
 
 /// The failure of a server that refused message `position` (from 1) of `count`.

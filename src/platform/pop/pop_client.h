@@ -22,7 +22,8 @@ enum class PopState { Closed, Connecting, Authorization, Transaction, Update };
 struct PopMessage {
   /// Bytes: as announced after ListMessages (0 where the server doesn't tell), as they came after FetchAll.
   std::int32_t Size = 0;
-  std::string Uid;  ///< unique identifier (RFC 1939 UIDL), or one made from the header where the server has none
+  std::string Uid;  ///< unique identifier (RFC 1939 UIDL), or one made from the header where the server has none; blank
+                    ///< where there is no header either
   ReadMail Mail;
   bool Deleted = false;  ///< set it to have the server delete the message when Disconnect ends the connection
 };

@@ -1,0 +1,427 @@
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <random>
+
+#include "rules/rule_report.h"
+#include "support/running_program.h"
+
+namespace velmora {
+namespace {
+
+using test::MemoryServer;
+using Commands = std::vector<std::string>;
+using Texts = std::vector<std::string>;
+
+struct Mail {
+  std::string uid, subject, body;
+
+  std::string header() const { return "From: a@example.org\r\nSubject: " + subject + "\r\nX-Id: " + uid + "\r\n"; }
+};
+
+/// Two rules, a letter in the subject each. The one that deletes is the first.
+struct Letters {
+  char deletion = 'D', spam = 'S';
+
+  bool isDelete(const std::string& subject) const { return subject.find(deletion) != std::string::npos; }
+  bool isSpam(const std::string& subject) const {
+    return !isDelete(subject) && subject.find(spam) != std::string::npos;
+  }
+};
+
+/// An account as a plain reader of the help would keep it, and its mailbox.
+struct Model {
+  explicit Model(std::string itsName) : name(std::move(itsName)) {}
+
+  std::string name, status;
+  bool enabled = true, hasUidl = true, pipelines = false, standsCapa = true;
+  bool connected = false, hasMessages = false, hasNew = false, checked = false;
+  std::size_t count = 0, previousCount = 0, newCount = 0, spamCount = 0, deleteCount = 0;
+  std::vector<MailMessage> cells;  ///< those beyond `count` keep what they held
+  std::vector<Mail> mailbox;
+
+  std::string idOf(const Mail& mail) const {
+    return hasUidl ? mail.uid : "header " + std::to_string(std::hash<std::string>()(mail.header()));
+  }
+  std::set<std::size_t> flagged(bool MailMessage::*flag) const {
+    std::set<std::size_t> result;
+    for (std::size_t i = 0; i < count; ++i)
+      if (cells[i].*flag) result.insert(i);
+    return result;
+  }
+  void countMarks() {
+    spamCount = flagged(&MailMessage::Spam).size();
+    deleteCount = flagged(&MailMessage::Delete).size();
+  }
+
+  std::string tab() const { return count == 0 ? name : name + "  (" + std::to_string(count) + ")"; }
+  std::string picture() const {
+    const std::string state = checked && !connected ? "MailError" : count == 0 ? "MailNo" : "MailYes";
+    return enabled ? state : state + "Disabled";
+  }
+  void tell(const std::string& noun) {
+    status = name + " - " + (count == 0 ? "No Messages" : std::to_string(count) + " " + noun);
+  }
+
+  void sort(bool descending) {
+    for (std::size_t i = 0; i < count; ++i)
+      for (std::size_t j = i + 1; j < count; ++j) {
+        const int order = cells[j].Subject.compare(cells[i].Subject);
+        if (descending ? order > 0 : order < 0) std::swap(cells[i], cells[j]);
+      }
+  }
+
+  void fail() {
+    count = newCount = spamCount = deleteCount = 0;
+    hasMessages = connected = false;
+    status = name + " - Error Accessing Account";
+  }
+
+  void capture(bool fetched, const Letters& rules) {
+    if (fetched) count = mailbox.size();
+    cells.resize(std::max(cells.size(), count));
+    for (std::size_t i = 0; i < count && fetched; ++i) {
+      cells[i].Subject = mailbox[i].subject;
+      cells[i].Body = mailbox[i].body;
+      cells[i].MsgID = idOf(mailbox[i]);
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+      cells[i].New = true;
+      for (std::size_t j = 0; j < count; ++j) cells[i].New &= cells[j].PrevMsgID != cells[i].MsgID;
+      cells[i].Spam = rules.isSpam(cells[i].Subject);
+      cells[i].Delete = rules.isDelete(cells[i].Subject);
+    }
+    for (std::size_t i = 0; i < count; ++i) cells[i].PrevMsgID = cells[i].MsgID;
+    countMarks();
+    connected = true;
+    hasMessages = count > 0;
+    hasNew = count > previousCount;
+    newCount = hasNew ? count - previousCount : 0;
+    previousCount = std::max(count, previousCount);
+    tell(count == 1 ? "Message" : "Messages");
+  }
+
+  void remove(const std::set<std::size_t>& chosen) {
+    std::vector<MailMessage> kept;
+    for (std::size_t i = 0; i < count; ++i)
+      if (!chosen.contains(i)) kept.push_back(cells[i]);
+    for (std::size_t i = 0; i < count; ++i) cells[i] = i < kept.size() ? kept[i] : MailMessage();
+    count = previousCount = kept.size();
+    newCount = flagged(&MailMessage::New).size();
+    countMarks();
+    tell("Message(s)");
+  }
+};
+
+std::string described(const MailMessage& mail) {
+  return mail.Subject + " " + mail.Body + mail.MsgID + " before: " + mail.PrevMsgID + (mail.New ? " new" : "") +
+         (mail.Spam ? " spam" : "") + (mail.Delete ? " delete" : "");
+}
+
+/// What came of a connection.
+struct Outcome {
+  bool connected = true, worked = true, left = true, quitHeard = true;
+};
+
+/// How much the server will have said after its greeting and after each of the commands.
+std::vector<std::size_t> bytesSaid(MemoryServer server, const Commands& commands) {
+  std::vector<std::size_t> said = {server.opened().size()};
+  for (const auto& command : commands) said.push_back(said.back() + server.heard(command + "\r\n").size());
+  return said;
+}
+
+/// Does the same to the program and to models of its accounts, each step first to the models.
+class DeletionModel : public test::RunningProgram, public testing::WithParamInterface<unsigned> {
+ protected:
+  void SetUp() override {
+    for (const auto* name : {"", "Work", "Home", "Club"}) models_.emplace_back(name);
+    models_[2].hasUidl = models_[3].enabled = false;
+    models_[3].pipelines = true;
+    for (std::size_t i = 1; i < models_.size(); ++i) addAccount(models_[i].name, models_[i].enabled);
+    platform.servers["Home"].answers["UIDL"] = "-ERR what?\r\n";
+    platform.servers["Club"].pipelining = true;
+    for (const auto* name : {"SuppressConnectErrors", "SuppressRetrieveErrors"}) option(name, "0");
+    for (const auto& [name, value] : {std::pair{"SortColumn", "3"}, {"SortOrder", "0"}}) option(name, value);
+    start();
+    for (std::size_t i = 1; i < models_.size(); ++i) {
+      models_[i].status = program.accounts[static_cast<std::int16_t>(i)].AcntStatusText;
+      server(models_[i]).line.onReceive = [this] { program.frmMain.tmrRetrieveMessage.tick(); };
+    }
+  }
+
+  std::size_t random(std::size_t bound) { return random_() % bound; }
+  bool oneIn(std::size_t bound) { return random(bound) == 0; }
+  MemoryServer& server(const Model& model) { return platform.servers[model.name]; }
+  Model& shown() { return models_[current_]; }
+  Model& any() { return models_[1 + random(models_.size() - 1)]; }
+
+  void expectDialog(const std::string& title, Answer answer = Answer::Ok) {
+    dialogs_.push_back("Velmora - " + title);
+    platform.answers.push_back(answer);
+  }
+
+  /// Perhaps has the account's next connection break, which runs these commands once it is logged in.
+  Outcome befall(Model& model, const Commands& job, const Commands& leaving) {
+    if (!oneIn(4)) return {};
+    Commands commands = {"USER user", "PASS secret", "STAT"};
+    if (model.standsCapa) commands = {"CAPA", "USER user", "PASS secret", "CAPA", "STAT"};
+    const std::size_t loggedIn = commands.size();
+    const std::size_t worked = loggedIn + job.size();
+    for (const auto* more : {&job, &leaving}) commands.insert(commands.end(), more->begin(), more->end());
+    const auto said = bytesSaid(server(model), commands);
+    const std::size_t at = oneIn(2) ? said.back() - std::min(said.back(), random(14)) : random(said.back() + 1);
+    test::MemoryLine& line = server(model).line;
+    const bool drops = oneIn(2);
+    (drops ? line.dropAfter : line.silentAfter) = at;
+    line.faultyConnections = line.connections + 1;
+    const auto breaksIn = [&](std::size_t command) { return said[command - 1] <= at && at < said[command]; };
+    if (model.standsCapa && (breaksIn(1) || breaksIn(4))) {
+      model.standsCapa = model.pipelines = false;  // a second connection, without CAPA, holds
+      return {};
+    }
+    if (at < said[loggedIn]) return {false, false, false, false};
+    if (at >= said.back()) return {};
+    const bool pipelined = std::exchange(model.pipelines, false);
+    if (at < said[worked]) return {true, pipelined, pipelined, pipelined};  // once more, command by command
+    const std::size_t beforeQuit = said[said.size() - 2];
+    return {true, true, false, drops ? at > beforeQuit : at >= beforeQuit};
+  }
+
+  void modelCheck(Model& model) {
+    model.checked = true;
+    const bool fetches = program.options.QuickCheck != 1 || model.mailbox.size() != model.count;
+    Commands job;
+    if (fetches && !model.mailbox.empty()) job = {"LIST", "UIDL"};
+    for (std::size_t i = 1; i <= model.mailbox.size() && fetches; ++i) job.push_back("RETR " + std::to_string(i));
+    const Outcome outcome = befall(model, job, {});
+    if (outcome.worked) {
+      model.capture(fetches, rules_);
+      if (sorts_) model.sort(descending_);
+      return;
+    }
+    expectDialog(outcome.connected ? "Error Processing Messages" : "Error Establishing Connection");
+    if (outcome.connected) model.hasNew = false;
+    model.fail();
+  }
+
+  void modelDelete(Model& model, const std::set<std::size_t>& chosen, const std::string& word, bool asks = true) {
+    if (asks && program.options.DeleteConfirmation == 1) {
+      const Answer answer = std::vector{Answer::No, Answer::Ok, Answer::Yes}[std::min<std::size_t>(random(8), 2)];
+      expectDialog("Ready to Delete" + word + " Message(s)", answer);
+      if (answer != Answer::Yes) return;
+    }
+    std::set<std::string> ids;
+    for (const std::size_t i : chosen) ids.insert(model.cells[i].MsgID);
+    std::vector<Mail> kept;
+    Commands job = model.mailbox.empty() ? Commands() : Commands{"LIST", "UIDL"};
+    Commands leaving;
+    for (std::size_t i = 0; i < model.mailbox.size(); ++i) {
+      const bool goes = ids.contains(model.idOf(model.mailbox[i]));
+      if (!model.hasUidl) job.push_back("TOP " + std::to_string(i + 1) + " 0");
+      if (goes) leaving.push_back("DELE " + std::to_string(i + 1));
+      if (!goes) kept.push_back(model.mailbox[i]);
+    }
+    const bool refuses = !leaving.empty() && oneIn(8);
+    if (refuses) server(model).answers[leaving[random(leaving.size())]] = "-ERR locked\r\n";
+    if (!leaving.empty()) leaving.emplace_back("QUIT");
+    const Outcome outcome = refuses ? Outcome{true, true, false, false} : befall(model, job, leaving);
+    if (outcome.quitHeard) model.mailbox = kept;
+    if (outcome.left) return model.remove(chosen);
+    expectDialog("Delete Connection Failure");
+  }
+
+  /// By and large mail comes in, anywhere in the mailbox, but another program takes some off again.
+  void deliver() {
+    Model& model = any();
+    const auto place = model.mailbox.begin() + static_cast<long>(random(model.mailbox.size() + 1));
+    if (model.mailbox.size() > 7 || oneIn(6)) {
+      if (place != model.mailbox.end()) model.mailbox.erase(place);
+    } else {
+      const std::string number = std::to_string(++delivered_);
+      const Mail fresh{"u" + number, std::string(1, "ADSX"[random(4)]), ""};
+      const Mail like = oneIn(5) && place != model.mailbox.end() ? *place : fresh;
+      model.mailbox.insert(place, {like.uid, like.subject, "Text of " + number + "\r\n"});
+    }
+    server(model).messages.clear();
+    for (const Mail& mail : model.mailbox)
+      server(model).messages.push_back({mail.uid, mail.header() + "\r\n" + mail.body});
+  }
+
+  void checkSome(bool all) {
+    const auto takesPart = [&](std::size_t i) { return all ? models_[i].enabled : i == current_; };
+    for (std::size_t i = 1; i < models_.size(); ++i)
+      if (takesPart(i)) modelCheck(models_[i]);
+    all ? checkAll() : check();
+  }
+  void checkOne() { checkSome(false); }
+  void checkEach() { checkSome(true); }
+
+  /// Clicks rows of a list that has some; the last of them is at `last`.
+  std::set<std::size_t> select(std::size_t& last) {
+    std::set<std::size_t> chosen = {last = random(shown().count)};
+    for (std::size_t i = 0; i < shown().count; ++i)
+      if (oneIn(4)) chosen.insert(i);
+    std::set<std::int32_t> rows;
+    for (const std::size_t i : chosen) rows.insert(static_cast<std::int32_t>(i + 1));
+    ListView& list = program.frmMain.lvwEmail;
+    list.UserSelected(rows, static_cast<std::int32_t>(last + 1));
+    list.ItemClick();
+    list.Click();
+    return chosen;
+  }
+
+  void deleteSelected() {
+    std::size_t last = 0;
+    if (shown().count > 0) modelDelete(shown(), select(last), "");
+    program.frmMain.tbrEmail["EmailDelete"].click();
+  }
+
+  void deleteInPreview() {
+    if (shown().count == 0) return;
+    std::size_t last = 0;
+    select(last);
+    program.frmMain.tbrEmail["EmailPreview"].click();
+    if (oneIn(2)) select(last);
+    modelDelete(shown(), {last}, "");
+    program.frmPreview.tbrButtons["Delete"].click();
+  }
+
+  void deleteSpam() {
+    if (!shown().flagged(&MailMessage::Spam).empty()) {
+      for (Model& model : models_)
+        if (model.spamCount > 0) modelDelete(model, model.flagged(&MailMessage::Spam), " Spam");
+    }
+    program.frmMain.tbrEmail["EmailSpam"].click();
+  }
+
+  /// The Rule Report's, for which all is done with, whatever came of it.
+  void deleteNow() {
+    ShowRuleReport(program);
+    if (!program.RuleReportOpen) return;
+    const bool spam = oneIn(2);
+    for (Model& model : models_) {
+      std::size_t& marks = spam ? model.spamCount : model.deleteCount;
+      if (marks == 0) continue;
+      modelDelete(model, model.flagged(spam ? &MailMessage::Spam : &MailMessage::Delete), "", false);
+      marks = 0;
+    }
+    program.frmRuleReport.TabStripRuleReport.SelectTab(spam ? 2 : 1);
+    // What the user has selected meanwhile is none of the report's business.
+    if (shown().count > 0) program.frmMain.lvwEmail.UserSelected({1}, 1);
+    program.frmRuleReport.tbrRuleReport["DeleteNow"].click();
+  }
+
+  void choose() {
+    program.options.QuickCheck = oneIn(2) ? 1 : 0;
+    program.options.DeleteConfirmation = oneIn(2) ? 1 : 0;
+    program.options.MessageSort = (sorts_ = oneIn(2)) ? 1 : 0;
+    rules_ = {"DS"[random(2)], "SX"[random(2)]};
+    program.rules.ResizeRules(2);
+    program.rules.live.RuleCount = 2;
+    program.rules.live.Show = 1;
+    for (const auto& [number, letter, action] :
+         {std::tuple{1, rules_.deletion, Rule::deleteFromServer}, {2, rules_.spam, Rule::markAsSpam}}) {
+      Rule& rule = program.rules.live[static_cast<std::int16_t>(number)];
+      rule.DescCount = 1;
+      rule.Description[1] = std::string("Subject Contains ") + letter + " ";
+      rule.Action = action;
+    }
+  }
+
+  void clickHeader() {
+    if (shown().count > 0 && sorts_) shown().sort(descending_ = !descending_);
+    program.frmMain.lvwEmail.ColumnClick("Subject");
+  }
+
+  void showOther() {
+    current_ = 1 + random(models_.size() - 1);
+    program.frmMain.TabStripEmail.SelectTab(static_cast<int>(current_));
+  }
+
+  void compareAccount(std::int16_t number) {
+    const Model& model = models_[static_cast<std::size_t>(number)];
+    const Accounts::Row& row = program.accounts[number];
+    SCOPED_TRACE(model.name);
+    EXPECT_THAT((std::vector<int>{row.AcntMsgCount, row.AcntPrevCount, row.AcntNewCount, row.AcntSpamCount,
+                                  row.AcntDeleteCount, row.AcntConnected, row.AcntHasNew, row.AcntHasMessages}),
+                testing::ElementsAre(model.count, model.previousCount, model.newCount, model.spamCount,
+                                     model.deleteCount, model.connected, model.hasNew, model.hasMessages));
+    EXPECT_EQ((Texts{row.AcntStatusText, tab(number), tabImage(number)}),
+              (Texts{model.status, model.tab(), model.picture()}));
+    Texts held, hold, inMailbox, leftThere;
+    for (std::size_t i = 0; i < model.cells.size(); ++i) {
+      held.push_back(described(program.messages.at(number, static_cast<std::int16_t>(i + 1))));
+      hold.push_back(described(model.cells[i]));
+    }
+    EXPECT_EQ(held, hold);
+    for (const auto& mail : server(model).messages) inMailbox.push_back(mail.uid + " " + mail.text);
+    for (const auto& mail : model.mailbox) leftThere.push_back(mail.uid + " " + mail.header() + "\r\n" + mail.body);
+    EXPECT_EQ(inMailbox, leftThere);
+  }
+
+  void compareAll() {
+    EXPECT_EQ(titles(), dialogs_);
+    EXPECT_EQ(program.accounts.AcntCurrent, current_);
+    EXPECT_EQ(program.frmMain.TabStripEmail.SelectedItem(), static_cast<int>(current_));
+    EXPECT_EQ(panel(1), shown().status);
+    EXPECT_TRUE(program.frmMain.fraEmailToolBar.Enabled && !program.PreviewOpen);
+    Texts rows, expected;
+    for (const auto& row : program.frmMain.lvwEmail.Rows())
+      rows.push_back(row.Cells[2] + " " + row.Picture + (row.Bold ? " bold" : ""));
+    for (std::size_t i = 0; i < shown().count; ++i) {
+      const MailMessage& cell = shown().cells[i];
+      const std::string unmarked = cell.New ? "New" : "Normal";
+      const std::string spam = cell.New ? "SpamNew" : "Spam";
+      const std::string picture = cell.Delete ? "Delete" : cell.Spam ? spam : unmarked;
+      expected.push_back(cell.Subject + " " + picture + (cell.New ? " bold" : ""));
+    }
+    EXPECT_EQ(rows, expected);
+    for (std::int16_t number = 1; number <= program.accounts.AcntNum(); ++number) compareAccount(number);
+  }
+
+  void forgetStep() {
+    frmRuleReport_Unload(program);
+    dialogs_.clear();
+    platform.asked.clear();
+    platform.answers.clear();
+    for (auto& [name, each] : platform.servers) {
+      each.line.dropAfter = each.line.silentAfter = std::nullopt;
+      std::erase_if(each.answers, [](const auto& answer) { return answer.first.starts_with("DELE"); });
+    }
+  }
+
+  void run(int steps) {
+    using Step = void (DeletionModel::*)();
+    const std::vector<std::pair<unsigned, Step>> lots = {
+        {12, &DeletionModel::deliver},       {4, &DeletionModel::checkOne},        {3, &DeletionModel::checkEach},
+        {4, &DeletionModel::deleteSelected}, {2, &DeletionModel::deleteInPreview}, {2, &DeletionModel::deleteSpam},
+        {2, &DeletionModel::deleteNow},      {1, &DeletionModel::choose},          {1, &DeletionModel::clickHeader},
+        {2, &DeletionModel::showOther}};
+    std::vector<std::size_t> urn;
+    for (std::size_t i = 0; i < lots.size(); ++i) urn.insert(urn.end(), lots[i].first, i);
+    choose();
+    for (int step = 1; step <= steps && !HasFailure(); ++step) {
+      const std::size_t drawn = urn[random(urn.size())];
+      SCOPED_TRACE("seed " + std::to_string(GetParam()) + " step " + std::to_string(step) + " lot " +
+                   std::to_string(drawn));
+      (this->*lots[drawn].second)();
+      compareAll();
+      forgetStep();
+    }
+  }
+
+  std::vector<Model> models_;  ///< by account number
+  std::size_t current_ = 1;
+  Letters rules_;
+  bool sorts_ = true, descending_ = false;
+  Texts dialogs_;
+  std::mt19937 random_{GetParam()};
+  int delivered_ = 0;
+};
+
+TEST_P(DeletionModel, IsFollowedAtEveryStep) { run(250); }
+
+INSTANTIATE_TEST_SUITE_P(Seeds, DeletionModel, testing::Range(1U, 13U));
+
+}  // namespace
+}  // namespace velmora
