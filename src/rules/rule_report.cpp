@@ -1,5 +1,6 @@
 #include "rules/rule_report.h"
 
+#include <algorithm>
 #include <array>
 #include <exception>
 #include <utility>
@@ -29,20 +30,12 @@ struct Side {
   bool spam;
 };
 
-constexpr Side deletions{"Delete from Server",
-                         &AccountState::AcntDeleteCount,
-                         &RuleReportWindow::DeleteAccounts,
-                         &RuleReportWindow::lblRuleDelete,
-                         &RuleReportWindow::imgRuleDelete,
-                         "No Messages to Delete",
-                         false};
-constexpr Side spam{"Mark as Spam",
-                    &AccountState::AcntSpamCount,
-                    &RuleReportWindow::SpamAccounts,
-                    &RuleReportWindow::lblRuleSpam,
-                    &RuleReportWindow::imgRuleSpam,
-                    "No Spam Messages to Delete",
-                    true};
+/// In the order of the tabs.
+constexpr std::array<Side, 2> sides = {
+    {{"Delete from Server", &AccountState::AcntDeleteCount, &RuleReportWindow::DeleteAccounts,
+      &RuleReportWindow::lblRuleDelete, &RuleReportWindow::imgRuleDelete, "No Messages to Delete", false},
+     {"Mark as Spam", &AccountState::AcntSpamCount, &RuleReportWindow::SpamAccounts, &RuleReportWindow::lblRuleSpam,
+      &RuleReportWindow::imgRuleSpam, "No Spam Messages to Delete", true}}};
 
 bool isCurrent(const RuleReportWindow& window, const Side& side) { return window.CurrentTab == side.tab; }
 
@@ -54,22 +47,23 @@ void setCanDelete(Program& program, bool canDelete) {
 void TabStripRuleReport_Click(Program& program) {
   RuleReportWindow& window = program.frmRuleReport;
   window.CurrentTab = window.TabStripRuleReport.Tabs(window.TabStripRuleReport.SelectedItem()).Caption;
-  for (const Side* side : {&deletions, &spam}) {
-    const bool current = isCurrent(window, *side);
-    (window.*side->label).Visible = (window.*side->image).Visible = current;
-    if (current) setCanDelete(program, window.*side->accounts > 0);
+  for (const Side& side : sides) {
+    const bool current = isCurrent(window, side);
+    (window.*side.label).Visible = (window.*side.image).Visible = current;
+    if (current) setCanDelete(program, window.*side.accounts > 0);
   }
 }
 
 void fill(Program& program) {
   RuleReportWindow& window = program.frmRuleReport;
-  std::array<MarkedAccounts, 2> marked;
-  for (const Side* side : {&deletions, &spam}) {
-    marked.at(side->spam) = markedAccounts(program.accounts, side->marks, side->nothing);
-    window.*side->accounts = marked.at(side->spam).count;
+  std::int16_t most = 0;
+  for (const Side& side : sides) {
+    const auto marked = markedAccounts(program.accounts, side.marks, side.nothing);
+    window.*side.accounts = marked.count;
+    (window.*side.label).Caption = marked.text;
+    most = std::max(most, marked.count);
   }
-  window.LabelLines = fitReport(marked[0], marked[1]);
-  for (const Side* side : {&deletions, &spam}) (window.*side->label).Caption = marked.at(side->spam).text;
+  window.LabelLines = reportLines(most);
   window.Caption = program.AppTitle + " - Rule Report Notification";
   window.lblRuleReport.Caption = "Your Rules indicate the following Account(s) have messages that match your criteria.";
 }
@@ -137,26 +131,32 @@ void deleteSide(Program& program, const Side& side) {
   (program.frmRuleReport.*side.label).Caption = side.nothing;
 }
 
-/// What the window's caution says: nothing is asked.
-void DeleteNow(Program& program) {
+/// What the window's caution says: nothing is asked. What a check under the open window has marked since goes too.
+void DeleteNow(Program& program, const Side& side) {
   const std::int16_t current = program.accounts.AcntCurrent;
   const std::int16_t confirmation = std::exchange(program.options.DeleteConfirmation, std::int16_t{0});
   try {
-    deleteSide(program, isCurrent(program.frmRuleReport, deletions) ? deletions : spam);
+    deleteSide(program, side);
   } catch (const std::exception&) {
     program.platform.MsgBox(deletionTrouble(program.AppTitle));
   }
-  setCanDelete(program, false);
+  if (isCurrent(program.frmRuleReport, side)) setCanDelete(program, false);
   program.options.DeleteConfirmation = confirmation;
   ShowAccountAgain(program, current);
 }
 
-/// Auto Check waits in any case, as something may have set it going under the open window. If the window has closed
-/// meanwhile, it has left it to this to let Auto Check go on.
+const Side& currentSide(const RuleReportWindow& window) {
+  return *std::find_if(sides.begin(), sides.end(), [&window](const Side& side) { return isCurrent(window, side); });
+}
+
+/// The side is the one that was in front at the press: another one may come there while the interface is disabled, and
+/// the window may close. Auto Check waits in any case, as something may have set it going under the open window; if the
+/// window has closed meanwhile, it has left it to this to let Auto Check go on.
 void tbrDeleteNow_Click(Program& program) {
+  const Side& side = currentSide(program.frmRuleReport);
   SuspendAutoCheck(program, AutoCheckAction::Suspend);
   SetCheckingInterface(program, false, false);
-  DeleteNow(program);
+  if (program.RuleReportOpen) DeleteNow(program, side);
   SetCheckingInterface(program, true, false);
   if (program.RuleReportOpen) {
     program.frmRuleReport.activate.raise();
@@ -175,7 +175,7 @@ void tbrRuleReport_ButtonClick(Program& program, const Button& button) {
 
 void ConnectRuleReport(Program& program) {
   RuleReportWindow& window = program.frmRuleReport;
-  for (const Side* side : {&deletions, &spam}) window.TabStripRuleReport.Add(side->tab, "");
+  for (const Side& side : sides) window.TabStripRuleReport.Add(side.tab, "");
   window.TabStripRuleReport.Click = [&program] { TabStripRuleReport_Click(program); };
   window.tbrRuleReport.ButtonClick = [&program](Button& button) { tbrRuleReport_ButtonClick(program, button); };
   window.tmrRuleReport.Tick = [&program] { tmrRuleReport_Timer(program); };
@@ -185,7 +185,9 @@ void ConnectRuleReport(Program& program) {
 }
 
 void ShowRuleReport(Program& program) {
-  if (!wantsRuleReport(program.accounts, program.rules.live) || program.RuleReportOpen) return;
+  const bool ending = program.PopClient == nullptr;
+  if (ending || program.RuleReportOpen) return;
+  if (!wantsRuleReport(program.accounts, program.rules.live)) return;
   frmRuleReport_Load(program);
   program.frmRuleReport.AlwaysOnTop = true;
   program.frmRuleReport.Visible = true;

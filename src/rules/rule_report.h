@@ -13,7 +13,7 @@ void ShowRuleReport(Program& program);
 /// Brings the button that deletes in line with what is under way.
 void FollowInRuleReport(Program& program);
 
-/// Closes the window, which may not be open.
+/// Closes the window, if it is open.
 void frmRuleReport_Unload(Program& program);
 
 }  // namespace velmora

@@ -1,8 +1,5 @@
 #include "rules/rule_report_texts.h"
 
-#include <algorithm>
-#include <array>
-
 namespace velmora {
 
 namespace {
@@ -36,17 +33,11 @@ MarkedAccounts markedAccounts(const Accounts& accounts, std::int16_t AccountStat
     result.text += lineOf(accounts[number], count);
   }
   if (result.count == 0) result.text = nothing;
+  if (result.count >= manyAccounts) result.text += "\r\nmore Accounts...";
   return result;
 }
 
-std::int16_t fitReport(MarkedAccounts& deletions, MarkedAccounts& spam) {
-  const std::int16_t most = std::max(deletions.count, spam.count);
-  if (most < manyAccounts) return std::max<std::int16_t>(most, 1);
-  for (MarkedAccounts* each : {&deletions, &spam}) {
-    if (each->count >= manyAccounts) each->text += "\r\nmore Accounts...";
-  }
-  return mostLines;
-}
+std::int16_t reportLines(std::int16_t accounts) { return accounts < manyAccounts ? accounts : mostLines; }
 
 Question deletionTrouble(std::string_view appTitle) {
   Question question;

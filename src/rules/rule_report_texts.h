@@ -16,12 +16,12 @@ bool wantsRuleReport(const Accounts& accounts, const RuleSetHead& rules);
 /// Which accounts have marks of one kind.
 struct MarkedAccounts {
   std::int16_t count = 0;
-  std::string text;  ///< a line each, ended by CR LF; what stands in `nothing` where there is none
+  std::string text;  ///< a line each, ended by CR LF, and a last one where they are many; `nothing` where there is none
 };
 MarkedAccounts markedAccounts(const Accounts& accounts, std::int16_t AccountState::*marks, std::string_view nothing);
 
-/// Lines that both texts of the report have room for. Brings the texts in line with it: one that is too long says so.
-std::int16_t fitReport(MarkedAccounts& deletions, MarkedAccounts& spam);
+/// Lines that the report makes room for, with at most so many accounts of a kind, and with at least one.
+std::int16_t reportLines(std::int16_t accounts);
 
 /// What is said where a deletion out of the report fails in the middle.
 Question deletionTrouble(std::string_view appTitle);

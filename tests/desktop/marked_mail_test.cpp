@@ -68,8 +68,14 @@ TEST_F(MarkedMail, IsToldOfInASmallWindowAboveAllOthers) {
   EXPECT_EQ(QTest::qWaitFor([this] { return inReport<QLabel>("lblRuleReportCountDown").text() == "29"; }), true);
   QTest::keyClick(&report_, Qt::Key_F1);
   EXPECT_EQ(platform.helpShown, std::vector<int>{150});
+  inReport<QToolButton>("DeleteNow").setFocus();
   QTest::keyClick(&report_, Qt::Key_Escape);
   EXPECT_FALSE(report_.isVisible());
+  EXPECT_FALSE(program.RuleReportOpen);
+  press("CheckAll");
+  ASSERT_TRUE(isActive(report_));
+  EXPECT_TRUE(inReport<QTabBar>("TabStripRuleReport").hasFocus());
+  report_.close();
   EXPECT_FALSE(program.RuleReportOpen);
 }
 

@@ -68,6 +68,12 @@ TEST_F(RuleReport, TellsWhichAccountsHaveMarks) {
   EXPECT_FALSE(program.RuleReportOpen);
   EXPECT_TRUE(program.frmMain.tmrMailTime.Enabled);
   EXPECT_EQ(program.accounts[2].AcntDeleteCount, 2) << "what wasn't deleted can still be";
+  checkAll();
+  EXPECT_EQ(window().TabStripRuleReport.SelectedItem(), 1);
+  frmRuleReport_Unload(program);
+  SuspendAutoCheck(program, AutoCheckAction::Suspend);
+  frmRuleReport_Unload(program);
+  EXPECT_FALSE(program.frmMain.tmrMailTime.Enabled) << "it was closed already";
 }
 
 TEST_F(RuleReport, OpensAfterEveryKindOfCheckIfTheRulesWantIt) {
@@ -145,6 +151,13 @@ TEST_F(RuleReport, ClosesOneTickAfterItsTime) {
   tick();
   EXPECT_FALSE(program.RuleReportOpen);
   EXPECT_FALSE(window().tmrRuleReport.Enabled);
+
+  checkAll();
+  program.rules.live.Time = 1;
+  tick();
+  EXPECT_TRUE(program.RuleReportOpen) << "it begins anew each time";
+  tick();
+  EXPECT_FALSE(program.RuleReportOpen) << "the time of now counts";
 }
 
 TEST_F(RuleReport, DeleteNowTakesTheMarksOfItsTabWithoutAWord) {
@@ -156,7 +169,11 @@ TEST_F(RuleReport, DeleteNowTakesTheMarksOfItsTabWithoutAWord) {
   // What the user has selected himself is none of the report's business.
   program.frmMain.TabStripEmail.SelectTab(2);
   program.frmMain.lvwEmail.UserSelected({1}, 1);
+  int raised = 0;
+  window().activate.watch([&raised] { ++raised; });
   press("DeleteNow");
+  EXPECT_EQ(raised, 1);
+  EXPECT_EQ(platform.servers["Club"].logins, 1) << "it has nothing to delete";
   EXPECT_THAT(onServer("Home"), ElementsAre("s", "k"));
   EXPECT_THAT(onServer("Work"), ElementsAre("k", "s"));
   EXPECT_TRUE(platform.asked.empty());
@@ -181,6 +198,21 @@ TEST_F(RuleReport, DeleteNowTakesTheMarksOfItsTabWithoutAWord) {
   window().TabStripRuleReport.SelectTab(1);
   EXPECT_FALSE(canDelete());
   EXPECT_TRUE(platform.asked.empty());
+}
+
+TEST_F(RuleReport, TheTabAtThePressIsTheOneThatCounts) {
+  serve("Home");
+  start();
+  checkAll();
+  platform.onYield = [this] { window().TabStripRuleReport.SelectTab(2); };
+  press("DeleteNow");
+  platform.onYield = nullptr;
+  EXPECT_THAT(onServer("Home"), ElementsAre("s", "k"));
+  EXPECT_TRUE(canDelete()) << "the tab in front has something left";
+  platform.onYield = [this] { window().Close(); };
+  press("DeleteNow");
+  EXPECT_THAT(onServer("Home"), ElementsAre("s", "k")) << "it was closed before anything had begun";
+  EXPECT_TRUE(program.frmMain.tmrMailTime.Enabled);
 }
 
 TEST_F(RuleReport, AFailedDeletionRestoresEverything) {
@@ -237,6 +269,7 @@ TEST_F(RuleReport, StaysOutOfTheWayOfWhatIsUnderWay) {
     EXPECT_FALSE(program.frmMain.tmrMailTime.Enabled);
     window().Close();
     EXPECT_FALSE(program.frmMain.tmrMailTime.Enabled) << "no timed check while a deletion runs";
+    EXPECT_FALSE(program.frmMain.tbrButtons[stopRetrievalBar].Visible);
   };
   press("DeleteNow");
   EXPECT_FALSE(window().Visible);
@@ -247,6 +280,12 @@ TEST_F(RuleReport, StaysOutOfTheWayOfWhatIsUnderWay) {
 TEST_F(RuleReport, KeepsAboveTheOtherTimedWindow) {
   serve("Home");
   start();
+  program.frmMessage.AlwaysOnTop = true;
+  checkAll();
+  EXPECT_TRUE(program.frmMessage.AlwaysOnTop) << "one that isn't up is left alone";
+  program.frmMessage.AlwaysOnTop = false;
+  window().Close();
+  EXPECT_FALSE(program.frmMessage.AlwaysOnTop);
   program.AutoMessageOpen = true;
   program.frmMessage.AlwaysOnTop = true;
   checkAll();
@@ -260,6 +299,8 @@ TEST_F(RuleReport, KeepsAboveTheOtherTimedWindow) {
   checkAll();
   QuitApplication(program);
   EXPECT_FALSE(window().Visible);
+  ShowRuleReport(program);
+  EXPECT_FALSE(window().Visible) << "a check that the end has cut off opens nothing";
 }
 
 }  // namespace

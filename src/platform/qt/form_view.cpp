@@ -1,5 +1,6 @@
 #include "platform/qt/form_view.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QScreen>
 #include <QShortcut>
@@ -11,7 +12,7 @@
 
 namespace velmora {
 
-FormView::FormView(Form& form, QWidget* parent, Qt::WindowFlags flags) : QWidget(parent, flags), form_(form) {
+FormView::FormView(Form& form, QWidget* parent, Qt::WindowFlags flags) : QDialog(parent, flags), form_(form) {
   setWindowIcon(applicationIcon());
 }
 
@@ -29,7 +30,7 @@ void FormView::followForm() {
   form_.activate.watch([this] {
     if (isMinimized()) showNormal();
     raise();
-    activateWindow();
+    if (QApplication::activeWindow() != nullptr) activateWindow();  // else the user is at work with another program
   });
 }
 
@@ -55,7 +56,7 @@ void FormView::closeEvent(QCloseEvent* event) {
 }
 
 void FormView::changeEvent(QEvent* event) {
-  QWidget::changeEvent(event);
+  QDialog::changeEvent(event);
   if (event->type() == QEvent::ActivationChange && isActiveWindow() && form_.Activate) form_.Activate();
 }
 

@@ -1,13 +1,13 @@
 #pragma once
 
-#include <QWidget>
+#include <QDialog>
 
 namespace velmora {
 
 struct Form;
 
 /// A window beside the main one, which follows its form's properties and tells the form what the user does to it.
-class FormView : public QWidget {
+class FormView : public QDialog {
  public:
   /// `form` outlives the view.
   FormView(Form& form, QWidget* parent, Qt::WindowFlags flags);
@@ -15,8 +15,9 @@ class FormView : public QWidget {
  protected:
   void closeEvent(QCloseEvent* event) override;
   void changeEvent(QEvent* event) override;
+  void reject() override { close(); }  ///< Esc does what the close box does
 
-  /// Calls what the form has been told to show and to keep; the window's content stands by then.
+  /// Ties the window to its form. Called last in the constructor, when its content stands.
   void followForm();
 
   /// The window is about to be shown.

@@ -111,7 +111,6 @@ void PreviewView::addShortcuts() {
   press(QKeySequence::Save, "Save");
   press(QKeySequence::Print, "Print");
   press(QKeySequence::Delete, "Delete");
-  press(Qt::Key_Escape, "Exit Preview");
   const auto showTab = [this](const QKeySequence& keys, auto tab) {
     connect(new QShortcut(keys, this), &QShortcut::activated, this,
             [this, tab] { window_.TabStrip.SelectTab(tab(window_.TabStrip.SelectedItem())); });

@@ -80,6 +80,15 @@ void widen(QMessageBox& box) {
   label->setMinimumWidth(std::min(needed.width(), widest));
 }
 
+/// A window that is always on top would hide what waits for an answer.
+void keepInFront(QDialog& dialog) {
+  const auto windows = QApplication::topLevelWidgets();
+  const bool covered = std::any_of(windows.begin(), windows.end(), [](const QWidget* window) {
+    return window->isVisible() && window->windowFlags().testFlag(Qt::WindowStaysOnTopHint);
+  });
+  dialog.setWindowFlag(Qt::WindowStaysOnTopHint, covered);
+}
+
 }  // namespace
 
 QtPlatform::QtPlatform(const MailReader& reader) : reader_(reader), monthNames_(userMonthNames()) {}
@@ -103,6 +112,7 @@ Answer QtPlatform::MsgBox(const Question& question) {
   box.setTextFormat(Qt::PlainText);
   if (yesNo) box.setDefaultButton(QMessageBox::Yes);  // the first, whatever the desktop would choose
   widen(box);
+  keepInFront(box);
   const bool yes = box.exec() == QMessageBox::Yes;
   return yesNo ? (yes ? Answer::Yes : Answer::No) : Answer::Ok;
 }
@@ -116,6 +126,7 @@ std::optional<std::string> QtPlatform::askForFile(const FileQuestion& question) 
   const auto followFilter = [&dialog](const QString& filter) { dialog.setDefaultSuffix(suffixOf(filter)); };
   QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, followFilter);
   followFilter(dialog.selectedNameFilter());
+  keepInFront(dialog);
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return utf8(dialog.selectedFiles().value(0));
 }

@@ -5,7 +5,6 @@
 #include <QLabel>
 #include <QScreen>
 #include <QScrollArea>
-#include <QShortcut>
 #include <QTabBar>
 #include <QVBoxLayout>
 
@@ -19,8 +18,6 @@
 namespace velmora {
 
 namespace {
-
-constexpr int leastWidth = 460;
 
 QLabel* makeLabel(Label& label, const char* name, QWidget* parent) {
   auto* widget = new QLabel(parent);
@@ -46,24 +43,18 @@ RuleReportView::RuleReportView(RuleReportWindow& window) : FormView(window, null
   auto* column = new QVBoxLayout(this);
   column->addWidget(makeHead());
   column->addWidget(makeLabel(window_.lblRuleReport, "lblRuleReport", this));
-  auto* tabs = new QTabBar(this);
-  tabs->setObjectName("TabStripRuleReport");
-  tabs->setAccessibleName("Kinds of marks");
-  tabs->setExpanding(false);
-  tabs->setDocumentMode(true);
-  bind(window_.TabStripRuleReport, *tabs, "");
-  column->addWidget(tabs);
+  tabs_ = new QTabBar(this);
+  tabs_->setObjectName("TabStripRuleReport");
+  tabs_->setExpanding(false);
+  tabs_->setDocumentMode(true);
+  bind(window_.TabStripRuleReport, *tabs_, "");
+  column->addWidget(tabs_);
   report_ = makeReport();
   column->addWidget(report_);
   auto* caution = makeLabel(window_.lblRuleReportCaution, "lblRuleReportCaution", this);
   caution->setWordWrap(true);
   column->addWidget(caution);
-  setMinimumWidth(leastWidth);
   bind(window_.tmrRuleReport, *this);
-  connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this,
-          [this] { window_.tbrRuleReport["Exit"].click(); });
-  // Keys that somebody goes on typing when the window comes up must not delete anything.
-  tabs->setFocus();
   followForm();
 }
 
@@ -98,6 +89,7 @@ QScrollArea* RuleReportView::makeReport() {
        {std::pair{&window_.lblRuleDelete, "lblRuleDelete"}, {&window_.lblRuleSpam, "lblRuleSpam"}}) {
     auto* text = makeLabel(*label, name, content);
     text->setAlignment(Qt::AlignTop);
+    text->setWordWrap(true);
     row->addWidget(text, 1);
   }
   area->setWidget(content);
@@ -114,9 +106,12 @@ void RuleReportView::makeRoomForLines() {
                           2 * report_->frameWidth());
 }
 
-/// In the corner where it hides the least. Only where the user is at work with the program does it take the keyboard.
+/// In the corner where it hides the least. Only where the user is at work with the program does it take the keyboard,
+/// which is settled when a window is made; and then keys that he goes on typing must not delete anything.
 void RuleReportView::arrange() {
+  destroy();
   setAttribute(Qt::WA_ShowWithoutActivating, QApplication::activeWindow() == nullptr);
+  tabs_->setFocus();
   makeRoomForLines();
   adjustSize();
   constexpr QPoint distance(24, 48);

@@ -3,6 +3,7 @@
 #include "platform/qt/form_view.h"
 
 class QScrollArea;
+class QTabBar;
 
 namespace velmora {
 
@@ -23,6 +24,7 @@ class RuleReportView : public FormView {
   void makeRoomForLines();
 
   RuleReportWindow& window_;
+  QTabBar* tabs_ = nullptr;
   QScrollArea* report_ = nullptr;
 };
 
