@@ -1,5 +1,6 @@
 #include "options/ini_file.h"
 
+#include <exception>
 #include <utility>
 
 #include "platform/platform.h"
@@ -18,9 +19,11 @@ void keep(std::string& field, std::string_view argument) {
 }  // namespace
 
 IniFile::IniFile(Platform& platform, std::string configName)
-    : platform_(platform), configName_(std::move(configName)) {}
+    : platform_(platform), configName_(std::move(configName)), failures_(std::uncaught_exceptions()) {}
 
-IniFile::~IniFile() { store(); }
+IniFile::~IniFile() {
+  if (std::uncaught_exceptions() == failures_) store();
+}
 
 void IniFile::ConfigName(std::string path) {
   store();
@@ -36,7 +39,9 @@ void IniFile::load() {
 }
 
 void IniFile::store() {
-  if (std::exchange(changed_, false) && replaceable_) platform_.writeFile(configName_, profile_.text());
+  if (!std::exchange(changed_, false) || !replaceable_) return;
+  const std::string text = profile_.text();
+  if (text.size() <= largestReadFile) platform_.writeFile(configName_, text);
 }
 
 std::vector<std::string> IniFile::SectionGet(std::string_view section) {
@@ -74,8 +79,9 @@ void IniFile::KeySave(std::string_view value, std::string_view section, std::str
 }
 
 void IniFile::StartAnew() {
+  load();
   profile_ = Profile();
-  loaded_ = changed_ = replaceable_ = true;
+  changed_ = true;
 }
 
 }  // namespace velmora

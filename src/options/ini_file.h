@@ -14,9 +14,9 @@ class Platform;
 /// name only what changes: "NA", in capitals, as an argument leaves the kept one in force.
 ///
 /// The file is read when it is first needed. What is saved replaces it as a whole when the run ends, so that it is
-/// never seen half written, and stays as it was where it can't be replaced. No failure is told: a file that can't be
-/// read looks like an empty one, and one that is there but can't be read is never written. Two runs on the same file
-/// don't coexist.
+/// never seen half written; it stays as it was where it can't be replaced, and where a failure ends the run. No failure
+/// is told: a file that can't be read looks like an empty one, and one that is there but can't be read is never
+/// written, nor is anything that would be too large to be read again. Two runs on the same file don't coexist.
 class IniFile {
  public:
   /// `configName` is the full path of the file.
@@ -43,7 +43,7 @@ class IniFile {
 
   void KeySave(std::string_view value, std::string_view section, std::string_view key);
 
-  /// Forgets what the file holds: only what is saved from now on will be in it.
+  /// Forgets what the file holds: only what is saved from now on will be in it. One that can't be read stays.
   void StartAnew();
 
  private:
@@ -56,6 +56,7 @@ class IniFile {
   bool loaded_ = false;
   bool replaceable_ = true;
   bool changed_ = false;
+  int failures_;  ///< under way when the run began
 };
 
 }  // namespace velmora

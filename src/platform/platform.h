@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -34,6 +35,9 @@ struct FileQuestion {
 
   bool operator==(const FileQuestion&) const = default;
 };
+
+/// Bytes of the largest file that is read.
+inline constexpr std::size_t largestReadFile = std::size_t{4} << 20U;
 
 /// The one door to the outside. Everything but what stands behind it is a function of values.
 class Platform {
@@ -80,10 +84,10 @@ class Platform {
   /// Writes a file, or replaces it as a whole. Returns whether that succeeded; what was there stays where it did not.
   virtual bool writeFile(const std::string& path, std::string_view content) = 0;
 
-  /// What a file holds; nothing where it can't be read or holds more than 16 MiB.
+  /// What a file holds; nothing where it can't be read or is too large.
   virtual std::optional<std::string> readFile(const std::string& path) const = 0;
 
-  /// The path of a file in the user's own folder of the program.
+  /// The path of a file in the user's own folder of the program, whatever folder the name asks for.
   virtual std::string programFile(std::string_view name) const = 0;
 
   /// The path of a file that was installed with the program.

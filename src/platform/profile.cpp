@@ -108,12 +108,12 @@ std::string Profile::GetPrivateProfileString(std::string_view section, std::stri
 }
 
 Profile::Section& Profile::findOrAdd(const std::string& name) {
-  if (!names_.contains(folded(name))) {
-    auto& before = sections_.back().lines;
-    if (!before.empty() && before.back().end.empty()) before.back().end = lineEnd_;
-    add({"[" + name + "]", lineEnd_});
-  }
-  return sections_[names_.at(folded(name))];
+  const auto found = names_.find(folded(name));
+  if (found != names_.end()) return sections_[found->second];
+  auto& before = sections_.back().lines;
+  if (!before.empty() && before.back().end.empty()) before.back().end = lineEnd_;
+  add({"[" + name + "]", lineEnd_});
+  return sections_.back();
 }
 
 void Profile::WritePrivateProfileString(std::string_view section, std::string_view key, std::string_view value) {
@@ -133,6 +133,8 @@ void Profile::WritePrivateProfileString(std::string_view section, std::string_vi
   place.keys.emplace(folded(oneLine(key)), static_cast<std::size_t>(last - place.lines.begin()));
   place.lines.insert(last, {oneLine(key) + "=" + content, lineEnd_});
 }
+
+std::string Profile::readBack(std::string_view value) { return std::string(withoutQuotes(trimmed(oneLine(value)))); }
 
 std::string Profile::text() const {
   std::string result = mark_;

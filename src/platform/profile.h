@@ -28,8 +28,12 @@ class Profile {
 
   /// Puts the value, as it is, into the key's line. A key that isn't there yet becomes the last of its section, and a
   /// section that isn't there the last of all. Every other line stays as it is. A line break in any of the three would
-  /// begin another line; it becomes a blank.
+  /// begin another line; it becomes a blank. A read finds the value again where the section's name has no "]", and the
+  /// key's no "=" nor a "[" or ";" at its beginning.
   void WritePrivateProfileString(std::string_view section, std::string_view key, std::string_view value);
+
+  /// What a read gives back of a value that is written.
+  static std::string readBack(std::string_view value);
 
   /// The whole text, byte by byte what it was made of but for what was written.
   std::string text() const;

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <functional>
 
 #include "platform/characters.h"
 #include "platform/text.h"
@@ -27,20 +28,38 @@ std::size_t rarest(std::string_view what) {
   return static_cast<std::size_t>(std::min_element(what.begin(), what.end(), isRarer) - what.begin());
 }
 
+/// The characters of `what` stand here.
+bool standsAt(std::string_view text, std::size_t offset, std::string_view what) {
+  return text.compare(offset, what.size(), what) == 0 && isBoundary(text, offset) &&
+         isBoundary(text, offset + what.size());
+}
+
+/// Never takes more than a few steps for a byte, whatever the texts.
+std::size_t findSteadily(std::string_view text, std::size_t from, std::string_view what) {
+  const std::boyer_moore_searcher searcher(what.begin(), what.end());
+  while (true) {
+    const auto* const found = std::search(text.begin() + from, text.end(), searcher);
+    if (found == text.end()) return std::string_view::npos;
+    const auto offset = static_cast<std::size_t>(found - text.begin());
+    if (standsAt(text, offset, what)) return offset;
+    from = offset + 1;
+  }
+}
+
 }  // namespace
 
-/// Looks for the one byte of `what` that a text hardly has: the library finds single bytes many at a time.
+/// Looks for the one byte of `what` that a text hardly has: the library finds single bytes many at a time. A text that
+/// has many of them all the same is searched in another way.
 std::size_t find(std::string_view text, std::string_view what) {
   if (text.size() < what.size()) return std::string_view::npos;
   const std::size_t anchor = rarest(what);
   const auto places = text.substr(0, text.size() - what.size() + anchor + 1);
+  std::size_t patience = 64 + text.size() / 64;
   for (auto at = places.find(what[anchor], anchor); at != std::string_view::npos;
        at = places.find(what[anchor], at + 1)) {
     const std::size_t start = at - anchor;
-    if (text.compare(start, what.size(), what) == 0 && isBoundary(text, start) &&
-        isBoundary(text, start + what.size())) {
-      return start;
-    }
+    if (standsAt(text, start, what)) return start;
+    if (patience-- == 0) return findSteadily(text, start + 1, what);
   }
   return std::string_view::npos;
 }

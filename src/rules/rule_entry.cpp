@@ -22,7 +22,7 @@ RuleEntry parseRuleEntry(std::string_view description) {
   RuleEntry entry;
   std::string_view rest = description;
   const auto first = rest.substr(0, rest.find(' '));
-  if (rest.size() > first.size() && (first == "AND" || first == "OR")) entry.Conjunction = takeWord(rest);
+  if (first == "AND" || first == "OR") entry.Conjunction = takeWord(rest);
   entry.Where = takeWord(rest);
   entry.Condition = takeWord(rest);
   if (rest.empty()) return entry;

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "options/ini_file.h"
+#include "platform/text.h"
 #include "rules/rules.h"
 
 namespace velmora {
@@ -27,11 +28,19 @@ void readField(IniFile& file, std::string_view section, const Field<Record>& fie
       field.member);
 }
 
-/// A text that a read would give back as another one: blanks and quotation marks at both ends go, and "NA" is none.
+std::string quoted(const std::string& text) { return '"' + text + '"'; }
+
+/// Some texts would come back as others: what stands in quotation marks or has blanks around it, and "NA", which is
+/// none.
 std::string keepable(const std::string& text) {
-  const auto isLost = [](char c) { return c == ' ' || c == '\t' || c == '"' || c == '\''; };
-  const bool changes = text == "NA" || (!text.empty() && (isLost(text.front()) || isLost(text.back())));
-  return changes ? '"' + text + '"' : text;
+  return text == "NA" || Profile::readBack(text) != text ? quoted(text) : text;
+}
+
+/// An entry ends in a blank, which a read takes away with all that is blank at its end. Only more than that needs
+/// marks.
+std::string keepableEntry(const std::string& entry) {
+  const std::string text(text::trim(entry));
+  return Profile::readBack(text) != text ? quoted(text) : entry;
 }
 
 template <class Record>
@@ -53,7 +62,7 @@ void readRule(IniFile& file, const std::string& section, Rule& rule) {
 void writeRule(IniFile& file, const std::string& section, const Rule& rule) {
   for (const auto& field : ruleFields()) writeField(file, section, field, rule);
   for (std::int16_t slot = 1; slot <= std::min(rule.DescCount, mostEntries); ++slot) {
-    file.KeySave(rule.Description.at(static_cast<std::size_t>(slot)), section, entryKey(slot));
+    file.KeySave(keepableEntry(rule.Description.at(static_cast<std::size_t>(slot))), section, entryKey(slot));
   }
 }
 
@@ -69,6 +78,7 @@ void readRules(IniFile& file, Rules& rules) {
 
 void writeRules(IniFile& file, Rules& rules) {
   const auto working = rules.working.rules();
+  rules.live.resize(rules.working.RuleCount);
   rules.live.head() = rules.working.head();
   const auto live = rules.live.rules();
   file.StartAnew();

@@ -10,7 +10,7 @@ struct Rules;
 void readRules(IniFile& file, Rules& rules);
 
 /// Brings the working set into the live one, and writes it into a file that holds nothing else. Throws
-/// subscriptFailure, with nothing written, where either set has no room for the working RuleCount.
+/// subscriptFailure, with nothing done, where the working set has no room for its RuleCount.
 void writeRules(IniFile& file, Rules& rules);
 
 }  // namespace velmora

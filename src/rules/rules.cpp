@@ -60,7 +60,6 @@ void Rules::CopyRulesToWorking() {
     WorkingRule& rule = working.rows()[i];
     static_cast<Rule&>(rule) = live.rules()[i];
     rule.RedoCount = rule.DescCount;
-    joinEntries(rule);
   }
 }
 

@@ -28,8 +28,8 @@ void WriteRules(Program& program, const std::string& path) {
 
 void StartRules(Program& program) {
   ReadRules(program, program.platform.programFile(program.options.RulesIniFileName));
-  program.rules.CurrentRule = program.rules.live.RuleCount < 1 ? 0 : 1;
-  program.rules.CopyRulesToWorking();
+  program.rules.CurrentRule = 1;
+  program.rules.CopyRulesToWorking();  // without rules, there is no current one
 }
 
 }  // namespace velmora

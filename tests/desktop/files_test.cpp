@@ -68,41 +68,45 @@ TEST_F(RealFiles, OnAFullDiskTheOldRulesStay) {
   EXPECT_EQ(read(), "new");
 }
 
-TEST_F(RealFiles, AKillInTheMiddleLeavesRulesThatAreWhole) {
-  write("old");
-  for (int round = 0; round < 20; ++round) {
+TEST_F(RealFiles, AKillInTheMiddleLeavesAFileThatIsWhole) {
+  const std::string one(200'000, '1');
+  const std::string other(200'000, '2');
+  for (int round = 0; round < 40; ++round) {
     std::array<int, 2> pipe{};
     ASSERT_EQ(::pipe(pipe.data()), 0);
     const pid_t child = fork();
     if (child == 0) {
-      for (;;) {  // one sign of life a write
-        write("one");
-        write("another");
-        if (::write(pipe[1], "", 1) != 1) _exit(1);
+      while (::write(pipe[1], "", 1) == 1) {  // one sign of life a write
+        platform_.writeFile(path(), one);
+        platform_.writeFile(path(), other);
       }
+      _exit(1);
     }
     ::close(pipe[1]);
     char sign = 0;
-    for (int i = 0; i <= round % 4; ++i) ASSERT_EQ(::read(pipe[0], &sign, 1), 1);
+    for (int i = 0; i <= 1 + round % 4; ++i) ASSERT_EQ(::read(pipe[0], &sign, 1), 1);
     kill(child, SIGKILL);
     waitpid(child, nullptr, 0);
     ::close(pipe[0]);
-    const std::string name = read();
-    EXPECT_TRUE(name == "one" || name == "another") << round << ": " << name;
+    const auto found = platform_.readFile(path());
+    ASSERT_TRUE(found == one || found == other) << round;
   }
 }
 
 TEST_F(RealFiles, WhatIsNoFileOrTooLargeIsNotRead) {
   EXPECT_FALSE(platform_.readFile(path()));
-  EXPECT_FALSE(platform_.readFile(utf8(folder_.path())));
+  for (const auto& none : {utf8(folder_.path()), std::string("/dev/zero"), std::string("/proc/self/mem")}) {
+    EXPECT_FALSE(platform_.readFile(none)) << none;
+  }
   QFile large(qt(path()));
   ASSERT_TRUE(large.open(QIODevice::WriteOnly));
-  large.resize(16 * 1024 * 1024);
-  EXPECT_EQ(platform_.readFile(path()).value().size(), 16U * 1024 * 1024);
-  large.resize(16 * 1024 * 1024 + 1);
+  large.resize(largestReadFile);
+  EXPECT_EQ(platform_.readFile(path()).value().size(), largestReadFile);
+  large.resize(largestReadFile + 1);
   EXPECT_FALSE(platform_.readFile(path()));
   IniFile(platform_, path()).KeySave("v", "s", "k");
-  EXPECT_EQ(large.size(), 16 * 1024 * 1024 + 1) << "nor is it replaced";
+  EXPECT_EQ(static_cast<std::size_t>(large.size()), largestReadFile + 1) << "nor is it replaced";
+  EXPECT_EQ(platform_.programFile("../../x"), platform_.programFile("x"));
 }
 
 }  // namespace

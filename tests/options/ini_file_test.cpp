@@ -35,6 +35,7 @@ TEST_F(Profiles, AreReadWhateverTheyHold) {
                         {"[s]\nk=v", "k", "v"},
                         {"\xEF\xBB\xBF[S]\r\nK = v \r\n", "k", "v"},
                         {" [ s ] ; here\n\tk\t=\tv\t\n", "K", "v"},
+                        {"[s]\n\vk=\vv\f\n", "k", "v"},
                         {"[s]\nk=\n", "k", ""},
                         {"k=w\n[t]\nk=x\n[s]\nk=v\n[s]\nk=y\nl=z\n", "k", "v"},
                         {"[s]\nk=v\nk=w\n", "k", "v"},
@@ -78,17 +79,20 @@ TEST_F(Profiles, AWriteKeepsEveryOtherLine) {
       {"[s]\nk=w\nk=x\n[s]\nk=y\n", "[s]\nk=v\nk=x\n[s]\nk=y\n"},
       {"[s]\r\nk=w", "[s]\r\nk=v"},
       {"[s]\n;k=w\nrubbish\n", "[s]\n;k=w\nrubbish\nk=v\n"},
+      {"[t]\na=1\r\n", "[t]\na=1\r\n[s]\nk=v\n"},
   };
   for (const auto& c : cases) EXPECT_EQ(save(c.before, "v", "s", "k"), c.after) << c.before;
-  EXPECT_EQ(save("[s]\n", "a\r\n[t]\nk=w", "s", "k"), "[s]\nk=a  [t] k=w\n") << "a value begins no other line";
+  EXPECT_EQ(save("[s]\n", std::string("a\r\n[t]\nk=w\0x", 12), "s", "k"), "[s]\nk=a  [t] k=w x\n");
+  EXPECT_EQ(save("", "v", "s\n[t]", "k\nx"), "[s [t]]\nk x=v\n");
+  EXPECT_EQ(save("", "v", "a]b", "k"), "[a]b]\nk=v\n");
 }
 
 TEST_F(Profiles, SectionsComeWithABlankBehindTheLastLine) {
-  platform.written["p"] = "[s]\nk = v\n; c\nrubbish\nl='w'\n[t]\n";
+  platform.written["p"] = "[s]\nk = v\n ; c=d\nrubbish\nl='w'\n[t=u]\n";
   IniFile file(platform, "p");
   EXPECT_THAT(file.SectionGet("S"), ElementsAre("k=v", "l='w'", ""));
   EXPECT_THAT(file.SectionGet(""), ElementsAre("k=v", "l='w'", "")) << "blank keeps the section";
-  EXPECT_THAT(file.SectionGet("t"), ElementsAre());
+  EXPECT_THAT(file.SectionGet("t=u"), ElementsAre());
   EXPECT_THAT(file.SectionGet("u"), ElementsAre());
   EXPECT_THAT(IniFile(platform, "p").SectionGet(""), ElementsAre());
   for (const std::size_t length : {2044U, 2045U}) {
@@ -104,11 +108,12 @@ TEST_F(Profiles, WhatIsNotNamedStaysInForce) {
   {
     IniFile file(platform, "p");
     EXPECT_EQ(file.KeyGet("Menu", "other", ""), "2");
+    EXPECT_EQ(file.KeyValue, "2");
     EXPECT_EQ(file.KeyGet("NA", "missing", ""), "");
     EXPECT_EQ(file.KeyGet("NA", "NA", "x"), "x");
     file.Section = "Menu";
     file.KeySave("4", "NA", "MenuStyle");
-    file.KeySave("NA", "NA", "again");
+    for (const auto* value : {"5", "4"}) file.KeySave(value, "NA", "again");
     EXPECT_EQ(file.KeyGet("na", "MenuStyle", "none"), "none") << "case counts";
     EXPECT_EQ(platform.written["p"], "[Menu]\nMenuStyle=1\nother=2\n") << "the file changes when the run ends";
     file.ConfigName("q");
@@ -123,8 +128,23 @@ TEST_F(Profiles, AFileThatCannotBeReadIsLeftAlone) {
   IniFile file(platform, "p");
   EXPECT_EQ(file.KeyGet("s", "k", "none"), "none");
   file.KeySave("v", "s", "k");
+  file.StartAnew();
+  file.KeySave("v", "s", "k");
   file.ConfigName("q");
   EXPECT_TRUE(platform.written.empty());
+}
+
+TEST_F(Profiles, ARunThatFailsOrGrowsTooLargeLeavesTheFileAlone) {
+  platform.written["p"] = "[s]\n";
+  try {
+    IniFile file(platform, "p");
+    file.KeySave("v", "s", "k");
+    throw std::runtime_error("in the middle");
+  } catch (const std::runtime_error&) {
+  }
+  EXPECT_EQ(platform.written["p"], "[s]\n");
+  IniFile(platform, "p").KeySave(std::string(largestReadFile, 'v'), "s", "k");
+  EXPECT_EQ(platform.written["p"], "[s]\n");
 }
 
 }  // namespace

@@ -37,14 +37,14 @@ class PlainRule {
     Text result;
     for (std::size_t i = 0; i < bytes.size();) {
       const auto byte = [&](std::size_t at) { return at < bytes.size() ? static_cast<unsigned char>(bytes[at]) : 0U; };
-      std::size_t size = byte(i) < 0x80 ? 1 : byte(i) < 0xE0 ? 2 : byte(i) < 0xF0 ? 3 : 4;
+      std::size_t size = byte(i) < 0x80 || byte(i) > 0xF4 ? 1 : byte(i) < 0xE0 ? 2 : byte(i) < 0xF0 ? 3 : 4;
       char32_t code = size == 1 ? byte(i) : byte(i) & (0x7FU >> size);
       for (std::size_t k = 1; k < size; ++k) {
         if ((byte(i + k) & 0xC0U) != 0x80U) code = 0xFFFFFFFF;
         if (code != 0xFFFFFFFF) code = code << 6U | (byte(i + k) & 0x3FU);
       }
       constexpr char32_t least[] = {0, 0, 0x80, 0x800, 0x10000};
-      const bool valid = byte(i) < 0x80 || (byte(i) >= 0xC0 && code >= least[size] && code <= 0x10FFFF &&
+      const bool valid = byte(i) < 0x80 || (size > 1 && byte(i) >= 0xC0 && code >= least[size] && code <= 0x10FFFF &&
                                             (code < 0xD800 || code > 0xDFFF));
       result += valid ? code : 0x110000 + byte(i);
       i += valid ? size : 1;

@@ -100,6 +100,10 @@ TEST_F(RuleChecks, EveryPassDecidesAfresh) {
   EXPECT_THAT(pictures(), ElementsAre("Normal", "Spam", "Normal"));
   EXPECT_EQ(program.accounts[1].AcntDeleteCount, 0);
   EXPECT_EQ(program.accounts[1].AcntSpamCount, 1);
+  giveRules({});
+  ReadRules(program, "/home/Rules.ini");
+  check();
+  EXPECT_THAT(pictures(), ElementsAre("Normal", "Normal", "Normal"));
 }
 
 TEST_F(RuleChecks, AnotherFileNameIsAnotherSetOfRules) {
@@ -111,7 +115,9 @@ TEST_F(RuleChecks, AnotherFileNameIsAnotherSetOfRules) {
   EXPECT_EQ(program.rules.CurrentRule, 0);
   program.rules.ResizeRules(1);
   program.rules.working.RuleCount = 1;
+  program.options.RulesIniFileName = "RulesRobin.ini";
   WriteRules(program, "/home/RulesBob.ini");
+  EXPECT_EQ(program.frmMain.lblRulesFileName.Caption.get(), "FileName: RulesRobin.ini");
   EXPECT_EQ(program.rules.live.RuleCount, 1);
   EXPECT_THAT(platform.written["/home/RulesBob.ini"], testing::HasSubstr("[Rule1]\nName=Rule\nEnabled=1\n"));
 }

@@ -51,11 +51,12 @@ TEST_F(RuleFile, GoesRound) {
 }
 
 TEST_F(RuleFile, EveryTextComesBackAsItWas) {
-  for (const auto* text : {"NA", "\"Bob\"", "'", " x", "y\t", "a=b", ";c", "[d]", "Größe"}) {
+  for (const auto* text : {"NA", "\"Bob\"", "'x'", "'", " x", "y\t", "\vy", "y\f", "a=b", ";c", "[d]", "Größe"}) {
     Rules rules = read(example);
     rules.CopyRulesToWorking();
     rules.working[1].Name = rules.working[1].Account = text;
-    rules.working[1].Description[1] = std::string("Subject Contains |") + text + "| ";
+    rules.working[1].Description[1] = std::string("Subject Contains x") + text + " ";
+    rules.working[1].Description[2] = "\"Subject Contains x\" ";
     write(rules);
     const Rules again = read();
     EXPECT_EQ(again.live[1].Name, text);
@@ -75,10 +76,11 @@ TEST_F(RuleFile, WhatIsMissingOrRubbishIsThatOfAFreshRule) {
   }
   const Rules rules = read(
       "[Rules]\nRuleCount=3\n[Rule2]\nName=\nDescription1=Subject Contains a \nAction=x\n"
-      "[Rule3]\nDescCount=77\nDescription10=last\nDescription11=beyond\n");
+      "[Rule1]\nDescCount=-3\n[Rule3]\nDescCount=77\nDescription10=last\nDescription11=beyond\n");
   EXPECT_EQ(rules.live[1].Name, "Rule");
   EXPECT_EQ(rules.live[1].Enabled, 1);
   EXPECT_EQ(rules.live[1].Account, "All Accounts");
+  EXPECT_EQ(rules.live[1].DescCount, 0);
   EXPECT_EQ(rules.live[2].Name, "");
   EXPECT_EQ(rules.live[2].DescCount, 0);
   EXPECT_EQ(rules.live[2].Description[1], "") << "entries that aren't counted are not read";
@@ -86,6 +88,22 @@ TEST_F(RuleFile, WhatIsMissingOrRubbishIsThatOfAFreshRule) {
   EXPECT_EQ(rules.live[3].Description[1], " ") << "a blank is added to each";
   EXPECT_EQ(rules.live[3].Description[10], "last ");
   EXPECT_EQ(read("[Rules]\nRuleCount=32767\n").live[32767].Action, Rule::markAsSpam);
+}
+
+TEST_F(RuleFile, NothingOfTheFormerFileStays) {
+  Rules rules = read(example);
+  platform.written["Rules.ini"] = "[Rules]\nRuleCount=2\n";
+  {
+    IniFile file(platform, "Rules.ini");
+    readRules(file, rules);
+  }
+  EXPECT_EQ(rules.live.Show, 0);
+  EXPECT_EQ(rules.live[2].Name, "Rule");
+  rules.working.RuleCount = 3;
+  IniFile file(platform, "Rules.ini");
+  EXPECT_THROW(writeRules(file, rules), RunTimeFailure);
+  EXPECT_EQ(rules.live.RuleCount, 2);
+  EXPECT_EQ(platform.written["Rules.ini"], "[Rules]\nRuleCount=2\n");
 }
 
 TEST_F(RuleFile, ResizingLosesEntriesThatAreNotLive) {
@@ -118,6 +136,10 @@ TEST_F(RuleFile, TheWorkingSetFollowsTheLiveOne) {
   EXPECT_EQ(rules.CurrentRule, 0);
   EXPECT_EQ(rules.working.RuleCount, 0);
   EXPECT_EQ(rules.working.Show, 1) << "without rules the other values stay";
+  rules.CurrentRule = 1;
+  rules.live.RuleCount = -3;
+  rules.CopyRulesToWorking();
+  EXPECT_EQ(rules.CurrentRule, 0);
 }
 
 }  // namespace

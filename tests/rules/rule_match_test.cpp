@@ -53,6 +53,10 @@ TEST(RuleMatch, KeepsToTheMeaningOfEachEntry) {
       {"Subject Contains ", "", Outcome::No},
       {"Subject Contains NOT ", "", Outcome::Yes},
       {"Subject Equals  ", "", Outcome::Yes},
+      // Half a character is none of the text's.
+      {"Subject Contains \x84 ", "Ä", Outcome::No},
+      {"Subject Contains \x80 ", "𐐀", Outcome::No},
+      {"Subject Contains \xC3 ", "Ä", Outcome::No},
       // A criteria that begins with the word is taken for the negation.
       {"Subject Contains NOT free offer ", "free offer", Outcome::No},
       {"Subject Contains NOT  NOT ", "it is not", Outcome::No},
@@ -107,6 +111,8 @@ TEST(RuleMatch, KeepsToTheMeaningOfEachEntry) {
       {"Size GreaterThan -32769 ", "x", Outcome::Failure},
       {"Size GreaterThan large ", "x", Outcome::Failure},
       {"Size GreaterThan 0x10 ", "x", Outcome::Failure},
+      {"Size Equals nan ", "x", Outcome::Failure},
+      {"Size Equals +2500 ", "x", Outcome::Yes},
       {"Size GreaterThan  ", "x", Outcome::Failure},
   };
   for (const auto& c : cases) {
@@ -150,40 +156,82 @@ TEST(RuleMatch, JoinsItsEntriesByTheLastConjunction) {
 }
 
 /// Texts that meet often: letters whose capitals are longer, shorter or other letters' capitals, bytes that are no
-/// characters, keywords, wildcards.
+/// characters, keywords, wildcards, and long runs of plain letters.
 class Generator {
  public:
   explicit Generator(unsigned seed) : random_(seed) {}
 
   std::size_t below(std::size_t bound) { return random_() % bound; }
+  std::string one(const std::vector<std::string>& of) { return of[below(of.size())]; }
 
   std::string text(std::size_t most) {
-    static const std::vector<std::string> pieces = {"a",    "A",        "b", "ab", "s", "S",   "i",  "ı", "ſ", "ɐ",
-                                                    "Ɐ",    "é",        "É", "ǆ",  "ǅ", "ß",   "日", "𐐨", "𐐀", "\xC3",
-                                                    "\xA9", "\xE6\x97", "?", "*",  " ", "NOT", "x",  "x", "x"};
+    static const std::vector<std::string> pieces = {"a",
+                                                    "A",
+                                                    "b",
+                                                    "ab",
+                                                    "s",
+                                                    "S",
+                                                    "i",
+                                                    "ı",
+                                                    "ſ",
+                                                    "ɐ",
+                                                    "Ɐ",
+                                                    "é",
+                                                    "É",
+                                                    "ǆ",
+                                                    "ǅ",
+                                                    "ß",
+                                                    "日",
+                                                    "𐐨",
+                                                    "𐐀",
+                                                    "\xC3",
+                                                    "\xA9",
+                                                    "\x80",
+                                                    "\xE6\x97",
+                                                    "\xC0\xAF",
+                                                    "\xED\xA0\x80",
+                                                    "?",
+                                                    "*",
+                                                    "\xF4\x90\x80\x80",
+                                                    "\xF0\x80\x80\x80",
+                                                    "\xF8\x90\x80\x80",
+                                                    " ",
+                                                    "NOT",
+                                                    "x",
+                                                    "x",
+                                                    "x",
+                                                    "aNeedleInAHaystackOfMoreLetters"};
     std::string result;
-    for (std::size_t i = below(most + 1); i > 0; --i) result += pieces[below(pieces.size())];
+    for (std::size_t i = below(most + 1); i > 0; --i) result += one(pieces);
     return result;
   }
 
-  std::string entry() {
-    static const std::vector<std::string> wheres = {"From", "To",         "Subject", "Subject", "Body",
-                                                    "Body", "Attachment", "Size",    "from"};
-    static const std::vector<std::string> conditions = {"Contains",    "Contains", "Equals", "Equals",
-                                                        "GreaterThan", "LessThan", "equals"};
-    static const std::vector<std::string> conjunctions = {"", "", "AND ", "OR ", "AND", "and "};
-    static const std::vector<std::string> sizes = {"0", "1", "2", "1.5", "2.5", "-1", "40000", "x", "", "1e1"};
-    const std::string& where = wheres[below(wheres.size())];
-    std::string result =
-        conjunctions[below(conjunctions.size())] + where + ' ' + conditions[below(conditions.size())] + ' ';
-    if (below(3) == 0) result += "NOT ";
-    result += where == "Size" ? sizes[below(sizes.size())] : text(5);
-    return below(20) == 0 ? result : result + ' ';
+  /// Often a part of a text of the message, with a wildcard in place of some of it.
+  std::string criteria(const MailMessage& message) {
+    if (below(3) == 0) return text(5);
+    const std::string& from = *std::vector{&message.From, &message.To, &message.Subject, &message.Body}[below(4)];
+    std::string part = from.substr(below(from.size() + 1));
+    if (below(2) == 0) part = part.substr(0, below(part.size() + 1));
+    if (below(2) == 0) part.replace(below(part.size() + 1), below(4), below(2) == 0 ? "?" : "*");
+    return part;
   }
 
-  Rule rule() {
+  std::string entry(const MailMessage& message) {
+    const std::string where = one({"From", "To", "Subject", "Body", "From", "To", "Subject", "Body", "Attachment",
+                                   "Size", below(9) == 0 ? "from" : "Subject"});
+    const std::string condition =
+        one({"Contains", "Contains", "Equals", "Equals", below(3) == 0 ? "GreaterThan" : "Equals",
+             below(3) == 0 ? "LessThan" : "Contains", below(9) == 0 ? "equals" : "Equals"});
+    std::string result = one({"", "", "AND ", "OR ", "AND ", below(9) == 0 ? "AND" : "OR "}) + where + ' ' + condition;
+    result += below(3) == 0 ? " NOT " : " ";
+    result += where == "Size" ? one({"0", "1", "2", "1.5", "2.5", "-1", "40000", "x", "", "1e1"}) : criteria(message);
+    return below(30) == 0 ? result : result + ' ';
+  }
+
+  Rule rule(const MailMessage& message) {
     std::vector<std::string> entries;
-    for (std::size_t i = below(10) == 0 ? 0 : 1 + below(below(3) == 0 ? 4 : 1); i > 0; --i) entries.push_back(entry());
+    const std::size_t count = below(10) == 0 ? 0 : 1 + below(below(3) == 0 ? 4 : 1);
+    while (entries.size() < count) entries.push_back(entry(message));
     return ruleOf(entries);
   }
 
@@ -206,8 +254,8 @@ TEST(RuleMatch, MeansWhatAPlainReadingOfRulesMeans) {
   Generator generate(20261121);
   int count[3] = {};
   for (int i = 0; i < 50'000; ++i) {
-    const Rule rule = generate.rule();
     const MailMessage message = generate.message();
+    const Rule rule = generate.rule(message);
     const Outcome expected = plainOutcome(rule, message);
     ++count[static_cast<int>(expected)];
     ASSERT_EQ(outcome(rule, message), expected)

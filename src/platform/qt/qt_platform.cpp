@@ -177,16 +177,15 @@ bool QtPlatform::writeFile(const std::string& path, std::string_view content) {
 }
 
 std::optional<std::string> QtPlatform::readFile(const std::string& path) const {
-  constexpr qint64 most = 16LL * 1024 * 1024;
   QFile file(qt(path));
   if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly)) return std::nullopt;
-  std::string content = file.read(most + 1).toStdString();
-  if (file.error() != QFileDevice::NoError || content.size() > most) return std::nullopt;
+  std::string content = file.read(static_cast<qint64>(largestReadFile) + 1).toStdString();
+  if (file.error() != QFileDevice::NoError || content.size() > largestReadFile) return std::nullopt;
   return content;
 }
 
 std::string QtPlatform::programFile(std::string_view name) const {
-  return utf8(QDir(programFolder()).absoluteFilePath(qt(name)));
+  return utf8(QDir(programFolder()).absoluteFilePath(QFileInfo(qt(name)).fileName()));
 }
 
 std::string QtPlatform::installedFile(std::string_view name) const {
