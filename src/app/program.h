@@ -66,15 +66,14 @@ struct Program {
   std::int16_t ColumnZone = noZone;  ///< likewise its column
   AttachmentCounts listCounts;
 
+  // The windows beside the main one, and which of them are open.
   PreviewWindow frmPreview;
+  RuleReportWindow frmRuleReport;
+  Form frmMessage;  ///< the Auto Check Message
   bool PreviewOpen = false;
   bool PreviewHidden = false;  ///< it went with the main window, and will come back with it
-
-  RuleReportWindow frmRuleReport;
   bool RuleReportOpen = false;
-
-  Form frmMessage;               ///< the Auto Check Message
-  bool AutoMessageOpen = false;  ///< it is up, which nothing brings about yet
+  bool AutoMessageOpen = false;  ///< which nothing brings about yet
 
   bool FormLoading = false;    ///< handlers of changes do nothing
   bool QuitRequested = false;  ///< closing the window ends the program, whatever the options say

@@ -49,7 +49,8 @@ void TabStripRuleReport_Click(Program& program) {
   window.CurrentTab = window.TabStripRuleReport.Tabs(window.TabStripRuleReport.SelectedItem()).Caption;
   for (const Side& side : sides) {
     const bool current = isCurrent(window, side);
-    (window.*side.label).Visible = (window.*side.image).Visible = current;
+    (window.*side.label).Visible = current;
+    (window.*side.image).Visible = current;
     if (current) setCanDelete(program, window.*side.accounts > 0);
   }
 }

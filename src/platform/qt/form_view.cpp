@@ -23,7 +23,9 @@ void FormView::followForm() {
     if (on) arrange();
     setVisible(on);
   });
-  connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, this, [this] {
+  // NOLINTNEXTLINE(cppcoreguidelines-owning-memory): its parent owns it
+  auto* help = new QShortcut(QKeySequence::HelpContents, this);
+  connect(help, &QShortcut::activated, this, [this] {
     if (form_.Help) form_.Help();
   });
   form_.centre.watch([this] { centreOnScreen(); });
