@@ -50,22 +50,27 @@ bool isAscii(const Block& block) {
   return bits < 0x80;
 }
 
-/// Writes a character in upper case, and returns how many bytes it takes then.
-std::size_t writeUpper(std::string_view character, const UpperCase& table, char* bytes) {
-  const char32_t code = decoded(character);
-  return encode(code < table.size() ? table[code] : upperByLocale(code), bytes);
+/// Turns a text of any characters, one by one. Returns how many bytes it takes then.
+std::size_t writeUpper(std::string_view text, const UpperCase& table, char* bytes) {
+  char* end = bytes;
+  while (!text.empty()) {
+    const std::size_t size = characterSize(text);
+    if (size == 1) {
+      *end++ = upperAscii(text.front());
+    } else {
+      const char32_t code = decoded(text.substr(0, size));
+      end += encode(code < table.size() ? table[code] : upperByLocale(code), end);
+    }
+    text.remove_prefix(size);
+  }
+  return static_cast<std::size_t>(end - bytes);
 }
 
-/// The same for the character at the beginning of `text`. Adds its sizes before and after.
-void writeNext(std::string_view text, const UpperCase& table, char* bytes, std::size_t& taken, std::size_t& written) {
-  const std::size_t size = characterSize(text);
-  taken += size;
-  if (size == 1) {
-    *bytes = upperAscii(text.front());
-    ++written;
-  } else {
-    written += writeUpper(text.substr(0, size), table, bytes);
-  }
+/// How much of the text, from its beginning, to turn one by one: a block or a little more, whole characters.
+std::size_t blockOfCharacters(std::string_view text) {
+  std::size_t size = std::min(Block().size(), text.size());
+  while (!isBoundary(text, size)) ++size;
+  return size;
 }
 
 }  // namespace
@@ -85,9 +90,9 @@ std::string upper(std::string_view text) {
       size += block.size();
       continue;
     }
-    for (const std::size_t end = std::min(at + block.size(), text.size()); at < end;) {
-      writeNext(text.substr(at), table, &result[size], at, size);
-    }
+    const auto characters = text.substr(at, blockOfCharacters(text.substr(at)));
+    size += writeUpper(characters, table, &result[size]);
+    at += characters.size();
   }
   result.resize(size);
   return result;
