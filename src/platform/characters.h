@@ -43,7 +43,7 @@ inline char32_t decoded(std::string_view character) {
   return (bits(0) & 0x07U) << 18U | bits(1) << 12U | bits(2) << 6U | bits(3);
 }
 
-/// Writes a code point at `bytes`, where there is room for four, and returns how many it takes.
+/// Writes a code point at `bytes`, where there is room for it, and returns how many it takes: four at most.
 inline std::size_t encode(char32_t code, char* bytes) {
   const auto continuation = [code](unsigned shift) { return static_cast<char>(0x80U | (code >> shift & 0x3FU)); };
   if (code < 0x80) {
