@@ -71,13 +71,16 @@ QMessageBox::StandardButtons buttonsOf(Question::Buttons buttons) {
                                              : QMessageBox::StandardButtons(QMessageBox::Ok);
 }
 
-/// Makes room for the text's own lines, which a message box would break anew. A server's words may be long.
+/// Makes room for the text's own lines, which a message box would break anew, and for the title beside the window's
+/// buttons. A server's words may be long.
 void widen(QMessageBox& box) {
   auto* label = box.findChild<QLabel*>("qt_msgbox_label");
   if (label == nullptr) return;
   constexpr int widest = 640;
-  const QSize needed = label->fontMetrics().size(Qt::TextExpandTabs, box.text());
-  label->setMinimumWidth(std::min(needed.width(), widest));
+  constexpr int windowButtons = 100;
+  const int text = label->fontMetrics().size(Qt::TextExpandTabs, box.text()).width();
+  const int title = label->fontMetrics().horizontalAdvance(box.windowTitle()) + windowButtons;
+  label->setMinimumWidth(std::min(std::max(text, title), widest));
 }
 
 /// A window that is always on top would hide what waits for an answer.
