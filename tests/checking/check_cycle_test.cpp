@@ -14,10 +14,7 @@ using test::message;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-class CheckCycle : public test::RunningProgram {
- protected:
-  std::vector<std::string> commandsOf(const std::string& server) { return platform.servers[server].commands; }
-};
+class CheckCycle : public test::RunningProgram {};
 
 TEST_F(CheckCycle, CheckAllShowsEachEnabledAccountAndComesBack) {
   addAccount("Work").messages = {message("a"), message("b")};
@@ -222,61 +219,6 @@ TEST_F(CheckCycle, TimedWalksTellWhatTheyFound) {
   EXPECT_EQ(tabs.front(), 1) << "but not in a window that nobody sees";
   EXPECT_EQ(program.frmMain.lvwEmail.Rows().size(), 2U);
   EXPECT_EQ(program.TotalNew, 0);
-}
-
-TEST_F(CheckCycle, NothingIsFetchedWhereTheCountIsTheSame) {
-  auto& server = addAccount("Work");
-  server.messages = {message("a"), message("b")};
-  start();
-  check();
-  server.commands.clear();
-  server.messages = {message("a"), message("new")};
-  check();
-  EXPECT_THAT(commandsOf("Work"), testing::Not(testing::Contains(HasSubstr("RETR"))));
-  EXPECT_EQ(program.messages.at(1, 2).MsgID, "b");
-  EXPECT_FALSE(program.messages.at(1, 2).New);
-  EXPECT_EQ(program.accounts[1].AcntStatusText, "Work - 2 Messages");
-  EXPECT_TRUE(program.accounts[1].AcntHasMessages);
-  program.options.QuickCheck = 0;
-  check();
-  EXPECT_EQ(program.messages.at(1, 2).MsgID, "new");
-  EXPECT_TRUE(program.messages.at(1, 2).New);
-  EXPECT_FALSE(program.accounts[1].AcntHasNew) << "the count has not grown";
-}
-
-TEST_F(CheckCycle, NewIsJudgedByIdentifierAndGrowthByCount) {
-  auto& server = addAccount("Work");
-  server.messages = {message("a"), message("b"), message("c")};
-  start();
-  check();
-  EXPECT_EQ(program.accounts[1].AcntNewCount, 3);
-  server.messages = {message("b"), message("c")};
-  check();
-  EXPECT_FALSE(program.messages.at(1, 1).New);
-  EXPECT_TRUE(program.messages.at(1, 2).New) << "its old row lies above the new count";
-  EXPECT_EQ(program.accounts[1].AcntPrevCount, 3) << "a smaller mailbox doesn't lower the mark";
-  server.messages = {message("b"), message("c"), message("d"), message("e")};
-  check();
-  EXPECT_EQ(program.accounts[1].AcntNewCount, 1);
-  EXPECT_TRUE(program.messages.at(1, 4).New);
-}
-
-TEST_F(CheckCycle, AFailureKeepsWhatWasSeenForTheNextSuccess) {
-  auto& server = addAccount("Work");
-  server.messages = {message("a"), message("b")};
-  start();
-  check();
-  server.messages.push_back(message("c"));
-  server.answers["RETR 2"] = "-ERR no such message\r\n";
-  check();
-  EXPECT_EQ(program.accounts[1].AcntMsgCount, 0);
-  EXPECT_TRUE(program.frmMain.lvwEmail.Rows().empty());
-  EXPECT_EQ(tab(1), "Work");
-  server.answers.clear();
-  check();
-  EXPECT_EQ(program.accounts[1].AcntNewCount, 1);
-  EXPECT_FALSE(program.messages.at(1, 1).New);
-  EXPECT_TRUE(program.messages.at(1, 3).New);
 }
 
 struct Trouble {

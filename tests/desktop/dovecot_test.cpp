@@ -211,22 +211,6 @@ TEST_F(Mailboxes, MarkedMessagesGoWhenTheClientLeavesAndOnlyThen) {
   client->Disconnect();
 }
 
-TEST_F(Mailboxes, AThousandMessagesComeInFast) {
-  constexpr int count = 1000;
-  addMailbox("many", smallMessages(count));
-  start();
-  QElapsedTimer clock;
-  clock.start();
-  check();
-  const auto milliseconds = std::max<qint64>(clock.elapsed(), 1);
-  EXPECT_EQ(account("many").AcntStatusText, "many - 1000 Messages");
-  for (const std::int16_t number : {std::int16_t{1}, std::int16_t{500}, std::int16_t{1000}}) {
-    EXPECT_EQ(mail("many", number).Subject, "Message " + std::to_string(number));
-  }
-  EXPECT_LT(milliseconds, 20'000);
-  std::cout << 1000LL * count / milliseconds << " messages a second\n";
-}
-
 TEST_F(Mailboxes, AThousandMessagesGoAtOnceAndNoneThatCameLater) {
   option("ConnectTimeOut", "10");
   option("DeleteConfirmation", "0");

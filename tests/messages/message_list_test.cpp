@@ -99,20 +99,6 @@ TEST_F(MessageList, ATabShowsItsAccountWithoutAskingTheServer) {
   EXPECT_TRUE(actionsEnabled()) << "a click on the tab already showing leaves all as it is";
 }
 
-TEST_F(MessageList, MarksComeFromTheStore) {
-  program.messages.at(1, 1).Spam = true;
-  program.messages.at(1, 1).New = false;
-  program.messages.at(1, 2).Delete = true;
-  ShowAccountMessages(program, 1);
-  EXPECT_EQ(list().Rows()[0].Picture, "Spam");
-  EXPECT_EQ(list().Rows()[1].Picture, "DeleteAttach");
-  EXPECT_TRUE(program.frmMain.tbrEmail["EmailSpam"].Enabled);
-  EXPECT_EQ(program.listCounts.ListDeleteAttachCount, 1);
-  program.messages.at(1, 1).Delete = true;
-  ShowAccountMessages(program, 1);
-  EXPECT_FALSE(program.frmMain.tbrEmail["EmailSpam"].Enabled);
-}
-
 TEST_F(MessageList, TheFocusStaysAwayWithoutAPointer) {
   int taken = 0;
   program.frmMain.cmdTakeFocus.focus.watch([&] { ++taken; });

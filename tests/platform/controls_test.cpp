@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "platform/controls/list_view.h"
 #include "platform/controls/tab_strip.h"
 #include "platform/controls/timer.h"
 #include "platform/controls/toolbar.h"
@@ -74,18 +73,6 @@ TEST(TabStrip, RaisesClickWhoeverSelects) {
   strip.SelectTab(2);
   EXPECT_EQ(clicks, 1);
   EXPECT_THROW(strip.SelectTab(3), RunTimeFailure);
-}
-
-TEST(ListView, ARefillIsOneChangeAndLeavesNothingSelected) {
-  ListView list{"From"};
-  int changes = 0;
-  list.rowsChanged.watch([&] { ++changes; });
-  list.SetRows({{{"a"}, "New", true}, {{"b"}, "Normal", false}});
-  list.UserSelected({1, 2}, 2);
-  EXPECT_EQ(list.SelectedItem(), 2);
-  list.SetRows({{{"a"}, "New", true}});
-  EXPECT_EQ(changes, 2);
-  EXPECT_THROW(list.SelectedItem(), RunTimeFailure);
 }
 
 }  // namespace
