@@ -5,13 +5,16 @@
 #include "app/shut_down.h"
 #include "app/start_up.h"
 #include "platform/mime/gmime_reader.h"
+#include "platform/qt/check_message_view.h"
 #include "platform/qt/end_of_session.h"
+#include "platform/qt/first_use_view.h"
 #include "platform/qt/html_text.h"
 #include "platform/qt/main_window_view.h"
 #include "platform/qt/preview_view.h"
 #include "platform/qt/qt_platform.h"
 #include "platform/qt/rule_report_view.h"
 #include "platform/qt/strings.h"
+#include "platform/qt/tray_view.h"
 
 namespace {
 
@@ -42,10 +45,14 @@ int main(int argc, char* argv[]) {
   QtPlatform platform(reader);
   Program program(platform);
   MainWindowView view(program.frmMain);
+  const TrayView tray(program.frmMain, view);
   const PreviewView preview(program.frmPreview, &view);
   const RuleReportView ruleReport(program.frmRuleReport);
+  const CheckMessageView message(program.frmMessage);
+  const FirstUseView firstUse(program.frmFirstUse, &view);
   const EndOfSession endOfSession([&program] { QuitApplication(program); });
   if (!Main(program) || platform.isQuitting()) return 0;
+  QtPlatform::provideSounds();
   // Once the event loop runs: what ends the program also ends the box then.
   QTimer::singleShot(0, &view, [&platform] {
     if (platform.settingsFile().isDamaged()) warnOfDamagedSettings(platform);

@@ -24,9 +24,6 @@ constexpr auto fields = std::to_array<Field<Account>>({
     {"AcntSoundOn", &Account::AcntSoundOn},
 });
 
-/// More than anybody has, and few enough that a damaged count does no harm.
-constexpr std::int16_t mostAccounts = 1000;
-
 SettingsPlace placeOf(std::int16_t number) { return {settingsSection, std::to_string(number)}; }
 
 template <class Rows>
@@ -48,6 +45,12 @@ void Accounts::ResizeAccounts(std::int16_t count) {
   rows_.resize(static_cast<std::size_t>(count) + 1);
   edit_.resize(rows_.size());
   for (auto& row : rows_) row.AcntIncomplete = false;
+  TabEdges.assign(rows_.size(), 0);
+}
+
+std::int16_t Accounts::TabAtPosition(std::int32_t x) const {
+  const auto found = std::find_if(TabEdges.begin() + 1, TabEdges.end(), [x](std::int32_t edge) { return edge > x; });
+  return found == TabEdges.end() ? std::int16_t{0} : static_cast<std::int16_t>(found - TabEdges.begin());
 }
 
 std::int16_t Accounts::storedCount(const SettingsStore& store) {
@@ -63,6 +66,11 @@ void Accounts::LoadAccount(const SettingsStore& store, std::int16_t number) {
 void Accounts::SaveAccountFields(SettingsStore& store, std::int16_t number) const {
   const Account& account = (*this)[number];
   for (const auto& field : fields) saveField(store, placeOf(number), field, account);
+}
+
+void Accounts::DeleteAccountFields(SettingsStore& store, std::int16_t number) {
+  const SettingsPlace place = placeOf(number);
+  for (const auto& field : fields) store.DeleteSetting(place.section, place.key(field.key));
 }
 
 void Accounts::BlankAccountRow() {

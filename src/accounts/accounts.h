@@ -47,16 +47,25 @@ struct AccountState {
 /// The twelve kept fields, in the order in which they are read and written.
 std::span<const Field<Account>> accountFields();
 
+/// More than anybody has, and few enough that a damaged count does no harm.
+inline constexpr std::int16_t mostAccounts = 1000;
+
 /// The accounts, numbered from 1 to AcntNum in the order of their tabs: an account is its position. Row 0 is the
 /// placeholder shown while there are none; it is never kept.
 class Accounts {
  public:
   struct Row : Account, AccountState {};
 
-  Accounts() : rows_(1), edit_(1) { BlankAccountRow(); }
+  Accounts() : TabEdges(1), rows_(1), edit_(1) { BlankAccountRow(); }
 
   std::int16_t AcntNum() const { return static_cast<std::int16_t>(rows_.size() - 1); }
   std::int16_t AcntCurrent = 0;  ///< the account whose tab is selected, 0 while there is none
+
+  /// The right edge of each account's tab, as of the last press on a strip; the total width in entry 0.
+  std::vector<std::int32_t> TabEdges;
+
+  /// The account whose tab is at `x`, 0 for none.
+  std::int16_t TabAtPosition(std::int32_t x) const;
 
   /// Throws subscriptFailure outside 0 to AcntNum.
   Row& operator[](std::int16_t number);
@@ -66,7 +75,7 @@ class Accounts {
   Account& Edit(std::int16_t number);
   void CopyAccountToEdit(std::int16_t number) { Edit(number) = static_cast<const Account&>((*this)[number]); }
 
-  /// Makes room for accounts 0 to `count` and keeps what is there, but for AcntIncomplete, which is lost.
+  /// Makes room for accounts 0 to `count` and keeps what is there, but for AcntIncomplete and TabEdges, which are lost.
   void ResizeAccounts(std::int16_t count);
 
   /// The count that the tree holds; nothing sensible there counts as no accounts.
@@ -74,6 +83,7 @@ class Accounts {
 
   void LoadAccount(const SettingsStore& store, std::int16_t number);
   void SaveAccountFields(SettingsStore& store, std::int16_t number) const;
+  static void DeleteAccountFields(SettingsStore& store, std::int16_t number);
   void BlankAccountRow();
 
  private:

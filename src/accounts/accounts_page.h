@@ -1,14 +1,67 @@
 #pragma once
 
+#include <array>
+#include <cstdint>
+
+#include "platform/controls/check_box.h"
+#include "platform/controls/colour_box.h"
 #include "platform/controls/frame.h"
 #include "platform/controls/tab_strip.h"
+#include "platform/controls/text_box.h"
+#include "platform/controls/timer.h"
+#include "platform/controls/toolbar.h"
 
 namespace velmora {
 
-/// The controls of the Accounts page.
+struct Program;
+
+/// The controls of the Accounts page, which shows one account at a time: a working copy that becomes the account's
+/// record when the user saves it.
 struct AccountsPage {
   Frame fraAcntToolBar;
+  Toolbar tbrAcnts{"imlAcntIcons",
+                   {{"AcntAdd", "Add Account   ", "Add a New Account", "AcntAdd"},
+                    {"AcntDelete", "Delete Account   ", "Delete this Account", "AcntDelete"},
+                    {"AcntTest", "Test Account   ", "Test the Connection of this Account", "AcntTest"}}};
+  Toolbar tbrMoveButtons{"imlMoveButtons",
+                         {{"Backward", "Backward", "Move Account Backward", "Backward"},
+                          {"Forward", "Forward", "Move Account Forward", "Forward"}}};
   TabStrip TabStripAcnts;
+  Timer tmrDragTab{1000, false};
+
+  Frame fraAcnt;
+  CheckBox chkAcntEnabled{"Enable Account"};
+  TextBox txtAcntName{20};
+  TextBox txtAcntServer;
+  CheckBox chkAcntSecure{"Server Requires Secure Connection"};
+  TextBox txtAcntPort{10};
+  TextBox txtAcntLoginID;
+  TextBox txtAcntPassword;
+  ColourBox txtAcntColour;
+  Toolbar tbrColour{"imlColourButtons", {{"Colour", "Select Colour", "Select a Colour for this Account", "Colour"}}};
+  Frame fraColourBox{"Click Colour Box", false};
+  std::array<ColourBox, 6> lblColourBox{{{0xFF0000}, {0xFFFF00}, {0x00FF00}, {0xFF00FF}, {0x0000FF}, {0x000000}}};
+  TextBox txtAcntClient;
+  Label lblClientName;
+  Label lblAcntRunSize;
+  TextBox txtAcntSound;
+  Label lblSoundName;
+  CheckBox chkAcntSoundOn{"Sound On"};
+  Label lblAcntPlaySound;
 };
+
+/// Ties the page's controls to what they do.
+void ConnectAccountsPage(Program& program);
+
+/// Fills the working copy and the page from the record of the current account, `number`, which is 0 for the placeholder
+/// while there are none. Changes that were not saved are gone.
+void ShowAccount(Program& program, std::int16_t number);
+
+/// Compares the page with the record of the account showing. A page that differs can be left by saving or cancelling
+/// only.
+void AccountDirtyCheck(Program& program);
+
+/// Enables the buttons that change the order of the accounts, as far as the account showing has neighbours.
+void SetMoveButtons(Program& program);
 
 }  // namespace velmora

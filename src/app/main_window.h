@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "accounts/accounts_page.h"
+#include "app/tray.h"
 #include "messages/email_page.h"
 #include "options/options_page.h"
 #include "platform/controls/frame.h"
@@ -32,12 +33,14 @@ inline constexpr std::size_t closeBar = 2;
 inline constexpr std::size_t checkAllBar = 3;
 inline constexpr std::size_t startClientBar = 4;
 inline constexpr std::size_t accountsHelpBar = 5;
+inline constexpr std::size_t saveAccountBar = 6;
+inline constexpr std::size_t cancelAccountBar = 7;
 inline constexpr std::size_t rulesHelpBar = 8;
 inline constexpr std::size_t pauseStartUpBar = 14;
 
 /// The only top-level window of the program: four pages of which one shows at a time, the buttons that switch between
-/// them, a row of buttons for each page, and the status bar.
-struct MainWindow : Form, EmailPage, AccountsPage, RulesPage, OptionsPage {
+/// them, a row of buttons for each page, the status bar, and what stands for it in the tray.
+struct MainWindow : Form, EmailPage, AccountsPage, RulesPage, OptionsPage, Tray {
   Toolbar tbrMainButtons{"imlMainIcons",
                          {{"Email", "Email        ", "Email Messages", "Email"},
                           {"Accounts", "Accounts  ", "Account Information", "Accounts"},
@@ -77,6 +80,7 @@ struct MainWindow : Form, EmailPage, AccountsPage, RulesPage, OptionsPage {
 
   Timer tmrStatusBar{1000, true};
   Timer tmrMailTime{1000, false};
+  Timer tmrMailStartUp{1000, false};
   Timer tmrRetrieveMessage{100, false};
 };
 

@@ -4,12 +4,16 @@
 #include <string_view>
 #include <utility>
 
+#include "accounts/accounts_page.h"
+#include "accounts/save_account.h"
 #include "app/program.h"
 #include "app/shut_down.h"
+#include "app/tray.h"
 #include "checking/check_cycle.h"
+#include "checking/start_up_check.h"
 #include "messages/email_client.h"
+#include "messages/email_page.h"
 #include "messages/message_list.h"
-#include "messages/preview.h"
 
 namespace velmora {
 
@@ -20,16 +24,26 @@ constexpr std::array<int, pageCount> helpContexts = {130, 140, 150, 260};
 
 Frame& frameOf(Program& program, std::int16_t page) { return program.frmMain.fraMain[static_cast<std::size_t>(page)]; }
 
-void selectCurrentTab(TabStrip& strip, std::int16_t account) {
-  if (account > 0) strip.SelectTab(account);
+/// A tab that is selected already may stand for an account that is new there.
+void showCurrentMessages(Program& program) {
+  if (program.accounts.AcntNum() == 0) return;
+  program.frmMain.TabStripEmail.SelectTab(program.accounts.AcntCurrent);
+  TabStripEmail_Click(program);
+}
+
+/// Its record, or the options that it goes with, may have changed since it was last seen.
+void showCurrentAccount(Program& program) {
+  if (program.accounts.AcntNum() == 0) return;
+  program.frmMain.TabStripAcnts.SelectTab(program.accounts.AcntCurrent);
+  if (!program.AcntDirty) ShowAccount(program, program.accounts.AcntCurrent);
 }
 
 /// Puts one page in place of another.
 void switchPage(Program& program, std::int16_t from, std::int16_t to) {
   MainWindow& frmMain = program.frmMain;
   frameOf(program, from).Visible = false;
-  if (to == emailPage) selectCurrentTab(frmMain.TabStripEmail, program.accounts.AcntCurrent);
-  if (to == accountsPage) selectCurrentTab(frmMain.TabStripAcnts, program.accounts.AcntCurrent);
+  if (to == emailPage) showCurrentMessages(program);
+  if (to == accountsPage) showCurrentAccount(program);
   frameOf(program, to).Visible = true;
   frmMain.lblBanner.Caption = PageBanners[static_cast<std::size_t>(to)];
 }
@@ -50,8 +64,14 @@ void restoreDesignSize(Program& program) {
 void enableAccountButtons(Program& program, bool enabled) {
   MainWindow& frmMain = program.frmMain;
   for (const auto* key : {"EmailNew", "EmailCheck"}) frmMain.tbrEmail[key].Enabled = enabled;
+  for (const auto* key : {"AcntDelete", "AcntTest"}) frmMain.tbrAcnts[key].Enabled = enabled;
   if (!enabled) EnableMessageActions(program, false);
   frmMain.lvwEmail.Enabled = enabled;
+  for (MenuEntry* entry :
+       {&frmMain.mnuTrayRunClient, &frmMain.mnuTrayCheckAll, &frmMain.mnuTrayNewMessage, &frmMain.mnuTrayAutoCheck,
+        &frmMain.mnuTraySounds, &frmMain.mnuTrayOptions, &frmMain.mnuTrayMenuColours}) {
+    entry->Enabled = enabled;
+  }
 }
 
 }  // namespace
@@ -69,7 +89,8 @@ void SetAccountState(Program& program) {
   }
   MainWindow& frmMain = program.frmMain;
   frmMain.fraNoAcntsBanner.Visible = false;
-  frmMain.tbrEmail.Enabled = true;
+  frmMain.fraAcnt.Visible = true;
+  for (Toolbar* bar : {&frmMain.tbrEmail, &frmMain.tbrAcnts}) bar->Enabled = true;
   enableAccountButtons(program, true);
   for (const std::size_t bar : {helpBar, closeBar, checkAllBar, startClientBar, accountsHelpBar, rulesHelpBar}) {
     frmMain.tbrButtons[bar].Enabled = true;
@@ -78,20 +99,36 @@ void SetAccountState(Program& program) {
 
 void ShowNoAccountState(Program& program) {
   MainWindow& frmMain = program.frmMain;
-  frmMain.fraNoAcntsBanner.Visible = true;
+  frmMain.fraNoAcntsBanner.Visible = program.CurrentPage < optionsPage;
+  frmMain.fraAcnt.Visible = false;  // the banner stands for it
   enableAccountButtons(program, false);
   frmMain.tbrEmail["EmailSpam"].Enabled = false;
   for (const std::size_t bar : {closeBar, checkAllBar}) frmMain.tbrButtons[bar].Enabled = false;
+}
+
+void ShowNoAccounts(Program& program) {
+  MainWindow& frmMain = program.frmMain;
+  program.accounts.BlankAccountRow();
+  for (TabStrip* strip : {&frmMain.TabStripEmail, &frmMain.TabStripAcnts}) strip->Add("", "MailNo");
+  program.AcntLastShown = 0;
+  program.listCounts = {};
+  frmMain.lvwEmail.EmptyText = "";
+  frmMain.lvwEmail.Clear();
+  frmMain.StatusBar.Panels(1).Text = "No Accounts have been created...";
+  for (const int number : {2, 3}) frmMain.StatusBar.Panels(number).Text = "";
+  frmMain.StatusBar.Panels(2).Picture = "";
+  frmMain.StatusBar.Panels(4).Text = program.NextCheckText;
+  ShowAccount(program, 0);
+  ShowNoAccountState(program);
 }
 
 void ShowHelp(Program& program) {
   program.platform.showHelp(helpContexts[static_cast<std::size_t>(program.CurrentPage)]);
 }
 
-void CloseToTray(Program& program) {
-  HidePreview(program);
-  program.frmMain.State = WindowState::Minimised;
-  program.frmMain.Visible = false;
+void GoToPage(Program& program, std::int16_t page) {
+  switchPage(program, std::exchange(program.CurrentPage, page), page);
+  program.frmMain.fraNoAcntsBanner.Visible = page < optionsPage && program.accounts.AcntNum() == 0;
 }
 
 void tbrMainButtons_ButtonClick(Program& program, const Button& button) {
@@ -103,9 +140,7 @@ void tbrMainButtons_ButtonClick(Program& program, const Button& button) {
     QuitApplication(program);
     return;
   }
-  const std::int16_t page = pageOf(button.Key);
-  switchPage(program, std::exchange(program.CurrentPage, page), page);
-  program.frmMain.fraNoAcntsBanner.Visible = page < optionsPage && program.accounts.AcntNum() == 0;
+  GoToPage(program, pageOf(button.Key));
 }
 
 void tbrButtons_ButtonClick(Program& program, const Button& button) {
@@ -114,6 +149,9 @@ void tbrButtons_ButtonClick(Program& program, const Button& button) {
   if (button.Key == "Close") CloseToTray(program);
   if (button.Key == "StartEmailClient") StartClientProgram(program);
   if (button.Key == "Help") ShowHelp(program);
+  if (button.Key == "PauseStartupCheck") ToggleStartUpPause(program);
+  if (button.Key == "SaveAccount") SaveAccount(program);
+  if (button.Key == "Cancel" && program.CurrentPage == accountsPage) ShowAccount(program, program.accounts.AcntCurrent);
 }
 
 }  // namespace velmora

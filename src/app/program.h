@@ -5,8 +5,10 @@
 #include <string>
 
 #include "accounts/accounts.h"
+#include "app/first_use_window.h"
 #include "app/main_window.h"
 #include "app/status_panels.h"
+#include "checking/message_window.h"
 #include "messages/message_store.h"
 #include "messages/preview_window.h"
 #include "options/options.h"
@@ -36,6 +38,14 @@ struct Program {
   std::int16_t CurrentPage = emailPage;
 
   bool DefaultClientValid = false;  ///< the default email client is there: it serves all accounts
+  bool DefaultSoundValid = false;   ///< likewise the default sound
+  bool SoundMaster = true;          ///< sounds are on
+
+  // The Accounts page.
+  bool AcntDirty = false;       ///< it differs from the record of the account showing
+  bool AcntBusy = false;        ///< the program changes tabs itself: clicks on them do nothing
+  bool AcntLoading = false;     ///< likewise the page's controls
+  std::int16_t DragSource = 0;  ///< the strip on which the last press on a tab was: 1 the Email page's
 
   // The one connection. A stop replaces the client while it works.
   std::unique_ptr<IPopClientNotify> popEvents;
@@ -52,13 +62,24 @@ struct Program {
   std::string IncompleteAccounts;  ///< one name a line
   std::string AccountInfoText;
   std::int16_t AccountInfoLines = 0;
+
+  // Timed checks.
+  std::string CurrentTime;  ///< "dd/mm/yy-hh:mm", as of the last tick of tmrMailTime
   std::string NextCheckText;
-  std::string NextCheckTime;  ///< "dd/mm/yy-hh:mm" of the next timed check
+  std::string NextCheckTime;       ///< of the next timed check, like CurrentTime
+  std::string SavedNextCheckText;  ///< for when Auto Check is switched on again
+  std::string SavedNextCheckTime;  ///< likewise
+  bool NoCheckPostponed = false;   ///< the next one was put off to the end of the quiet period
+  bool StartUpDone = true;         ///< the check at start-up has happened, or never will
+  bool StartUpPaused = false;      ///< its countdown stands
+  bool StartUpWasRunning = false;  ///< what SuspendStartUpTimer has to restore
+  int StartUpSeconds = 0;          ///< gone by of the countdown
+  std::int16_t TrayAccount = 0;    ///< whose picture the tray shows next
 
   // The message list. The order in force, SortDescending of the program's pages, is the option SortOrder.
   std::string SortColumnName;
   std::string LastClickedColumn;     ///< a click on it again turns the order round
-  std::int16_t AcntLastShown = 0;    ///< a click on this account's tab does nothing
+  std::int16_t AcntLastShown = 0;    ///< whose messages the list holds: a click on its tab does nothing
   std::int16_t SelectedMessage = 0;  ///< what the actions on a message work on
   bool ItemUnderPointer = false;     ///< the last pointer event on the list met a row
   std::int16_t HoverMessage = 0;     ///< the row under the pointer, 0 for none
@@ -69,11 +90,12 @@ struct Program {
   // The windows beside the main one, and which of them are open.
   PreviewWindow frmPreview;
   RuleReportWindow frmRuleReport;
-  Form frmMessage;  ///< the Auto Check Message
+  MessageWindow frmMessage;
+  FirstUseWindow frmFirstUse;
   bool PreviewOpen = false;
-  bool PreviewHidden = false;  ///< it went with the main window, and will come back with it
   bool RuleReportOpen = false;
-  bool AutoMessageOpen = false;  ///< which nothing brings about yet
+  bool AutoMessageOpen = false;
+  bool FirstUseOpen = false;
 
   bool FormLoading = false;    ///< handlers of changes do nothing
   bool QuitRequested = false;  ///< closing the window ends the program, whatever the options say

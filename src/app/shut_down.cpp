@@ -1,7 +1,9 @@
 #include "app/shut_down.h"
 
-#include "app/pages.h"
+#include "app/first_use.h"
 #include "app/program.h"
+#include "app/tray.h"
+#include "checking/check_notification.h"
 #include "messages/email_client.h"
 #include "messages/preview.h"
 #include "rules/rule_report.h"
@@ -18,6 +20,8 @@ void saveSortState(Program& program) {
 
 }  // namespace
 
+bool IsEnding(const Program& program) { return program.PopClient == nullptr; }
+
 void Form_Unload(Program& program) {
   if (program.options.CloseButton == 1 && !program.QuitRequested) {
     CloseToTray(program);
@@ -26,10 +30,13 @@ void Form_Unload(Program& program) {
   // A check that is under way must end without a word; it finds its client gone.
   program.StopRequested = true;
   program.PopClient.reset();
+  program.frmMain.TrayData.Visible = false;
   SaveColumnWidths(program);
   saveSortState(program);
   frmPreview_Unload(program);
   frmRuleReport_Unload(program);
+  frmMessage_Unload(program);
+  frmFirstUse_Unload(program);
   DeleteTemporaryFiles(program);
   program.frmMain.Visible = false;
   program.platform.quit();

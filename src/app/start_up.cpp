@@ -2,13 +2,20 @@
 
 #include <array>
 
+#include "accounts/accounts_page.h"
+#include "accounts/tab_drag.h"
+#include "app/first_use.h"
 #include "app/pages.h"
 #include "app/program.h"
 #include "app/shut_down.h"
 #include "app/status_bar.h"
-#include "checking/check_cycle.h"
+#include "app/tray.h"
+#include "checking/auto_check.h"
+#include "checking/check_notification.h"
 #include "checking/check_texts.h"
 #include "checking/pop_session.h"
+#include "checking/schedule.h"
+#include "checking/start_up_check.h"
 #include "messages/email_client.h"
 #include "messages/message_list.h"
 #include "messages/preview.h"
@@ -24,7 +31,8 @@ constexpr std::array<std::size_t, 6> saveAndCancelBars = {6, 7, 9, 10, 12, 13};
 
 void showOrHide(Program& program) {
   if (program.options.MinimizeStartUp == 1) {
-    CloseToTray(program);
+    program.frmMain.State = WindowState::Minimised;
+    GoToTray(program);
   } else {
     program.frmMain.Visible = true;
   }
@@ -32,6 +40,7 @@ void showOrHide(Program& program) {
 
 /// A new installation starts at logon until the user says otherwise.
 void firstRun(Program& program) {
+  ShowFirstUse(program);
   program.options.RunStartUp = program.EditOptions.RunStartUp = 1;
   SettingsStore& settings = program.platform.settings();
   settings.SaveSetting(optionsSection, "RunStartUp", "1");
@@ -48,12 +57,18 @@ void connectWindow(Program& program) {
   frmMain.Help = [&program] { ShowHelp(program); };
   frmMain.Resize = [&program] { Form_Resize(program); };
   frmMain.Close = [&program] { Form_Unload(program); };
-  frmMain.tmrStatusBar.Tick = [&program] { ShowClock(program); };
-  frmMain.tmrMailTime.Tick = [&program] { ShowClock(program); };
+  frmMain.tmrStatusBar.Tick = [&program] { tmrStatusBar_Timer(program); };
+  frmMain.tmrMailTime.Tick = [&program] { tmrMailTime_Timer(program); };
+  frmMain.tmrMailStartUp.Tick = [&program] { tmrMailStartUp_Timer(program); };
   frmMain.tmrRetrieveMessage.Tick = [&program] { tmrRetrieveMessage_Timer(program); };
   ConnectEmailPage(program);
+  ConnectAccountsPage(program);
+  ConnectTabDrag(program);
   ConnectPreview(program);
   ConnectRuleReport(program);
+  ConnectMessage(program);
+  ConnectFirstUse(program);
+  ConnectTray(program);
   ConnectAbout(program);
   frmMain.StatusBar.MouseMove = [&program](std::int32_t x, std::int32_t y) { ShowPanelTip(program, x, y); };
 }
@@ -88,26 +103,24 @@ void loadAccount(Program& program, std::int16_t number) {
 void loadAccounts(Program& program, std::int16_t count) {
   program.accounts.ResizeAccounts(count);
   program.messages.ResizeAccountStore(count);
-  program.accounts.BlankAccountRow();
   for (std::int16_t number = 1; number <= count; ++number) loadAccount(program, number);
   program.accounts.AcntCurrent = count > 0 ? 1 : 0;
-  if (count > 0) return;
-  program.frmMain.TabStripEmail.Add("", "MailNo");
-  program.frmMain.TabStripAcnts.Add("", "MailNo");
-  program.frmMain.StatusBar.Panels(1).Text = "No Accounts have been created...";
-  ShowNoAccountState(program);
+  if (count == 0) ShowNoAccounts(program);
 }
 
 }  // namespace
 
 bool Main(Program& program) {
   if (!program.platform.isOnlyInstance()) return false;
-  const bool isFirstRun = program.platform.settings().GetSetting(settingsSection, "FirstUse", "0") == "0";
+  const std::string firstUse = program.platform.settings().GetSetting(settingsSection, "FirstUse", "0");
+  const bool isFirstRun = fromText<std::int16_t>(firstUse, 0) == 0;
   program.AppTitle = program.platform.applicationTitle();
   Form_Load(program);
+  NextAutoCheck(program, extraMinutesAtStart(program.options, program.platform.now()));
   ChooseRunningTimer(program);
   showOrHide(program);
   if (isFirstRun) firstRun(program);
+  BeginStartUpCountdown(program);
   return true;
 }
 
@@ -116,6 +129,7 @@ void Form_Load(Program& program) {
   CreatePopClient(program);
   program.FormLoading = true;
   program.frmMain.Caption = program.AppTitle;
+  AddToTray(program);
   ArrangeMainWindow(program);
   const std::int16_t count = Accounts::storedCount(program.platform.settings());
   loadOptions(program.platform.settings(), OptionField::Read::AtStartUp, program.options);
@@ -124,28 +138,18 @@ void Form_Load(Program& program) {
   program.EditOptions = program.options;
   StartSorting(program);
   program.DefaultClientValid = isFileWithEnding(program, program.options.DefaultClient, ".exe");
+  program.CurrentTime = checkTime(program.platform.now());
   loadAccounts(program, count);
   ShowClock(program);
   StartRules(program);
   connectWindow(program);
   program.FormLoading = false;
+  FollowSoundOptions(program);
+  ShowAccount(program, program.accounts.AcntCurrent);
   program.frmMain.lblBanner.Caption = PageBanners[emailPage];
   ShowAccountMessages(program, program.accounts.AcntCurrent);
-  program.AcntLastShown = program.accounts.AcntCurrent;
   SetAccountState(program);
   program.frmMain.cmdTakeFocus.SetFocus();
-}
-
-void Form_Resize(Program& program) {
-  if (program.FormLoading) return;
-  if (program.frmMain.State != WindowState::Minimised) {
-    ShowHiddenPreview(program);
-    return;
-  }
-  HidePreview(program);
-  program.platform.yield();
-  // Who brings the window back meanwhile wants to see it.
-  if (program.frmMain.State == WindowState::Minimised) program.frmMain.Visible = false;
 }
 
 }  // namespace velmora

@@ -11,7 +11,4 @@ bool Main(Program& program);
 /// Fills the stores from the settings and the controls from the stores.
 void Form_Load(Program& program);
 
-/// What the window does when its state changes: minimising means going to the tray.
-void Form_Resize(Program& program);
-
 }  // namespace velmora

@@ -4,8 +4,12 @@
 
 #include "app/pages.h"
 #include "app/program.h"
+#include "checking/auto_check.h"
+#include "checking/check_notification.h"
 #include "checking/check_texts.h"
 #include "checking/pop_session.h"
+#include "checking/schedule.h"
+#include "checking/start_up_check.h"
 #include "messages/email_page.h"
 #include "messages/message_list.h"
 #include "rules/rule_report.h"
@@ -25,7 +29,9 @@ void noteCheckTime(Program& program, std::int16_t account) {
 
 /// What opens both checks that the user asks for.
 void beginUsersCheck(Program& program) {
-  SuspendAutoCheck(program, AutoCheckAction::Suspend);
+  EndStartUpCountdown(program);
+  SuspendAutoCheck(program, TimerAction::Suspend);
+  program.NoCheckPostponed = false;
   program.StopRequested = false;
   SetCheckingInterface(program, false, true);
 }
@@ -66,30 +72,50 @@ void followWithTab(Program& program, std::int16_t number) {
   TabStripEmail_Click(program);
 }
 
-/// Checks the enabled accounts one by one and returns a line of text for each.
-std::string walkEnabledAccounts(Program& program) {
-  std::string lines;
+/// Checks the enabled accounts one by one and notes a line of text for each. What the disabled ones have from before
+/// counts as found, too.
+WalkFindings walkEnabledAccounts(Program& program, std::string& lines) {
+  WalkFindings found;
   for (std::int16_t number = 1; number <= program.accounts.AcntNum(); ++number) {
-    if (program.accounts[number].AcntEnabled != 1) continue;
-    if (program.StopRequested) {
-      program.frmMain.ProgressBar.Visible = false;
-      break;
+    const Accounts::Row& account = program.accounts[number];
+    if (account.AcntEnabled == 1) {
+      if (program.StopRequested) {
+        program.frmMain.ProgressBar.Visible = false;
+        break;
+      }
+      followWithTab(program, number);
+      CheckAccount(program, number);
+      lines += "      " + account.AcntStatusText + "\r\n";
+      ++program.AccountInfoLines;
     }
-    followWithTab(program, number);
-    CheckAccount(program, number);
-    lines += "      " + program.accounts[number].AcntStatusText + "\r\n";
-    ++program.AccountInfoLines;
+    found.anyMessages |= account.AcntHasMessages;
+    found.anyNew |= account.AcntHasNew;
   }
-  return lines;
+  return found;
 }
 
-void timedWalk(Program& program) {
+WalkFindings timedWalk(Program& program, bool atStartUp) {
   beginTotals(program);
   const std::int16_t current = program.accounts.AcntCurrent;
   SetCheckingInterface(program, false, true);
-  program.AccountInfoText = "Account Information:\r\n" + walkEnabledAccounts(program);
+  std::string lines;
+  WalkFindings found = walkEnabledAccounts(program, lines);
+  program.AccountInfoText = "Account Information:\r\n" + lines;
+  found.TotalMessages = program.TotalMessages;
+  found.TotalNew = program.TotalNew;
+  if (atStartUp && program.options.UseInterval == 1) {
+    NextAutoCheck(program, 1);
+    program.frmMain.StatusBar.Panels(4).Text = program.NextCheckText;
+  }
   ShowAccountAgain(program, current);
   SetCheckingInterface(program, true, true);
+  return found;
+}
+
+void tellOfWalk(Program& program, const WalkFindings& found) {
+  ReportIncompleteAccounts(program);
+  AnnounceCheck(program, found);
+  ShowRuleReport(program);
 }
 
 }  // namespace
@@ -102,7 +128,11 @@ void CheckAccount(Program& program, std::int16_t account) {
   RetrieveAccount(program, account);
   row.AcntStatusText = statusTextAfterCheck(row, program.StopRequested);
   noteCheckTime(program, account);
-  if (program.options.UseInterval != 1) program.NextCheckText = "Auto Check Off";
+  if (program.options.UseInterval != 1) {
+    program.NextCheckText = autoCheckOff;
+  } else if (row.AcntEnabled != 0) {
+    NextAutoCheck(program, 0);
+  }
   ShowAccountMessages(program, account);
 }
 
@@ -113,7 +143,8 @@ void CheckAllAccounts(Program& program) {
   program.accounts.AcntCurrent = current;
   if (current > 0) program.frmMain.TabStripEmail.SelectTab(current);
   SetCheckingInterface(program, true, true);
-  SuspendAutoCheck(program, AutoCheckAction::Restore);
+  PlayCheckSound(program, 0);
+  SuspendAutoCheck(program, TimerAction::Restore);
   if (!checked) program.platform.MsgBox(nothingCheckedNotice(program.AppTitle));
   endUsersCheck(program);
 }
@@ -122,36 +153,21 @@ void CheckCurrentAccount(Program& program) {
   beginUsersCheck(program);
   CheckAccount(program, program.accounts.AcntCurrent);
   SetCheckingInterface(program, true, true);
-  SuspendAutoCheck(program, AutoCheckAction::Restore);
+  PlayCheckSound(program, program.accounts.AcntCurrent);
+  SuspendAutoCheck(program, TimerAction::Restore);
   endUsersCheck(program);
 }
 
 void AutoCheckAccounts(Program& program) {
-  timedWalk(program);
-  ReportIncompleteAccounts(program);
-  ShowRuleReport(program);
+  EndStartUpCountdown(program);
+  tellOfWalk(program, timedWalk(program, false));
 }
 
 void StartUpCheckAccounts(Program& program) {
-  SuspendAutoCheck(program, AutoCheckAction::Suspend);
-  timedWalk(program);
-  SuspendAutoCheck(program, AutoCheckAction::Restore);
-  ReportIncompleteAccounts(program);
-  ShowRuleReport(program);
-}
-
-void SuspendAutoCheck(Program& program, AutoCheckAction action) {
-  if (program.options.UseInterval != 1) return;
-  program.frmMain.tmrMailTime.Enabled = action == AutoCheckAction::Restore;
-  program.frmMain.tmrStatusBar.Enabled = action == AutoCheckAction::Suspend;
-}
-
-void ChooseRunningTimer(Program& program) {
-  const bool autoCheck = program.options.UseInterval == 1;
-  program.frmMain.tmrMailTime.Enabled = autoCheck;
-  program.frmMain.tmrStatusBar.Enabled = !autoCheck;
-  if (!autoCheck) program.NextCheckText = "Auto Check Off";
-  program.frmMain.StatusBar.Panels(4).Text = program.NextCheckText;
+  SuspendAutoCheck(program, TimerAction::Suspend);
+  const WalkFindings found = timedWalk(program, true);
+  SuspendAutoCheck(program, TimerAction::Restore);
+  tellOfWalk(program, found);
 }
 
 void SetCheckingInterface(Program& program, bool enabled, bool showStop) {
@@ -167,7 +183,7 @@ void SetCheckingInterface(Program& program, bool enabled, bool showStop) {
     stop.Visible = showStop;
     ShowPage(program, emailPage);
   }
-  for (Frame* frame : {&frmMain.fraMainButtons, &frmMain.fraEmailToolBar, &frmMain.fraAcntToolBar}) {
+  for (Frame* frame : {&frmMain.fraMainButtons, &frmMain.fraEmailToolBar, &frmMain.fraAcntToolBar, &frmMain.fraAcnt}) {
     frame->Enabled = enabled;
   }
   for (TabStrip* strip : {&frmMain.TabStripEmail, &frmMain.TabStripAcnts}) strip->Enabled = enabled;
@@ -175,6 +191,11 @@ void SetCheckingInterface(Program& program, bool enabled, bool showStop) {
   FollowInRuleReport(program);
   for (const std::size_t bar : {helpBar, closeBar, checkAllBar, startClientBar}) {
     frmMain.tbrButtons[bar].Enabled = enabled;
+  }
+  for (MenuEntry* entry : {&frmMain.mnuTrayRunClient, &frmMain.mnuTrayCheckAll, &frmMain.mnuTrayNewMessage,
+                           &frmMain.mnuTraySounds, &frmMain.mnuTrayOptions, &frmMain.mnuTrayMenuColours,
+                           &frmMain.mnuTrayUpdates, &frmMain.mnuTrayAbout, &frmMain.mnuTrayHelp}) {
+    entry->Enabled = enabled;
   }
   program.platform.yield();
 }

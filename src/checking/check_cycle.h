@@ -21,14 +21,6 @@ void AutoCheckAccounts(Program& program);
 /// All enabled accounts, some seconds after the program's start.
 void StartUpCheckAccounts(Program& program);
 
-/// Holds the Auto Check timer off, or starts it again; the clock goes on. Does nothing while Auto Check is off. The
-/// two don't nest.
-enum class AutoCheckAction { Suspend, Restore };
-void SuspendAutoCheck(Program& program, AutoCheckAction action);
-
-/// Starts the timer that belongs to the Auto Check option, stops the other one, and tells in the fourth panel.
-void ChooseRunningTimer(Program& program);
-
 /// Disables the interface around a check, a test or a deletion, and enables it after.
 void SetCheckingInterface(Program& program, bool enabled, bool showStop);
 

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "app/program.h"
+#include "checking/auto_check.h"
 #include "checking/check_cycle.h"
 #include "checking/check_texts.h"
 #include "checking/pop_session.h"
@@ -35,7 +36,6 @@ Numbers chosenMessages(Program& program, std::int16_t account, bool ruleMarked) 
 }
 
 bool isConfirmed(Program& program, std::int16_t account, std::size_t count, bool ruleMarked) {
-  if (program.options.DeleteConfirmation != 1) return true;
   const std::string& name = program.accounts[account].AcntName;
   return program.platform.MsgBox(deleteQuestion(program.AppTitle, name, count, ruleMarked)) == Answer::Yes;
 }
@@ -88,9 +88,11 @@ void removeFromStore(Program& program, std::int16_t account, const Numbers& chos
   row.AcntStatusText = statusTextAfterDeletion(row);
 }
 
-/// Nothing else can be done meanwhile, and the account that was showing is shown again afterwards.
+/// Nothing else can be done meanwhile, the stop of an earlier check is none of this, and the account that was showing
+/// is shown again afterwards.
 void withInterfaceOff(Program& program, const std::function<void(std::int16_t current)>& deletion) {
   const std::int16_t current = program.accounts.AcntCurrent;
+  program.StopRequested = false;
   SetCheckingInterface(program, false, false);
   deletion(current);
   ShowAccountAgain(program, current);
@@ -99,9 +101,10 @@ void withInterfaceOff(Program& program, const std::function<void(std::int16_t cu
 
 }  // namespace
 
-void DeleteMessages(Program& program, std::int16_t account, bool ruleMarked) {
+void DeleteMessages(Program& program, std::int16_t account, bool ruleMarked, Confirmation confirmation) {
   const Numbers chosen = chosenMessages(program, account, ruleMarked);
-  if (!isConfirmed(program, account, chosen.size(), ruleMarked)) return;
+  const bool asks = confirmation != Confirmation::Never && program.options.DeleteConfirmation == 1;
+  if (asks && !isConfirmed(program, account, chosen.size(), ruleMarked)) return;
   if (!deleteOnServer(program, account, chosen)) return;
   removeFromStore(program, account, chosen);
   ShowAccountMessages(program, account);
@@ -112,7 +115,7 @@ void DeleteSelection(Program& program) {
 }
 
 void DeleteSpamMessages(Program& program) {
-  SuspendAutoCheck(program, AutoCheckAction::Suspend);
+  SuspendAutoCheck(program, TimerAction::Suspend);
   withInterfaceOff(program, [&program](std::int16_t /*current*/) {
     for (std::int16_t number = 1; number <= program.accounts.AcntNum(); ++number) {
       if (program.accounts[number].AcntSpamCount <= 0) continue;
@@ -120,13 +123,13 @@ void DeleteSpamMessages(Program& program) {
       DeleteMessages(program, number, true);
     }
   });
-  SuspendAutoCheck(program, AutoCheckAction::Restore);
+  SuspendAutoCheck(program, TimerAction::Restore);
 }
 
 void DeleteSelectedMessages(Program& program) {
-  SuspendAutoCheck(program, AutoCheckAction::Suspend);
+  SuspendAutoCheck(program, TimerAction::Suspend);
   DeleteSelection(program);
-  SuspendAutoCheck(program, AutoCheckAction::Restore);
+  SuspendAutoCheck(program, TimerAction::Restore);
 }
 
 }  // namespace velmora

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "app/program.h"
+#include "app/shut_down.h"
 #include "messages/message_capture.h"
 #include "messages/pictures.h"
 #include "platform/failure.h"
@@ -28,7 +29,9 @@ void showProgress(Program& program, std::int32_t position, std::int32_t total) {
                                      std::to_string(currentClient(program).Messages().Count()) + ")";
 }
 
+/// A program that is ending gets no new client.
 void stopRetrieval(Program& program) {
+  if (IsEnding(program)) return;
   CloseConnection(program);
   CreatePopClient(program);
 }
@@ -160,7 +163,7 @@ void ClearRetrieval(AccountState& account) {
 }
 
 void ShowFailure(Program& program, std::int16_t account, const std::exception& failure, std::string_view title) {
-  if (!program.PopClient) return;  // the program is ending
+  if (IsEnding(program)) return;
   const std::string& name = program.accounts[account].AcntName;
   const FailureReport told = lastClientFailure(program);
   program.platform.MsgBox(told.number > 0 ? connectionError(program.AppTitle, name, told, title)

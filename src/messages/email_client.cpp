@@ -2,8 +2,6 @@
 
 #include "app/program.h"
 #include "messages/client_texts.h"
-#include "messages/message_file.h"
-#include "messages/message_list.h"
 #include "platform/text.h"
 
 namespace velmora {
@@ -30,10 +28,7 @@ void StartClientProgram(Program& program) {
   if (!startClient(program)) program.platform.MsgBox(clientError(program.AppTitle));
 }
 
-void WriteMessageFile(Program& program, const std::string& path) {
-  const MailMessage* message = SelectedMail(program);
-  if (message != nullptr) program.platform.writeFile(path, messageFileText(*message));
-}
+void NewMessage(Program& program) { program.platform.open("mailto:"); }
 
 void DeleteTemporaryFiles(Program& program) {
   for (const auto* name : {"temporary.eml", "temporary.msg"}) program.platform.deleteTemporaryFile(name);

@@ -13,8 +13,8 @@ bool isFileWithEnding(const Program& program, const std::string& path, std::stri
 /// Starts the default email client, or else that of the account showing; says so where neither can be started.
 void StartClientProgram(Program& program);
 
-/// Writes the selected message into a file. Failures are silent.
-void WriteMessageFile(Program& program, const std::string& path);
+/// Begins a new message in the desktop's email client.
+void NewMessage(Program& program);
 
 /// Removes what was laid into the temporary folder for other programs.
 void DeleteTemporaryFiles(Program& program);

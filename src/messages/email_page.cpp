@@ -6,6 +6,7 @@
 #include "app/program.h"
 #include "checking/check_cycle.h"
 #include "checking/deletion.h"
+#include "messages/email_client.h"
 #include "messages/list_tips.h"
 #include "messages/message_list.h"
 #include "messages/preview.h"
@@ -75,6 +76,7 @@ void tbrEmail_ButtonClick(Program& program, const Button& button) {
   if (button.Key == "EmailPreview") PreviewMessage(program);
   if (button.Key == "EmailDelete") DeleteSelectedMessages(program);
   if (button.Key == "EmailSpam") DeleteSpamMessages(program);
+  if (button.Key == "EmailNew") NewMessage(program);
   if (button.Key == "EmailCheck") CheckCurrentAccount(program);
 }
 
@@ -96,7 +98,8 @@ void ConnectEmailPage(Program& program) {
   frmMain.TabStripEmail.Click = [&program] { TabStripEmail_Click(program); };
   for (TabStrip* strip : {&frmMain.TabStripEmail, &frmMain.TabStripAcnts}) {
     strip->GotFocus = [&program] {
-      const bool otherWindow = program.PreviewOpen || program.RuleReportOpen || program.AutoMessageOpen;
+      const bool otherWindow =
+          program.PreviewOpen || program.RuleReportOpen || program.AutoMessageOpen || program.FirstUseOpen;
       if (!otherWindow) program.frmMain.cmdTakeFocus.SetFocus();
     };
   }
@@ -111,9 +114,7 @@ void TabStripEmail_Click(Program& program) {
   if (program.accounts.AcntNum() == 0) return;
   const auto account = static_cast<std::int16_t>(program.frmMain.TabStripEmail.SelectedItem());
   program.accounts.AcntCurrent = account;
-  if (account == program.AcntLastShown) return;
-  ShowAccountMessages(program, account);
-  program.AcntLastShown = account;
+  if (account != program.AcntLastShown) ShowAccountMessages(program, account);
 }
 
 void ShowAccountAgain(Program& program, std::int16_t account) {

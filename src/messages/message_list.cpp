@@ -56,6 +56,7 @@ void ShowAccountMessages(Program& program, std::int16_t account) {
   SetAccountTabImage(program, account);
   EnableMessageActions(program, false);
   RefreshAccountPanels(program, account);
+  program.AcntLastShown = account;
 }
 
 std::span<MailMessage> MessagesOf(Program& program, std::int16_t account) {

@@ -13,6 +13,10 @@ void MessageStore::GrowMessageStore(std::int16_t capacity) { capacity_ = capacit
 
 void MessageStore::ResizeAccountStore(std::int16_t accounts) { rows_.resize(static_cast<std::size_t>(accounts) + 1); }
 
+void MessageStore::SwapAccounts(std::int16_t a, std::int16_t b) {
+  rows_.at(static_cast<std::size_t>(a)).swap(rows_.at(static_cast<std::size_t>(b)));
+}
+
 std::span<MailMessage> MessageStore::Messages(std::int16_t account, std::int16_t count) {
   if (count < 1) return {};
   at(account, count);

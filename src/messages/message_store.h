@@ -39,6 +39,9 @@ class MessageStore {
   /// Makes room for account numbers 0 to `accounts`, keeping what is there.
   void ResizeAccountStore(std::int16_t accounts);
 
+  /// Exchanges all that is held for two accounts.
+  void SwapAccounts(std::int16_t a, std::int16_t b);
+
   /// An account's first `count` messages: number n is element n - 1. Valid until the store's next change of size.
   /// Throws subscriptFailure where there is no room for them.
   std::span<MailMessage> Messages(std::int16_t account, std::int16_t count);

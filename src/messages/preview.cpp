@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "app/program.h"
-#include "checking/check_cycle.h"
+#include "checking/auto_check.h"
 #include "checking/deletion.h"
 #include "messages/email_client.h"
 #include "messages/email_page.h"
@@ -36,7 +36,7 @@ void fill(PreviewWindow& window, const MailMessage& message) {
 void frmPreview_Load(Program& program) {
   PreviewWindow& window = program.frmPreview;
   program.PreviewOpen = true;
-  SuspendAutoCheck(program, AutoCheckAction::Suspend);
+  SuspendAutoCheck(program, TimerAction::Suspend);
   window.Caption = program.AppTitle + " - Preview  ";
   window.centre.raise();
   window.TabStrip.SelectTab(bodyTab);
@@ -55,7 +55,7 @@ void TabStrip_Click(PreviewWindow& window) {
 /// What the preview shows goes, whatever else is selected in the list.
 void deleteMessage(Program& program) {
   program.frmPreview.Visible = false;
-  SuspendAutoCheck(program, AutoCheckAction::Suspend);
+  SuspendAutoCheck(program, TimerAction::Suspend);
   program.frmMain.lvwEmail.DeselectAllBut(program.SelectedMessage);
   DeleteSelection(program);
   frmPreview_Unload(program);
@@ -97,34 +97,27 @@ void FollowInPreview(Program& program) {
   if (program.PreviewOpen && message != nullptr) fill(program.frmPreview, *message);
 }
 
-void HidePreview(Program& program) {
-  program.PreviewHidden = program.frmPreview.Visible;
-  program.frmPreview.Visible = false;
-}
-
-void ShowHiddenPreview(Program& program) {
-  if (std::exchange(program.PreviewHidden, false)) program.frmPreview.Visible = true;
-}
-
 void frmPreview_Unload(Program& program) {
   if (!program.PreviewOpen) return;
   DeleteTemporaryFiles(program);
-  program.PreviewOpen = program.PreviewHidden = false;
+  program.PreviewOpen = false;
   program.frmPreview.Visible = false;
   fill(program.frmPreview, {});
-  if (!IsBusy(program)) SuspendAutoCheck(program, AutoCheckAction::Restore);  // else what is under way will do it
+  LetAutoCheckGoOn(program);
 }
 
 void SaveMessageAs(Program& program) {
   const MailMessage* message = SelectedMail(program);
   if (message == nullptr) return;
+  // A check may come while the dialog is open, and another message be the selected one.
   const std::string proposed = proposedFileName(message->Subject);
+  const std::string content = messageFileText(*message);
   const auto chosen = program.platform.askForFile({proposed, messageFilter});
   if (!program.PreviewOpen) return;  // the program has ended meanwhile
   // A cancelled dialog keeps the name that it was given, and the message is written under it all the same, in the
   // current folder. But nobody has been asked there whether to replace a file, and the name is a stranger's.
   if (!chosen && (!isHarmlessFileName(proposed) || program.platform.fileExists(proposed))) return;
-  WriteMessageFile(program, chosen.value_or(proposed));
+  program.platform.writeFile(chosen.value_or(proposed), content);
 }
 
 }  // namespace velmora

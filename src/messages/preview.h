@@ -13,10 +13,6 @@ void PreviewMessage(Program& program);
 /// Shows the selected message in the preview, where it is open: what it shows is what its buttons work on.
 void FollowInPreview(Program& program);
 
-/// The preview goes from the screen with the main window, and comes back with it.
-void HidePreview(Program& program);
-void ShowHiddenPreview(Program& program);
-
 /// Closes the preview, where it is open.
 void frmPreview_Unload(Program& program);
 

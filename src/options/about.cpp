@@ -8,17 +8,19 @@ constexpr const char* homePage = VELMORA_HOME_PAGE;
 constexpr const char* supportAddress = VELMORA_SUPPORT_ADDRESS;
 
 void tbrOptAbout_ButtonClick(Program& program, const Button& button) {
-  if (button.Key == "Update") program.platform.open(homePage);
+  if (button.Key == "Update") OpenHomePage(program);
   if (button.Key == "ReadMe") program.platform.open(program.platform.installedFile("ReadMe.rtf"));
 }
 
 }  // namespace
 
+void OpenHomePage(Program& program) { program.platform.open(homePage); }
+
 void ConnectAbout(Program& program) {
   MainWindow& frmMain = program.frmMain;
   frmMain.lblAboutTitle.Caption = program.AppTitle + " " VELMORA_VERSION ", 2026, by Kestrum";
   frmMain.lblAboutWebSite.Caption = homePage;
-  frmMain.lblAboutWebSite.Click = [&program] { program.platform.open(homePage); };
+  frmMain.lblAboutWebSite.Click = [&program] { OpenHomePage(program); };
   frmMain.lblAboutEmail.Caption = supportAddress;
   frmMain.lblAboutEmail.Click = [&program] { program.platform.open(std::string("mailto: ") + supportAddress); };
   frmMain.tbrOptAbout.ButtonClick = [&program](Button& button) { tbrOptAbout_ButtonClick(program, button); };

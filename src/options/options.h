@@ -53,8 +53,8 @@ struct Options {
   std::string SortColumnLastUsed = "4";
   std::string RulesIniFileName = "Rules.ini";
 
-  /// Minutes from one Auto Check to the next. Throws overflowFailure where hours and minutes are beyond all bounds.
-  std::int16_t IntervalMinutes() const { return text::toInt16(Hours * 60 + Minutes); }
+  /// Minutes from one Auto Check to the next.
+  int IntervalMinutes() const { return Hours * 60 + Minutes; }
 };
 
 inline constexpr std::string_view optionsSection = "Settings\\Options";

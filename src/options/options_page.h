@@ -20,4 +20,7 @@ struct OptionsPage {
 /// Fills the About section and sets its handlers.
 void ConnectAbout(Program& program);
 
+/// Shows where users find news of the program.
+void OpenHomePage(Program& program);
+
 }  // namespace velmora

@@ -1,13 +1,22 @@
 #include "options/save_options.h"
 
+#include <tuple>
+
+#include "accounts/accounts_page.h"
 #include "app/program.h"
-#include "checking/check_cycle.h"
+#include "checking/auto_check.h"
+#include "checking/check_notification.h"
 #include "messages/email_client.h"
+#include "messages/email_page.h"
 #include "messages/sorting.h"
 
 namespace velmora {
 
 namespace {
+
+auto timingOf(const Options& options) {
+  return std::tie(options.Hours, options.Minutes, options.NoCheck, options.NoCheckTimeBegin, options.NoCheckTimeEnd);
+}
 
 /// Only a change touches the entry: one that was removed by hand doesn't come back with every save.
 void followRunStartUp(Program& program) {
@@ -19,15 +28,32 @@ void followRunStartUp(Program& program) {
   }
 }
 
+/// A switch alone brings back the next time that was kept; another timing gives another one.
+void followTiming(Program& program, const Options& before) {
+  const Options& now = program.options;
+  if (now.UseInterval == 1 && timingOf(now) != timingOf(before)) {
+    program.NoCheckPostponed = false;
+    NextAutoCheck(program, 0);
+  } else if (now.UseInterval == 1 && before.UseInterval != now.UseInterval) {
+    program.NextCheckText = program.SavedNextCheckText;
+    program.NextCheckTime = program.SavedNextCheckTime;
+  }
+  ChooseRunningTimer(program);
+}
+
 }  // namespace
 
+/// The tray's entries save while a check or a deletion is under way, too, which counts on the order of the messages.
 void SaveOptions(Program& program) {
   followRunStartUp(program);
+  const Options before = program.options;
   takeOver(program.EditOptions, program.options);
   program.DefaultClientValid = isFileWithEnding(program, program.options.DefaultClient, ".exe");
+  FollowSoundOptions(program);
   writeOptions(program.platform.settings(), program.options);
-  FollowSortOptions(program);
-  ChooseRunningTimer(program);
+  if (!IsBusy(program)) FollowSortOptions(program);
+  followTiming(program, before);
+  if (!IsBusy(program) && !program.AcntDirty) ShowAccount(program, program.accounts.AcntCurrent);
 }
 
 }  // namespace velmora

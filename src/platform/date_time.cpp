@@ -11,9 +11,13 @@ namespace velmora {
 
 namespace {
 
-std::string digits(int value, std::size_t width) {
-  std::string text = std::to_string(value);
-  return text.size() < width ? std::string(width - text.size(), '0') + text : text;
+/// Appends a number with at least so many digits.
+void appendDigits(std::string& text, int value, std::size_t width) {
+  std::array<char, 12> digits{};
+  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
+  const auto count = static_cast<std::size_t>(end - digits.data());
+  if (count < width) text.append(width - count, '0');
+  text.append(digits.data(), count);
 }
 
 /// The token that `pattern` begins with: a run of one letter, "AM/PM", or a single other character.
@@ -28,11 +32,13 @@ char letterOf(std::string_view token) {
   return first >= 'A' && first <= 'Z' ? static_cast<char>(first - 'A' + 'a') : first;
 }
 
-std::string monthText(const DateTime& moment, std::size_t width, const MonthNames& months) {
+void appendMonth(std::string& text, const DateTime& moment, std::size_t width, const MonthNames& months) {
   const auto index = static_cast<std::size_t>(std::clamp(moment.month, 1, 12) - 1);
-  if (width >= 4) return months.full[index];
-  if (width == 3) return months.abbreviated[index];
-  return digits(moment.month, width);
+  if (width >= 3) {
+    text += width == 3 ? months.abbreviated[index] : months.full[index];
+  } else {
+    appendDigits(text, moment.month, width);
+  }
 }
 
 int hourOfTwelve(int hour) { return hour % 12 == 0 ? 12 : hour % 12; }
@@ -42,23 +48,27 @@ class PatternWriter {
   PatternWriter(const DateTime& moment, bool ofTwelve, const MonthNames& months)
       : moment_(moment), ofTwelve_(ofTwelve), months_(months) {}
 
-  std::string write(std::string_view token) {
-    if (token.size() == 5 && token[2] == '/') return moment_.hour < 12 ? "AM" : "PM";
+  void append(std::string& text, std::string_view token) {
+    if (token.size() == 5 && token[2] == '/') {
+      text += moment_.hour < 12 ? "AM" : "PM";
+      return;
+    }
     const bool minutes = std::exchange(afterHour_, afterHour_ && token == ":");
     switch (letterOf(token)) {
       case 'd':
-        return digits(moment_.day, token.size());
+        return appendDigits(text, moment_.day, token.size());
       case 'm':
-        return minutes ? digits(moment_.minute, token.size()) : monthText(moment_, token.size(), months_);
+        return minutes ? appendDigits(text, moment_.minute, token.size())
+                       : appendMonth(text, moment_, token.size(), months_);
       case 'y':
-        return token.size() > 2 ? digits(moment_.year, 4) : digits(moment_.year % 100, 2);
+        return token.size() > 2 ? appendDigits(text, moment_.year, 4) : appendDigits(text, moment_.year % 100, 2);
       case 'h':
         afterHour_ = true;
-        return digits(ofTwelve_ ? hourOfTwelve(moment_.hour) : moment_.hour, token.size());
+        return appendDigits(text, ofTwelve_ ? hourOfTwelve(moment_.hour) : moment_.hour, token.size());
       case 's':
-        return digits(moment_.second, token.size());
+        return appendDigits(text, moment_.second, token.size());
       default:
-        return std::string(token);
+        text += token;
     }
   }
 
@@ -137,13 +147,22 @@ bool isValid(const DateTime& moment) {
          isWithin(moment.minute, 0, 59) && isWithin(moment.second, 0, 59);
 }
 
+DateTime nextDay(DateTime moment) {
+  if (++moment.day <= daysIn(moment.year, moment.month)) return moment;
+  moment.day = 1;
+  if (++moment.month <= 12) return moment;
+  moment.month = 1;
+  ++moment.year;
+  return moment;
+}
+
 std::string formatDateTime(const DateTime& moment, std::string_view pattern, const MonthNames& months) {
   const bool ofTwelve = pattern.find("AM/PM") != std::string_view::npos;
   PatternWriter writer(moment, ofTwelve, months);
   std::string result;
   while (!pattern.empty()) {
     const auto token = nextToken(pattern);
-    result += writer.write(token);
+    writer.append(result, token);
     pattern.remove_prefix(token.size());
   }
   return result;

@@ -42,6 +42,9 @@ std::optional<DateTime> parseGeneralDate(std::string_view text);
 /// Reads "15/11/26 16:21": day, month and year of this century, then hour and minute. Nothing where it is no date.
 std::optional<DateTime> parseDayFirst(std::string_view text);
 
+/// The same time of the day after.
+DateTime nextDay(DateTime moment);
+
 /// The moment exists: a 30 February, for instance, does not.
 bool isValid(const DateTime& moment);
 

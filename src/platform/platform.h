@@ -17,7 +17,7 @@ class PopClient;
 /// A message box: what it says, and what the user answered.
 struct Question {
   enum class Icon { None, Information, Critical };
-  enum class Buttons { Ok, YesNo };
+  enum class Buttons { Ok, YesNo, YesNoCancel };
 
   std::string text;  ///< line breaks CR LF
   std::string title;
@@ -26,7 +26,8 @@ struct Question {
 
   bool operator==(const Question&) const = default;
 };
-enum class Answer { Ok, Yes, No };
+/// A question that is not answered, as when its dialog is closed, counts as one answered No.
+enum class Answer { Ok, Yes, No, Cancel };
 
 /// A dialog that asks for the name of a file to write. It asks before replacing one.
 struct FileQuestion {
@@ -78,6 +79,9 @@ class Platform {
   /// it could be started.
   virtual bool startProgram(const std::string& path, std::int16_t windowState) = 0;
 
+  /// Plays a .wav file to its end while the event loop turns; a later call ends an earlier one. Silent where it can't.
+  virtual void playSound(const std::string& path) = 0;
+
   /// Opens a file or an address with the program that the desktop has for it.
   virtual void open(const std::string& target) = 0;
 
@@ -89,6 +93,9 @@ class Platform {
 
   /// The path of a file in the user's own folder of the program, whatever folder the name asks for.
   virtual std::string programFile(std::string_view name) const = 0;
+
+  /// The path of one of the program's own sounds, which stand in the folder Sounds of the user's own folder.
+  virtual std::string soundFile(std::string_view name) const = 0;
 
   /// The path of a file that was installed with the program.
   virtual std::string installedFile(std::string_view name) const = 0;

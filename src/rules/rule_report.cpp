@@ -6,6 +6,8 @@
 #include <utility>
 
 #include "app/program.h"
+#include "app/shut_down.h"
+#include "checking/auto_check.h"
 #include "checking/check_cycle.h"
 #include "checking/deletion.h"
 #include "messages/email_page.h"
@@ -91,7 +93,7 @@ void startCountDown(Program& program) {
 void frmRuleReport_Load(Program& program) {
   RuleReportWindow& window = program.frmRuleReport;
   program.RuleReportOpen = true;
-  SuspendAutoCheck(program, AutoCheckAction::Suspend);
+  SuspendAutoCheck(program, TimerAction::Suspend);
   if (program.AutoMessageOpen) program.frmMessage.AlwaysOnTop = false;
   fill(program);
   window.TabStripRuleReport.SelectTab(1);
@@ -101,7 +103,7 @@ void frmRuleReport_Load(Program& program) {
 
 void tmrRuleReport_Timer(Program& program) {
   RuleReportWindow& window = program.frmRuleReport;
-  if (window.Elapsed == program.rules.live.Time) {
+  if (window.Elapsed >= program.rules.live.Time) {
     frmRuleReport_Unload(program);
     return;
   }
@@ -125,7 +127,7 @@ void deleteSide(Program& program, const Side& side) {
     if (program.accounts[account].*side.marks < 1) continue;
     ShowAccountAgain(program, account);
     if (!side.spam) selectMarked(program, account);
-    DeleteMessages(program, account, side.spam);
+    DeleteMessages(program, account, side.spam, Confirmation::Never);
     program.accounts[account].*side.marks = 0;
   }
   program.frmRuleReport.*side.accounts = 0;
@@ -135,14 +137,12 @@ void deleteSide(Program& program, const Side& side) {
 /// What the window's caution says: nothing is asked. What a check under the open window has marked since goes too.
 void DeleteNow(Program& program, const Side& side) {
   const std::int16_t current = program.accounts.AcntCurrent;
-  const std::int16_t confirmation = std::exchange(program.options.DeleteConfirmation, std::int16_t{0});
   try {
     deleteSide(program, side);
   } catch (const std::exception&) {
     program.platform.MsgBox(deletionTrouble(program.AppTitle));
   }
   if (isCurrent(program.frmRuleReport, side)) setCanDelete(program, false);
-  program.options.DeleteConfirmation = confirmation;
   ShowAccountAgain(program, current);
 }
 
@@ -155,14 +155,15 @@ const Side& currentSide(const RuleReportWindow& window) {
 /// window has closed meanwhile, it has left it to this to let Auto Check go on.
 void tbrDeleteNow_Click(Program& program) {
   const Side& side = currentSide(program.frmRuleReport);
-  SuspendAutoCheck(program, AutoCheckAction::Suspend);
+  SuspendAutoCheck(program, TimerAction::Suspend);
+  program.StopRequested = false;
   SetCheckingInterface(program, false, false);
   if (program.RuleReportOpen) DeleteNow(program, side);
   SetCheckingInterface(program, true, false);
   if (program.RuleReportOpen) {
     program.frmRuleReport.activate.raise();
   } else {
-    SuspendAutoCheck(program, AutoCheckAction::Restore);
+    SuspendAutoCheck(program, TimerAction::Restore);
   }
 }
 
@@ -186,8 +187,7 @@ void ConnectRuleReport(Program& program) {
 }
 
 void ShowRuleReport(Program& program) {
-  const bool ending = program.PopClient == nullptr;
-  if (ending || program.RuleReportOpen) return;
+  if (IsEnding(program) || program.RuleReportOpen) return;
   if (!wantsRuleReport(program.accounts, program.rules.live)) return;
   frmRuleReport_Load(program);
   program.frmRuleReport.AlwaysOnTop = true;
@@ -202,7 +202,7 @@ void frmRuleReport_Unload(Program& program) {
   if (!std::exchange(program.RuleReportOpen, false)) return;
   program.frmRuleReport.tmrRuleReport.Enabled = false;
   program.frmRuleReport.Visible = false;
-  if (!IsBusy(program)) SuspendAutoCheck(program, AutoCheckAction::Restore);  // else what is under way will do it
+  LetAutoCheckGoOn(program);
   if (program.AutoMessageOpen) program.frmMessage.AlwaysOnTop = true;
 }
 

@@ -45,11 +45,31 @@ TEST_F(StartUp, TheFirstRunMakesTheLogonEntryOnce) {
   EXPECT_EQ(platform.logonEntriesMade, 1);
   EXPECT_EQ(platform.tree.values["Settings/FirstUse"], "1");
   EXPECT_EQ(platform.tree.values["Settings\\Options/RunStartUp"], "1");
+  EXPECT_TRUE(program.frmFirstUse.Visible);
   Program next(platform);
   platform.tree.written.clear();
   ASSERT_TRUE(Main(next));
   EXPECT_EQ(platform.logonEntriesMade, 1);
+  EXPECT_FALSE(next.frmFirstUse.Visible);
   EXPECT_TRUE(platform.tree.written.empty()) << "nothing is written back before something changes";
+}
+
+TEST_F(StartUp, TheWelcomeHoldsAutoCheckUntilItIsClosed) {
+  option("UseInterval", "1");
+  start();
+  FirstUseWindow& window = program.frmFirstUse;
+  EXPECT_EQ(window.Caption.get(), "Velmora - First Time Use");
+  EXPECT_EQ(window.lblVersion.Caption.get(), "Version 0.1");
+  EXPECT_EQ(window.lblWelcome.Caption.get(), "Welcome to Velmora");
+  EXPECT_FALSE(program.frmMain.tmrMailTime.Enabled);
+  program.frmMain.State = WindowState::Minimised;
+  program.frmMain.Resize();
+  EXPECT_FALSE(window.Visible);
+  program.frmMain.mnuTrayShow.Click();
+  EXPECT_TRUE(window.Visible);
+  window.Close();
+  EXPECT_FALSE(window.Visible);
+  EXPECT_TRUE(program.frmMain.tmrMailTime.Enabled);
 }
 
 TEST_F(StartUp, ShowsTheFirstAccountOfThoseInTheTree) {
@@ -75,19 +95,13 @@ TEST_F(StartUp, ChoosesTheTimerAndTheWindowsStateByTheOptions) {
   EXPECT_FALSE(program.frmMain.tmrStatusBar.Enabled);
   EXPECT_FALSE(program.frmMain.Visible);
   EXPECT_TRUE(program.frmMain.State == WindowState::Minimised);
+  option("UseInterval", "0");
+  Program next(platform);
+  ASSERT_TRUE(Main(next));
+  EXPECT_EQ(next.frmMain.TrayData.Tip.get(), "Auto Check is Off");
   platform.clock.minute = 22;
   program.frmMain.tmrMailTime.tick();
   EXPECT_EQ(panel(5), "Nov 15/26 4:22 PM");
-}
-
-TEST_F(StartUp, PagesReplaceEachOther) {
-  addAccount("Work");
-  start();
-  for (const auto& [key, page] : {std::pair{"Accounts", 1U}, {"Rules", 2U}, {"Options", 3U}, {"Email", 0U}}) {
-    press(key);
-    EXPECT_EQ(program.frmMain.lblBanner.Caption.get(), key);
-    for (std::size_t i = 0; i < pageCount; ++i) EXPECT_EQ(program.frmMain.fraMain[i].Visible.get(), i == page) << key;
-  }
 }
 
 TEST_F(StartUp, ColumnWidthsFollowTheOption) {

@@ -219,6 +219,7 @@ TEST_F(CheckCycle, TimedWalksTellWhatTheyFound) {
   EXPECT_EQ(tabs.front(), 1) << "but not in a window that nobody sees";
   EXPECT_EQ(program.frmMain.lvwEmail.Rows().size(), 2U);
   EXPECT_EQ(program.TotalNew, 0);
+  EXPECT_EQ(panel(4), "Auto Check Off");
 }
 
 struct Trouble {

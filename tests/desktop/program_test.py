@@ -65,14 +65,16 @@ class ProgramTest(unittest.TestCase):
             process = self.start()
             wait_for(lambda: self.windows("Velmora") > 0, "the window")
             wait_for(lambda: "FirstUse=1" in self.text(), "the first save")
+            self.assertEqual(self.windows("Velmora - First Time Use"), 1 if number == signal.SIGTERM else 0)
             self.assertIn(f'Exec="{os.path.realpath(PROGRAM)}"', self.logon.read_text())
+            wait_for(lambda: (self.home / "Kestrum/Velmora/Sounds/Error.wav").exists(), "the sounds")
             self.assertEqual(self.settings.stat().st_mode & 0o777, 0o600)
             self.end(process, number)
             self.assertIn("SortOrder=1", self.text())
 
     def test_a_second_instance_leaves_without_a_word(self):
         first = self.start()
-        wait_for(lambda: self.windows("Velmora") > 0, "the window")
+        wait_for(lambda: "FirstUse=1" in self.text(), "the end of the start")
         shown = self.windows("Velmora")
         second = self.start()
         self.assertEqual(second.wait(20), 0)
@@ -83,6 +85,17 @@ class ProgramTest(unittest.TestCase):
         third = self.start()
         wait_for(lambda: self.windows("Velmora") > 0, "a window after the first instance has ended")
         self.end(third)
+
+    def test_a_killed_instance_is_in_nobodys_way(self):
+        first = self.start()
+        wait_for(lambda: self.windows("Velmora") > 0, "the window")
+        first.kill()
+        first.wait()
+        self.assertTrue((self.settings.parent / "Velmora.lock").exists())
+        wait_for(lambda: self.windows("Velmora") == 0, "the window's end")
+        second = self.start()
+        wait_for(lambda: self.windows("Velmora") > 0, "the window")
+        self.end(second)
 
     def test_damaged_settings_are_told_and_left_alone(self):
         damaged = '[Settings]\nAcntNum=1\nAcntName1=Work\nAcntPassword1=sec'

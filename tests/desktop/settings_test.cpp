@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -139,9 +140,26 @@ TEST_F(SettingsFile, DamagedIsNeverWrittenAndNeverACrash) {
       settings.SaveSetting("Settings", "FirstUse", "1");
       settings.DeleteSetting("Settings", "AcntNum");
       flush();
+      EXPECT_EQ(settings.GetSetting("Settings", "FirstUse", "0"), "1") << "it counts while the program runs";
+      EXPECT_EQ(settings.GetSetting("Settings", "AcntNum", "none"), "none");
     }
     EXPECT_EQ(content(), bytes);
   }
+}
+
+TEST_F(SettingsFile, RemovesOldDraftsAndNothingElse) {
+  const QDir folder = QFileInfo(path_).dir();
+  folder.mkpath(".");
+  for (const auto* name : {"Velmora.aBc123.draft", "Velmora.dEf456.draft", "Velmora.conf.backup"}) {
+    QFile file(folder.filePath(name));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    if (QString(name).contains("dEf456")) continue;
+    file.setFileTime(QDateTime::currentDateTime().addSecs(-3600), QFileDevice::FileModificationTime);
+  }
+  const QtSettings settings;
+  EXPECT_EQ(folder.entryList({"Velmora.*.draft", "*.backup"}),
+            QStringList({"Velmora.conf.backup", "Velmora.dEf456.draft"}));
+  for (const auto* name : {"Velmora.dEf456.draft", "Velmora.conf.backup"}) QFile::remove(folder.filePath(name));
 }
 
 TEST_F(SettingsFile, CutShortGivesWhatIsThereAndLosesNothing) {

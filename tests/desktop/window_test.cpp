@@ -2,15 +2,18 @@
 
 #include <QApplication>
 #include <QContextMenuEvent>
+#include <QDialog>
 #include <QElapsedTimer>
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QProgressBar>
 #include <QTabBar>
 #include <QToolTip>
 
+#include "checking/check_cycle.h"
 #include "desktop/opened_window.h"
 #include "platform/qt/strings.h"
 #include "platform/qt/tips.h"
@@ -96,9 +99,9 @@ TEST_F(Window, TheRightButtonOpensTheMenu) {
   addAccount("Work").messages = {message("one")};
   open();
   press("EmailCheck");
-  QTest::mouseMove(list().viewport(), middleOf(0, 4));
-  QTest::mousePress(list().viewport(), Qt::RightButton, Qt::NoModifier, middleOf(0, 4));
-  QContextMenuEvent event(QContextMenuEvent::Mouse, middleOf(0, 4), list().viewport()->mapToGlobal(middleOf(0, 4)));
+  QTest::mouseMove(list().viewport(), middleOf(0, 3));
+  QTest::mousePress(list().viewport(), Qt::RightButton, Qt::NoModifier, middleOf(0, 3));
+  QContextMenuEvent event(QContextMenuEvent::Mouse, middleOf(0, 3), list().viewport()->mapToGlobal(middleOf(0, 3)));
   QApplication::sendEvent(list().viewport(), &event);
   auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
   ASSERT_NE(menu, nullptr);
@@ -155,13 +158,31 @@ TEST_F(Window, SwitchesPagesAndShowsTheBannerWithoutAccounts) {
 TEST_F(Window, ClosingKeepsTheProgramAndQuitEndsIt) {
   addAccount("Work");
   open();
+  auto& docked = program.frmMain.TrayData.Docked;
+  docked = false;
   view_->close();
   EXPECT_FALSE(platform.hasQuit);
-  EXPECT_TRUE(view_->isMinimized()) << "nothing else could bring it back";
+  EXPECT_TRUE(view_->isVisible() && view_->isMinimized()) << "nothing else could bring it back";
+  docked = true;
+  EXPECT_FALSE(view_->isVisible());
+  docked = false;
+  EXPECT_TRUE(view_->isVisible() && view_->isMinimized());
   view_->showNormal();
   EXPECT_TRUE(program.frmMain.Visible);
   press("Quit");
   EXPECT_TRUE(platform.hasQuit);
+}
+
+TEST_F(Window, AQuestionKeepsItOnTheScreen) {
+  addAccount("Work");
+  open();
+  QDialog question(view_.get());
+  question.setModal(true);
+  question.show();
+  view_->showMinimized();
+  EXPECT_TRUE(QTest::qWaitFor([this] { return !view_->isMinimized(); })) << "else nobody could answer any more";
+  EXPECT_TRUE(program.frmMain.State == WindowState::Normal);
+  EXPECT_TRUE(question.isVisible());
 }
 
 TEST_F(Window, SizeRestoresTheDesignSizeAndTheListsWidthsAreKept) {
@@ -351,6 +372,24 @@ TEST_F(Window, ThirtyThousandRowsCostTheScreenNothing) {
   program.frmMain.lvwEmail.SetRows(std::move(rows));
   view_->grab();
   EXPECT_LT(time.elapsed(), 2000) << "painting asks for the rows in sight only";
+}
+
+TEST_F(Window, AfterACheckTheKeyboardIsWhereItWas) {
+  addAccount("Work");
+  open();
+  auto& button = find<QToolButton>("EmailCheck");
+  button.setFocus(Qt::TabFocusReason);
+  type(Qt::Key_Space);
+  EXPECT_EQ(program.accounts[1].AcntLastCheckText, "Checked at: 4:21 PM");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return button.hasFocus(); }));
+  press("Accounts");
+  auto& server = find<QLineEdit>("txtAcntServer");
+  server.setFocus();
+  type(Qt::Key_X);
+  AutoCheckAccounts(program);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return server.hasFocus(); }));
+  type(Qt::Key_Y);
+  EXPECT_EQ(server.text(), "xyWork") << "what stood there is not taken for something to write over";
 }
 
 }  // namespace

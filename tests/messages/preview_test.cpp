@@ -81,6 +81,9 @@ TEST_F(Preview, NeedsAMessage) {
 
 TEST_F(Preview, SavesUnderTheNameThatTheUserChooses) {
   platform.chosenFile = "/home/me/letter.txt";
+  platform.onFileAsked = [this] {
+    program.SelectedMessage = 2;  // as a check does, if to another number
+  };
   preview(1);
   press("Save");
   ASSERT_EQ(platform.filesAsked.size(), 1U);

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "app/shut_down.h"
+#include "checking/auto_check.h"
 #include "checking/check_cycle.h"
 #include "messages/message_list.h"
 #include "support/running_program.h"
@@ -71,7 +72,7 @@ TEST_F(RuleReport, TellsWhichAccountsHaveMarks) {
   checkAll();
   EXPECT_EQ(window().TabStripRuleReport.SelectedItem(), 1);
   frmRuleReport_Unload(program);
-  SuspendAutoCheck(program, AutoCheckAction::Suspend);
+  SuspendAutoCheck(program, TimerAction::Suspend);
   frmRuleReport_Unload(program);
   EXPECT_FALSE(program.frmMain.tmrMailTime.Enabled) << "it was closed already";
 }

@@ -35,6 +35,7 @@ class TestPlatform : public Platform {
   std::shared_ptr<const MailReader> reader;
 
   MemorySettings tree;
+  SettingsStore* store = &tree;  ///< the one in use
   DateTime clock{2026, 11, 15, 16, 21, 5};
   std::map<std::string, MemoryServer> servers;
   std::vector<Question> asked;
@@ -44,7 +45,10 @@ class TestPlatform : public Platform {
   std::map<std::string, std::string> written;  ///< content by path
   std::optional<std::string> chosenFile;       ///< what the user answers to every question for a file
   std::vector<FileQuestion> filesAsked;
+  std::function<void()> onFileAsked;
   std::vector<std::string> opened;
+  std::vector<std::string> played;  ///< sounds, by path
+  std::function<void()> onSound;
   std::vector<std::string> deletedFiles;
   std::vector<int> helpShown;
   std::vector<std::string> started;  ///< path and window state
@@ -57,10 +61,11 @@ class TestPlatform : public Platform {
   std::string applicationTitle() const override { return "Velmora"; }
   DateTime now() const override { return clock; }
   const MonthNames& monthNames() const override { return months_; }
-  SettingsStore& settings() override { return tree; }
+  SettingsStore& settings() override { return *store; }
   Answer MsgBox(const Question& question) override;
   std::optional<std::string> askForFile(const FileQuestion& question) override {
     filesAsked.push_back(question);
+    if (onFileAsked) onFileAsked();
     return chosenFile;
   }
   void yield() override;
@@ -73,6 +78,10 @@ class TestPlatform : public Platform {
     started.push_back(path + " " + std::to_string(windowState));
     return canStartPrograms;
   }
+  void playSound(const std::string& path) override {
+    played.push_back(path);
+    if (onSound) onSound();
+  }
   void open(const std::string& target) override { opened.push_back(target); }
   bool writeFile(const std::string& path, std::string_view content) override {
     written[path] = content;
@@ -83,6 +92,7 @@ class TestPlatform : public Platform {
     return found == written.end() ? std::nullopt : std::optional(found->second);
   }
   std::string programFile(std::string_view name) const override { return "/home/" + std::string(name); }
+  std::string soundFile(std::string_view name) const override { return "/home/Sounds/" + std::string(name); }
   std::string installedFile(std::string_view name) const override { return "/share/" + std::string(name); }
   bool fileExists(const std::string& path) const override { return files.contains(path) || written.contains(path); }
   void deleteTemporaryFile(std::string_view name) override { deletedFiles.emplace_back(name); }

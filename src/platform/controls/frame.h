@@ -10,6 +10,7 @@ namespace velmora {
 
 /// A part of a window that shows, hides, enables and disables what stands in it.
 struct Frame {
+  Property<std::string> Caption;
   Property<bool> Visible = true;
   Property<bool> Enabled = true;
 };
@@ -51,6 +52,7 @@ struct Form {
   Property<WindowState> State = WindowState::Normal;
   Property<MousePointer> Pointer = MousePointer::Default;
   Property<bool> AlwaysOnTop = false;  ///< above all other windows
+  bool HiddenWithMain = false;         ///< left the screen with the main window, and comes back with it
   Signal<> restoreSize;                ///< asks the desktop for the size that the window was designed with
   Signal<> centre;                     ///< asks the desktop to put the window into the middle of the screen
   Signal<> activate;                   ///< asks the desktop to bring the window forward

@@ -10,7 +10,7 @@
 
 namespace velmora {
 
-/// An entry's caption is its text, "|#" and the key of its picture.
+/// An entry's caption is its text, "|#" and the key of its picture; "-" is a separator.
 struct MenuEntry {
   Property<std::string> Caption;
   Property<bool> Enabled = true;

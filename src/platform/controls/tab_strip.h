@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+#include <cstdint>
 #include <deque>
 #include <functional>
 #include <string>
@@ -9,19 +11,34 @@
 
 namespace velmora {
 
-/// A row of tabs, numbered from 1, of which one is selected (0: none, while there are no tabs).
+enum class MouseButton { Left, Middle, Right };
+
+/// A row of tabs, numbered from 1, of which one is selected (0: none, while there are no tabs). Positions count from
+/// the left edge of the first tab, in the desktop's units.
 class TabStrip {
  public:
   struct Tab {
     Property<std::string> Caption;
     Property<std::string> Image;
+    std::int32_t Width = 0;  ///< kept by the desktop, like the strip's height
   };
 
   Property<bool> Enabled = true;
   std::function<void()> Click;     ///< the selected tab has changed, or the user pressed a tab
   std::function<void()> GotFocus;  ///< the strip has taken the keyboard focus
   Signal<> added;                  ///< a tab was added at the end
+  Signal<> removed;                ///< the last tab was removed
   Signal<> selectionChanged;
+
+  std::int32_t Height = 0;
+  std::function<void()> BeforeClick;  ///< a mouse button is about to be pressed on the strip
+  std::function<void(MouseButton, std::int32_t x)> MouseDown;
+  std::function<void()> MouseUp;
+  /// A tab is being dragged, and the pointer is here now.
+  std::function<void(std::int32_t x, std::int32_t y)> DragOver;
+  std::function<void(std::int32_t x)> DragDrop;       ///< it was let go over the strip
+  Property<bool> Dragging = false;                    ///< the program begins and ends it; the desktop ends it too
+  Property<std::int16_t> DragIcon = std::int16_t{1};  ///< the pointer meanwhile: a picture of imlDragIcons
 
   int Count() const { return static_cast<int>(tabs_.size()); }
 
@@ -37,6 +54,14 @@ class TabStrip {
     tab.Image = image;
     if (selected_ == 0) selected_ = 1;
     added.raise();
+  }
+
+  /// Removes the last tab. A selection that was there moves on to the one before; no Click is raised.
+  void RemoveLast() {
+    if (tabs_.empty()) return;
+    tabs_.pop_back();
+    selected_ = std::min(selected_, Count());
+    removed.raise();
   }
 
   int SelectedItem() const { return selected_; }

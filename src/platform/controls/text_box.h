@@ -6,9 +6,13 @@
 
 namespace velmora {
 
-/// One line of text that can be read, selected and copied.
+/// One line of text: what the program set, or what the user made of it.
 struct TextBox {
-  Property<std::string> Text;
+  int MaxLength = 0;  ///< characters that the user can bring it to, 0 for any number
+  Property<std::string> Text = {};
+  Property<bool> Enabled = true;
+  Signal<> focus = {};
+  void SetFocus() const { focus.raise(); }
 };
 
 /// A text of many lines, of any size. It stays as it is until it is set anew.

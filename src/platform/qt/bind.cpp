@@ -1,6 +1,8 @@
 #include "platform/qt/bind.h"
 
+#include <QCheckBox>
 #include <QCursor>
+#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -9,17 +11,16 @@
 #include <QProgressBar>
 #include <QSignalBlocker>
 #include <QStyleOptionFocusRect>
-#include <QTabBar>
 #include <QTimer>
 #include <QToolButton>
 
+#include "platform/controls/check_box.h"
 #include "platform/controls/frame.h"
 #include "platform/controls/menu.h"
-#include "platform/controls/tab_strip.h"
 #include "platform/controls/text_box.h"
 #include "platform/controls/timer.h"
 #include "platform/controls/toolbar.h"
-#include "platform/qt/focus_watcher.h"
+#include "platform/qt/focus_keeper.h"
 #include "platform/qt/harmless_text.h"
 #include "platform/qt/icons.h"
 #include "platform/qt/strings.h"
@@ -28,9 +29,6 @@
 namespace velmora {
 
 namespace {
-
-/// "&" is a letter like any other in the names that users give.
-QString literal(const std::string& text) { return qt(text).replace("&", "&&"); }
 
 void bindButton(Button& button, const ImageList& images, QToolButton& widget) {
   widget.setObjectName(qt(button.Key));
@@ -73,26 +71,11 @@ QToolButton* makeButton(Button& button, const ImageList& images, ButtonLook look
   return widget;
 }
 
-void bindTab(TabStrip::Tab& tab, QTabBar& widget, int index, const ImageList& images) {
-  tab.Caption.watch([&widget, index](const std::string& caption) {
-    widget.setTabText(index, literal(caption));
-    widget.setAccessibleTabName(index, qt(caption));
-  });
-  tab.Image.watch([&widget, index, images](const std::string& key) { widget.setTabIcon(index, images.icon(key)); });
-}
-
-/// Adds the tabs that the strip has and the bar does not.
-void addMissingTabs(TabStrip& strip, QTabBar& widget, const ImageList& images) {
-  const QSignalBlocker quiet(widget);
-  for (int index = widget.count(); index < strip.Count(); ++index) {
-    widget.addTab(QString());
-    bindTab(strip.Tabs(index + 1), widget, index, images);
-  }
-  widget.setCurrentIndex(strip.SelectedItem() - 1);
-  widget.updateGeometry();  // a hidden bar that a picture lays out would keep the height of none
-}
-
 void bindEntry(MenuEntry& entry, const ImageList& images, QMenu& menu) {
+  if (entry.Caption == "-") {
+    menu.addSeparator();
+    return;
+  }
   QAction* action = menu.addAction(QString());
   entry.Caption.watch([action, images](const std::string& caption) {
     const auto mark = caption.find("|#");
@@ -107,9 +90,18 @@ void bindEntry(MenuEntry& entry, const ImageList& images, QMenu& menu) {
 
 }  // namespace
 
+QString literal(const std::string& text) { return qt(text).replace("&", "&&"); }
+
 void bind(Frame& frame, QWidget& widget) {
+  keepFocus(frame.Visible, widget);
+  keepFocus(frame.Enabled, widget);
   frame.Visible.watch([&widget](bool on) { widget.setVisible(on); });
   frame.Enabled.watch([&widget](bool on) { widget.setEnabled(on); });
+}
+
+void bind(Frame& frame, QGroupBox& widget) {
+  bind(frame, static_cast<QWidget&>(widget));
+  frame.Caption.watch([&widget](const std::string& caption) { widget.setTitle(literal(caption)); });
 }
 
 /// The last line's break begins no other line.
@@ -143,6 +135,32 @@ void bind(TextBox& box, QLineEdit& widget) {
   });
 }
 
+/// A text that the box shows otherwise, such as one too long for it, stays as it is until the user changes it.
+void bindInput(TextBox& box, QLineEdit& widget) {
+  constexpr qsizetype most = 10000;
+  widget.setMaxLength(box.MaxLength > 0 ? box.MaxLength : int{most});
+  box.Text.watch([&widget](const std::string& text) {
+    if (utf8(widget.text()) == text) return;
+    const QSignalBlocker quiet(widget);
+    const bool isSeen = widget.echoMode() == QLineEdit::Normal;
+    widget.setText(isSeen ? harmlessLine(text, most) : qt(text));
+    widget.setCursorPosition(0);
+  });
+  box.Enabled.watch([&widget](bool on) { widget.setEnabled(on); });
+  box.focus.watch([&widget] {
+    if (!widget.isVisible()) return;  // it would get the keys, and nobody see it
+    widget.setFocus();
+    widget.selectAll();
+  });
+  QObject::connect(&widget, &QLineEdit::textChanged, &widget, [&box](const QString& text) { box.Text = utf8(text); });
+}
+
+void bind(CheckBox& box, QCheckBox& widget) {
+  box.Value.watch([&widget](std::int16_t value) { widget.setChecked(value == 1); });
+  box.Visible.watch([&widget](bool on) { widget.setVisible(on); });
+  QObject::connect(&widget, &QCheckBox::toggled, &widget, [&box](bool on) { box.Value = std::int16_t{on}; });
+}
+
 void bind(RichTextBox& box, TextView& widget) {
   box.Text.watch([&widget](const std::string& text) { widget.showText(text); });
   box.Visible.watch([&widget](bool on) { widget.setVisible(on); });
@@ -154,32 +172,6 @@ void bind(ProgressBar& bar, QProgressBar& widget) {
   bar.Min.watch([&widget](std::int32_t value) { widget.setMinimum(value); });
   bar.Max.watch([&widget](std::int32_t value) { widget.setMaximum(value); });
   bar.Value.watch([&widget](std::int32_t value) { widget.setValue(value); });
-}
-
-void bind(TabStrip& strip, QTabBar& widget, std::string_view imageList) {
-  // A strip is disabled during a check, and its pictures are what tells of it.
-  const ImageList images(std::string(imageList), ImageList::WhenDisabled::AsItIs);
-  addMissingTabs(strip, widget, images);
-  strip.added.watch([&strip, &widget, images] { addMissingTabs(strip, widget, images); });
-  strip.selectionChanged.watch([&strip, &widget] {
-    const QSignalBlocker quiet(widget);
-    widget.setCurrentIndex(strip.SelectedItem() - 1);
-  });
-  strip.Enabled.watch([&widget](bool on) { widget.setEnabled(on); });
-  QObject::connect(&widget, &QTabBar::currentChanged, &widget, [&strip, &widget](int index) {
-    if (strip.Enabled) {
-      strip.SelectTab(index + 1);
-    } else {  // a screen reader can press tabs that nobody else can
-      const QSignalBlocker quiet(widget);
-      widget.setCurrentIndex(strip.SelectedItem() - 1);
-    }
-  });
-  QObject::connect(&widget, &QTabBar::tabBarClicked, &widget, [&strip, &widget](int index) {
-    if (index >= 0 && index == widget.currentIndex() && strip.Click) strip.Click();
-  });
-  watchFocus(widget, [&strip] {
-    if (strip.GotFocus) strip.GotFocus();
-  });
 }
 
 void bind(PopupMenu& menu, QMenu& widget) {
@@ -195,6 +187,23 @@ void bind(Timer& timer, QObject& owner) {
   timer.Enabled.watch([clock](bool on) { on ? clock->start() : clock->stop(); });
 }
 
+QLabel* makeLabel(Label& label, const QString& name, QWidget* parent) {
+  auto* widget = new QLabel(parent);  // NOLINT(cppcoreguidelines-owning-memory): its parent owns it
+  widget->setObjectName(name);
+  bind(label, *widget);
+  return widget;
+}
+
+QLabel* makePicture(Image& image, std::string_view imageList, const QString& name, QWidget* parent) {
+  constexpr QSize size(32, 32);
+  auto* widget = new QLabel(parent);  // NOLINT(cppcoreguidelines-owning-memory): its parent owns it
+  widget->setObjectName(name);
+  widget->setPixmap(ImageList(std::string(imageList)).icon(image.Key).pixmap(size, parent->devicePixelRatioF()));
+  widget->setAlignment(Qt::AlignTop);
+  image.Visible.watch([widget](bool on) { widget->setVisible(on); });
+  return widget;
+}
+
 QWidget* makeToolbar(Toolbar& toolbar, const QString& name, ButtonLook look, QWidget* parent) {
   auto* row = new QWidget(parent);  // NOLINT(cppcoreguidelines-owning-memory): its parent owns it
   row->setObjectName(name);
@@ -203,6 +212,7 @@ QWidget* makeToolbar(Toolbar& toolbar, const QString& name, ButtonLook look, QWi
   layout->setSpacing(2);
   const ImageList images(toolbar.ImageList);
   for (Button& button : toolbar.Buttons) layout->addWidget(makeButton(button, images, look, row));
+  keepFocus(toolbar.Enabled, *row);
   toolbar.Visible.watch([row](bool on) { row->setVisible(on); });
   toolbar.Enabled.watch([row](bool on) { row->setEnabled(on); });
   return row;

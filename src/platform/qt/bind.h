@@ -1,26 +1,29 @@
 #pragma once
 
 #include <QString>
+#include <string>
 #include <string_view>
 
+class QCheckBox;
+class QGroupBox;
 class QLabel;
 class QLineEdit;
 class QMenu;
 class QObject;
 class QProgressBar;
-class QTabBar;
 class QWidget;
 
 namespace velmora {
 
+struct CheckBox;
 struct Frame;
+struct Image;
 struct Label;
 struct PopupMenu;
 struct ProgressBar;
 struct RichTextBox;
 struct TextBox;
 struct Timer;
-class TabStrip;
 class TextView;
 class Toolbar;
 
@@ -28,16 +31,27 @@ class Toolbar;
 // properties, and what the user does becomes the control's events.
 
 void bind(Frame& frame, QWidget& widget);
+void bind(Frame& frame, QGroupBox& widget);
 void bind(Label& label, QLabel& widget);
 void bindLink(Label& label, QLabel& widget);
 void bind(ProgressBar& bar, QProgressBar& widget);
-void bind(TextBox& box, QLineEdit& widget);
+void bind(TextBox& box, QLineEdit& widget);       ///< to read only
+void bindInput(TextBox& box, QLineEdit& widget);  ///< to be changed by the user
+void bind(CheckBox& box, QCheckBox& widget);
 void bind(RichTextBox& box, TextView& widget);
-void bind(TabStrip& strip, QTabBar& widget, std::string_view imageList);
 void bind(PopupMenu& menu, QMenu& widget);
+
+/// A text for a widget that takes "&" for the mark of a shortcut: here it is a letter like any other.
+QString literal(const std::string& text);
 
 /// Starts a clock that ticks the timer while it is enabled. `owner` owns it.
 void bind(Timer& timer, QObject& owner);
+
+/// Makes a label inside `parent`, which owns it, named `name`.
+QLabel* makeLabel(Label& label, const QString& name, QWidget* parent);
+
+/// Makes a large picture out of an image list, likewise.
+QLabel* makePicture(Image& image, std::string_view imageList, const QString& name, QWidget* parent);
 
 /// How the buttons of a toolbar look.
 enum class ButtonLook { TextBesideIcon, TextUnderIcon };

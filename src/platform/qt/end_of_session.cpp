@@ -9,6 +9,7 @@
 
 #include <QSocketNotifier>
 #include <array>
+#include <cerrno>
 #include <csignal>
 #endif
 
@@ -29,8 +30,10 @@ namespace {
 int told = -1;
 
 void tell(int /*signal*/) {
+  const int before = errno;
   const char something = 1;
   [[maybe_unused]] const auto written = write(told, &something, sizeof something);
+  errno = before;
 }
 
 }  // namespace
@@ -45,7 +48,10 @@ void EndOfSession::watchSignals() {
     notifier->setEnabled(false);
     end_();
   });
-  for (const int signal : {SIGTERM, SIGINT, SIGHUP}) std::signal(signal, tell);
+  for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+    const auto before = std::signal(signal, tell);
+    if (before == SIG_IGN) std::signal(signal, SIG_IGN);  // whoever started the program wants it so
+  }
 }
 #else
 void EndOfSession::watchSignals() {}

@@ -20,7 +20,7 @@ void FormView::followForm() {
   form_.Caption.watch([this](const std::string& caption) { setWindowTitle(trimmed(caption)); });
   form_.AlwaysOnTop.watch([this](bool on) { setAlwaysOnTop(on); });
   form_.Visible.watch([this](bool on) {
-    if (on) arrange();
+    if (on && !form_.HiddenWithMain) arrange();  // else it stands where it stood
     setVisible(on);
   });
   // NOLINTNEXTLINE(cppcoreguidelines-owning-memory): its parent owns it

@@ -23,9 +23,10 @@ class FormView : public QDialog {
   /// The window is about to be shown.
   virtual void arrange() {}
 
+  void centreOnScreen();
+
  private:
   void setAlwaysOnTop(bool on);
-  void centreOnScreen();
 
   Form& form_;
 };

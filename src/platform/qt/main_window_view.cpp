@@ -5,19 +5,24 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
+#include <QScreen>
 #include <QShortcut>
-#include <QTabBar>
 #include <QVBoxLayout>
+#include <QWindow>
 #include <array>
+#include <chrono>
 #include <vector>
 
 #include "app/main_window.h"
+#include "platform/qt/accounts_page_view.h"
 #include "platform/qt/bind.h"
 #include "platform/qt/icons.h"
+#include "platform/qt/initial_state.h"
 #include "platform/qt/message_view.h"
 #include "platform/qt/options_page_view.h"
 #include "platform/qt/status_bar_view.h"
 #include "platform/qt/strings.h"
+#include "platform/qt/tab_bar.h"
 
 // NOLINTBEGIN(cppcoreguidelines-owning-memory): widgets are owned by their parents
 
@@ -64,17 +69,6 @@ class KeyForwarder : public QWidget {
   QWidget& target_;
 };
 
-QTabBar* makeTabBar(TabStrip& strip, const char* name, const char* accessibleName, QWidget* parent) {
-  auto* bar = new QTabBar(parent);
-  bar->setObjectName(name);
-  bar->setAccessibleName(accessibleName);
-  bar->setExpanding(false);
-  bar->setDocumentMode(true);
-  bar->setElideMode(Qt::ElideRight);
-  bind(strip, *bar, "imlTabIcons");
-  return bar;
-}
-
 }  // namespace
 
 MainWindowView::MainWindowView(MainWindow& window) : window_(window) {
@@ -86,15 +80,15 @@ MainWindowView::MainWindowView(MainWindow& window) : window_(window) {
   column->addWidget(makeHead());
   column->addWidget(makeBanner());
   column->addWidget(makePage(emailPage, makeEmailPage()), 1);
-  column->addWidget(makePage(accountsPage, makeAccountsPage()), 1);
+  column->addWidget(makePage(accountsPage, makeAccountsPage(window_, this)), 1);
   column->addWidget(makePage(rulesPage, makeRulesPage()), 1);
   column->addWidget(makePage(optionsPage, makeOptionsPage(window_, this)), 1);
   column->addWidget(new StatusBarView(window_.StatusBar, window_.ProgressBar, body));
   setCentralWidget(body);
   addFocusTaker();
   addShortcuts();
-  resize(designSize);
-  setMinimumSize(designSize.width(), leastHeight);
+  resize(designSize.boundedTo(room()));
+  setMinimumSize(width(), leastHeight);
   followForm();
   startTimers();
 }
@@ -106,13 +100,11 @@ QWidget* MainWindowView::makeHead() {
   auto* row = plainLayout<QHBoxLayout>(head);
   row->addWidget(makeToolbar(window_.tbrMainButtons, "tbrMainButtons", ButtonLook::TextUnderIcon, head));
   row->addStretch(1);
-  auto* banner = new QLabel(head);
-  banner->setObjectName("lblBanner");
+  auto* banner = makeLabel(window_.lblBanner, "lblBanner", head);
   QFont large = banner->font();
   large.setPointSizeF(large.pointSizeF() * 1.8);
   large.setBold(true);
   banner->setFont(large);
-  bind(window_.lblBanner, *banner);
   row->addWidget(banner);
   return head;
 }
@@ -121,11 +113,9 @@ QWidget* MainWindowView::makeBanner() {
   auto* frame = new QFrame(this);
   frame->setObjectName("fraNoAcntsBanner");
   frame->setFrameStyle(QFrame::StyledPanel | QFrame::Raised);
-  auto* label = new QLabel(frame);
-  label->setObjectName("lblNoAcntsBanner");
+  auto* label = makeLabel(window_.lblNoAcntsBanner, "lblNoAcntsBanner", frame);
   label->setAlignment(Qt::AlignCenter);
   label->setWordWrap(true);
-  bind(window_.lblNoAcntsBanner, *label);
   (new QVBoxLayout(frame))->addWidget(label);
   bind(window_.fraNoAcntsBanner, *frame);
   return frame;
@@ -137,10 +127,6 @@ QWidget* MainWindowView::makePage(std::size_t page, QWidget* content) {
   auto* column = plainLayout<QVBoxLayout>(frame);
   column->addWidget(content, 1);
   column->addWidget(makeButtonRow(page));
-  // What has the focus would pass it on to some button when it goes.
-  window_.fraMain.at(page).Visible.watch([this, frame](bool on) {
-    if (!on && frame->isAncestorOf(focusWidget())) window_.cmdTakeFocus.SetFocus();
-  });
   bind(window_.fraMain.at(page), *frame);
   return frame;
 }
@@ -157,7 +143,7 @@ QWidget* MainWindowView::makeEmailPage() {
   column->addWidget(tools);
   auto* list = plainLayout<QVBoxLayout>(nullptr);
   list->setSpacing(0);
-  list->addWidget(makeTabBar(window_.TabStripEmail, "TabStripEmail", "Accounts", page));
+  list->addWidget(new TabBar(window_.TabStripEmail, "TabStripEmail", "Accounts", page, "imlTabIcons"));
   auto* view = new MessageView(window_.lvwEmail, window_.tipEmail, ImageList("imlListViewIcons"),
                                ImageList("imlListViewColumnHeader"), page);
   view->setObjectName("lvwEmail");
@@ -171,22 +157,11 @@ QWidget* MainWindowView::makeEmailPage() {
   return page;
 }
 
-QWidget* MainWindowView::makeAccountsPage() {
-  auto* page = new QWidget(this);
-  auto* column = plainLayout<QVBoxLayout>(page);
-  column->addWidget(makeTabBar(window_.TabStripAcnts, "TabStripAcnts", "Accounts", page));
-  column->addStretch(1);
-  return page;
-}
-
 QWidget* MainWindowView::makeRulesPage() {
   auto* page = new QWidget(this);
   auto* column = plainLayout<QVBoxLayout>(page);
   column->addStretch(1);
-  auto* file = new QLabel(page);
-  file->setObjectName("lblRulesFileName");
-  bind(window_.lblRulesFileName, *file);
-  column->addWidget(file);
+  column->addWidget(makeLabel(window_.lblRulesFileName, "lblRulesFileName", page));
   return page;
 }
 
@@ -217,23 +192,27 @@ void MainWindowView::addShortcuts() {
     auto* shortcut = new QShortcut(keys, this);
     shortcut->setAutoRepeat(false);  // a key held down would log in over and over
     connect(shortcut, &QShortcut::activated, this, [&bar, button, frame] {
-      if (bar.Visible && (frame == nullptr || frame->Enabled)) bar[button].click();
+      if (bar.Visible && (frame == nullptr || (frame->Enabled && frame->Visible))) bar[button].click();
     });
   };
   press(Qt::Key_F5, window_.tbrButtons[checkAllBar], "CheckAll");
   press(Qt::CTRL | Qt::Key_R, window_.tbrEmail, "EmailCheck", &window_.fraEmailToolBar);
-  press(Qt::Key_Escape, window_.tbrButtons[stopRetrievalBar], "StopRetrieval");
   press(QKeySequence::Quit, window_.tbrMainButtons, "Quit", &window_.fraMainButtons);
   for (int page = 0; page < static_cast<int>(pageCount); ++page) {
     press(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + page), window_.tbrMainButtons,
           PageBanners.at(static_cast<std::size_t>(page)), &window_.fraMainButtons);
   }
+  const Frame& accounts = window_.fraMain[accountsPage];
+  press(QKeySequence::New, window_.tbrAcnts, "AcntAdd", &accounts);
+  press(Qt::CTRL | Qt::Key_T, window_.tbrAcnts, "AcntTest", &accounts);
+  press(QKeySequence::Save, window_.tbrButtons[saveAccountBar], "SaveAccount", &accounts);
   const auto run = [this](const QKeySequence& keys, const std::function<void()>& event) {
     connect(new QShortcut(keys, this), &QShortcut::activated, this, [&event] {
       if (event) event();
     });
   };
   run(QKeySequence::HelpContents, window_.Help);
+  connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &MainWindowView::giveUp);
   run(Qt::CTRL | Qt::Key_0, window_.mnuRestoreColWidth.Click);
   for (int column = 0; column < static_cast<int>(window_.lvwEmail.Columns.size()); ++column) {
     connect(new QShortcut(Qt::ALT | static_cast<Qt::Key>(Qt::Key_1 + column), this), &QShortcut::activated, this,
@@ -244,37 +223,112 @@ void MainWindowView::addShortcuts() {
   }
 }
 
+/// Ends what was begun and can be given up without a loss, which changes to an account can not.
+void MainWindowView::giveUp() {
+  for (TabStrip* strip : {&window_.TabStripEmail, &window_.TabStripAcnts}) {
+    if (strip->Dragging) {
+      strip->Dragging = false;
+      return;
+    }
+  }
+  window_.fraColourBox.Visible = false;
+  Toolbar& stop = window_.tbrButtons[stopRetrievalBar];
+  if (stop.Visible) stop.Buttons.front().click();
+}
+
 void MainWindowView::followForm() {
   window_.Caption.watch([this](const std::string& caption) { setWindowTitle(qt(caption)); });
   window_.Pointer.watch(
       [this](MousePointer pointer) { pointer == MousePointer::Hourglass ? setCursor(Qt::BusyCursor) : unsetCursor(); });
   window_.State.watch([this](WindowState) { showState(); });
   window_.Visible.watch([this](bool) { showState(); });
-  window_.restoreSize.watch([this] { resize(designSize); });
+  window_.TrayData.Docked.watch([this](bool) { showState(); });
+  window_.restoreSize.watch([this] { resize(designSize.boundedTo(room())); });
+  window_.activate.watch([this] {
+    raise();
+    activateWindow();
+    raiseModal();
+  });
+}
+
+/// What the screen has for a window within its frame.
+QSize MainWindowView::room() const {
+  constexpr QSize frame(8, 32);
+  return screen()->availableSize() - frame;
 }
 
 void MainWindowView::startTimers() {
-  for (Timer* timer : {&window_.tmrStatusBar, &window_.tmrMailTime, &window_.tmrRetrieveMessage}) bind(*timer, *this);
+  constexpr std::chrono::milliseconds settling(200);
+  settles_.setSingleShot(true);
+  settles_.setInterval(settling);
+  connect(&settles_, &QTimer::timeout, this, &MainWindowView::notePlace);
+  trayMayCome_.setSingleShot(true);
+  connect(&trayMayCome_, &QTimer::timeout, this, &MainWindowView::showState);
+  trayMayCome_.start(std::chrono::seconds(15));
+  for (Timer* timer : {&window_.tmrStatusBar, &window_.tmrMailTime, &window_.tmrMailStartUp,
+                       &window_.tmrRetrieveMessage, &window_.tmrDragTab}) {
+    bind(*timer, *this);
+  }
 }
 
-/// While no tray icon stands for the program, a hidden window could not be brought back, so that it stays on the task
-/// bar instead.
+/// A minimised window is hidden, but only while a tray icon stands for the program: else it could not be brought back,
+/// and stays on the task bar. At start it waits for the tray a while.
 void MainWindowView::showState() {
   if (takingOver_) return;
-  if (!window_.Visible && window_.State != WindowState::Minimised) {
+  notePlace();
+  const bool minimised = window_.State == WindowState::Minimised;
+  if (minimised ? window_.TrayData.Docked || trayMayCome_.isActive() : !window_.Visible) {
     hide();
     return;
   }
-  const bool minimised = window_.State == WindowState::Minimised;
+  trayMayCome_.stop();
   const bool maximised = window_.State == WindowState::Maximised;
   if (isVisible() && isMinimized() == minimised && isMaximized() == maximised) return;
+  if (!isVisible() && !maximised) restorePlace();
   if (minimised) {
     showMinimized();
-  } else if (maximised) {
-    showMaximized();
-  } else {
-    showNormal();
+    return;
   }
+  if (!isVisible() && isMinimized()) forgetMinimised(*this);
+  maximised ? showMaximized() : showNormal();
+}
+
+void MainWindowView::notePlace() {
+  if (isVisible() && !isMinimized() && !isMaximized()) place_ = geometry();
+}
+
+/// The desktop would place a window that comes back anew, or where it stood maximised. Its screen may have gone.
+void MainWindowView::restorePlace() {
+  if (!place_ || QGuiApplication::screenAt(place_->center()) == nullptr) return;
+  resize(place_->size());
+  // Only a change makes Qt ask for a place.
+  windowHandle()->setPosition(place_->topLeft() + QPoint(1, 0));
+  windowHandle()->setPosition(place_->topLeft());
+}
+
+/// What has moved may be about to be maximised, which comes to be known a moment later.
+void MainWindowView::moveEvent(QMoveEvent* event) {
+  QMainWindow::moveEvent(event);
+  settles_.start();
+}
+
+void MainWindowView::resizeEvent(QResizeEvent* event) {
+  QMainWindow::resizeEvent(event);
+  settles_.start();
+}
+
+/// What waits for an answer would be gone with the window, and nothing could bring it back.
+void MainWindowView::keepOnScreen() {
+  setWindowState(windowState() & ~Qt::WindowMinimized);
+  raiseModal();
+}
+
+void MainWindowView::raiseModal() {
+  QWidget* modal = QApplication::activeModalWidget();
+  if (modal == nullptr) return;
+  modal->setWindowState(modal->windowState() & ~Qt::WindowMinimized);
+  modal->raise();
+  modal->activateWindow();
 }
 
 void MainWindowView::closeEvent(QCloseEvent* event) {
@@ -289,6 +343,11 @@ void MainWindowView::changeEvent(QEvent* event) {
                             : isMaximized() ? WindowState::Maximised
                                             : WindowState::Normal;
   if (state == window_.State) return;
+  if (state == WindowState::Minimised && QApplication::activeModalWidget() != nullptr) {
+    QTimer::singleShot(0, this, &MainWindowView::keepOnScreen);
+    return;
+  }
+  if (state == WindowState::Minimised && window_.State == WindowState::Normal) place_ = geometry();
   takingOver_ = true;
   window_.State = state;
   if (state != WindowState::Minimised) window_.Visible = true;

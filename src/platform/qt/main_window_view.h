@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QTimer>
+#include <optional>
 
 namespace velmora {
 
@@ -15,24 +17,34 @@ class MainWindowView : public QMainWindow {
  protected:
   void closeEvent(QCloseEvent* event) override;
   void changeEvent(QEvent* event) override;
+  void moveEvent(QMoveEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   QWidget* makeHead();
   QWidget* makeBanner();
   QWidget* makePage(std::size_t page, QWidget* content);
   QWidget* makeEmailPage();
-  QWidget* makeAccountsPage();
   QWidget* makeRulesPage();
   QWidget* makeButtonRow(std::size_t page);
   void addFocusTaker();
   void addShortcuts();
+  void giveUp();
   void followForm();
   void startTimers();
   void showState();
+  void notePlace();
+  void restorePlace();
+  void keepOnScreen();
+  static void raiseModal();
+  QSize room() const;
 
   MainWindow& window_;
   QWidget* list_ = nullptr;
-  bool takingOver_ = false;  ///< the control follows the screen, not the other way round
+  QTimer trayMayCome_;          ///< runs at start, until the window is seen
+  QTimer settles_;              ///< runs a moment after each move
+  std::optional<QRect> place_;  ///< of the window when it was last seen neither minimised nor maximised
+  bool takingOver_ = false;     ///< the control follows the screen, not the other way round
 };
 
 }  // namespace velmora

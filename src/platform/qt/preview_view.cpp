@@ -4,13 +4,13 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QShortcut>
-#include <QTabBar>
 #include <QVBoxLayout>
 
 #include "messages/preview_window.h"
 #include "platform/qt/bind.h"
 #include "platform/qt/icons.h"
 #include "platform/qt/strings.h"
+#include "platform/qt/tab_bar.h"
 #include "platform/qt/text_view.h"
 
 // NOLINTBEGIN(cppcoreguidelines-owning-memory): widgets are owned by their parents
@@ -84,13 +84,7 @@ QWidget* PreviewView::makeText() {
   auto* column = new QVBoxLayout(frame);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);
-  auto* tabs = new QTabBar(frame);
-  tabs->setObjectName("TabStrip");
-  tabs->setAccessibleName("Parts of the message");
-  tabs->setExpanding(false);
-  tabs->setDocumentMode(true);
-  bind(window_.TabStrip, *tabs, "");
-  column->addWidget(tabs);
+  column->addWidget(new TabBar(window_.TabStrip, "TabStrip", "Parts of the message", frame));
   for (const auto& [box, name, accessibleName] :
        {std::tuple{&window_.rtbBody, "rtbBody", "Body"}, {&window_.rtbRawMsg, "rtbRawMsg", "Raw message"}}) {
     auto* view = new TextView(frame);

@@ -51,6 +51,8 @@ QString programFolder() {
   return folder;
 }
 
+QString soundsFolder() { return programFolder() + "/Sounds"; }
+
 /// "Text File (*.txt)|*.txt|" becomes "Text File (*.txt)".
 QStringList nameFilters(const std::string& filter) {
   const QStringList parts = qt(filter).split('|', Qt::SkipEmptyParts);
@@ -67,8 +69,20 @@ QMessageBox::Icon iconOf(Question::Icon icon) {
 }
 
 QMessageBox::StandardButtons buttonsOf(Question::Buttons buttons) {
-  return buttons == Question::Buttons::YesNo ? QMessageBox::Yes | QMessageBox::No
-                                             : QMessageBox::StandardButtons(QMessageBox::Ok);
+  switch (buttons) {
+    case Question::Buttons::YesNo:
+      return QMessageBox::Yes | QMessageBox::No;
+    case Question::Buttons::YesNoCancel:
+      return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+    default:
+      return QMessageBox::Ok;
+  }
+}
+
+Answer answerOf(Question::Buttons buttons, int pressed) {
+  if (buttons == Question::Buttons::Ok) return Answer::Ok;
+  if (pressed == QMessageBox::Cancel) return Answer::Cancel;
+  return pressed == QMessageBox::Yes ? Answer::Yes : Answer::No;
 }
 
 /// Makes room for the text's own lines, which a message box would break anew, and for the title beside the window's
@@ -108,16 +122,15 @@ DateTime QtPlatform::now() const {
 }
 
 Answer QtPlatform::MsgBox(const Question& question) {
-  const bool yesNo = question.buttons == Question::Buttons::YesNo;
-  if (quitting_) return yesNo ? Answer::No : Answer::Ok;
+  if (quitting_) return answerOf(question.buttons, QMessageBox::No);
   QMessageBox box(iconOf(question.icon), harmlessLine(question.title), harmlessText(question.text),
                   buttonsOf(question.buttons), QApplication::activeWindow());
   box.setTextFormat(Qt::PlainText);
-  if (yesNo) box.setDefaultButton(QMessageBox::Yes);  // the first, whatever the desktop would choose
+  box.setDefaultButton(QMessageBox::Yes);  // the first, whatever the desktop would choose
+  box.setEscapeButton(QMessageBox::No);    // closing the box must not lose anything
   widen(box);
   keepInFront(box);
-  const bool yes = box.exec() == QMessageBox::Yes;
-  return yesNo ? (yes ? Answer::Yes : Answer::No) : Answer::Ok;
+  return answerOf(question.buttons, box.exec());
 }
 
 std::optional<std::string> QtPlatform::askForFile(const FileQuestion& question) {
@@ -140,6 +153,14 @@ void QtPlatform::quit() {
   quitting_ = true;
   if (help_) help_->close();
   QCoreApplication::exit(0);
+}
+
+void QtPlatform::provideSounds() {
+  const QDir installed(shareFolder() + "/sounds");
+  QDir().mkpath(soundsFolder());
+  for (const QString& name : installed.entryList({"*.wav"}, QDir::Files)) {
+    QFile::copy(installed.filePath(name), soundsFolder() + '/' + name);  // never over a file that is there
+  }
 }
 
 bool QtPlatform::isOnlyInstance() {
@@ -168,6 +189,10 @@ bool QtPlatform::startProgram(const std::string& path, std::int16_t /*windowStat
   return QProcess::startDetached(qt(path), {});
 }
 
+void QtPlatform::playSound(const std::string& path) {
+  if (!quitting_) soundPlayer_.play(qt(path));
+}
+
 void QtPlatform::open(const std::string& target) {
   const QString text = qt(target);
   const bool isFile = QFileInfo(text).isAbsolute();
@@ -180,16 +205,16 @@ bool QtPlatform::writeFile(const std::string& path, std::string_view content) {
 }
 
 std::optional<std::string> QtPlatform::readFile(const std::string& path) const {
-  QFile file(qt(path));
-  if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly)) return std::nullopt;
-  std::string content = file.read(static_cast<qint64>(largestReadFile) + 1).toStdString();
-  if (file.error() != QFileDevice::NoError || content.size() > largestReadFile) return std::nullopt;
-  return content;
+  const auto content = readWholeFile(qt(path), largestReadFile);
+  if (!content) return std::nullopt;
+  return content->toStdString();
 }
 
 std::string QtPlatform::programFile(std::string_view name) const {
   return utf8(QDir(programFolder()).absoluteFilePath(QFileInfo(qt(name)).fileName()));
 }
+
+std::string QtPlatform::soundFile(std::string_view name) const { return utf8(soundsFolder() + '/' + qt(name)); }
 
 std::string QtPlatform::installedFile(std::string_view name) const {
   return utf8(QDir(shareFolder()).absoluteFilePath(qt(name)));

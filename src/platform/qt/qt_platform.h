@@ -10,6 +10,7 @@
 #include "platform/pop/pop_client.h"
 #include "platform/qt/help_window.h"
 #include "platform/qt/qt_settings.h"
+#include "platform/qt/sound_player.h"
 
 namespace velmora {
 
@@ -22,6 +23,9 @@ class QtPlatform : public Platform {
 
   /// `quit` was called: an event loop that starts after it would never end.
   bool isQuitting() const { return quitting_; }
+
+  /// Lays the program's sounds that are missing there into the user's own folder Sounds. Failures are silent.
+  static void provideSounds();
 
   std::string applicationTitle() const override;
   DateTime now() const override;
@@ -36,10 +40,12 @@ class QtPlatform : public Platform {
   void ClearRunAtStartUp() override;
   void showHelp(int context) override;
   bool startProgram(const std::string& path, std::int16_t windowState) override;
+  void playSound(const std::string& path) override;
   void open(const std::string& target) override;
   bool writeFile(const std::string& path, std::string_view content) override;
   std::optional<std::string> readFile(const std::string& path) const override;
   std::string programFile(std::string_view name) const override;
+  std::string soundFile(std::string_view name) const override;
   std::string installedFile(std::string_view name) const override;
   bool fileExists(const std::string& path) const override;
   void deleteTemporaryFile(std::string_view name) override;
@@ -52,6 +58,7 @@ class QtPlatform : public Platform {
   ServerHabits serverHabits_;
   std::optional<QLockFile> instanceLock_;
   std::unique_ptr<HelpWindow> help_;
+  SoundPlayer soundPlayer_;
   bool quitting_ = false;
 };
 

@@ -1,5 +1,6 @@
 #include "platform/qt/qt_settings.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -64,10 +65,20 @@ void makePrivate(const QString& file) {
   made.setPermissions(ownerOnly);
 }
 
+/// What a program that was killed in the middle of a save has left, which may hold passwords. One that is as young as a
+/// minute may be somebody's who is saving now.
+void removeOldDrafts(const QString& folder) {
+  constexpr int minute = 60;
+  for (const QFileInfo& draft : QDir(folder).entryInfoList({"Velmora.??????.draft*"}, QDir::Files)) {
+    if (draft.lastModified().secsTo(QDateTime::currentDateTime()) > minute) QFile::remove(draft.filePath());
+  }
+}
+
 }  // namespace
 
 QtSettings::QtSettings() : file_(QSettings("Kestrum", "Velmora").fileName()), damaged_(!isWhole(file_) || !read()) {
   if (!damaged_) makePrivate(file_);
+  removeOldDrafts(QFileInfo(file_).path());
   soon_.setSingleShot(true);
   QObject::connect(&soon_, &QTimer::timeout, &soon_, [this] { save(); });
 }
@@ -92,9 +103,9 @@ void QtSettings::SaveSetting(std::string_view section, std::string_view key, std
 void QtSettings::DeleteSetting(std::string_view section, std::string_view key) { change(pathOf(section, key), {}); }
 
 void QtSettings::change(const QString& path, const QVariant& value) {
+  apply(path, value);
   if (damaged_) return;
   changes_.insert(path, value);
-  apply(path, value);
   soon_.start(0);
 }
 
@@ -120,6 +131,7 @@ QByteArray QtSettings::composed() const {
   QTemporaryFile draft(QFileInfo(file_).path() + "/Velmora.XXXXXX.draft");
   if (!draft.open()) return {};
   const QString name = draft.fileName();
+  if (name.isEmpty()) return {};  // it was opened without one, and the folder takes none any more
   {
     QSettings settings(name, QSettings::IniFormat);
     for (auto each = values_.begin(); each != values_.end(); ++each) settings.setValue(each.key(), each.value());

@@ -17,7 +17,7 @@ namespace velmora {
 /// also where the disk is full, and only its owner can read it, as it holds passwords.
 ///
 /// A file that can't be read, or that isn't a settings file, is never written: what can be read of it counts, the
-/// rest are defaults.
+/// rest are defaults, and what is saved counts until the program ends.
 class QtSettings : public SettingsStore {
  public:
   QtSettings();

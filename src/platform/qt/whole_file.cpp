@@ -1,5 +1,7 @@
 #include "platform/qt/whole_file.h"
 
+#include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
 
 namespace velmora {
@@ -9,6 +11,14 @@ bool writeWholeFile(const QString& path, QByteArrayView content) {
   // Buffered, it would take a write that a full disk cut short for a whole one.
   return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
          file.write(content.data(), content.size()) == content.size() && file.commit();
+}
+
+std::optional<QByteArray> readWholeFile(const QString& path, qint64 largest) {
+  QFile file(path);
+  if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly)) return std::nullopt;
+  QByteArray content = file.read(largest + 1);
+  if (file.error() != QFileDevice::NoError || content.size() > largest) return std::nullopt;
+  return content;
 }
 
 }  // namespace velmora

@@ -1,0 +1,129 @@
+#include "accounts/account_order.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+#include "accounts/account_texts.h"
+#include "accounts/accounts_page.h"
+#include "app/pages.h"
+#include "app/program.h"
+#include "app/tray.h"
+#include "checking/start_up_check.h"
+#include "messages/email_page.h"
+
+namespace velmora {
+
+namespace {
+
+/// Each strip with something done to it.
+template <class Action>
+void onBothStrips(Program& program, Action action) {
+  action(program.frmMain.TabStripEmail);
+  action(program.frmMain.TabStripAcnts);
+}
+
+void copyTab(TabStrip& strip, std::int16_t from, std::int16_t to) {
+  strip.Tabs(to).Caption = strip.Tabs(from).Caption.get();
+  strip.Tabs(to).Image = strip.Tabs(from).Image.get();
+}
+
+void swapTabs(TabStrip& strip, std::int16_t a, std::int16_t b) {
+  const std::string caption = strip.Tabs(a).Caption;
+  const std::string image = strip.Tabs(a).Image;
+  copyTab(strip, b, a);
+  strip.Tabs(b).Caption = caption;
+  strip.Tabs(b).Image = image;
+}
+
+/// Lets each account behind `deleted` take the number before it, and brings the deleted one's messages behind them all.
+void moveUp(Program& program, std::int16_t deleted) {
+  Accounts& accounts = program.accounts;
+  SettingsStore& settings = program.platform.settings();
+  const std::int16_t last = accounts.AcntNum();
+  for (std::int16_t i = 1; i < last; ++i) {
+    Accounts::DeleteAccountFields(settings, i);
+    if (i >= deleted) {
+      const auto next = static_cast<std::int16_t>(i + 1);
+      accounts[i] = accounts[next];
+      program.messages.SwapAccounts(i, next);
+      onBothStrips(program, [i, next](TabStrip& strip) { copyTab(strip, next, i); });
+    }
+    accounts.SaveAccountFields(settings, i);
+  }
+}
+
+void dropLast(Program& program) {
+  Accounts& accounts = program.accounts;
+  SettingsStore& settings = program.platform.settings();
+  Accounts::DeleteAccountFields(settings, accounts.AcntNum());
+  onBothStrips(program, [](TabStrip& strip) { strip.RemoveLast(); });
+  const auto left = static_cast<std::int16_t>(accounts.AcntNum() - 1);
+  accounts.ResizeAccounts(left);
+  program.messages.ResizeAccountStore(left);
+  settings.SaveSetting(settingsSection, "AcntNum", std::to_string(left));
+}
+
+/// The lists are read anew from what is now kept.
+void showWhatIsLeft(Program& program) {
+  Accounts& accounts = program.accounts;
+  for (std::int16_t number = 1; number <= accounts.AcntNum(); ++number) {
+    accounts.LoadAccount(program.platform.settings(), number);
+    accounts.CopyAccountToEdit(number);
+  }
+  program.frmMain.TabStripAcnts.SelectTab(accounts.AcntCurrent);
+  ShowAccount(program, accounts.AcntCurrent);
+  ShowAccountAgain(program, accounts.AcntCurrent);
+}
+
+/// Without accounts nothing checks by itself any more.
+void showNothingLeft(Program& program) {
+  EndStartUpCountdown(program);
+  program.EditOptions.EmailCheckStartUp = 0;
+  program.options.UseInterval = 1;
+  mnuTrayAutoCheck_Click(program);
+  ShowNoAccounts(program);
+}
+
+void deleteAccount(Program& program, std::int16_t deleted) {
+  Accounts& accounts = program.accounts;
+  if (deleted != accounts.AcntNum()) moveUp(program, deleted);
+  dropLast(program);
+  accounts.AcntCurrent = std::min(deleted, accounts.AcntNum());
+  accounts.AcntCurrent > 0 ? showWhatIsLeft(program) : showNothingLeft(program);
+}
+
+}  // namespace
+
+void DeleteAccount(Program& program) {
+  Accounts& accounts = program.accounts;
+  const std::int16_t deleted = accounts.AcntCurrent;
+  program.AcntBusy = true;
+  const Answer answer = program.platform.MsgBox(deleteWarning(accounts[deleted].AcntName));
+  if (answer == Answer::Yes) {
+    deleteAccount(program, deleted);
+  } else {
+    program.frmMain.TabStripAcnts.SelectTab(deleted);
+  }
+  program.AcntBusy = false;
+}
+
+void SwapAccounts(Program& program, std::int16_t account, std::int16_t offset) {
+  Accounts& accounts = program.accounts;
+  const auto other = static_cast<std::int16_t>(account + offset);
+  std::swap(accounts[account], accounts[other]);
+  accounts.CopyAccountToEdit(account);
+  program.messages.SwapAccounts(account, other);
+  for (std::int16_t number = 1; number <= accounts.AcntNum(); ++number) {
+    accounts.SaveAccountFields(program.platform.settings(), number);
+  }
+  onBothStrips(program, [account, other](TabStrip& strip) { swapTabs(strip, account, other); });
+  accounts.AcntCurrent = other;
+  program.AcntBusy = true;
+  program.frmMain.TabStripAcnts.SelectTab(other);
+  program.AcntBusy = false;
+  ShowAccount(program, other);
+  ShowAccountAgain(program, other);
+}
+
+}  // namespace velmora

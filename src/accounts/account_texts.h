@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/platform.h"
+
+namespace velmora {
+
+/// What the text boxes say in place of a path that doesn't count.
+inline constexpr std::string_view usingDefaultClient = "Using Default Email Client";
+inline constexpr std::string_view usingDefaultSound = "Using Default Sound File";
+
+/// The two reasons for which an account can't be saved.
+Question blankName();
+Question duplicateName(std::string_view name);
+
+/// What is to become of a changed account that the user is about to leave.
+Question changesNotSaved(std::string_view tabCaption);
+
+/// Whether an account may be deleted.
+Question deleteWarning(std::string_view name);
+
+}  // namespace velmora

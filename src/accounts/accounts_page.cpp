@@ -1,0 +1,258 @@
+#include "accounts/accounts_page.h"
+
+#include <utility>
+
+#include "accounts/account_names.h"
+#include "accounts/account_order.h"
+#include "accounts/account_texts.h"
+#include "accounts/save_account.h"
+#include "app/program.h"
+#include "checking/connection_test.h"
+#include "messages/email_client.h"
+#include "messages/email_page.h"
+#include "messages/message_list.h"
+
+namespace velmora {
+
+namespace {
+
+/// What the user types into, and what he ticks, beside the members of the working copy that they stand for. The paths
+/// are not among them: a default may take their places.
+struct TextInput {
+  TextBox AccountsPage::*box;
+  std::string Account::*member;
+};
+struct TickInput {
+  CheckBox AccountsPage::*box;
+  std::int16_t Account::*member;
+};
+
+constexpr std::array<TextInput, 5> textInputs = {{
+    {&AccountsPage::txtAcntName, &Account::AcntName},
+    {&AccountsPage::txtAcntServer, &Account::AcntServer},
+    {&AccountsPage::txtAcntPort, &Account::AcntPort},
+    {&AccountsPage::txtAcntLoginID, &Account::AcntLoginID},
+    {&AccountsPage::txtAcntPassword, &Account::AcntPassword},
+}};
+constexpr std::array<TickInput, 3> tickInputs = {{
+    {&AccountsPage::chkAcntEnabled, &Account::AcntEnabled},
+    {&AccountsPage::chkAcntSecure, &Account::AcntSecure},
+    {&AccountsPage::chkAcntSoundOn, &Account::AcntSoundOn},
+}};
+
+Account& edited(Program& program) { return program.accounts.Edit(program.accounts.AcntCurrent); }
+
+void followClient(Program& program) {
+  Accounts::Row& row = program.accounts[program.accounts.AcntCurrent];
+  const std::string& path = edited(program).AcntClient;
+  row.AcntClientValid = isFileWithEnding(program, path, ".exe");
+  const std::string& used = program.DefaultClientValid ? program.options.DefaultClient : path;
+  program.frmMain.lblClientName.Caption =
+      program.DefaultClientValid || row.AcntClientValid ? fileNamePart(used) : std::string();
+}
+
+void followSound(Program& program) {
+  MainWindow& page = program.frmMain;
+  Accounts::Row& row = program.accounts[program.accounts.AcntCurrent];
+  const std::string& path = edited(program).AcntSound;
+  row.AcntSoundValid = isFileWithEnding(program, path, ".wav");
+  const std::string& used = program.DefaultSoundValid ? program.options.DefaultSound : path;
+  page.lblSoundName.Caption = program.DefaultSoundValid || row.AcntSoundValid ? fileNamePart(used) : std::string();
+  page.chkAcntSoundOn.Visible = !program.DefaultSoundValid && row.AcntSoundValid;
+  page.lblAcntPlaySound.Visible = program.DefaultSoundValid;
+}
+
+/// A default wins over the account's own path, which is kept for the time without one.
+void showPath(TextBox& box, const std::string& path, bool hasDefault, std::string_view notice) {
+  box.Text = hasDefault ? std::string(notice) : path;
+  box.Enabled = !hasDefault;
+}
+
+void showClientAndSound(Program& program) {
+  MainWindow& page = program.frmMain;
+  const Account& account = edited(program);
+  showPath(page.txtAcntClient, account.AcntClient, program.DefaultClientValid, usingDefaultClient);
+  showPath(page.txtAcntSound, account.AcntSound, program.DefaultSoundValid, usingDefaultSound);
+  followClient(program);
+  followSound(program);
+  page.lblAcntRunSize.Caption = program.EditOptions.RunSize == 1 ? "Run: Normal" : "Run: Maximized";
+  page.lblAcntPlaySound.Caption = program.EditOptions.PlaySound == 1 ? "Sound: On" : "Sound: Off";
+}
+
+void fillControls(Program& program) {
+  const bool wasLoading = std::exchange(program.AcntLoading, true);
+  AccountsPage& page = program.frmMain;
+  const Account& account = edited(program);
+  for (const auto& [box, member] : textInputs) (page.*box).Text = account.*member;
+  for (const auto& [box, member] : tickInputs) (page.*box).Value = account.*member;
+  page.txtAcntColour.BackColour = account.AcntColour;
+  page.fraColourBox.Visible = false;
+  showClientAndSound(program);
+  program.AcntLoading = wasLoading;
+}
+
+/// What can be done to a changed account, and to one that isn't.
+void showDirty(Program& program, bool dirty) {
+  program.AcntDirty = dirty;
+  MainWindow& frmMain = program.frmMain;
+  for (const std::size_t bar : {saveAccountBar, cancelAccountBar}) frmMain.tbrButtons[bar].Enabled = dirty;
+  frmMain.tbrAcnts.Enabled = !dirty;
+  frmMain.tbrAcnts["AcntAdd"].Enabled = program.accounts.AcntNum() < mostAccounts;
+  frmMain.tbrMainButtons.Enabled = !dirty;
+  SetMoveButtons(program);
+}
+
+/// The values that another valid default hides never differ: the user can't have changed them.
+bool differs(Program& program) {
+  const Account& record = program.accounts[program.accounts.AcntCurrent];
+  const Account& edit = edited(program);
+  for (const auto& field : accountFields()) {
+    if (field.key == "AcntColourIndex") continue;
+    if (!isEqual(field, record, edit)) return true;
+  }
+  return false;
+}
+
+/// The user has changed something. A screen reader can write where nobody else can: that is taken back.
+bool isUsersChange(Program& program) {
+  if (program.AcntLoading) return false;
+  if (program.accounts.AcntNum() > 0 && program.frmMain.fraAcnt.Enabled) return true;
+  fillControls(program);
+  return false;
+}
+
+void takeText(Program& program, const TextInput& input) {
+  if (!isUsersChange(program)) return;
+  edited(program).*input.member = (program.frmMain.*input.box).Text;
+  AccountDirtyCheck(program);
+}
+
+void takeTick(Program& program, const TickInput& input) {
+  if (!isUsersChange(program)) return;
+  edited(program).*input.member = (program.frmMain.*input.box).Value;
+  AccountDirtyCheck(program);
+}
+
+void txtAcntClient_Change(Program& program) {
+  if (!isUsersChange(program) || program.DefaultClientValid) return;
+  edited(program).AcntClient = program.frmMain.txtAcntClient.Text;
+  followClient(program);
+  AccountDirtyCheck(program);
+}
+
+void txtAcntSound_Change(Program& program) {
+  if (!isUsersChange(program) || program.DefaultSoundValid) return;
+  edited(program).AcntSound = program.frmMain.txtAcntSound.Text;
+  followSound(program);
+  AccountDirtyCheck(program);
+}
+
+void lblColourBox_Click(Program& program, std::size_t box) {
+  if (!isUsersChange(program)) return;
+  MainWindow& frmMain = program.frmMain;
+  const std::int32_t colour = frmMain.lblColourBox[box].BackColour;
+  edited(program).AcntColourIndex = static_cast<std::int32_t>(box + 1);
+  frmMain.txtAcntColour.BackColour = colour;
+  edited(program).AcntColour = colour;
+  AccountDirtyCheck(program);
+  frmMain.fraColourBox.Visible = false;
+}
+
+void moveTo(Program& program, std::int16_t account) {
+  program.accounts.AcntCurrent = account;
+  program.frmMain.TabStripAcnts.SelectTab(account);
+  ShowAccount(program, account);
+}
+
+/// Both answers that leave the account do so even where it could not be saved: its changes are gone then.
+void leaveChangedAccount(Program& program, std::int16_t target) {
+  const std::int16_t current = program.accounts.AcntCurrent;
+  if (target == current) return;
+  TabStrip& strip = program.frmMain.TabStripAcnts;
+  strip.SelectTab(current);
+  const Answer answer = program.platform.MsgBox(changesNotSaved(strip.Tabs(current).Caption.get()));
+  if (answer == Answer::No) return;
+  if (answer == Answer::Yes) SaveAccount(program);
+  ShowAccount(program, current);
+  moveTo(program, target);
+}
+
+void TabStripAcnts_Click(Program& program) {
+  if (program.AcntBusy || program.accounts.AcntNum() == 0) return;
+  MainWindow& frmMain = program.frmMain;
+  if (!program.AcntLoading && frmMain.State == WindowState::Normal) frmMain.txtAcntName.SetFocus();
+  const auto selected = static_cast<std::int16_t>(frmMain.TabStripAcnts.SelectedItem());
+  if (!program.AcntDirty) {
+    program.accounts.AcntCurrent = selected;
+    ShowAccount(program, selected);
+    return;
+  }
+  program.AcntBusy = true;
+  leaveChangedAccount(program, selected);
+  program.AcntBusy = false;
+}
+
+/// A key reaches the buttons during a test as well.
+void tbrAcnts_ButtonClick(Program& program, const Button& button) {
+  if (IsBusy(program)) return;
+  if (button.Key == "AcntAdd") AddAccount(program);
+  if (button.Key == "AcntDelete") DeleteAccount(program);
+  if (button.Key == "AcntTest") TestCurrentAccount(program);
+}
+
+void tbrMoveButtons_ButtonClick(Program& program, const Button& button) {
+  const std::int16_t offset = button.Key == "Backward" ? -1 : 1;
+  SwapAccounts(program, program.accounts.AcntCurrent, offset);
+}
+
+void connectInputs(Program& program) {
+  AccountsPage& page = program.frmMain;
+  for (const TextInput& input : textInputs) {
+    (page.*input.box).Text.watch([&program, &input](const std::string&) { takeText(program, input); });
+  }
+  for (const TickInput& input : tickInputs) {
+    (page.*input.box).Value.watch([&program, &input](std::int16_t) { takeTick(program, input); });
+  }
+  page.txtAcntClient.Text.watch([&program](const std::string&) { txtAcntClient_Change(program); });
+  page.txtAcntSound.Text.watch([&program](const std::string&) { txtAcntSound_Change(program); });
+  for (std::size_t box = 0; box < page.lblColourBox.size(); ++box) {
+    page.lblColourBox[box].Click = [&program, box] { lblColourBox_Click(program, box); };
+  }
+}
+
+}  // namespace
+
+void ConnectAccountsPage(Program& program) {
+  program.AcntLoading = true;
+  connectInputs(program);
+  program.AcntLoading = false;
+  AccountsPage& page = program.frmMain;
+  page.tbrAcnts.ButtonClick = [&program](Button& button) { tbrAcnts_ButtonClick(program, button); };
+  page.tbrMoveButtons.ButtonClick = [&program](Button& button) { tbrMoveButtons_ButtonClick(program, button); };
+  page.tbrColour.ButtonClick = [&page](Button&) { page.fraColourBox.Visible = true; };
+  page.TabStripAcnts.Click = [&program] { TabStripAcnts_Click(program); };
+}
+
+void ShowAccount(Program& program, std::int16_t number) {
+  program.accounts.CopyAccountToEdit(number);
+  fillControls(program);
+  showDirty(program, false);
+  program.frmMain.TabStripAcnts.Enabled = true;
+  if (number == 0) return;
+  SetAccountTabImage(program, number);
+  program.frmMain.TabStripEmail.SelectTab(number);  // list, panels and an open preview follow
+}
+
+void AccountDirtyCheck(Program& program) {
+  if (!program.AcntLoading) showDirty(program, differs(program));
+}
+
+void SetMoveButtons(Program& program) {
+  const Accounts& accounts = program.accounts;
+  const bool movable = !program.AcntDirty && accounts.AcntNum() > 1;
+  Toolbar& bar = program.frmMain.tbrMoveButtons;
+  bar["Backward"].Enabled = movable && accounts.AcntCurrent != 1;
+  bar["Forward"].Enabled = movable && accounts.AcntCurrent != accounts.AcntNum();
+}
+
+}  // namespace velmora

@@ -1,0 +1,39 @@
+#include "app/child_windows.h"
+
+#include <array>
+
+#include "app/program.h"
+
+namespace velmora {
+
+namespace {
+
+struct ChildWindow {
+  Form& form;
+  bool open;
+};
+
+std::array<ChildWindow, 3> childWindows(Program& program) {
+  return {{{program.frmFirstUse, program.FirstUseOpen},
+           {program.frmMessage, program.AutoMessageOpen},
+           {program.frmPreview, program.PreviewOpen}}};
+}
+
+}  // namespace
+
+void HideChildWindows(Program& program) {
+  for (const ChildWindow& window : childWindows(program)) {
+    if (!window.form.Visible) continue;
+    window.form.HiddenWithMain = true;
+    window.form.Visible = false;
+  }
+}
+
+void ShowChildWindows(Program& program) {
+  for (const ChildWindow& window : childWindows(program)) {
+    if (window.form.HiddenWithMain && window.open) window.form.Visible = true;
+    window.form.HiddenWithMain = false;
+  }
+}
+
+}  // namespace velmora

@@ -1,0 +1,13 @@
+#pragma once
+
+namespace velmora {
+
+struct Program;
+
+/// The windows that go with the main one when it leaves the screen. Their timers run on.
+void HideChildWindows(Program& program);
+
+/// Brings those back that went with it, as far as they are still open.
+void ShowChildWindows(Program& program);
+
+}  // namespace velmora

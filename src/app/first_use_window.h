@@ -1,0 +1,19 @@
+#pragma once
+
+#include <array>
+
+#include "platform/controls/frame.h"
+#include "platform/controls/toolbar.h"
+
+namespace velmora {
+
+/// The welcome: tells a new user once how to set up an account.
+struct FirstUseWindow : Form {
+  Label lblWelcome;
+  Label lblVersion;
+  Label lblNotice;
+  std::array<Label, 6> lblSteps;
+  Toolbar tbrButtons{"imlRuleReport", {{"Close", "Close   ", "Close Welcome", "Exit"}}};
+};
+
+}  // namespace velmora

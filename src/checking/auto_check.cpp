@@ -1,0 +1,58 @@
+#include "checking/auto_check.h"
+
+#include "app/program.h"
+#include "app/shut_down.h"
+#include "app/status_bar.h"
+#include "app/tray.h"
+#include "checking/check_cycle.h"
+#include "checking/schedule.h"
+#include "messages/email_page.h"
+
+namespace velmora {
+
+void NextAutoCheck(Program& program, int extraMinutes) {
+  const NextCheck next = nextAutoCheck(program.options, program.platform.now(), extraMinutes, program.NoCheckPostponed);
+  program.NextCheckText = program.SavedNextCheckText = next.NextCheckText;
+  program.NextCheckTime = program.SavedNextCheckTime = next.NextCheckTime;
+  program.NoCheckPostponed = next.NoCheckPostponed;
+}
+
+/// Auto Check can be switched on while a check or a deletion is under way. What is due then waits for its end.
+void tmrMailTime_Timer(Program& program) {
+  ShowClock(program);
+  if (program.accounts.AcntNum() == 0 || IsEnding(program)) return;
+  program.CurrentTime = checkTime(program.platform.now());
+  if (isDue(program.NextCheckTime, program.CurrentTime) && !IsBusy(program)) {
+    program.StopRequested = false;
+    AutoCheckAccounts(program);
+    program.frmMain.Pointer = MousePointer::Default;
+  }
+  UpdateTrayIcon(program);
+}
+
+void tmrStatusBar_Timer(Program& program) {
+  ShowClock(program);
+  UpdateTrayIcon(program);
+}
+
+void SuspendAutoCheck(Program& program, TimerAction action) {
+  if (program.options.UseInterval != 1) return;
+  program.frmMain.tmrMailTime.Enabled = action == TimerAction::Restore;
+  program.frmMain.tmrStatusBar.Enabled = action == TimerAction::Suspend;
+}
+
+void LetAutoCheckGoOn(Program& program) {
+  if (!IsBusy(program) && !IsEnding(program)) SuspendAutoCheck(program, TimerAction::Restore);
+}
+
+void ChooseRunningTimer(Program& program) {
+  MainWindow& frmMain = program.frmMain;
+  const bool autoCheck = program.options.UseInterval == 1;
+  frmMain.tmrMailTime.Enabled = autoCheck;
+  frmMain.tmrStatusBar.Enabled = !autoCheck;
+  frmMain.mnuTrayAutoCheck.Caption = autoCheck ? "&Auto Check - On|#AutoCheckOn" : "&Auto Check - Off|#AutoCheckOff";
+  if (!autoCheck) program.NextCheckText = autoCheckOff;
+  frmMain.StatusBar.Panels(4).Text = program.NextCheckText;
+}
+
+}  // namespace velmora

@@ -1,0 +1,30 @@
+#pragma once
+
+namespace velmora {
+
+struct Program;
+
+enum class TimerAction { Suspend, Restore };
+
+/// Works out when the next timed check happens, and keeps a copy.
+void NextAutoCheck(Program& program, int extraMinutes);
+
+/// A second has passed with Auto Check on: the clock, the check that may be due, the tray.
+void tmrMailTime_Timer(Program& program);
+
+/// A second has passed with Auto Check off or suspended: the clock and the tray.
+void tmrStatusBar_Timer(Program& program);
+
+/// Holds the Auto Check timer off, or starts it again; the clock goes on. Does nothing while Auto Check is off. The
+/// two don't nest.
+void SuspendAutoCheck(Program& program, TimerAction action);
+
+/// What a window that held the timer off does when it closes: while a check or a deletion is under way, that one will
+/// start the timer again.
+void LetAutoCheckGoOn(Program& program);
+
+/// Starts the timer that belongs to the Auto Check option, stops the other one, and tells in the fourth panel and in
+/// the tray's menu.
+void ChooseRunningTimer(Program& program);
+
+}  // namespace velmora

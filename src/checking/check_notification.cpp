@@ -1,0 +1,123 @@
+#include "checking/check_notification.h"
+
+#include <utility>
+
+#include "app/program.h"
+#include "app/shut_down.h"
+#include "checking/auto_check.h"
+#include "checking/check_texts.h"
+#include "messages/email_client.h"
+
+namespace velmora {
+
+namespace {
+
+/// The help's topic of Auto Check.
+constexpr int autoCheckHelp = 220;
+
+void PlayWave(Program& program, const std::string& path) {
+  program.platform.yield();
+  program.platform.playSound(path);
+}
+
+/// The file that belongs to an account, blank for none. One that was not reached sounds differently.
+std::string soundOf(const Program& program, std::int16_t account) {
+  const Accounts::Row& row = program.accounts[account];
+  if (!row.AcntConnected) return row.AcntSoundOn != 0 ? program.platform.soundFile("Error.wav") : std::string();
+  if (program.DefaultSoundValid) return program.options.DefaultSound;
+  return row.AcntSoundValid ? row.AcntSound : std::string();
+}
+
+void PlaySoundFile(Program& program, std::int16_t account) {
+  const std::string path = soundOf(program, account);
+  if (!path.empty()) PlayWave(program, path);
+}
+
+void startCountDown(Program& program) {
+  MessageWindow& window = program.frmMessage;
+  window.Elapsed = 0;
+  window.Remaining = program.options.MsgBoxTime;
+  const bool closesByItself = window.Remaining != 0;
+  window.tmrMessage.Enabled = closesByItself;
+  window.lblMsgCountDown.Visible = closesByItself;
+  window.imgHourGlass.Visible = closesByItself;
+  window.lblMsgCountDown.Caption = std::to_string(window.Remaining);
+}
+
+void frmMessage_Load(Program& program) {
+  MessageWindow& window = program.frmMessage;
+  SuspendAutoCheck(program, TimerAction::Suspend);
+  program.AutoMessageOpen = true;
+  window.Caption = program.AppTitle + ":  Auto Check - " +
+                   formatDateTime(program.platform.now(), "mmmm d, yyyy", program.platform.monthNames());
+  window.lblMsg.Caption = messageText(program.AccountInfoText, program.AccountInfoLines);
+  window.LabelLines = messageLines(program.AccountInfoLines);
+  startCountDown(program);
+  window.lblAutoCheck.Caption = "Next " + program.NextCheckText;
+}
+
+void showMessage(Program& program, const std::string& headline) {
+  MessageWindow& window = program.frmMessage;
+  window.fraMsg.Caption = headline;
+  frmMessage_Load(program);
+  window.AlwaysOnTop = true;
+  window.HiddenWithMain = false;  // as one before it may have been
+  window.Visible = true;
+}
+
+void tmrMessage_Timer(Program& program) {
+  MessageWindow& window = program.frmMessage;
+  if (window.Elapsed >= program.options.MsgBoxTime) {
+    frmMessage_Unload(program);
+    return;
+  }
+  ++window.Elapsed;
+  --window.Remaining;
+  window.lblMsgCountDown.Caption = std::to_string(window.Remaining);
+}
+
+}  // namespace
+
+void ConnectMessage(Program& program) {
+  MessageWindow& window = program.frmMessage;
+  window.tbrButtons.ButtonClick = [&program](Button&) { frmMessage_Unload(program); };
+  window.tmrMessage.Tick = [&program] { tmrMessage_Timer(program); };
+  window.Help = [&program] { program.platform.showHelp(autoCheckHelp); };
+  window.Activate = [&window] { window.AlwaysOnTop = true; };
+  window.Close = [&program] { frmMessage_Unload(program); };
+}
+
+void AnnounceCheck(Program& program, const WalkFindings& found) {
+  const Options& options = program.options;
+  if (IsEnding(program) || (options.ShowEmailMsgBox == 0 && options.PlaySound == 0)) return;
+  if (options.ShowEmailMsgBox != 0) {
+    const auto headline = messageHeadline(options.ShowEmail, found, timeText(program.platform.now()));
+    if (!headline) return;
+    showMessage(program, *headline);
+  }
+  PlayCheckSound(program, 0);
+}
+
+void PlayCheckSound(Program& program, std::int16_t account) {
+  if (!program.SoundMaster || program.options.PlaySound == 0) return;
+  for (const std::int16_t number :
+       soundingAccounts(program.accounts, account, program.options.ShowEmail, program.DefaultSoundValid)) {
+    const bool goesOn = program.SoundMaster && !IsEnding(program) && number <= program.accounts.AcntNum();
+    if (goesOn) PlaySoundFile(program, number);
+  }
+}
+
+void FollowSoundOptions(Program& program) {
+  program.SoundMaster = program.options.PlaySound != 0;
+  program.DefaultSoundValid = isFileWithEnding(program, program.options.DefaultSound, ".wav");
+  program.frmMain.mnuTraySounds.Caption = program.SoundMaster ? "Soun&ds - On|#SoundOn" : "Soun&ds - Off|#SoundOff";
+}
+
+void frmMessage_Unload(Program& program) {
+  if (!std::exchange(program.AutoMessageOpen, false)) return;
+  program.frmMessage.tmrMessage.Enabled = false;
+  program.frmMessage.Visible = false;
+  LetAutoCheckGoOn(program);
+}
+
+}  // namespace velmora

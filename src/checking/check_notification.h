@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstdint>
+
+#include "checking/notification_texts.h"
+
+namespace velmora {
+
+struct Program;
+
+/// Sets the handlers of the Auto Check Message.
+void ConnectMessage(Program& program);
+
+/// Tells by window and sound what a timed walk found, as far as the user wants to know.
+void AnnounceCheck(Program& program, const WalkFindings& found);
+
+/// Plays what belongs to one account, or to all with 0, one sound after the other.
+void PlayCheckSound(Program& program, std::int16_t account);
+
+/// Brings the flags that stand for the sound options, and the tray's entry, in line with them.
+void FollowSoundOptions(Program& program);
+
+/// Closes the Auto Check Message, if it is open.
+void frmMessage_Unload(Program& program);
+
+}  // namespace velmora

@@ -1,0 +1,79 @@
+#include "checking/start_up_check.h"
+
+#include "app/program.h"
+#include "app/shut_down.h"
+#include "checking/check_cycle.h"
+#include "checking/schedule.h"
+#include "messages/email_page.h"
+
+namespace velmora {
+
+namespace {
+
+Toolbar& pauseBar(Program& program) { return program.frmMain.tbrButtons[pauseStartUpBar]; }
+
+void showPaused(Program& program, bool paused) {
+  Button& button = pauseBar(program).Buttons.front();
+  button.Caption = paused ? "StartUp: Continue   " : "StartUp: Pause       ";
+  button.ToolTipText = paused ? "Continue the StartUp Check Timer" : "Pause the StartUp Check Timer";
+  program.frmMain.tmrMailStartUp.Enabled = !paused;
+}
+
+void finishCountdown(Program& program) {
+  program.frmMain.tmrMailStartUp.Enabled = false;
+  pauseBar(program).Visible = false;
+  program.StartUpDone = true;
+}
+
+}  // namespace
+
+void BeginStartUpCountdown(Program& program) {
+  program.StartUpPaused = false;
+  const bool wanted = program.options.EmailCheckStartUp == 1 && program.accounts.AcntNum() >= 1;
+  if (!wanted) {
+    finishCountdown(program);
+    return;
+  }
+  program.StartUpDone = false;
+  pauseBar(program).Visible = true;
+  showPaused(program, false);
+}
+
+/// A deletion that is under way is not overtaken: the countdown waits for it.
+void tmrMailStartUp_Timer(Program& program) {
+  if (IsBusy(program) || IsEnding(program)) return;
+  const int delay = program.options.StartUpDelay;
+  program.frmMain.StatusBar.Panels(3).Text = countdownText(delay - program.StartUpSeconds);
+  ++program.StartUpSeconds;
+  if (program.StartUpSeconds <= delay) return;
+  finishCountdown(program);
+  program.StopRequested = false;
+  StartUpCheckAccounts(program);
+  program.frmMain.Pointer = MousePointer::Default;
+}
+
+/// The panel shows the last account, whichever one is on the screen.
+void EndStartUpCountdown(Program& program) {
+  if (program.StartUpDone) return;
+  finishCountdown(program);
+  StatusBar& bar = program.frmMain.StatusBar;
+  bar.Panels(3).Text = program.accounts[program.accounts.AcntNum()].AcntLastCheckText;
+  bar.Panels(4).Text = program.NextCheckText;
+}
+
+void ToggleStartUpPause(Program& program) {
+  if (program.StartUpDone) return;
+  program.StartUpPaused = !program.StartUpPaused;
+  showPaused(program, program.StartUpPaused);
+}
+
+void SuspendStartUpTimer(Program& program, TimerAction action) {
+  if (program.options.EmailCheckStartUp == 0 || program.StartUpDone) return;
+  const bool suspend = action == TimerAction::Suspend;
+  if (suspend) program.StartUpWasRunning = program.frmMain.tmrMailStartUp.Enabled;
+  program.StartUpPaused = !suspend && program.StartUpWasRunning;
+  pauseBar(program).Buttons.front().Enabled = !suspend;
+  ToggleStartUpPause(program);
+}
+
+}  // namespace velmora

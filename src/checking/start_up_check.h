@@ -1,0 +1,24 @@
+#pragma once
+
+#include "checking/auto_check.h"
+
+namespace velmora {
+
+struct Program;
+
+/// Begins to count the seconds to the check at start-up, where the user wants one and there are accounts.
+void BeginStartUpCountdown(Program& program);
+
+/// A second of it has passed; the last one brings the check.
+void tmrMailStartUp_Timer(Program& program);
+
+/// Gives the check at start-up up, since another one comes before it. Nothing once it has happened.
+void EndStartUpCountdown(Program& program);
+
+/// Stops the countdown, or lets it go on from where it stands.
+void ToggleStartUpPause(Program& program);
+
+/// For dialogs that the check must not overtake. A countdown that the user has stopped stays so. The two don't nest.
+void SuspendStartUpTimer(Program& program, TimerAction action);
+
+}  // namespace velmora

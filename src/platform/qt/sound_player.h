@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QString>
+
+class QAudioSink;
+
+namespace velmora {
+
+/// Plays sounds, one at a time.
+class SoundPlayer {
+ public:
+  /// Plays a .wav file to its end while the event loop turns. A call from within that ends the sound that is on.
+  /// Returns at once where nothing can be heard, and when the program ends.
+  void play(const QString& path);
+
+ private:
+  QAudioSink* playing_ = nullptr;  // of the call that waits, if any
+};
+
+}  // namespace velmora

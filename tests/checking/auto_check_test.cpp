@@ -1,0 +1,402 @@
+#include "checking/auto_check.h"
+
+#include <gmock/gmock.h>
+
+#include "checking/check_cycle.h"
+#include "checking/connection_test.h"
+#include "checking/plain_schedule.h"
+#include "checking/schedule.h"
+#include "checking/start_up_check.h"
+#include "options/save_options.h"
+#include "support/running_program.h"
+
+namespace velmora {
+namespace {
+
+using test::message;
+using test::PlainSchedule;
+using namespace std::chrono_literals;
+
+Options timing(std::int16_t minutes, const char* begin = nullptr, const char* end = "") {
+  Options options;
+  options.Hours = static_cast<std::int16_t>(minutes / 60);
+  options.Minutes = static_cast<std::int16_t>(minutes % 60);
+  options.NoCheck = begin == nullptr ? 0 : 1;
+  if (begin != nullptr) options.NoCheckTimeBegin = begin;
+  options.NoCheckTimeEnd = end;
+  return options;
+}
+
+TEST(Schedule, SaysWhenTheNextCheckIs) {
+  struct Case {
+    const char* what;
+    Options options;
+    DateTime now;
+    bool postponed;
+    NextCheck next;
+  };
+  const DateTime evening{2026, 12, 31, 23, 30, 40};
+  const Case cases[] = {
+      {"the same day", timing(90), {2026, 11, 15, 9, 40, 59}, false, {"Auto Check at 11:10 AM", "15/11/26-11:10"}},
+      {"past midnight, month and year", timing(60), evening, false, {"Auto Check at 12:30 AM", "01/01/27-00:30"}},
+      {"no interval", timing(0), evening, false, {"Auto Check at 11:30 PM", "31/12/26-23:30"}},
+      {"put off to the end",
+       timing(30, "22:00", "06:00"),
+       {2026, 11, 15, 21, 50, 0},
+       false,
+       {"Auto Check at 6:00 AM", "16/11/26-06:00", true}},
+      {"but only once",
+       timing(30, "22:00", "06:00"),
+       {2026, 11, 15, 21, 50, 0},
+       true,
+       {"Auto Check at 10:20 PM", "15/11/26-22:20"}},
+      {"only the evening of a night",
+       timing(30, "22:00", "06:00"),
+       {2026, 11, 15, 1, 0, 0},
+       false,
+       {"Auto Check at 1:30 AM", "15/11/26-01:30"}},
+      {"its edges belong to it",
+       timing(30, "10:00", "12:00"),
+       {2026, 11, 15, 11, 30, 0},
+       false,
+       {"Auto Check at 12:00 PM", "15/11/26-12:00", true}},
+      {"no period at all",
+       timing(30, "10:00", "10:00"),
+       {2026, 11, 15, 9, 30, 0},
+       false,
+       {"Auto Check at 10:00 AM", "15/11/26-10:00"}},
+      {"nonsense is none either",
+       timing(30, "10:0x", "25:00"),
+       {2026, 11, 15, 9, 30, 0},
+       true,
+       {"Auto Check at 10:00 AM", "15/11/26-10:00", true}},
+      {"beyond any day", timing(32767), {2026, 11, 15, 0, 0, 0}, false, {"Auto Check at 6:07 PM", "16/11/26-18:07"}},
+      {"before now", timing(-90), {2026, 2, 28, 1, 0, 0}, false, {"Auto Check at 11:30 PM", "01/03/26-23:30"}},
+  };
+  for (const auto& c : cases) EXPECT_EQ(nextAutoCheck(c.options, c.now, 0, c.postponed), c.next) << c.what;
+}
+
+TEST(Schedule, AShortFirstIntervalCountsFromTheNextMinuteWhenThisOneIsWellBegun) {
+  for (const auto& [minutes, second, extra] : {std::tuple{15, 20, 1}, {15, 19, 0}, {16, 20, 0}}) {
+    const DateTime now{2026, 1, 1, 0, 0, second};
+    EXPECT_EQ(extraMinutesAtStart(timing(static_cast<std::int16_t>(minutes)), now), extra) << minutes << ' ' << second;
+  }
+}
+
+class AutoCheck : public test::RunningProgram {
+ protected:
+  using Seconds = PlainSchedule::Seconds;
+
+  void SetUp() override {
+    addAccount("Work");
+    option("UseInterval", "1");
+    option("PlaySound", "0");
+  }
+
+  void setClock(Seconds now) {
+    DateTime& clock = platform.clock;
+    const auto second = (now - day_).count();
+    if (second < 0 || second >= 24 * 60 * 60) {
+      day_ = std::chrono::floor<std::chrono::days>(now);
+      const std::chrono::year_month_day date(day_);
+      clock.year = static_cast<int>(date.year());
+      clock.month = static_cast<int>(static_cast<unsigned>(date.month()));
+      clock.day = static_cast<int>(static_cast<unsigned>(date.day()));
+      setClock(now);
+      return;
+    }
+    clock.hour = static_cast<int>(second / 3600);
+    clock.minute = static_cast<int>(second / 60 % 60);
+    clock.second = static_cast<int>(second % 60);
+  }
+
+  static Seconds at(int year, unsigned month, unsigned day, std::chrono::seconds time) {
+    return std::chrono::local_days(std::chrono::year(year) / std::chrono::month(month) / std::chrono::day(day)) + time;
+  }
+
+  int checks() { return platform.servers["Work"].line.connections; }
+  void tick() { program.frmMain.tmrMailTime.tick(); }
+
+  std::chrono::local_days day_;
+};
+
+/// Where the clock of the wall jumps to, and when: summer time, a user who sets it, a machine that slept.
+struct Jump {
+  PlainSchedule::Seconds when;
+  PlainSchedule::Seconds to;
+};
+
+struct Stretch {
+  const char* what;
+  Options options;
+  PlainSchedule::Seconds from;
+  std::chrono::hours length;
+  std::vector<Jump> jumps;
+};
+
+class SimulatedWeeks : public AutoCheck, public testing::WithParamInterface<int> {
+ protected:
+  static std::vector<Stretch> stretches() {
+    return {
+        {"days with nights", timing(30, "22:00", "06:00"), at(2026, 11, 9, 12h), 120h, {}},
+        {"the end of a year", timing(720), at(2026, 12, 28, 7h + 5s), 168h, {}},
+        {"the end of a February", timing(45, "11:40", "12:20"), at(2028, 2, 28, 6h), 48h, {}},
+        {"summer time begins",
+         timing(20, "01:50", "02:10"),
+         at(2026, 3, 28, 23h),
+         6h,
+         {{at(2026, 3, 29, 2h), at(2026, 3, 29, 3h)}}},
+        {"summer time ends",
+         timing(20, "02:10", "02:40"),
+         at(2026, 10, 24, 23h),
+         6h,
+         {{at(2026, 10, 25, 3h), at(2026, 10, 25, 2h)}}},
+        {"set back and forward",
+         timing(17),
+         at(2026, 5, 4, 10h),
+         20h,
+         {{at(2026, 5, 4, 12h + 7s), at(2026, 5, 3, 1h)}, {at(2026, 5, 3, 4h), at(2026, 6, 20, 23h + 50min)}}},
+        {"asleep for hours",
+         timing(60, "00:10", "05:00"),
+         at(2026, 5, 4, 10h),
+         24h,
+         {{at(2026, 5, 4, 11h), at(2026, 5, 4, 16h + 13s)}, {at(2026, 5, 4, 22h), at(2026, 5, 5, 7h)}}},
+    };
+  }
+
+  /// The user saves another timing.
+  void save(const Options& options) {
+    program.EditOptions.Hours = options.Hours;
+    program.EditOptions.Minutes = options.Minutes;
+    program.EditOptions.NoCheck = options.NoCheck;
+    program.EditOptions.NoCheckTimeBegin = options.NoCheckTimeBegin;
+    program.EditOptions.NoCheckTimeEnd = options.NoCheckTimeEnd;
+    SaveOptions(program);
+  }
+};
+
+INSTANTIATE_TEST_SUITE_P(Through, SimulatedWeeks, testing::Range(0, 7));
+
+TEST_P(SimulatedWeeks, KeepToThePlainRulesSecondBySecond) {
+  const Stretch stretch = stretches().at(static_cast<std::size_t>(GetParam()));
+  Seconds now = stretch.from;
+  setClock(now);
+  start();
+  save(stretch.options);
+  PlainSchedule plain(program.options);
+  plain.next(now, 0);
+  auto jump = stretch.jumps.begin();
+  int expected = 0;
+  for (auto passed = 0s; passed < stretch.length; passed += 1s, now += 1s) {
+    if (jump != stretch.jumps.end() && now == jump->when) now = jump++->to;
+    setClock(now);
+    const bool due = plain.due(now);
+    if (due) plain.next(now, 0);
+    expected += due ? 1 : 0;
+    tick();
+    const bool same = checks() == expected && program.NextCheckTime == plain.time;
+    ASSERT_TRUE(same) << stretch.what << " at " << program.CurrentTime << ": " << program.NextCheckTime << " for "
+                      << plain.time << ", " << checks() << " checks for " << expected;
+    if (due) {
+      ASSERT_EQ(program.NextCheckText, plain.says()) << stretch.what;
+    }
+  }
+  EXPECT_EQ(jump, stretch.jumps.end()) << stretch.what;
+  EXPECT_GT(expected, 10) << stretch.what;
+}
+
+TEST_F(AutoCheck, AcrossTheEndOfAMonthItFiresUntilTheDateHasTurned) {
+  option("Minutes", "30");
+  setClock(at(2026, 11, 30, 23h + 29min + 30s));
+  start();
+  EXPECT_EQ(program.NextCheckTime, "30/11/26-23:59");
+  setClock(at(2026, 11, 30, 23h + 59min));
+  for (int fired = 1; fired <= 3; ++fired) {
+    tick();
+    EXPECT_EQ(checks(), fired);
+    EXPECT_EQ(program.NextCheckTime, "01/12/26-00:29");
+  }
+  setClock(at(2026, 12, 1, 0h));
+  tick();
+  EXPECT_EQ(checks(), 3);
+}
+
+TEST_F(AutoCheck, TheFirstIntervalAtStartCountsItsExtraMinute) {
+  option("Minutes", "10");
+  platform.clock.second = 20;
+  start();
+  EXPECT_EQ(program.NextCheckTime, "15/11/26-16:32");
+  set("Settings/AcntNum", "0");
+  Program empty(platform);
+  ASSERT_TRUE(Main(empty));
+  empty.NextCheckTime = "15/11/26-16:21";
+  empty.frmMain.tmrMailTime.tick();
+  EXPECT_EQ(empty.AccountInfoText, "") << "without accounts nothing is walked over";
+}
+
+TEST_F(AutoCheck, SwitchedOffAndOnItKeepsItsTime) {
+  option("Minutes", "30");
+  start();
+  const auto toggle = [this] { program.frmMain.mnuTrayAutoCheck.Click(); };
+  EXPECT_EQ(panel(4), "Auto Check at 4:51 PM");
+  EXPECT_EQ(program.frmMain.mnuTrayAutoCheck.Caption.get(), "&Auto Check - On|#AutoCheckOn");
+  program.NoCheckPostponed = true;
+  toggle();
+  EXPECT_EQ(panel(4), "Auto Check Off");
+  EXPECT_EQ(platform.tree.values["Settings\\Options/UseInterval"], "0");
+  EXPECT_EQ(program.frmMain.mnuTrayAutoCheck.Caption.get(), "&Auto Check - Off|#AutoCheckOff");
+  EXPECT_FALSE(program.NoCheckPostponed);
+  platform.clock.minute = 40;
+  tick();
+  EXPECT_TRUE(program.frmMain.tmrStatusBar.Enabled);
+  toggle();
+  EXPECT_EQ(panel(4), "Auto Check at 4:51 PM") << "not half an hour from now";
+  EXPECT_EQ(program.NextCheckTime, "15/11/26-16:51");
+  program.NoCheckPostponed = true;
+  program.EditOptions.Hours = 1;
+  SaveOptions(program);
+  EXPECT_EQ(panel(4), "Auto Check at 6:10 PM") << "another timing counts from now";
+  EXPECT_FALSE(program.NoCheckPostponed);
+}
+
+TEST_F(AutoCheck, SwitchedOnInTheMiddleOfACheckItWaitsForItsEnd) {
+  option("UseInterval", "0");
+  option("Minutes", "0");
+  platform.servers["Work"].messages = {message("a"), message("b")};
+  start();
+  check();
+  program.EditOptions.SortColumn = 3;
+  program.EditOptions.SortOrder = program.options.SortOrder = 0;
+  bool ticked = false;
+  platform.servers["Work"].line.onReceive = [&] {
+    if (std::exchange(ticked, true)) return;
+    program.frmMain.mnuTrayAutoCheck.Click();
+    tick();
+    EXPECT_TRUE(program.frmMain.lvwEmail.Rows().empty()) << "the list belongs to the check";
+  };
+  checkAll();
+  EXPECT_TRUE(ticked);
+  EXPECT_EQ(checks(), 2);
+  EXPECT_EQ(program.frmMain.lvwEmail.Rows().size(), 2U);
+  tick();
+  EXPECT_EQ(checks(), 3) << "the interval of nothing is over at once";
+}
+
+TEST_F(AutoCheck, AStoppedCheckStandsInTheWayOfNoOther) {
+  option("Minutes", "0");
+  start();
+  auto& line = platform.servers["Work"].line;
+  line.onReceive = [this] { stop(); };
+  tick();
+  EXPECT_TRUE(program.StopRequested);
+  line.onReceive = nullptr;
+  checkAll();
+  EXPECT_EQ(checks(), 2);
+  program.StopRequested = true;
+  tick();
+  EXPECT_EQ(checks(), 3);
+  EXPECT_EQ(program.accounts[1].AcntStatusText, "Work - No Messages");
+}
+
+TEST_F(AutoCheck, EveryEnabledAccountsCheckMovesTheNextTime) {
+  addAccount("Off", false);
+  option("Minutes", "10");
+  start();
+  platform.clock.minute = 40;
+  program.NoCheckPostponed = true;
+  checkAll();
+  EXPECT_EQ(panel(4), "Auto Check at 4:50 PM");
+  EXPECT_FALSE(program.NoCheckPostponed) << "a check by hand lets the next time be worked out afresh";
+  platform.clock.minute = 45;
+  program.frmMain.TabStripEmail.SelectTab(2);
+  check();
+  EXPECT_EQ(panel(4), "Auto Check at 4:50 PM");
+}
+
+class StartUpCheck : public AutoCheck {
+ protected:
+  void SetUp() override {
+    AutoCheck::SetUp();
+    option("EmailCheckStartUp", "1");
+    option("StartUpDelay", "2");
+    option("Minutes", "30");
+  }
+
+  void second() { program.frmMain.tmrMailStartUp.tick(); }
+  Toolbar& pause() { return program.frmMain.tbrButtons[pauseStartUpBar]; }
+};
+
+TEST_F(StartUpCheck, CountsDownAndChecksOnce) {
+  start();
+  EXPECT_TRUE(pause().Visible);
+  for (const auto* text : {"StartUp Check: 2 sec", "StartUp Check: 1 sec"}) {
+    second();
+    EXPECT_EQ(panel(3), text);
+    EXPECT_EQ(checks(), 0);
+  }
+  second();
+  EXPECT_EQ(checks(), 1);
+  EXPECT_EQ(panel(4), "Auto Check at 4:52 PM") << "a minute further than after any other check";
+  EXPECT_FALSE(pause().Visible);
+  second();
+  EXPECT_EQ(checks(), 1);
+}
+
+TEST_F(StartUpCheck, CanBePausedAndHeldWhileADialogIsOpen) {
+  start();
+  second();
+  const Button& button = pause().Buttons.front();
+  EXPECT_EQ(button.Caption.get(), "StartUp: Pause       ");
+  for (const bool pausedByUser : {false, true}) {
+    if (pausedByUser) button.click();
+    SuspendStartUpTimer(program, TimerAction::Suspend);
+    EXPECT_FALSE(button.Enabled);
+    second();
+    EXPECT_EQ(panel(3), "StartUp Check: 2 sec");
+    SuspendStartUpTimer(program, TimerAction::Restore);
+    EXPECT_TRUE(button.Enabled);
+    EXPECT_EQ(program.frmMain.tmrMailStartUp.Enabled.get(), !pausedByUser);
+  }
+  EXPECT_EQ(button.Caption.get(), "StartUp: Continue   ");
+  EXPECT_EQ(button.ToolTipText.get(), "Continue the StartUp Check Timer");
+  button.click();
+  second();
+  EXPECT_EQ(panel(3), "StartUp Check: 1 sec");
+}
+
+TEST_F(StartUpCheck, EveryOtherCheckGivesItUp) {
+  addAccount("Last");
+  using Check = void (*)(Program&);
+  for (const Check other :
+       {Check{CheckAllAccounts}, Check{CheckCurrentAccount}, Check{AutoCheckAccounts}, Check{TestCurrentAccount}}) {
+    Program next(platform);
+    ASSERT_TRUE(Main(next));
+    next.frmMain.StatusBar.Panels(3).Text = next.frmMain.StatusBar.Panels(4).Text = std::string("left");
+    other(next);
+    EXPECT_TRUE(next.StartUpDone);
+    EXPECT_NE(next.frmMain.StatusBar.Panels(3).Text.get(), "left");
+    EXPECT_EQ(next.frmMain.StatusBar.Panels(4).Text.get(), next.NextCheckText);
+    EXPECT_FALSE(next.frmMain.tmrMailStartUp.Enabled);
+    EXPECT_FALSE(next.frmMain.tbrButtons[pauseStartUpBar].Visible);
+    ToggleStartUpPause(next);
+    EXPECT_FALSE(next.frmMain.tmrMailStartUp.Enabled) << "for good";
+  }
+}
+
+TEST_F(StartUpCheck, WaitsForADeletionAndNeedsAnAccount) {
+  start();
+  SetCheckingInterface(program, false, false);
+  for (int i = 0; i < 5; ++i) second();
+  EXPECT_EQ(checks(), 0);
+  SetCheckingInterface(program, true, false);
+  for (int i = 0; i < 3; ++i) second();
+  EXPECT_EQ(checks(), 1);
+  set("Settings/AcntNum", "0");
+  Program empty(platform);
+  ASSERT_TRUE(Main(empty));
+  EXPECT_TRUE(empty.StartUpDone);
+  EXPECT_FALSE(empty.frmMain.tmrMailStartUp.Enabled);
+}
+
+}  // namespace
+}  // namespace velmora

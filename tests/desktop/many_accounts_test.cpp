@@ -1,0 +1,218 @@
+#include <gmock/gmock.h>
+
+#include <QLabel>
+#include <QTabBar>
+#include <ctime>
+#include <limits>
+
+#include "desktop/opened_window.h"
+#include "platform/mime/gmime_reader.h"
+#include "platform/qt/html_text.h"
+#include "platform/qt/qt_transport.h"
+#include "platform/qt/strings.h"
+#include "support/scripted_server.h"
+
+namespace velmora {
+namespace {
+
+constexpr std::int16_t fifty = 50;
+
+/// The pages that have a strip, and its name.
+constexpr std::pair<const char*, const char*> strips[] = {{"Email", "TabStripEmail"}, {"Accounts", "TabStripAcnts"}};
+
+std::string nameOf(int number) { return "Account " + std::to_string(number); }
+
+class ManyAccounts : public test::OpenedWindow {
+ protected:
+  void SetUp() override {
+    OpenedWindow::SetUp();
+    for (int number = 1; number <= fifty; ++number) addAccount(nameOf(number));
+  }
+
+  QTabBar& strip(const std::pair<const char*, const char*>& each) {
+    press(each.first);
+    QCoreApplication::processEvents();
+    return find<QTabBar>(each.second);
+  }
+
+  static QToolButton& arrow(const QTabBar& bar, const char* name) {
+    auto* found = bar.findChild<QToolButton*>(name);
+    EXPECT_TRUE(found != nullptr && found->isVisible());
+    return *found;
+  }
+  static QToolButton& leftArrow(const QTabBar& bar) { return arrow(bar, "ScrollLeftButton"); }
+  static QToolButton& rightArrow(const QTabBar& bar) { return arrow(bar, "ScrollRightButton"); }
+
+  /// As a whole, and not beneath an arrow.
+  static bool isInSight(const QTabBar& bar, int number) {
+    QCoreApplication::processEvents();
+    const QRect tab = bar.tabRect(number - 1);
+    return tab.left() >= 0 && tab.right() < leftArrow(bar).x();
+  }
+
+  void hold(QTabBar& bar, const QPoint& at) {
+    QTest::mousePress(&bar, Qt::LeftButton, Qt::NoModifier, at);
+    program.frmMain.tmrDragTab.tick();
+  }
+  static void drop(QTabBar& bar, const QPoint& at) { QTest::mouseRelease(&bar, Qt::LeftButton, Qt::NoModifier, at); }
+
+  std::int16_t current() const { return program.accounts.AcntCurrent; }
+  const std::string& nameAt(int number) { return program.accounts[static_cast<std::int16_t>(number)].AcntName; }
+};
+
+TEST_F(ManyAccounts, HaveTheSelectedTabInSight) {
+  open();
+  for (int number = 1, step = 0; step < fifty; ++step, number = number * 3 % 53 % fifty + 1) {
+    strip(strips[step % 2]).setCurrentIndex(number - 1);
+    for (const auto& each : strips) EXPECT_TRUE(isInSight(strip(each), number)) << each.second << number;
+    EXPECT_EQ(current(), number);
+  }
+  auto& bar = strip(strips[0]);
+  bar.setCurrentIndex(29);
+  view_->resize(view_->width() + 333, view_->height());
+  EXPECT_TRUE(isInSight(bar, 30));
+  view_->resize(view_->width() - 333, view_->height());
+  EXPECT_TRUE(isInSight(bar, 30));
+  for (int number = 1; number <= 30; ++number) program.frmMain.TabStripEmail.Tabs(number).Caption = "Longer  (999)";
+  EXPECT_TRUE(isInSight(bar, 30));
+  auto& accounts = strip(strips[1]);
+  press("AcntAdd");
+  EXPECT_TRUE(isInSight(accounts, fifty + 1));
+  platform.answers.assign(fifty, Answer::Yes);
+  for (int left = fifty; left > 20; --left) {
+    press("AcntDelete");
+    EXPECT_TRUE(isInSight(accounts, left)) << left;
+  }
+}
+
+TEST_F(ManyAccounts, AreSelectedByAPressOnWhatIsSeenOfATab) {
+  open();
+  for (const auto& each : strips) {
+    auto& bar = strip(each);
+    const auto edge = [&bar] { return QPoint(leftArrow(bar).x() - 2, bar.height() / 2); };
+    bar.setCurrentIndex(0);
+    if (isInSight(bar, bar.tabAt(edge()) + 1)) view_->resize(view_->width() + 40, view_->height());
+    QCoreApplication::processEvents();
+    const int half = bar.tabAt(edge()) + 1;
+    ASSERT_FALSE(isInSight(bar, half));
+    hold(bar, edge());
+    EXPECT_EQ(current(), half);
+    EXPECT_EQ(bar.currentIndex(), half - 1);
+    EXPECT_TRUE(isInSight(bar, half));
+    drop(bar, edge());
+    EXPECT_EQ(current(), half);
+    EXPECT_EQ(nameAt(half), nameOf(half)) << "a pointer that rests drags nothing";
+  }
+}
+
+TEST_F(ManyAccounts, AreDraggedAsFarAsTheArrowsScroll) {
+  open();
+  for (const auto& each : strips) {
+    auto& bar = strip(each);
+    bar.setCurrentIndex(0);
+    const std::string moved = nameAt(1);
+    hold(bar, bar.tabRect(0).center());
+    QCursor::setPos(rightArrow(bar).mapToGlobal(QPoint(5, 5)));
+    ASSERT_TRUE(QTest::qWaitFor([&bar] { return bar.tabRect(4).right() < 0; })) << each.second;
+    QCursor::setPos(view_->mapToGlobal(QPoint(0, 0)));
+    const QPoint middle(bar.width() / 2, bar.height() / 2);
+    const int target = bar.tabAt(middle) + 1;
+    const std::string other = nameAt(target);
+    drop(bar, middle);
+    EXPECT_EQ(current(), target);
+    EXPECT_EQ(nameAt(target), moved);
+    EXPECT_EQ(nameAt(1), other);
+    EXPECT_TRUE(isInSight(bar, target));
+    for (const auto& [page, name] : strips) {
+      EXPECT_EQ(find<QTabBar>(name).tabText(0), qt(other)) << name;
+      EXPECT_EQ(find<QTabBar>(name).currentIndex(), target - 1) << name;
+    }
+    hold(bar, bar.tabRect(target - 1).center());
+    drop(bar, rightArrow(bar).geometry().center());
+    EXPECT_EQ(nameAt(target), moved) << "an arrow is no tab";
+  }
+}
+
+TEST_F(ManyAccounts, ShowWhichOfThemIsBeingChecked) {
+  std::set<int> seen;
+  for (int number = 1; number <= fifty; ++number) {
+    platform.servers[nameOf(number)].line.onReceive = [this, number, &seen] {
+      if (!seen.insert(number).second) return;
+      program.frmMain.tmrRetrieveMessage.tick();
+      auto& bar = find<QTabBar>("TabStripEmail");
+      EXPECT_EQ(bar.currentIndex(), number - 1);
+      EXPECT_TRUE(isInSight(bar, number)) << number;
+      EXPECT_THAT(tabImage(number), testing::StartsWith("MailSpin"));
+      EXPECT_TRUE(find<QLabel>("StatusBar1").text().startsWith(qt(nameOf(number) + " - "))) << number;
+    };
+  }
+  open();
+  find<QTabBar>("TabStripEmail").setCurrentIndex(24);
+  press("CheckAll");
+  EXPECT_EQ(seen.size(), std::size_t{fifty});
+  EXPECT_EQ(current(), 25);
+  EXPECT_TRUE(isInSight(find<QTabBar>("TabStripEmail"), 25));
+}
+
+TEST_F(ManyAccounts, AndTheirFieldsAreReachedByTheKeyboard) {
+  open();
+  auto& bar = strip(strips[1]);
+  bar.setFocus(Qt::TabFocusReason);
+  for (int number = 2; number < fifty; ++number) {
+    QTest::keyClick(&bar, Qt::Key_Right);
+    ASSERT_EQ(current(), number);
+  }
+  std::set<std::string> reached;
+  for (int keys = 0; keys < 60; ++keys) {
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    reached.insert(utf8(QApplication::focusWidget()->objectName()));
+  }
+  for (const auto* name : {"TabStripAcnts", "AcntAdd", "AcntDelete", "AcntTest", "Backward", "Forward",
+                           "chkAcntEnabled", "txtAcntName", "txtAcntServer", "chkAcntSecure", "txtAcntPort",
+                           "txtAcntLoginID", "txtAcntPassword", "Colour", "txtAcntClient", "txtAcntSound"}) {
+    EXPECT_TRUE(reached.contains(name)) << name;
+  }
+}
+
+TEST_F(ManyAccounts, TakeAsLongToCheckAsTheirServersDo) {
+  test::MemoryServer script;
+  test::ScriptedServer server(script);
+  platform.makeTransport = makeQtTransport;
+  platform.reader = std::make_shared<GmimeReader>(htmlToText);
+  for (int number = 1; number <= fifty; ++number) {
+    set("Settings/AcntServer" + std::to_string(number), "127.0.0.1");
+    set("Settings/AcntPort" + std::to_string(number), std::to_string(server.port()));
+  }
+  open();
+  const auto client = platform.makePopClient();
+  const auto connectToAll = [&] {
+    for (int number = 1; number <= fifty; ++number) {
+      client->HostName("127.0.0.1");
+      client->Port(server.port());
+      client->Login("user");
+      client->Password("secret");
+      client->Connect();
+      EXPECT_EQ(client->Messages().Count(), 0);
+      client->Disconnect();
+    }
+  };
+  // Of the processor's time: others may want the machine too.
+  const auto measure = [](const auto& action, double& least) {
+    const std::clock_t begin = std::clock();
+    action();
+    least = std::min(least, static_cast<double>(std::clock() - begin) * 1000 / CLOCKS_PER_SEC);
+  };
+  double alone = std::numeric_limits<double>::max();
+  double whole = alone;
+  for (int round = 0; round < 3; ++round) {
+    measure(connectToAll, alone);
+    measure([this] { press("CheckAll"); }, whole);
+  }
+  EXPECT_EQ(script.logins, 6 * fifty);
+  EXPECT_TRUE(platform.asked.empty());
+  constexpr double perAccount = 15;
+  EXPECT_LT(whole, 1.5 * alone + perAccount * fifty) << "ms, alone " << alone;
+}
+
+}  // namespace
+}  // namespace velmora

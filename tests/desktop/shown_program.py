@@ -1,0 +1,82 @@
+"""The built program on a desktop of its own, seen by tests as a screen reader sees it.
+
+The test's first argument is the program. Only the system's own Python has what this needs.
+"""
+import contextlib
+import pathlib
+import subprocess
+import sys
+import unittest
+
+PROGRAM = sys.argv.pop(1)
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "scripts"))
+from private_desktop import let_screen_readers_in, make_folder, open_desktop, serve_mail, tell
+
+MAIL = """From: Zoë <zoe@example.org>\r
+To: robin@example.com\r
+Subject: {subject}\r
+Content-Type: text/plain; charset=utf-8\r
+\r
+Text of {subject}, for every ear.\r
+"""
+
+
+class ShownProgramTest(unittest.TestCase):
+    SUBJECTS = ()  # of the messages of robin, whose password is secret
+
+    @classmethod
+    def setUpClass(cls):
+        stack = contextlib.ExitStack()
+        cls.addClassCleanup(stack.close)
+        home = make_folder(stack)
+        files = []
+        for subject in cls.SUBJECTS:
+            files.append(home / subject)
+            files[-1].write_text(MAIL.format(subject=subject), newline="")
+        cls.ports = serve_mail(stack, "secret", {"robin": files})[1]
+        cls.settings = home / "Kestrum" / "Velmora.conf"
+        cls.settings.parent.mkdir()
+        open_desktop(stack, home)
+        let_screen_readers_in()
+        import screen_reader  # finds the bus in the environment
+        cls.see = screen_reader
+
+    def start(self):
+        self.program = subprocess.Popen([PROGRAM], stderr=subprocess.PIPE, text=True)
+        for end in (self.program.stderr.close, self.program.wait, self.program.kill):
+            self.addCleanup(end)
+        self.root = self.see.wait_for("Velmora", lambda: self.see.velmora(self.program.pid))
+
+    def end(self):
+        self.program.terminate()
+        self.assertEqual(self.program.wait(20), 0)
+        self.assertEqual(self.program.stderr.read(), "")
+
+    def has(self, widget, state):
+        return self.see.has(widget, getattr(self.see.pyatspi, "STATE_" + state))
+
+    def find(self, roles, name):
+        return self.see.wait_for(name, lambda: self.see.showing(self.root, roles, name))[0]
+
+    def button(self, name):
+        return self.find(self.see.BUTTONS, name)
+
+    def field(self, name):
+        return self.find(self.see.FIELDS, name)
+
+    def wait_for_focus(self, widget):
+        self.see.wait_for("the focus at " + widget.name, lambda: self.has(widget, "FOCUSED"))
+
+    def press(self, name):
+        """A button, once it is on."""
+        button = self.button(name)
+        self.see.wait_for(name + " to be on", lambda: self.has(button, "SENSITIVE"))
+        self.see.click(button)
+
+    def answer(self, title, words, keys, default):
+        """Answers a question by keys once the keyboard is there, at its default button."""
+        box = self.see.wait_for(title, lambda: self.see.window(self.root, title))
+        self.assertIn(words, self.see.showing(box, self.see.LABELS)[0].name)
+        self.wait_for_focus(self.see.showing(box, self.see.BUTTONS, default)[0])
+        tell("xdotool", "key", *keys.split())
+        self.see.wait_for("the end of the question", lambda: not self.see.window(self.root, title))
