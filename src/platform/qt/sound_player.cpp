@@ -77,6 +77,9 @@ void SoundPlayer::play(const QString& path) {
   playing_ = &sink;
   waiting.wait(length + patience);
   if (playing_ == &sink) playing_ = nullptr;
+  // Destroying it would close its stream and then turn the event loop, where Qt may still feed a sink that isn't
+  // stopped: on PulseAudio that ends the process.
+  sink.stop();
 }
 
 }  // namespace velmora
