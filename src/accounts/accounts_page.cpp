@@ -164,13 +164,17 @@ void moveTo(Program& program, std::int16_t account) {
   ShowAccount(program, account);
 }
 
+Answer askAboutChanges(Program& program) {
+  TabStrip& strip = program.frmMain.TabStripAcnts;
+  return program.platform.MsgBox(changesNotSaved(strip.Tabs(strip.SelectedItem()).Caption.get()));
+}
+
 /// Both answers that leave the account do so even where it could not be saved: its changes are gone then.
 void leaveChangedAccount(Program& program, std::int16_t target) {
   const std::int16_t current = program.accounts.AcntCurrent;
   if (target == current) return;
-  TabStrip& strip = program.frmMain.TabStripAcnts;
-  strip.SelectTab(current);
-  const Answer answer = program.platform.MsgBox(changesNotSaved(strip.Tabs(current).Caption.get()));
+  program.frmMain.TabStripAcnts.SelectTab(current);
+  const Answer answer = askAboutChanges(program);
   if (answer == Answer::No) return;
   if (answer == Answer::Yes) SaveAccount(program);
   ShowAccount(program, current);
@@ -245,6 +249,21 @@ void ShowAccount(Program& program, std::int16_t number) {
 
 void AccountDirtyCheck(Program& program) {
   if (!program.AcntLoading) showDirty(program, differs(program));
+}
+
+bool SettleChanges(Program& program) {
+  if (!program.AcntDirty) return true;
+  if (program.AcntBusy) return false;
+  program.AcntBusy = true;
+  const Answer answer = askAboutChanges(program);
+  // A check that is under way may have another account current.
+  const auto changed = static_cast<std::int16_t>(program.frmMain.TabStripAcnts.SelectedItem());
+  const std::int16_t current = std::exchange(program.accounts.AcntCurrent, changed);
+  if (answer == Answer::Yes) SaveAccount(program);
+  if (answer == Answer::Cancel) ShowAccount(program, changed);
+  program.accounts.AcntCurrent = current;
+  program.AcntBusy = false;
+  return !program.AcntDirty;
 }
 
 void SetMoveButtons(Program& program) {

@@ -61,6 +61,10 @@ void ShowAccount(Program& program, std::int16_t number);
 /// only.
 void AccountDirtyCheck(Program& program);
 
+/// Asks what is to become of changes that were not saved, if there are any. Returns whether the account may be left;
+/// not so where the user wants to return to it, where it could not be saved, and while he is asked already.
+bool SettleChanges(Program& program);
+
 /// Enables the buttons that change the order of the accounts, as far as the account showing has neighbours.
 void SetMoveButtons(Program& program);
 

@@ -1,5 +1,6 @@
 #include "app/shut_down.h"
 
+#include "accounts/accounts_page.h"
 #include "app/first_use.h"
 #include "app/program.h"
 #include "app/tray.h"
@@ -18,6 +19,12 @@ void saveSortState(Program& program) {
   settings.SaveSetting(optionsSection, "SortOrder", toText(program.options.SortOrder));
 }
 
+/// The question stands over the account that it speaks of.
+bool mayEnd(Program& program) {
+  if (program.AcntDirty) mnuTrayShow_Click(program);
+  return SettleChanges(program);
+}
+
 }  // namespace
 
 bool IsEnding(const Program& program) { return program.PopClient == nullptr; }
@@ -27,6 +34,7 @@ void Form_Unload(Program& program) {
     CloseToTray(program);
     return;
   }
+  if (!program.QuitRequested && !mayEnd(program)) return;
   // A check that is under way must end without a word; it finds its client gone.
   program.StopRequested = true;
   program.PopClient.reset();
@@ -43,6 +51,10 @@ void Form_Unload(Program& program) {
 }
 
 void QuitApplication(Program& program) {
+  if (mayEnd(program)) EndApplication(program);
+}
+
+void EndApplication(Program& program) {
   program.QuitRequested = true;
   Form_Unload(program);
 }

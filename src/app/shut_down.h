@@ -11,7 +11,11 @@ bool IsEnding(const Program& program);
 /// was asked for, everything is saved and released and the program ends.
 void Form_Unload(Program& program);
 
-/// Ends the program, whatever closing the window means.
+/// The user ends the program, whatever closing the window means. Changes of an account that he did not save are asked
+/// about first, here and where closing ends the program; he may go back to them instead.
 void QuitApplication(Program& program);
+
+/// Ends the program and asks nobody, for the desktop's session ends.
+void EndApplication(Program& program);
 
 }  // namespace velmora

@@ -2,6 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include "app/shut_down.h"
+#include "app/tray.h"
+#include "checking/check_cycle.h"
 #include "support/running_program.h"
 
 namespace velmora {
@@ -177,6 +180,39 @@ TEST_F(AccountsPageTest, AChangedAccountIsLeftByOneOfThreeAnswers) {
             "'No' to just return to the same Account.\r\n'Cancel' to discard all changes to this Account.          "
             "\r\n\r\n");
   EXPECT_EQ(platform.asked[0].title, "Changes Not Saved!");
+}
+
+TEST_F(AccountsPageTest, QuittingAsksAboutChangesButTheEndOfTheSessionDoesNot) {
+  addAccount("Work");
+  auto& home = addAccount("Home");
+  option("CloseButton", "0");
+  open();
+  type(&AccountsPage::txtAcntName, "");
+  CloseToTray(program);
+  for (const Answer answer : {Answer::No, Answer::Yes}) {
+    platform.answers = {answer};
+    page().Close();
+    EXPECT_FALSE(platform.hasQuit) << "he returns to it, or it can't be saved";
+    EXPECT_TRUE(page().Visible && isDirty());
+  }
+  type(&AccountsPage::txtAcntName, "Job");
+  home.line.onReceive = [&] {
+    if (platform.hasQuit) return;
+    platform.answers = {Answer::Yes};
+    QuitApplication(program);
+  };
+  AutoCheckAccounts(program);
+  EXPECT_TRUE(platform.hasQuit);
+  EXPECT_EQ(stored("AcntName1") + stored("AcntName2"), "JobHome");
+
+  Program next(platform);
+  Main(next);
+  platform.asked.clear();
+  next.frmMain.tbrMainButtons["Accounts"].click();
+  next.frmMain.txtAcntName.Text = "Unsaved";
+  EndApplication(next);
+  EXPECT_TRUE(platform.asked.empty());
+  EXPECT_EQ(stored("AcntName1"), "Job");
 }
 
 TEST_F(AccountsPageTest, ATestStaysOnThePageAndTellsOfTheLastAccountsCheck) {
