@@ -89,13 +89,14 @@ class Fields {
   }
 
   /// A label names the box for a screen reader too.
-  void addRow(const char* label, QWidget* input, QWidget* beside) {
+  QLabel* addRow(const char* label, QWidget* input, QWidget* beside) {
     auto* text = new QLabel(label, frame_);
     text->setBuddy(input);
     grid_->addWidget(text, row_, labelColumn, Qt::AlignRight | Qt::AlignVCenter);
     grid_->addWidget(input, row_, inputColumn);
     if (beside != nullptr) grid_->addWidget(beside, row_, hintColumn, Qt::AlignLeft | Qt::AlignVCenter);
     ++row_;
+    return text;
   }
 
   void addTick(CheckBox& tick, const char* name, const char* letter, const char* hint) {
@@ -149,6 +150,8 @@ class Fields {
   int row_ = 0;
 };
 
+QString boxName(std::size_t box) { return QStringLiteral("lblColourBox%1").arg(box + 1); }
+
 QWidget* makeColourBoxes(AccountsPage& page, QWidget* frame) {
   auto* group = new QGroupBox(frame);
   group->setObjectName("fraColourBox");
@@ -156,7 +159,7 @@ QWidget* makeColourBoxes(AccountsPage& page, QWidget* frame) {
   auto* row = new QHBoxLayout(group);
   for (std::size_t i = 0; i < page.lblColourBox.size(); ++i) {
     auto* patch = new ColourPatch(page.lblColourBox[i], ColourPatch::Use::Choose, group);
-    patch->setObjectName(QStringLiteral("lblColourBox%1").arg(i + 1));
+    patch->setObjectName(boxName(i));
     patch->setAccessibleName(colourNames[i]);
     patch->setToolTip(colourNames[i]);
     row->addWidget(patch);
@@ -165,21 +168,30 @@ QWidget* makeColourBoxes(AccountsPage& page, QWidget* frame) {
   return group;
 }
 
-/// Where the button is, and the keyboard with it. The pointer must get there without crossing the fields' ground.
+/// Where the button is. The pointer must get there without crossing the fields' ground.
 void showBesideButton(QWidget& boxes, const QWidget& button) {
   const QWidget& bar = *button.parentWidget();
   boxes.adjustSize();
   boxes.move(bar.mapTo(boxes.parentWidget(), QPoint(bar.width(), bar.height() - boxes.height())));
   boxes.show();
   boxes.raise();
-  boxes.findChild<ColourPatch*>("lblColourBox1")->setFocus(Qt::OtherFocusReason);
 }
 
-/// The boxes hand the keyboard back to the button; where the user takes it elsewhere, they go.
-void followColours(Frame& colours, QWidget& boxes, QToolButton& button) {
-  colours.Visible.watch([&boxes, &button](bool on) {
+/// The box of the account's colour, or the first where it has another one.
+std::size_t chosenBox(const AccountsPage& page) {
+  for (std::size_t box = 0; box < page.lblColourBox.size(); ++box) {
+    if (page.lblColourBox[box].BackColour == page.txtAcntColour.BackColour) return box;
+  }
+  return 0;
+}
+
+/// The boxes take the keyboard and hand it back to the button; where the user takes it elsewhere, they go.
+void followColours(AccountsPage& page, QWidget& boxes, QToolButton& button) {
+  Frame& colours = page.fraColourBox;
+  colours.Visible.watch([&page, &boxes, &button](bool on) {
     if (on) {
       showBesideButton(boxes, button);
+      boxes.findChild<ColourPatch*>(boxName(chosenBox(page)))->setFocus(Qt::OtherFocusReason);
     } else {
       if (boxes.isAncestorOf(QApplication::focusWidget())) button.setFocus();
       boxes.hide();
@@ -195,8 +207,9 @@ void addColour(AccountsPage& page, Fields& fields, QWidget* frame) {
   patch->setObjectName("txtAcntColour");
   patch->setAccessibleName("Colour of the account");
   QWidget* tools = makeToolbar(page.tbrColour, "tbrColour", ButtonLook::TextBesideIcon, frame);
-  fields.addRow("Colour:", fields.makeRow({patch, tools}), nullptr);
-  followColours(page.fraColourBox, *makeColourBoxes(page, frame), *tools->findChild<QToolButton*>());
+  auto* button = tools->findChild<QToolButton*>();
+  fields.addRow("&Colour:", fields.makeRow({patch, tools}), nullptr)->setBuddy(button);
+  followColours(page, *makeColourBoxes(page, frame), *button);
 }
 
 QWidget* makeFields(AccountsPage& page, QWidget* parent) {

@@ -91,7 +91,7 @@ void TabBar::bindTab(int index) {
   tab.Caption.watch([this, index](const std::string& caption) {
     constexpr qsizetype longest = 40;
     QString shown = harmlessLine(caption, longest);
-    setAccessibleTabName(index, shown);
+    setAccessibleTabName(index, shown.isEmpty() ? QStringLiteral("No account") : shown);
     setTabText(index, shown.replace("&", "&&"));
   });
   tab.Image.watch([this, index](const std::string& key) { setTabIcon(index, images_.icon(key)); });
