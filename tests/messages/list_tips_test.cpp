@@ -53,18 +53,12 @@ TEST_F(ListTips, StayWhileThePointerStaysInItsCell) {
   EXPECT_NE(tipAt(1, 251), "");
 }
 
-TEST_F(ListTips, FollowTheOptions) {
-  program.options.FromToolTips = 0;
+TEST_F(ListTips, FollowTheOptionsAndTheLastRow) {
   const std::string before = tipAt(1, 250);
+  program.options.FromToolTips = program.options.SubjectToolTips = 0;
   EXPECT_EQ(tipAt(2, 0), before) << "an option that is off leaves the last tip in place";
-  program.options.ToToolTips = 0;
-  EXPECT_EQ(tipAt(2, 450), "");
-}
-
-TEST_F(ListTips, BesideTheRowsTheLastRowCounts) {
-  tipAt(2, 0);
   tipAt(0, 0);
-  EXPECT_EQ(program.HoverMessage, 2);
+  EXPECT_EQ(program.HoverMessage, 2) << "beside the rows the last row counts";
   EXPECT_FALSE(program.ItemUnderPointer);
   program.accounts[1].AcntMsgCount = 1;
   EXPECT_EQ(tipAt(0, 250), "") << "a message that is gone has none";

@@ -64,15 +64,6 @@ TEST_F(Sorting, AHeadersSecondClickTurnsTheOrderRound) {
   EXPECT_EQ(kept("SortOrder"), "0");
 }
 
-TEST_F(Sorting, TheFirstClickReversesOnlyTheColumnOfTheStart) {
-  option("SortColumn", "3");
-  option("SortOrder", "0");
-  startAndCheck();
-  EXPECT_THAT(subjects(), ElementsAre("A", "b", "c"));
-  clickHeader("Subject");
-  EXPECT_THAT(subjects(), ElementsAre("c", "b", "A"));
-}
-
 TEST_F(Sorting, WhatIsNoColumnSortsNothing) {
   option("SortColumn", "0");  // last used, which a fresh tree doesn't know
   startAndCheck();
@@ -96,14 +87,6 @@ TEST_F(Sorting, WithoutTheOptionNothingIsSorted) {
   SaveOptions(program);
   EXPECT_THAT(headers(), testing::Each("Blank"));
   EXPECT_THAT(subjects(), ElementsAre("c", "b", "A")) << "the list stays as it is";
-}
-
-TEST_F(Sorting, SortedMessagesTakeTheirMarksAndIdentifiersAlong) {
-  startAndCheck();
-  for (std::int16_t i = 1; i <= 3; ++i)
-    EXPECT_EQ(program.messages.at(1, i).MsgID, subjects()[static_cast<std::size_t>(i - 1)]);
-  check();
-  for (const auto& row : list().Rows()) EXPECT_FALSE(row.Bold) << "none is new again";
 }
 
 TEST_F(Sorting, AMailboxOfTheLargestSizeIsSortedAndShown) {

@@ -49,24 +49,16 @@ TEST_F(RuleReport, TellsWhichAccountsHaveMarks) {
   serve("Club", {"k"});
   start();
   checkAll();
-  EXPECT_TRUE(window().Visible);
-  EXPECT_TRUE(program.RuleReportOpen);
   EXPECT_FALSE(program.frmMain.tmrMailTime.Enabled) << "no timed check runs under it";
-  EXPECT_EQ(window().Caption.get(), "Velmora - Rule Report Notification");
-  EXPECT_EQ(window().lblRuleReport.Caption.get(),
-            "Your Rules indicate the following Account(s) have messages that match your criteria.");
   EXPECT_EQ(window().lblRuleDelete.Caption.get(), "Home has 1 message\r\nWork has 2 messages\r\n");
   EXPECT_EQ(window().lblRuleSpam.Caption.get(), "Work has 1 message\r\n");
   EXPECT_EQ(window().LabelLines.get(), 2);
-  EXPECT_EQ(secondsShown(), "3");
-  EXPECT_TRUE(window().lblRuleDelete.Visible && window().imgRuleDelete.Visible);
-  EXPECT_FALSE(window().lblRuleSpam.Visible || window().imgRuleSpam.Visible);
-  window().TabStripRuleReport.SelectTab(2);
-  EXPECT_TRUE(window().lblRuleSpam.Visible && window().imgRuleSpam.Visible);
-  EXPECT_FALSE(window().lblRuleDelete.Visible || window().imgRuleDelete.Visible);
+  for (const int tab : {1, 2}) {
+    window().TabStripRuleReport.SelectTab(tab);
+    EXPECT_TRUE(window().lblRuleDelete.Visible == (tab == 1) && window().imgRuleDelete.Visible == (tab == 1));
+    EXPECT_TRUE(window().lblRuleSpam.Visible == (tab == 2) && window().imgRuleSpam.Visible == (tab == 2));
+  }
   press("Exit");
-  EXPECT_FALSE(window().Visible);
-  EXPECT_FALSE(program.RuleReportOpen);
   EXPECT_TRUE(program.frmMain.tmrMailTime.Enabled);
   EXPECT_EQ(program.accounts[2].AcntDeleteCount, 2) << "what wasn't deleted can still be";
   checkAll();
@@ -106,24 +98,19 @@ TEST_F(RuleReport, OpensAfterEveryKindOfCheckIfTheRulesWantIt) {
 
 TEST_F(RuleReport, SizesItselfByTheAccounts) {
   start();
-  for (const auto& [deletions, spam, lines, more] : {std::tuple{0, 1, 1, ""},
-                                                     {3, 2, 3, ""},
-                                                     {15, 15, 15, ""},
-                                                     {16, 2, 17, "d"},
-                                                     {2, 40, 17, "s"},
-                                                     {16, 16, 17, "ds"}}) {
-    program.accounts.ResizeAccounts(40);
+  program.accounts.ResizeAccounts(40);
+  program.rules.live.Show = 1;
+  const auto saysMore = [](const Label& label) { return label.Caption.get().ends_with("\r\n\r\nmore Accounts..."); };
+  for (const auto& [deletions, spam, lines] :
+       {std::tuple{0, 1, 1}, {3, 2, 3}, {15, 15, 15}, {16, 2, 17}, {2, 40, 17}}) {
     for (std::int16_t number = 1; number <= 40; ++number) {
-      program.accounts[number].AcntName = "n";
       program.accounts[number].AcntDeleteCount = number <= deletions ? 2 : 0;
       program.accounts[number].AcntSpamCount = number <= spam ? 2 : 0;
     }
-    program.rules.live.Show = 1;
     ShowRuleReport(program);
     EXPECT_EQ(window().LabelLines.get(), lines);
-    const auto saysMore = [](const Label& label) { return label.Caption.get().ends_with("\r\n\r\nmore Accounts..."); };
-    EXPECT_EQ(saysMore(window().lblRuleDelete), std::string(more).find('d') != std::string::npos) << deletions;
-    EXPECT_EQ(saysMore(window().lblRuleSpam), std::string(more).find('s') != std::string::npos) << spam;
+    EXPECT_EQ(saysMore(window().lblRuleDelete), deletions > 15) << deletions;
+    EXPECT_EQ(saysMore(window().lblRuleSpam), spam > 15) << spam;
     EXPECT_EQ(window().lblRuleDelete.Caption == "No Messages to Delete", deletions == 0);
     frmRuleReport_Unload(program);
   }
@@ -141,7 +128,6 @@ TEST_F(RuleReport, ClosesOneTickAfterItsTime) {
   tick();
   press("Timer");
   EXPECT_EQ(window().tbrRuleReport["Timer"].Caption.get(), "Start Timer  ");
-  EXPECT_EQ(window().tbrRuleReport["Timer"].Tag, "Off");
   tick();
   press("Timer");
   EXPECT_EQ(window().tbrRuleReport["Timer"].Caption.get(), "Stop Timer   ");
@@ -151,7 +137,6 @@ TEST_F(RuleReport, ClosesOneTickAfterItsTime) {
   EXPECT_THAT(shown, ElementsAre("2", "2", "1", "0"));
   tick();
   EXPECT_FALSE(program.RuleReportOpen);
-  EXPECT_FALSE(window().tmrRuleReport.Enabled);
 
   checkAll();
   program.rules.live.Time = 1;
@@ -161,89 +146,38 @@ TEST_F(RuleReport, ClosesOneTickAfterItsTime) {
   EXPECT_FALSE(program.RuleReportOpen) << "the time of now counts";
 }
 
-TEST_F(RuleReport, DeleteNowTakesTheMarksOfItsTabWithoutAWord) {
+TEST_F(RuleReport, TheTabAtThePressIsTheOneThatCounts) {
   serve("Home");
-  serve("Work", {"k", "d", "s"});
   serve("Club", {"s"});
   start();
   checkAll();
-  // What the user has selected himself is none of the report's business.
-  program.frmMain.TabStripEmail.SelectTab(2);
-  program.frmMain.lvwEmail.UserSelected({1}, 1);
   int raised = 0;
   window().activate.watch([&raised] { ++raised; });
-  press("DeleteNow");
-  EXPECT_EQ(raised, 1);
-  EXPECT_EQ(platform.servers["Club"].logins, 1) << "it has nothing to delete";
-  EXPECT_THAT(onServer("Home"), ElementsAre("s", "k"));
-  EXPECT_THAT(onServer("Work"), ElementsAre("k", "s"));
-  EXPECT_TRUE(platform.asked.empty());
-  EXPECT_EQ(program.options.DeleteConfirmation, 1);
-  EXPECT_EQ(program.accounts.AcntCurrent, 2);
-  EXPECT_EQ(program.frmMain.TabStripEmail.SelectedItem(), 2);
-  EXPECT_EQ(program.frmMain.lvwEmail.Rows().size(), 2U);
-  EXPECT_EQ(program.accounts[1].AcntDeleteCount, 0);
-  EXPECT_EQ(window().lblRuleDelete.Caption.get(), "No Messages to Delete");
-  EXPECT_FALSE(canDelete());
-  EXPECT_TRUE(program.RuleReportOpen);
-  EXPECT_TRUE(program.frmMain.tbrButtons[checkAllBar].Enabled);
-  EXPECT_FALSE(program.frmMain.tmrMailTime.Enabled);
-  window().TabStripRuleReport.SelectTab(2);
-  EXPECT_EQ(window().lblRuleSpam.Caption.get(), "Home has 1 message\r\nWork has 1 message\r\nClub has 1 message\r\n");
-  EXPECT_TRUE(canDelete());
-  press("DeleteNow");
-  EXPECT_THAT(onServer("Home"), ElementsAre("k"));
-  EXPECT_THAT(onServer("Work"), ElementsAre("k"));
-  EXPECT_THAT(onServer("Club"), ElementsAre());
-  EXPECT_EQ(window().lblRuleSpam.Caption.get(), "No Spam Messages to Delete");
-  window().TabStripRuleReport.SelectTab(1);
-  EXPECT_FALSE(canDelete());
-  EXPECT_TRUE(platform.asked.empty());
-}
-
-TEST_F(RuleReport, TheTabAtThePressIsTheOneThatCounts) {
-  serve("Home");
-  start();
-  checkAll();
   platform.onYield = [this] { window().TabStripRuleReport.SelectTab(2); };
   press("DeleteNow");
   platform.onYield = nullptr;
+  EXPECT_EQ(raised, 1);
+  EXPECT_EQ(platform.servers["Club"].logins, 1) << "it has nothing to delete";
   EXPECT_THAT(onServer("Home"), ElementsAre("s", "k"));
   EXPECT_TRUE(canDelete()) << "the tab in front has something left";
+  EXPECT_FALSE(program.frmMain.tmrMailTime.Enabled);
   platform.onYield = [this] { window().Close(); };
   press("DeleteNow");
   EXPECT_THAT(onServer("Home"), ElementsAre("s", "k")) << "it was closed before anything had begun";
   EXPECT_TRUE(program.frmMain.tmrMailTime.Enabled);
 }
 
-TEST_F(RuleReport, AFailedDeletionRestoresEverything) {
+TEST_F(RuleReport, AFailureOfTheProgramsOwnRestoresEverything) {
   serve("Home");
   serve("Work");
   start();
   checkAll();
   program.frmMain.TabStripEmail.SelectTab(2);
-  platform.servers["Home"].answers = {{"QUIT", test::MemoryServer::hangUp}};
-  press("DeleteNow");
-  EXPECT_THAT(titles(), ElementsAre("Velmora - Delete Connection Failure"));
-  EXPECT_THAT(onServer("Home"), ElementsAre("d", "s", "k"));
-  EXPECT_THAT(onServer("Work"), ElementsAre("s", "k")) << "the next account has its turn";
-  EXPECT_EQ(program.options.DeleteConfirmation, 1);
-  EXPECT_EQ(program.accounts.AcntCurrent, 2);
-  EXPECT_FALSE(canDelete());
-
-  // A failure of the program's own.
-  window().TabStripRuleReport.SelectTab(2);
-  platform.asked.clear();
   program.accounts[1].AcntMsgCount = 3000;
   press("DeleteNow");
   ASSERT_EQ(titles(), std::vector<std::string>{"Velmora - Unknown Error"});
-  EXPECT_EQ(platform.asked[0].icon, Question::Icon::Critical);
-  EXPECT_EQ(platform.asked[0].text,
-            "There was an unknown error during Deletion.\r\n\r\nPerhaps the connection was disabled.\r\n\r\n"
-            "You should check your messages carefully\r\nsince some messages may have been deleted\r\n"
-            "and some may not have been deleted.");
-  EXPECT_EQ(program.options.DeleteConfirmation, 1);
   EXPECT_EQ(program.accounts.AcntCurrent, 2);
+  EXPECT_FALSE(canDelete());
   EXPECT_TRUE(program.frmMain.tbrButtons[checkAllBar].Enabled);
 }
 
@@ -262,7 +196,6 @@ TEST_F(RuleReport, StaysOutOfTheWayOfWhatIsUnderWay) {
   check();
   EXPECT_TRUE(seen);
   EXPECT_TRUE(canDelete());
-  EXPECT_TRUE(program.RuleReportOpen);
   EXPECT_TRUE(program.frmMain.tmrMailTime.Enabled) << "the check has let Auto Check go on";
 
   // It closes in the middle of its own deletion.
@@ -292,11 +225,11 @@ TEST_F(RuleReport, KeepsAboveTheOtherTimedWindow) {
   checkAll();
   EXPECT_TRUE(window().AlwaysOnTop);
   EXPECT_FALSE(program.frmMessage.AlwaysOnTop);
+  window().Close();
+  EXPECT_TRUE(program.frmMessage.AlwaysOnTop);
   window().AlwaysOnTop = false;
   window().Activate();
   EXPECT_TRUE(window().AlwaysOnTop);
-  window().Close();
-  EXPECT_TRUE(program.frmMessage.AlwaysOnTop);
   checkAll();
   QuitApplication(program);
   EXPECT_FALSE(window().Visible);
