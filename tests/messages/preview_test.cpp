@@ -54,7 +54,7 @@ TEST_F(Preview, ShowsTheSelectedMessageAndHoldsTimedChecks) {
 }
 
 TEST_F(Preview, NeedsAMessage) {
-  for (const std::int16_t none : {0, 3}) {
+  for (const auto none : {std::int16_t{0}, std::int16_t{3}}) {
     program.SelectedMessage = none;
     PreviewMessage(program);
     EXPECT_FALSE(program.PreviewOpen);
