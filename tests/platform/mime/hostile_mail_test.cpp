@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <functional>
 #include <limits>
 #include <string>
 #include <string_view>
@@ -27,12 +26,13 @@ std::string nested(int depth) {
   return message + "\r\ninnermost";
 }
 
-std::string subject(const std::string& value) { return "Subject: " + value + "\r\n\r\n"; }
-std::string to(const std::string& value) { return "To: " + value + "\r\n\r\n"; }
-
+/// A message that says the same again and again.
 struct Hostile {
   const char* Name;
-  std::function<std::string()> Make;
+  std::string Before;
+  std::string Again;
+  std::size_t Times;
+  std::string After = "\r\n";
 };
 
 void PrintTo(const Hostile& hostile, std::ostream* out) { *out << hostile.Name; }
@@ -41,7 +41,8 @@ class HostileMailTest : public testing::TestWithParam<Hostile> {};
 
 // What is quadratic takes minutes here; what is linear takes well under a second, and a few seconds with sanitizers.
 TEST_P(HostileMailTest, IsReadQuietlyAndInLittleTime) {
-  const std::string message = GetParam().Make();
+  const auto& [name, before, again, times, after] = GetParam();
+  const std::string message = before + repeat(again, times) + after;
   const GmimeReader reader([](std::string_view html) { return std::string(html); });
   testing::internal::CaptureStderr();
   const auto begin = std::chrono::steady_clock::now();
@@ -49,62 +50,52 @@ TEST_P(HostileMailTest, IsReadQuietlyAndInLittleTime) {
   const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
   EXPECT_LT(taken.count(), 20);
-  RecordProperty("microseconds", static_cast<int>(taken.count() * 1e6));
   for (const std::string* line : {&mail.From, &mail.To, &mail.Subject}) EXPECT_LE(line->size(), GmimeReader::MaxLine);
   EXPECT_LE(mail.Body.size(), 16 * 1024 * 1024U);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    All, HostileMailTest,
-    testing::Values(
-        Hostile{"Nested1000", [] { return nested(1000); }}, Hostile{"Nested100000", [] { return nested(100000); }},
-        Hostile{"NestedMessages", [] { return repeat("Content-Type: message/rfc822\r\n\r\n", 100000); }},
-        Hostile{"DelimitersInDepth", [] { return nested(1000) + repeat("--x\r\n", 1000000); }},
-        Hostile{"SameBoundary",
-                [] { return repeat("Content-Type: multipart/mixed; boundary=b\r\n\r\n--b\r\n", 100000); }},
-        Hostile{"Received5000",
-                [] { return repeat("Received: by x; Mon, 99 Foo 2026 10:00:00 +0000\r\n", 5000) + "\r\n"; }},
-        Hostile{"FromLines", [] { return repeat("From: a@b\r\n", 100000) + "\r\n"; }},
-        Hostile{"ContentTypeLines", [] { return repeat("Content-Type: text/plain\r\n", 100000) + "\r\n"; }},
-        Hostile{"HeaderOf1MB", [] { return repeat("X-Header: some text\r\n\tfolded\r\n", 40000) + "\r\n"; }},
-        Hostile{"ColonLines", [] { return repeat("a:\n", 1000000); }},
-        Hostile{"BrokenHeaderLines", [] { return repeat("a:b\nnothing\n", 200000); }},
-        Hostile{"LongSubject", [] { return subject(std::string(5000000, 'x')); }},
-        Hostile{"FoldedSubject", [] { return subject(repeat("a\r\n ", 1000000)); }},
-        Hostile{"EncodedWords", [] { return subject(repeat("=?utf-8?Q?a?= ", 100000)); }},
-        Hostile{"EncodedWordsOfTwoCharsets",
-                [] { return subject(repeat("=?utf-8?Q?a?= =?koi8-r?B?YQ==?=\r\n ", 30000)); }},
-        Hostile{"OpenWords", [] { return subject(repeat("=?utf-8?Q?a", 100000)); }},
-        Hostile{"OpenWordsThenClosed", [] { return subject(repeat("=?utf-8?Q?a ", 20000) + "?="); }},
-        Hostile{"WordBeginnings", [] { return subject(repeat("=?", 500000)); }},
-        Hostile{"Addresses", [] { return to(repeat("a@b.example, ", 100000)); }},
-        Hostile{"NamesAsAddresses", [] { return to(repeat("a,", 500000)); }},
-        Hostile{"QuotedNames", [] { return to(repeat("\"a\",", 200000)); }},
-        Hostile{"NestedGroups", [] { return to(repeat("a:", 500000)); }},
-        Hostile{"NestedComments", [] { return to(std::string(1000000, '(')); }},
-        Hostile{"OpenQuotes", [] { return to(std::string(1000001, '"')); }},
-        Hostile{"EncodedNames", [] { return to(repeat("=?x?Q?a=2C?=,", 100000)); }},
-        Hostile{"TypeParameters", [] { return "Content-Type: text/plain" + repeat("; a*0*=b", 100000) + "\r\n\r\n"; }},
-        Hostile{
-            "Parts",
-            [] { return "Content-Type: multipart/mixed; boundary=b\r\n\r\n" + repeat("--b\r\n\r\nx\r\n", 200000); }},
-        Hostile{"LongLines", [] { return "A: b\r\n\r\n" + std::string(10000000, 'x'); }},
-        Hostile{"FaultyCharset",
-                [] { return "Content-Type: text/plain; charset=euc-jp\r\n\r\n" + std::string(5000000, '\xFF'); }},
-        Hostile{"Attachment10MB",
-                [] {
-                  return "Content-Type: multipart/mixed; boundary=b\r\n\r\n--b\r\n\r\ntext\r\n--b\r\n"
-                         "Content-Type: image/png\r\nContent-Transfer-Encoding: base64\r\n\r\n" +
-                         repeat(std::string(76, 'A') + "\r\n", 130000) + "--b--\r\n";
-                }},
-        Hostile{"HtmlWithReferences",
-                [] {
-                  return "Content-Type: multipart/related; boundary=b\r\n\r\n--b\r\nContent-Type: text/html\r\n\r\n" +
-                         repeat("cid:", 300000) + "\r\n--b\r\nContent-Type: image/png\r\nContent-ID: <x>\r\n\r\n";
-                }},
-        Hostile{"BareReturns", [] { return "A: b\r\n\r\n" + std::string(3000000, '\r'); }},
-        Hostile{"Nuls", [] { return std::string(3000000, '\0'); }}),
-    [](const auto& test) { return test.param.Name; });
+const std::string mixed = "Content-Type: multipart/mixed; boundary=b\r\n\r\n";
+const std::string related = "Content-Type: multipart/related; boundary=b\r\n\r\n--b\r\nContent-Type: text/html\r\n\r\n";
+const std::string image = "--b\r\nContent-Type: image/png\r\n";
+
+const Hostile hostileMail[] = {
+    {"NestedParts", nested(100000), "", 0, ""},
+    {"NestedMessages", "", "Content-Type: message/rfc822\r\n\r\n", 100000, ""},
+    {"DelimitersInDepth", nested(1000), "--x\r\n", 1000000, ""},
+    {"SameBoundary", "", mixed + "--b\r\n", 100000, ""},
+    {"Received5000", "", "Received: by x; Mon, 99 Foo 2026 10:00:00 +0000\r\n", 5000},
+    {"FromLines", "", "From: a@b\r\n", 100000},
+    {"ContentTypeLines", "", "Content-Type: text/plain\r\n", 100000},
+    {"HeaderOf1MB", "", "X-Header: some text\r\n\tfolded\r\n", 40000},
+    {"ColonLines", "", "a:\n", 1000000, ""},
+    {"BrokenHeaderLines", "", "a:b\nnothing\n", 200000, ""},
+    {"LongSubject", "Subject: ", "x", 5000000},
+    {"FoldedSubject", "Subject: ", "a\r\n ", 1000000},
+    {"EncodedWords", "Subject: ", "=?utf-8?Q?a?= ", 100000},
+    {"EncodedWordsOfTwoCharsets", "Subject: ", "=?utf-8?Q?a?= =?koi8-r?B?YQ==?=\r\n ", 30000},
+    {"OpenWords", "Subject: ", "=?utf-8?Q?a", 100000},
+    {"OpenWordsThenClosed", "Subject: ", "=?utf-8?Q?a ", 20000, "?=\r\n\r\n"},
+    {"WordBeginnings", "Subject: ", "=?", 500000},
+    {"Addresses", "To: ", "a@b.example, ", 100000},
+    {"NamesAsAddresses", "To: ", "a,", 500000},
+    {"QuotedNames", "To: ", "\"a\",", 200000},
+    {"NestedGroups", "To: ", "a:", 500000},
+    {"NestedComments", "To: ", "(", 1000000},
+    {"OpenQuotes", "To: ", "\"", 1000001},
+    {"EncodedNames", "To: ", "=?x?Q?a=2C?=,", 100000},
+    {"TypeParameters", "Content-Type: text/plain", "; a*0*=b", 100000, "\r\n\r\n"},
+    {"Parts", mixed, "--b\r\n\r\nx\r\n", 200000, ""},
+    {"LongLines", "A: b\r\n\r\n", "x", 10000000},
+    {"FaultyCharset", "Content-Type: text/plain; charset=euc-jp\r\n\r\n", "\xFF", 5000000, ""},
+    {"Attachment10MB", mixed + image + "Content-Transfer-Encoding: base64\r\n\r\n", "AAAAAAAAAAAAAAAAAAA\r\n", 500000,
+     "--b--\r\n"},
+    {"HtmlWithReferences", related, "cid:", 300000, "\r\n" + image + "Content-ID: <x>\r\n\r\n"},
+    {"BareReturns", "A: b\r\n\r\n", "\r", 3000000, ""},
+    {"Nuls", "", std::string(1, '\0'), 3000000, ""},
+};
+
+INSTANTIATE_TEST_SUITE_P(All, HostileMailTest, testing::ValuesIn(hostileMail),
+                         [](const auto& test) { return test.param.Name; });
 
 TEST(HostileMail, AttachmentsStopAtTheHighestCount) {
   const GmimeReader reader([](std::string_view) { return std::string(); });
