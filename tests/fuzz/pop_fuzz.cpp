@@ -2,22 +2,13 @@
 #include <cstdint>
 #include <cstdlib>
 #include <functional>
-#include <memory>
 #include <string>
 #include <string_view>
 
-#include "platform/failure.h"
-#include "platform/pop/pop_client.h"
-#include "support/memory_transport.h"
+#include "platform/pop/pop_kit.h"
 
 namespace velmora::test {
 namespace {
-
-class SilentReader : public MailReader {
- public:
-  ReadMail read(std::string_view /*message*/, const DateTime& /*now*/) const override { return {}; }
-  std::string fingerprint(std::string_view bytes) const override { return std::to_string(bytes.size()); }
-};
 
 /// Says the same bytes over each connection, whatever it hears, and then hangs up or falls silent.
 class DeafPeer : public MemoryPeer {
@@ -49,12 +40,8 @@ void session(std::uint8_t setting, std::string_view script) {
   MemoryLine line;
   line.chunk = (setting & 1U) != 0 ? 3 : 4096;
   DeafPeer peer(script, (setting & 2U) != 0);
-  const SilentReader reader;
-  ServerHabits habits;
-  const auto client = std::make_shared<PopClient>(PopClient::Surroundings{
-      [&] { return std::make_unique<MemoryTransport>(line, peer); }, reader, [] { return DateTime(); }, habits});
-  client->Login("user");
-  client->Password("secret");
+  Desk desk;
+  const auto client = desk.makeClient(line, peer);
   if (!works([&] { client->Connect(); })) return;
   PopMessages& messages = client->Messages();
   if ((setting & 4U) != 0) works([&] { messages.ListMessages(); });

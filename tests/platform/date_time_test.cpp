@@ -5,31 +5,6 @@
 namespace velmora {
 namespace {
 
-TEST(DateTime, WritesEveryPatternOfTheProgram) {
-  const DateTime afternoon{2026, 11, 5, 16, 2, 9};
-  const DateTime midnight{2026, 1, 31, 0, 30, 0};
-  struct Case {
-    DateTime moment;
-    const char* pattern;
-    const char* text;
-  };
-  const Case cases[] = {
-      {afternoon, "dd/mm/yy-hh:mm", "05/11/26-16:02"},
-      {midnight, "dd/mm/yy-hh:mm", "31/01/26-00:30"},
-      {afternoon, "h:mm AM/PM", "4:02 PM"},
-      {midnight, "h:mm AM/PM", "12:30 AM"},
-      {afternoon, "mmm d/yy", "Nov 5/26"},
-      {afternoon, "MMM dd, yyyy hh:mm:ss AM/PM", "Nov 05, 2026 04:02:09 PM"},
-      {afternoon, "mmmm dd, yyyy at h:mm AM/PM", "November 05, 2026 at 4:02 PM"},
-  };
-  for (const auto& c : cases) EXPECT_EQ(formatDateTime(c.moment, c.pattern), c.text) << c.pattern;
-}
-
-TEST(DateTime, GeneralDateLeavesMidnightOut) {
-  EXPECT_EQ(generalDate({2026, 12, 25, 22, 34, 56}), "12/25/2026 10:34:56 PM");
-  EXPECT_EQ(generalDate({2026, 2, 3, 0, 0, 0}), "2/3/2026");
-}
-
 TEST(DateTime, ReadsGeneralDatesAndTheirBeginnings) {
   struct Case {
     const char* text;

@@ -13,8 +13,7 @@ std::string headerOf(const std::string& text) {
   return end == std::string::npos ? text : text.substr(0, end + 4);
 }
 
-}  // namespace
-
+/// What a server sends of a message: each line that starts with a dot gets another, and the final dot follows.
 std::string stuffed(std::string_view text) {
   std::string result;
   bool atLineStart = true;
@@ -25,6 +24,8 @@ std::string stuffed(std::string_view text) {
   }
   return result + (atLineStart ? ".\r\n" : "\r\n.\r\n");
 }
+
+}  // namespace
 
 std::string MemoryServer::opened() {
   loggedIn_ = false;

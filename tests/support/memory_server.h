@@ -21,11 +21,6 @@ struct MemoryMessage {
 /// A POP3 server in memory with one mailbox, for one connection at a time. A test fills its members, hands
 /// `makeTransport` to a PopClient and reads back what went on. It outlives its transports. Settings may change at any
 /// time; `messages` is taken over as the session's snapshot when a client logs in, and loses the deleted ones at QUIT.
-///
-///     MemoryServer server;
-///     server.messages = {{"uid1", "Subject: Hello\r\n\r\nWorld\r\n"}};
-///     server.answers["UIDL"] = "-ERR no such thing\r\n";
-///     server.line.chunk = 1;
 class MemoryServer : public MemoryPeer {
  public:
   /// An answer that lets the client wait for ever, and one that ends the connection.
@@ -69,8 +64,5 @@ class MemoryServer : public MemoryPeer {
   bool loggedIn_ = false;
   bool hangsUp_ = false;
 };
-
-/// What a server sends of a message: each line that starts with a dot gets another, and the final dot follows.
-std::string stuffed(std::string_view text);
 
 }  // namespace velmora::test

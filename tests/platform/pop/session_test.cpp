@@ -21,19 +21,6 @@ TEST(LogIn, NeverSendsWhatWouldInjectCommands) {
   }
 }
 
-TEST(LogIn, ConnectsWithoutCapaWhereItIsNotStood) {
-  const std::vector<std::pair<std::string, int>> answers = {
-      {"-ERR what?\r\n", 1}, {MemoryServer::silence, 2}, {MemoryServer::hangUp, 2}, {"+OK\r\nUSER\r\n", 2}, {"?", 2}};
-  for (const auto& [answer, connections] : answers) {
-    Desk desk;
-    desk.server.answers["CAPA"] = answer;
-    desk.client->Connect();
-    EXPECT_EQ(desk.server.line.connections, connections) << answer;
-    desk.client->Connect();
-    EXPECT_EQ(desk.server.line.connections, connections + 1) << "it is kept in mind";
-  }
-}
-
 TEST(Quit, WithoutDeletionsNeverFailsAndIsShort) {
   for (const std::string& answer : {MemoryServer::silence, MemoryServer::hangUp, "-ERR no\r\n"s, "?\r\n"s}) {
     Desk desk;

@@ -7,6 +7,8 @@
 namespace velmora::test {
 namespace {
 
+using namespace std::string_literals;
+
 /// Says the server's lines of a script, and holds the client to its own. A script has "S " before the lines of the
 /// server, "C " before those of the client, and '|' between them.
 class Reciter : public MemoryPeer {
@@ -43,6 +45,10 @@ const std::string refused = "S -ERR what?|";
 const std::string usual = "S +OK|S USER|S .|";
 const std::string pipelining = "S +OK|S Pipelining yes|S .|";
 
+// Lines of dots and blanks, and bytes that are none of a text, with line ends of their own.
+const std::string message1 = "S +OK|S Subject: 1|S |S ..|S mid.|S ...|S . |S |S .|";
+const std::string message2 = "S +OK|S a\n.unstuffed\n.\rx\n\rb\0\xfe|S .|"s;
+
 /// Up to STAT, with the answers to CAPA before and after.
 std::string logIn(const std::string& before, const std::string& after) {
   return "S +OK ready|C CAPA|" + before + "C USER user|S +OK|C PASS  sec  ret |S +OK welcome|C CAPA|" + after +
@@ -57,9 +63,9 @@ struct Case {
 
 void fetch(PopClient& client) {
   client.Messages().FetchAll();
-  EXPECT_EQ(client.Messages().Item(0).Mail.Body, "Subject: 1\r\n\r\n.\r\n");
-  EXPECT_EQ(client.Messages().Item(0).Size, 17);
-  EXPECT_EQ(client.Messages().Item(1).Mail.Body, "Subject: 2\r\n");
+  EXPECT_EQ(client.Messages().Item(0).Mail.Body, "Subject: 1\r\n\r\n.\r\nmid.\r\n..\r\n \r\n\r\n");
+  EXPECT_EQ(client.Messages().Item(0).Size, 32);
+  EXPECT_EQ(client.Messages().Item(1).Mail.Body, "a\nunstuffed\n\rx\n\rb\0\xfe\r\n"s);
 }
 
 void deleteB(PopClient& client) {
@@ -73,14 +79,13 @@ std::vector<Case> cases() {
       {"empty mailbox", logIn(refused, refused) + "S +OK 0 0|C QUIT|S +OK",
        [](PopClient& c) { c.Messages().FetchAll(); }},
       {"fetch",
-       logIn(usual, refused) +
-           "S +OK 2 60|C LIST|S +OK|S 4 40|S 9 20|S .|C UIDL|S +OK|S 4 a|S 9 b|S .|C RETR 4|S +OK|S Subject: 1|"
-           "S |S ..|S .|C RETR 9|S +OK|S Subject: 2|S .|C QUIT|S +OK bye",
+       logIn(usual, refused) + "S +OK 2 60|C LIST|S +OK|S 4 40|S 9 20|S .|C UIDL|S +ok \n4 a\n9 b\n.|C RETR 4|" +
+           message1 + "C RETR 9|" + message2 + "C QUIT|S +OK bye",
        fetch},
       {"pipelined fetch",
        logIn(usual, pipelining) +
-           "S +OK 2 60|C LIST|C UIDL|S +OK|S 1 40|S 2 20|S .|S +OK|S 1 a|S 2 b|S .|C RETR 1|C RETR 2|S +OK|"
-           "S Subject: 1|S |S ..|S .|S +OK|S Subject: 2|S .|C QUIT|S +OK bye",
+           "S +OK 2 60|C LIST|C UIDL|S +OK|S 1 40|S 2 20|S .|S +OK|S 1 a|S 2 b|S .|C RETR 1|C RETR 2|" + message1 +
+           message2 + "C QUIT|S +OK bye",
        fetch},
       {"delete",
        logIn(refused, refused) +
