@@ -80,5 +80,12 @@ TEST_F(SavingOptions, ChangesTheLogonEntryOncePerChange) {
   EXPECT_EQ(platform.logonEntriesMade, 2);
 }
 
+TEST_F(SavingOptions, KeepsWhatThePageDoesntOwn) {
+  start();
+  program.EditOptions.SortColumnLastUsed = "changed elsewhere";
+  SaveOptions(program);
+  EXPECT_EQ(program.options.SortColumnLastUsed, "4");
+}
+
 }  // namespace
 }  // namespace velmora

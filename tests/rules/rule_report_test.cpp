@@ -159,6 +159,7 @@ TEST_F(RuleReport, TheTabAtThePressIsTheOneThatCounts) {
   EXPECT_EQ(raised, 1);
   EXPECT_EQ(platform.servers["Club"].logins, 1) << "it has nothing to delete";
   EXPECT_THAT(onServer("Home"), ElementsAre("s", "k"));
+  EXPECT_EQ(window().lblRuleDelete.Caption.get(), "No Messages to Delete");
   EXPECT_TRUE(canDelete()) << "the tab in front has something left";
   EXPECT_FALSE(program.frmMain.tmrMailTime.Enabled);
   platform.onYield = [this] { window().Close(); };

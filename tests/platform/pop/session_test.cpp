@@ -21,6 +21,15 @@ TEST(LogIn, NeverSendsWhatWouldInjectCommands) {
   }
 }
 
+TEST(LogIn, ConnectsWithoutCapaWhereItsAnswerIsNone) {
+  Desk desk;
+  desk.server.answers["CAPA"] = "?";
+  for (const int connections : {2, 3}) {
+    desk.client->Connect();
+    EXPECT_EQ(desk.server.line.connections, connections) << "it is kept in mind";
+  }
+}
+
 TEST(Quit, WithoutDeletionsNeverFailsAndIsShort) {
   for (const std::string& answer : {MemoryServer::silence, MemoryServer::hangUp, "-ERR no\r\n"s, "?\r\n"s}) {
     Desk desk;
