@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <locale>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -51,7 +52,6 @@ class PlainRule {
     }
     return result;
   }
-  static Text word(const char* ascii) { return characters(ascii); }
 
   static Text upper(Text text) {
     static const std::locale locale("C.UTF-8");
@@ -115,16 +115,14 @@ class PlainRule {
   }
 
   bool test() {
+    const std::map<Text, std::string MailMessage::*> fields = {{U"From", &MailMessage::From},
+                                                               {U"To", &MailMessage::To},
+                                                               {U"Subject", &MailMessage::Subject},
+                                                               {U"Body", &MailMessage::Body}};
     for (Entry& e : entries_) {
       const bool negated = e.negation == U"NOT";
-      if (e.where == U"From") {
-        e.match = testText(characters(message_.From), e);
-      } else if (e.where == U"To") {
-        e.match = testText(characters(message_.To), e);
-      } else if (e.where == U"Subject") {
-        e.match = testText(characters(message_.Subject), e);
-      } else if (e.where == U"Body") {
-        e.match = testText(characters(message_.Body), e);
+      if (const auto field = fields.find(e.where); field != fields.end()) {
+        e.match = testText(characters(message_.*field->second), e);
       } else if (e.where == U"Attachment") {
         e.match = negated ? !message_.Attach : message_.Attach;
       } else if (e.where == U"Size") {

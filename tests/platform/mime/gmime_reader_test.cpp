@@ -47,9 +47,11 @@ TEST_F(GmimeReaderTest, DecodesSubjects) {
   const TextCase cases[] = {
       {"=?utf-8?Q?caf=C3=A9_au_lait?=", "café au lait"},
       {"=?ISO-8859-1?Q?Gr=FC=DFe?=", "Grüße"},
+      {"=?iso-8859-1?Q?=93quoted=94?=", "“quoted”"},
       {"=?koi8-r?B?79TXxdQ=?=", "Ответ"},
       {"=?iso-2022-jp?B?GyRCRnxLXBsoQg==?=", "日本"},
       {"=?utf-8*en?q?lang?=", "lang"},
+      {"a =?utf-8?Q?b?= c", "a b c"},
       {"=?utf-8?Q?one?= \t =?utf-8?Q?two?=", "onetwo"},
       {"=?utf-8?Q?one?==?koi8-r?B?79TXxdQ=?=", "oneОтвет"},
       // Cut inside a character, with and without padding, in different encodings.
@@ -65,6 +67,7 @@ TEST_F(GmimeReaderTest, DecodesSubjects) {
       {"=?utf-8?X?odd?= =?utf-8?Q?open", "=?utf-8?X?odd?= =?utf-8?Q?open"},
       {"=?utf-8?Q?open =?utf-8?Q?b?=", "=?utf-8?Q?open b"},
       {"=?utf-8?Q?\?=x", "x"},
+      {"raw \xC3\xBC", "raw ü"},
       {"raw \xFC \x80", "raw ü €"},
       {"=?utf-8?Q?two=0D=0Alines=1B[31m=00?=", "two lines [31m"},
       {"nul" + std::string(1, '\0') + "byte", "nul byte"},
@@ -79,6 +82,7 @@ TEST_F(GmimeReaderTest, ShowsAddresses) {
       {"\"Smith & Jones\" <a@b.example>", "Smith & Jones <a@b.example>"},
       {"a@b.example (John Doe)", "John Doe <a@b.example>"},
       {"\"Doe, John\" <a@b.example>,\r\n c@d.example", "Doe, John <a@b.example>, c@d.example"},
+      {"Doe, John <a@b.example>", "Doe, John <a@b.example>"},
       {"=?utf-8?Q?J=C3=B6rg?= <a@b.example>", "Jörg <a@b.example>"},
       {"\"=?utf-8?Q?J=C3=B6rg?=\" <a@b.example>", "Jörg <a@b.example>"},
       {"=?utf-8?Q?Doe=2C_=22J=22_=3Cx=40y=3E?= <a@b.example>", "Doe, \"J\" <x@y> <a@b.example>"},
@@ -86,6 +90,7 @@ TEST_F(GmimeReaderTest, ShowsAddresses) {
       {"undisclosed-recipients:;", "undisclosed-recipients:"},
       {"Team: a@b.example, c@d.example;", "Team: a@b.example, c@d.example"},
       {"no address at all", "no address at all"},
+      {"=?utf-8?Q?J=C3=B6rg?=", "Jörg"},
       {"!!! @@@", "!!! @@@"},
       {"\"\"", "\"\""},
       {" , ,", ""},
@@ -153,6 +158,7 @@ TEST_F(GmimeReaderTest, DecodesTheBody) {
   const TextCase cases[] = {
       {"\r\nunix\nmac\rdos\r\nend", "unix\r\nmac\r\ndos\r\nend"},
       {"\r\na\tb" + std::string(1, '\0') + "\x1B\x7F", "a\tb"},
+      {"\r\nraw \xC3\xBC", "raw ü"},
       {"\r\nraw \xFC", "raw ü"},
       {part("text/plain; charset=koi8-r", "\xEF\xD4\xD7\xC5\xD4"), "Ответ"},
       {part("text/plain; charset=\"nonsense\"", "\xFC"), "ü"},
