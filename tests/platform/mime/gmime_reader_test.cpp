@@ -229,6 +229,7 @@ TEST_F(GmimeReaderTest, CountsAttachments) {
 
 TEST_F(GmimeReaderTest, FingerprintsBytes) {
   EXPECT_EQ(reader_.fingerprint("abc"), "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad");
+  EXPECT_NE(reader_.fingerprint(std::string_view("a\0b", 3)), reader_.fingerprint(std::string_view("a\0c", 3)));
 }
 
 }  // namespace
