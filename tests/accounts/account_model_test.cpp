@@ -23,6 +23,8 @@ class AccountModel : public PlainAccounts, public testing::WithParamInterface<un
                                       {"EmailCheckStartUp", "1"},
                                       {"QuickCheck", "0"}})
       option(name, value);
+    showEmail_ = GetParam() / 3 % 3;
+    option("ShowEmail", std::to_string(showEmail_));
     option("DefaultClient", defaultClient);
     option("DefaultSound", defaultSound);
     set("Settings/FirstUse", "1");
@@ -127,12 +129,16 @@ class AccountModel : public PlainAccounts, public testing::WithParamInterface<un
     program.frmMain.tbrMoveButtons[back ? "Backward" : "Forward"].click();
   }
 
-  void modelLeave(std::size_t target) {
-    if (target == current_) return;
+  /// Whether the account may be left.
+  bool modelAsk() {
     const Answer answer = std::array{Answer::Yes, Answer::No, Answer::Cancel}[random(3)];
     expectDialog("Changes Not Saved!", "'" + current().AcntName + "'", answer);
     if (answer == Answer::Yes) modelSave();
-    if (answer == Answer::No) return;
+    if (answer == Answer::Cancel) show(current_);
+    return answer != Answer::No;
+  }
+  void modelLeave(std::size_t target) {
+    if (target == current_ || !modelAsk()) return;
     show(current_);
     show(target);
   }
@@ -200,6 +206,7 @@ class AccountModel : public PlainAccounts, public testing::WithParamInterface<un
     if (!reach(emailPage) || count() == 0) return;
     countsDown_ = false;
     modelCheck(current());
+    modelSounds(current_);
     list(current_);
     check();
   }
@@ -267,7 +274,12 @@ class AccountModel : public PlainAccounts, public testing::WithParamInterface<un
   }
 
   void restart() {
-    if (oneIn(2)) QuitApplication(program);
+    platform.hasQuit = false;
+    if (oneIn(2)) {
+      const bool ends = !dirty() || (modelAsk() && !dirty());
+      QuitApplication(program);
+      EXPECT_EQ(platform.hasQuit, ends);
+    }
     std::destroy_at(&program);
     std::construct_at(&program, platform);
     begin();
@@ -334,6 +346,7 @@ class AccountModel : public PlainAccounts, public testing::WithParamInterface<un
                                    main.tbrAcnts["AcntAdd"].Enabled, !program.AcntBusy,
                                    main.tmrMailTime.Enabled == autoCheck_, main.tmrMailStartUp.Enabled == countsDown_}),
                 testing::Each(true));
+    for (const Button& button : main.tbrEmail.Buttons) EXPECT_TRUE(some || !button.Enabled) << button.Key;
     EXPECT_EQ(program.CurrentPage, shownPage_);
     for (std::size_t page = 0; page < pageCount; ++page)
       EXPECT_EQ(main.fraMain[page].Visible.get(), static_cast<std::int16_t>(page) == shownPage_);
@@ -346,6 +359,7 @@ class AccountModel : public PlainAccounts, public testing::WithParamInterface<un
       EXPECT_EQ(platform.asked[i].title, dialogs_[i].first);
       EXPECT_THAT(platform.asked[i].text, testing::HasSubstr(dialogs_[i].second));
     }
+    EXPECT_EQ(platform.played, heard_);
     ASSERT_EQ(program.accounts.AcntNum(), static_cast<int>(count()));
     const auto& [email, accounts] = std::tie(program.frmMain.TabStripEmail, program.frmMain.TabStripAcnts);
     const auto orOne = [](std::size_t number) { return std::max<std::size_t>(1, number); };  // a tab stands for none
@@ -371,8 +385,10 @@ class AccountModel : public PlainAccounts, public testing::WithParamInterface<un
 
   void forgetStep() {
     dialogs_.clear();
+    heard_.clear();
     platform.asked.clear();
     platform.answers.clear();
+    platform.played.clear();
     platform.clock.minute = static_cast<int>(random(60));
   }
 

@@ -21,8 +21,8 @@ struct Input {
 
 inline constexpr const char* defaultClient = "/opt/default.exe";
 inline constexpr const char* defaultSound = "/opt/default.wav";
-inline const Texts names = {"",         " ",      "Work",   "WORK",         "No",
-                            "\"Work\"", "Zürich", "ZÜRICH", "All Accounts", "new account2"};
+inline const Texts names = {"",       " ",      "Work",   "WORK",   "No",           "\"Work\"",
+                            "Zürich", "ZÜRICH", "Straße", "sTRAßE", "All Accounts", "new account2"};
 inline const Texts paths = {"/opt/a.exe", "C:\\Mail\\B.EXE", "/opt/a.wav", "C:\\Mail\\B.WAV", "/opt/a.txt", ""};
 
 /// The first four suffice for a check.
@@ -231,12 +231,30 @@ class PlainAccounts : public RunningProgram {
                    "Account: " + account.AcntName + " ");
   }
 
+  /// What is heard after a check of one account, or of all.
+  void modelSounds(std::size_t only = 0) {
+    for (std::size_t i = 1; i <= count(); ++i) {
+      const Model& each = accounts_[i];
+      const bool oneForAll = only == 0 && hasSound_;
+      const bool takesPart = only == 0 ? each.AcntEnabled != 0 : i == only;
+      const bool wanted = showEmail_ == 2 || (showEmail_ == 1 ? each.AcntHasMessages : each.AcntHasNew);
+      if (!takesPart || !wanted || (each.AcntSoundOn == 0 && !oneForAll)) continue;
+      const std::string own = each.AcntSoundValid ? each.AcntSound : "";
+      const std::string failed = each.AcntSoundOn != 0 ? "/home/Sounds/Error.wav" : "";
+      const std::string found = hasSound_ ? defaultSound : own;
+      heard_.push_back(each.AcntConnected ? found : failed);
+      if (oneForAll) break;
+    }
+    std::erase(heard_, "");
+  }
+
   void modelCheckAll(bool byUser) {
     const auto isEnabled = [](const Model& each) { return each.AcntEnabled != 0; };
     if (byUser && std::none_of(accounts_.begin(), accounts_.end(), isEnabled))
       expectDialog("Velmora - No Accounts Checked");
     for (Model& each : accounts_)
       if (isEnabled(each)) modelCheck(each);
+    modelSounds();
     countsDown_ = false;
     list(current_);
     if (shownPage_ == accountsPage && !dirty()) show(current_);
@@ -258,6 +276,8 @@ class PlainAccounts : public RunningProgram {
   bool hasClient_ = false, hasSound_ = false;      ///< a default serves all accounts
   bool hidesClient_ = false, hidesSound_ = false;  ///< it did when the page was filled
   bool seesTick_ = false, counted_ = false, autoCheck_ = true, startsUp_ = true, countsDown_ = false;
+  unsigned showEmail_ = 0;                                    ///< that option
+  Texts heard_;                                               ///< sounds, by path
   Texts live_, working_, stored_;                             ///< the rules' accounts
   std::array<std::string, 2> panels_;                         ///< the first and the third
   std::vector<std::pair<std::string, std::string>> dialogs_;  ///< titles, and what their texts hold

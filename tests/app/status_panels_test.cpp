@@ -5,28 +5,41 @@
 namespace velmora {
 namespace {
 
-TEST(CountPanel, ShowsTheMostPressingCount) {
+TEST(CountPanel, ShowsTheMostPressingCountAndItsTipSaysOfWhat) {
   struct Case {
-    std::int16_t fresh, spam, deleted, attach, deleteAttach, newAttach;
-    const char* text;
-    const char* picture;
+    std::int16_t messages, fresh, spam, deleted, attach, deleteAttach, newAttach;
+    CountPanel panel;
+    const char* tip;
   };
   const Case cases[] = {
-      {2, 3, 1, 1, 1, 1, "3", "SpamNew"},      {2, 0, 4, 1, 5, 1, "5", "DeleteAttach"},
-      {2, 0, 4, 1, 0, 0, "2", "New"},          {2, 0, 0, 1, 1, 0, "2", "New"},
-      {2, 0, 4, 0, 0, 6, "6", "AttachNew"},    {0, 3, 1, 1, 1, 1, "3", "Spam"},
-      {0, 0, 4, 1, 5, 1, "5", "DeleteAttach"}, {0, 0, 4, 1, 0, 1, "4", "Delete"},
-      {0, 0, 0, 7, 1, 1, "7", "Attach"},       {0, 0, 0, 0, 0, 0, "9", "Normal"},
+      {9, 2, 3, 1, 1, 1, 1, {"3", "SpamNew"}, "3 Messages Marked as Spam"},
+      {9, 0, 1, 4, 1, 1, 1, {"1", "Spam"}, "1 Message Marked as Spam"},
+      {9, 2, 0, 4, 1, 5, 1, {"5", "DeleteAttach"}, "5 Messages for Deletion"},
+      {9, 0, 0, 1, 1, 1, 1, {"1", "DeleteAttach"}, "1 Message for Deletion"},
+      {9, 0, 0, 4, 1, 0, 1, {"4", "Delete"}, "4 Messages for Deletion"},
+      {9, 2, 0, 4, 0, 0, 6, {"6", "AttachNew"}, "6 Messages for Deletion"},
+      {9, 2, 0, 4, 1, 0, 0, {"2", "New"}, "2 Messages for Deletion"},
+      {9, 2, 0, 0, 1, 1, 0, {"2", "New"}, "2 Messages with an Attachment"},
+      {9, 0, 0, 0, 7, 1, 1, {"7", "Attach"}, "7 Messages with an Attachment"},
+      {9, 1, 0, 0, 1, 0, 1, {"1", "AttachNew"}, "1 Messages with an Attachment"},
+      {1, 1, 0, 0, 1, 0, 1, {"1", "AttachNew"}, "1 Message with an Attachment"},
+      {9, 1, 0, 0, 0, 0, 0, {"1", "New"}, "1 New Message"},
+      {9, 3, 0, 0, 0, 0, 0, {"3", "New"}, "3 New Messages"},
+      {1, 0, 0, 0, 0, 0, 0, {"1", "Normal"}, "1 Message"},
+      {9, 0, 0, 0, 0, 0, 0, {"9", "Normal"}, "9 Messages"},
+      {0, 0, 0, 0, 0, 0, 0, {"0", "Normal"}, "0 Messages"},
   };
   for (const auto& c : cases) {
     Accounts::Row row;
-    row.AcntMsgCount = 9;
+    row.AcntMsgCount = c.messages;
     row.AcntNewCount = c.fresh;
     row.AcntSpamCount = c.spam;
     row.AcntDeleteCount = c.deleted;
-    const CountPanel panel = countPanel(row, {c.attach, c.deleteAttach, c.newAttach});
-    EXPECT_EQ(panel.text, c.text);
-    EXPECT_EQ(panel.picture, c.picture);
+    const AttachmentCounts counts{c.attach, c.deleteAttach, c.newAttach};
+    const CountPanel panel = countPanel(row, counts);
+    EXPECT_EQ(panel.text, c.panel.text) << c.tip;
+    EXPECT_EQ(panel.picture, c.panel.picture) << c.tip;
+    EXPECT_EQ(countTip(row, counts, panel.text), c.tip);
   }
 }
 
@@ -37,40 +50,11 @@ TEST(CountPanel, IsBlankWhereNothingIsKnown) {
   row.AcntLastCheckText = "Not Checked";
   EXPECT_EQ(countPanel(row, {}).text, "");
   EXPECT_EQ(countPanel(row, {}).picture, "");
+  EXPECT_EQ(countTip(row, {}, ""), "");
   row.AcntLastCheckText = "Checked at: 4:21 PM";
   EXPECT_EQ(countPanel(row, {}).text, "4");
   row.AcntStatusText = "Work - User Stopped Retrieval";
   EXPECT_EQ(countPanel(row, {}).text, "");
-}
-
-TEST(CountTip, SaysWhatTheNumberCounts) {
-  struct Case {
-    std::int16_t messages, fresh, spam, deleted, attach;
-    const char* text;
-    const char* tip;
-  };
-  const Case cases[] = {
-      {9, 2, 1, 4, 1, "1", "1 Message Marked as Spam"},
-      {9, 2, 2, 4, 1, "2", "2 Messages Marked as Spam"},
-      {9, 2, 0, 1, 1, "1", "1 Message for Deletion"},
-      {9, 2, 0, 4, 1, "4", "4 Messages for Deletion"},
-      {1, 1, 0, 0, 1, "1", "1 Message with an Attachment"},
-      {9, 1, 0, 0, 1, "1", "1 Messages with an Attachment"},
-      {9, 1, 0, 0, 0, "1", "1 New Message"},
-      {9, 3, 0, 0, 0, "3", "3 New Messages"},
-      {1, 0, 0, 0, 0, "1", "1 Message"},
-      {0, 0, 0, 0, 0, "0", "0 Messages"},
-      {9, 0, 0, 0, 0, "9", "9 Messages"},
-      {9, 0, 0, 0, 0, "", ""},
-  };
-  for (const auto& c : cases) {
-    Accounts::Row row;
-    row.AcntMsgCount = c.messages;
-    row.AcntNewCount = c.fresh;
-    row.AcntSpamCount = c.spam;
-    row.AcntDeleteCount = c.deleted;
-    EXPECT_EQ(countTip(row, {c.attach, 0, 0}, c.text), c.tip);
-  }
 }
 
 TEST(PanelTips, TellWholeMoments) {

@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 
 #include "checking/check_cycle.h"
-#include "checking/connection_test.h"
 #include "checking/plain_schedule.h"
 #include "checking/schedule.h"
 #include "checking/start_up_check.h"
@@ -27,7 +26,8 @@ Options timing(std::int16_t minutes, const char* begin = nullptr, const char* en
   return options;
 }
 
-TEST(Schedule, SaysWhenTheNextCheckIs) {
+/// What no simulated week holds.
+TEST(Schedule, TakesOddOptionsAsTheyAre) {
   struct Case {
     const char* what;
     Options options;
@@ -37,25 +37,13 @@ TEST(Schedule, SaysWhenTheNextCheckIs) {
   };
   const DateTime evening{2026, 12, 31, 23, 30, 40};
   const Case cases[] = {
-      {"the same day", timing(90), {2026, 11, 15, 9, 40, 59}, false, {"Auto Check at 11:10 AM", "15/11/26-11:10"}},
-      {"past midnight, month and year", timing(60), evening, false, {"Auto Check at 12:30 AM", "01/01/27-00:30"}},
       {"no interval", timing(0), evening, false, {"Auto Check at 11:30 PM", "31/12/26-23:30"}},
-      {"put off to the end",
-       timing(30, "22:00", "06:00"),
-       {2026, 11, 15, 21, 50, 0},
-       false,
-       {"Auto Check at 6:00 AM", "16/11/26-06:00", true}},
-      {"but only once",
-       timing(30, "22:00", "06:00"),
-       {2026, 11, 15, 21, 50, 0},
-       true,
-       {"Auto Check at 10:20 PM", "15/11/26-22:20"}},
       {"only the evening of a night",
        timing(30, "22:00", "06:00"),
        {2026, 11, 15, 1, 0, 0},
        false,
        {"Auto Check at 1:30 AM", "15/11/26-01:30"}},
-      {"its edges belong to it",
+      {"its end belongs to it",
        timing(30, "10:00", "12:00"),
        {2026, 11, 15, 11, 30, 0},
        false,
@@ -65,6 +53,11 @@ TEST(Schedule, SaysWhenTheNextCheckIs) {
        {2026, 11, 15, 9, 30, 0},
        false,
        {"Auto Check at 10:00 AM", "15/11/26-10:00"}},
+      {"put off already",
+       timing(30, "22:00", "06:00"),
+       {2026, 11, 15, 21, 50, 0},
+       true,
+       {"Auto Check at 10:20 PM", "15/11/26-22:20"}},
       {"nonsense is none either",
        timing(30, "10:0x", "25:00"),
        {2026, 11, 15, 9, 30, 0},
@@ -205,33 +198,11 @@ TEST_P(SimulatedWeeks, KeepToThePlainRulesSecondBySecond) {
   EXPECT_GT(expected, 10) << stretch.what;
 }
 
-TEST_F(AutoCheck, AcrossTheEndOfAMonthItFiresUntilTheDateHasTurned) {
-  option("Minutes", "30");
-  setClock(at(2026, 11, 30, 23h + 29min + 30s));
-  start();
-  EXPECT_EQ(program.NextCheckTime, "30/11/26-23:59");
-  setClock(at(2026, 11, 30, 23h + 59min));
-  for (int fired = 1; fired <= 3; ++fired) {
-    tick();
-    EXPECT_EQ(checks(), fired);
-    EXPECT_EQ(program.NextCheckTime, "01/12/26-00:29");
-  }
-  setClock(at(2026, 12, 1, 0h));
-  tick();
-  EXPECT_EQ(checks(), 3);
-}
-
 TEST_F(AutoCheck, TheFirstIntervalAtStartCountsItsExtraMinute) {
   option("Minutes", "10");
   platform.clock.second = 20;
   start();
   EXPECT_EQ(program.NextCheckTime, "15/11/26-16:32");
-  set("Settings/AcntNum", "0");
-  Program empty(platform);
-  ASSERT_TRUE(Main(empty));
-  empty.NextCheckTime = "15/11/26-16:21";
-  empty.frmMain.tmrMailTime.tick();
-  EXPECT_EQ(empty.AccountInfoText, "") << "without accounts nothing is walked over";
 }
 
 TEST_F(AutoCheck, SwitchedOffAndOnItKeepsItsTime) {
@@ -364,26 +335,7 @@ TEST_F(StartUpCheck, CanBePausedAndHeldWhileADialogIsOpen) {
   EXPECT_EQ(panel(3), "StartUp Check: 1 sec");
 }
 
-TEST_F(StartUpCheck, EveryOtherCheckGivesItUp) {
-  addAccount("Last");
-  using Check = void (*)(Program&);
-  for (const Check other :
-       {Check{CheckAllAccounts}, Check{CheckCurrentAccount}, Check{AutoCheckAccounts}, Check{TestCurrentAccount}}) {
-    Program next(platform);
-    ASSERT_TRUE(Main(next));
-    next.frmMain.StatusBar.Panels(3).Text = next.frmMain.StatusBar.Panels(4).Text = std::string("left");
-    other(next);
-    EXPECT_TRUE(next.StartUpDone);
-    EXPECT_NE(next.frmMain.StatusBar.Panels(3).Text.get(), "left");
-    EXPECT_EQ(next.frmMain.StatusBar.Panels(4).Text.get(), next.NextCheckText);
-    EXPECT_FALSE(next.frmMain.tmrMailStartUp.Enabled);
-    EXPECT_FALSE(next.frmMain.tbrButtons[pauseStartUpBar].Visible);
-    ToggleStartUpPause(next);
-    EXPECT_FALSE(next.frmMain.tmrMailStartUp.Enabled) << "for good";
-  }
-}
-
-TEST_F(StartUpCheck, WaitsForADeletionAndNeedsAnAccount) {
+TEST_F(StartUpCheck, WaitsForADeletion) {
   start();
   SetCheckingInterface(program, false, false);
   for (int i = 0; i < 5; ++i) second();
@@ -391,11 +343,16 @@ TEST_F(StartUpCheck, WaitsForADeletionAndNeedsAnAccount) {
   SetCheckingInterface(program, true, false);
   for (int i = 0; i < 3; ++i) second();
   EXPECT_EQ(checks(), 1);
-  set("Settings/AcntNum", "0");
-  Program empty(platform);
-  ASSERT_TRUE(Main(empty));
-  EXPECT_TRUE(empty.StartUpDone);
-  EXPECT_FALSE(empty.frmMain.tmrMailStartUp.Enabled);
+}
+
+TEST_F(StartUpCheck, IsGivenUpForGoodByAnotherCheck) {
+  start();
+  check();
+  EXPECT_FALSE(pause().Visible);
+  for (int i = 0; i < 2; ++i) {
+    ToggleStartUpPause(program);
+    EXPECT_FALSE(program.frmMain.tmrMailStartUp.Enabled);
+  }
 }
 
 }  // namespace

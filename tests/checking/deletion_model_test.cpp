@@ -187,6 +187,17 @@ class DeletionModel : public test::RunningProgram, public testing::WithParamInte
     return {true, true, false, drops ? at > beforeQuit : at >= beforeQuit};
   }
 
+  /// Has the server refuse to let the client in, or one of the commands that it leaves with. What breaks the protocol
+  /// is left to a server that doesn't pipeline: one that does would be taken at its word no longer.
+  void refuse(Model& model, const Commands& leaving) {
+    const Texts noes = {"-ERR [IN-USE] locked\r\n", "?\r\n", MemoryServer::hangUp};
+    auto& answers = server(model).answers;
+    Commands refusable = {"PASS", "STAT"};
+    refusable.insert(refusable.end(), leaving.begin(), leaving.end());
+    answers[refusable[random(refusable.size())]] = noes[random(model.pipelines ? 1 : 2)];
+    if (oneIn(2)) answers["RSET"] = noes[random(model.pipelines ? 1 : 3)];
+  }
+
   void modelCheck(Model& model) {
     model.checked = true;
     const bool fetches = program.options.QuickCheck != 1 || model.mailbox.size() != model.count;
@@ -221,9 +232,9 @@ class DeletionModel : public test::RunningProgram, public testing::WithParamInte
       if (goes) leaving.push_back("DELE " + std::to_string(i + 1));
       if (!goes) kept.push_back(model.mailbox[i]);
     }
-    const bool refuses = !leaving.empty() && oneIn(8);
-    if (refuses) server(model).answers[leaving[random(leaving.size())]] = "-ERR locked\r\n";
     if (!leaving.empty()) leaving.emplace_back("QUIT");
+    const bool refuses = oneIn(6);
+    if (refuses) refuse(model, leaving);
     const Outcome outcome = refuses ? Outcome{true, true, false, false} : befall(model, job, leaving);
     if (outcome.quitHeard) model.mailbox = kept;
     if (outcome.left) return model.remove(chosen);
@@ -386,7 +397,7 @@ class DeletionModel : public test::RunningProgram, public testing::WithParamInte
     platform.answers.clear();
     for (auto& [name, each] : platform.servers) {
       each.line.dropAfter = each.line.silentAfter = std::nullopt;
-      std::erase_if(each.answers, [](const auto& answer) { return answer.first.starts_with("DELE"); });
+      std::erase_if(each.answers, [](const auto& answer) { return answer.first != "UIDL"; });
     }
   }
 

@@ -107,28 +107,16 @@ TEST_F(Mailboxes, FortyMessagesOfManyKindsComeInAsPeopleReadThem) {
     const char* bodyHas;
   };
   const std::vector<Sample> expected = {
-      {"work", 2, true, "Osric Fenn <osric.fenn@example.com>", "Minutes of Tuesday's planning meeting", "by Friday"},
       {"work", 3, false, "Amélie Vautrin <a.vautrin@example.com>", "Réservation de la salle « Étoile » confirmée",
        "À bientôt"},
       {"work", 6, false, "Prize Office <winner@lucky-parrot.invalid>",
        "CONGRATULATIONS!!! You WON 9,500,000 golden feathers",
        "Claim your golden feathers before midnight: CLICK HERE"},
       {"work", 7, false, "Иван Берёзкин <i.berezkin@example.com>", "Отчёт за третий квартал", "Добрый день!"},
-      {"work", 8, false, "Print and Copy Shop <orders@printshop.test>", "Your order 20417 is ready", "38.50 €"},
       {"work", 9, false, "山田はなこ <hanako@example.com>", "来週の打ち合わせについて", "お世話になっております"},
       {"work", 10, true, "Osric Fenn <osric.fenn@example.com>", "Site photos, all of them (large!)", "whole folder"},
-      {"work", 12, false, "Tilda Marrow <tilda.marrow@example.com>", "Coffee today? ☕",
-       "The corner place at four? 🙂"},
-      {"home", 2, false, "Juliane Größner <juliane@example.net>", "Grüße aus dem Schwarzwald", "von der Hütte"},
       {"home", 6, false, "Caspian Lowe <caspian@example.net>", "", "forgot the subject again"},
-      {"home", 7, true, "Sørine Aagesvold <sorine@example.net>", "Billeder fra søndagsturen", "Kære Robin"},
-      {"home", 12, false, "Juliane Größner <juliane@example.net>", "Wieder zu Hause – und drei Gläser Honig für Dich",
-       "Honig"},
-      {"club", 1, true, "Ilse Quarrington <ilse.quarrington@example.org>", "Welcome, new treasurer!",
-       "congratulations"},
       {"club", 6, true, "Фёдор Лугов <fedor@example.org>", "Фотографии с регаты", "Всем привет!"},
-      {"club", 7, false, "Barnaby Sedgewick <barnaby@example.org>", "Café at the boathouse, who opens on Sunday?",
-       "café key"},
   };
   for (const auto& sample : expected) {
     const MailMessage& got = mail(sample.mailbox, sample.number);
@@ -162,32 +150,6 @@ TEST_F(Mailboxes, QuickCheckFetchesNothingWhileTheCountIsTheSame) {
   EXPECT_TRUE(farewells[0].contains("Logged out") && farewells[0].contains("retr=3/"));
   EXPECT_TRUE(farewells[1].contains("Logged out") && farewells[1].contains("retr=0/0"));
   EXPECT_TRUE(farewells[2].contains("Logged out") && farewells[2].contains("retr=4/"));
-}
-
-TEST_F(Mailboxes, AWrongPasswordIsAlwaysTold) {
-  addMailbox("locked", {});
-  set("Settings/AcntPassword1", "no secret");
-  option("SuppressConnectErrors", "1");
-  start();
-  check();
-  ASSERT_EQ(dialogs("locked").size(), 1U);
-  EXPECT_EQ(dialogs("locked")[0].title, "Velmora - Error Establishing Connection");
-  EXPECT_THAT(dialogs("locked")[0].text,
-              HasSubstr("\r\n30007 - The server refused the user name or password. The server "
-                        "says: [AUTH] "));
-}
-
-TEST_F(Mailboxes, ListingsAndFetchesGiveTheSameIdentifiers) {
-  addMailbox("uids", smallMessages(5));
-  const auto listing = connect("uids");
-  listing->Messages().ListMessages();
-  const auto fetching = connect("uids");
-  fetching->Messages().FetchAll();
-  EXPECT_EQ(uidsOf(*listing), uidsOf(*fetching));
-  const auto uids = uidsOf(*fetching);
-  EXPECT_EQ(std::set<std::string>(uids.begin(), uids.end()).size(), 5U);
-  listing->Disconnect();
-  fetching->Disconnect();
 }
 
 TEST_F(Mailboxes, MarkedMessagesGoWhenTheClientLeavesAndOnlyThen) {

@@ -37,12 +37,6 @@ class MarkedMail : public test::OpenedWindow {
   }
   void pressInReport(const char* button) { QTest::mouseClick(&inReport<QToolButton>(button), Qt::LeftButton); }
 
-  std::vector<std::string> onServer(const std::string& name) {
-    std::vector<std::string> result;
-    for (const auto& each : platform.servers[name].messages) result.push_back(each.uid);
-    return result;
-  }
-
   RuleReportView report_{program.frmRuleReport};
 
  private:

@@ -8,6 +8,7 @@ import shutil
 import socket
 import unittest
 
+from built_program import write_settings
 from shown_program import ShownProgramTest
 
 from private_desktop import tell
@@ -49,9 +50,7 @@ class NewcomerTest(ShownProgramTest):
 
     def start_with(self, *names):
         """With accounts that need no welcome."""
-        self.settings.parent.mkdir()
-        lines = [f"AcntName{number}={name}" for number, name in enumerate(names, 1)]
-        self.settings.write_text("\n".join(["[Settings]", "FirstUse=1", f"AcntNum={len(names)}", *lines, ""]))
+        write_settings(self.home, [{"Name": name} for name in names])
         self.start()
         self.go_to("Accounts", "Add Account")
 

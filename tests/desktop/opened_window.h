@@ -26,6 +26,13 @@ class OpenedWindow : public RunningProgram {
     ASSERT_TRUE(isActive(*view_));
   }
 
+  /// With one account, whose messages are listed.
+  void openOn(std::vector<MemoryMessage> messages) {
+    addAccount("Work").messages = std::move(messages);
+    open();
+    press("EmailCheck");
+  }
+
   /// A window becomes the active one. Its QWindow takes itself for it as soon as any window above it is.
   static bool isActive(const QWidget& window) {
     return QTest::qWaitFor([&window] { return window.isActiveWindow(); });

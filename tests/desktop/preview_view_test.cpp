@@ -14,11 +14,9 @@ using test::message;
 
 class PreviewOnScreen : public test::OpenedWindow {
  protected:
-  void openOn(const test::MemoryMessage& shown) {
-    addAccount("Work").messages = {shown, message("other")};
+  void preview(const test::MemoryMessage& shown) {
     option("MessageSort", "0");
-    open();
-    press("EmailCheck");
+    openOn({shown, message("other")});
     clickAt(middleOf(0));
     press("EmailPreview");
     ASSERT_TRUE(isActive(*preview_));
@@ -27,7 +25,7 @@ class PreviewOnScreen : public test::OpenedWindow {
 };
 
 TEST_F(PreviewOnScreen, ShowsTheMessageOnTwoTabs) {
-  openOn({"u", "From: Ann <a@b.org>\r\nSubject: <h1>Hi</h1>\r\n\r\nDear <b>you</b>,\r\n\thttp://example.org/\r\n"});
+  preview({"u", "From: Ann <a@b.org>\r\nSubject: <h1>Hi</h1>\r\n\r\nDear <b>you</b>,\r\n\thttp://example.org/\r\n"});
   EXPECT_EQ(find<QLineEdit>("txtPrvFrom").text(), "Ann <a@b.org>");
   EXPECT_EQ(find<QLineEdit>("txtPrvSubject").text(), "<h1>Hi</h1>");
   EXPECT_EQ(body().toPlainText(), "Dear <b>you</b>,\n\thttp://example.org/\n");
@@ -48,7 +46,7 @@ TEST_F(PreviewOnScreen, ShowsTheMessageOnTwoTabs) {
 }
 
 TEST_F(PreviewOnScreen, KeysWorkItAndTheListStaysUsable) {
-  openOn(message("one"));
+  preview(message("one"));
   QTest::keyClick(preview_, Qt::Key_2, Qt::ControlModifier);
   EXPECT_TRUE(find<QPlainTextEdit>("rtbRawMsg").isVisible());
   QTest::keyClick(preview_, Qt::Key_Tab, Qt::ControlModifier);
@@ -69,7 +67,7 @@ TEST_F(PreviewOnScreen, KeysWorkItAndTheListStaysUsable) {
 }
 
 TEST_F(PreviewOnScreen, ClosesByItsBoxAndStaysLargeEnough) {
-  openOn(message("one"));
+  preview(message("one"));
   preview_->resize(1, 1);
   EXPECT_EQ(preview_->size(), preview_->minimumSize());
   const int textWidth = body().width();

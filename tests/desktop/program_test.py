@@ -1,15 +1,14 @@
 #!/usr/bin/env python3
 """Runs the built program as a user would, on a display of its own and with settings of its own."""
+import contextlib
 import os
-import pathlib
 import signal
-import subprocess
-import sys
-import tempfile
 import time
 import unittest
 
-PROGRAM = sys.argv.pop(1)
+from built_program import PROGRAM, BuiltProgramTest, settings_in
+
+from private_desktop import make_folder, open_desktop, tell
 
 
 def wait_for(condition, what, seconds=20):
@@ -20,89 +19,65 @@ def wait_for(condition, what, seconds=20):
         time.sleep(0.02)
 
 
-class ProgramTest(unittest.TestCase):
-    @classmethod
-    def setUpClass(cls):
-        cls.xvfb = subprocess.Popen(["Xvfb", "-displayfd", "1", "-nolisten", "tcp", "-noreset"],
-                                    stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
-        cls.display = ":" + cls.xvfb.stdout.readline().strip()
+def windows(title):
+    return tell("xwininfo", "-root", "-tree").count(f'"{title}"')
 
-    @classmethod
-    def tearDownClass(cls):
-        cls.xvfb.terminate()
-        cls.xvfb.wait()
-        cls.xvfb.stdout.close()
 
+class ProgramTest(BuiltProgramTest):
     def setUp(self):
-        folder = tempfile.TemporaryDirectory(prefix="velmora")
-        self.addCleanup(folder.cleanup)
-        self.home = pathlib.Path(folder.name)
-        self.settings = self.home / "Kestrum" / "Velmora.conf"
+        beside = contextlib.ExitStack()
+        self.addCleanup(beside.close)
+        self.home = make_folder(beside)
+        self.settings = settings_in(self.home)
         self.logon = self.home / "autostart" / "Velmora.desktop"
-        self.environment = dict(os.environ, DISPLAY=self.display, QT_QPA_PLATFORM="xcb", XDG_CONFIG_HOME=folder.name,
-                                XDG_CACHE_HOME=folder.name, XDG_DATA_HOME=folder.name, XDG_RUNTIME_DIR=folder.name,
-                                # No bus: one that is started on demand would outlive the test.
-                                DBUS_SESSION_BUS_ADDRESS="disabled:")
+        open_desktop(beside, self.home)
 
-    def start(self):
-        process = subprocess.Popen([PROGRAM], env=self.environment, stderr=subprocess.PIPE, text=True)
-        self.addCleanup(process.stderr.close)
-        self.addCleanup(process.wait)
-        self.addCleanup(process.kill)
+    def start_shown(self):
+        process = self.start()
+        wait_for(lambda: windows("Velmora") > 0, "the window")
+        wait_for(lambda: "FirstUse=1" in self.text(), "the end of the start")
         return process
-
-    def windows(self, title):
-        tree = subprocess.run(["xwininfo", "-root", "-tree"], env=self.environment, capture_output=True, text=True)
-        return tree.stdout.count(f'"{title}"')
-
-    def end(self, process, number=signal.SIGTERM):
-        process.send_signal(number)
-        self.assertEqual(process.wait(20), 0)
-        self.assertEqual(process.stderr.read(), "")
 
     def test_first_run_and_the_end_of_the_desktops_session(self):
         for number in (signal.SIGTERM, signal.SIGHUP):
-            process = self.start()
-            wait_for(lambda: self.windows("Velmora") > 0, "the window")
-            wait_for(lambda: "FirstUse=1" in self.text(), "the first save")
-            self.assertEqual(self.windows("Velmora - First Time Use"), 1 if number == signal.SIGTERM else 0)
-            self.assertIn(f'Exec="{os.path.realpath(PROGRAM)}"', self.logon.read_text())
+            is_first = number == signal.SIGTERM
+            process = self.start_shown()
+            self.assertEqual(windows("Velmora - First Time Use"), 1 if is_first else 0)
+            self.assertEqual(self.logon.exists(), is_first, "a user who took it away doesn't want it")
+            self.assertIn("Options\\RunStartUp=1", self.text())
             wait_for(lambda: (self.home / "Kestrum/Velmora/Sounds/Error.wav").exists(), "the sounds")
             self.assertEqual(self.settings.stat().st_mode & 0o777, 0o600)
-            self.end(process, number)
+            process.send_signal(number)
+            self.expect_end(process)
             self.assertIn("SortOrder=1", self.text())
+            if is_first:
+                self.assertTrue(self.logon.read_text().startswith("[Desktop Entry]\nType=Application\n"))
+                self.assertIn(f'\nExec="{os.path.realpath(PROGRAM)}"\n', self.logon.read_text())
+                self.logon.unlink()
 
     def test_a_second_instance_leaves_without_a_word(self):
-        first = self.start()
-        wait_for(lambda: "FirstUse=1" in self.text(), "the end of the start")
-        shown = self.windows("Velmora")
-        second = self.start()
-        self.assertEqual(second.wait(20), 0)
-        self.assertEqual(second.stderr.read(), "")
-        self.assertEqual(self.windows("Velmora"), shown)
+        first = self.start_shown()
+        shown, settings = windows("Velmora"), self.text()
+        self.expect_end(self.start())
+        self.assertEqual((windows("Velmora"), self.text()), (shown, settings))
         self.assertIsNone(first.poll())
         self.end(first)
-        third = self.start()
-        wait_for(lambda: self.windows("Velmora") > 0, "a window after the first instance has ended")
-        self.end(third)
+        self.end(self.start_shown())
 
     def test_a_killed_instance_is_in_nobodys_way(self):
-        first = self.start()
-        wait_for(lambda: self.windows("Velmora") > 0, "the window")
+        first = self.start_shown()
         first.kill()
         first.wait()
         self.assertTrue((self.settings.parent / "Velmora.lock").exists())
-        wait_for(lambda: self.windows("Velmora") == 0, "the window's end")
-        second = self.start()
-        wait_for(lambda: self.windows("Velmora") > 0, "the window")
-        self.end(second)
+        wait_for(lambda: windows("Velmora") == 0, "the window's end")
+        self.end(self.start_shown())
 
     def test_damaged_settings_are_told_and_left_alone(self):
         damaged = '[Settings]\nAcntNum=1\nAcntName1=Work\nAcntPassword1=sec'
         self.settings.parent.mkdir()
         self.settings.write_text(damaged)
         process = self.start()
-        wait_for(lambda: self.windows("Velmora - Settings Error") > 0, "the message box")
+        wait_for(lambda: windows("Velmora - Settings Error") > 0, "the message box")
         self.end(process)
         self.assertEqual(self.settings.read_text(), damaged)
         self.assertFalse(self.logon.exists())
@@ -112,4 +87,4 @@ class ProgramTest(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    unittest.main()
+    unittest.main(warnings="ignore")

@@ -5,6 +5,7 @@ Only the system's own Python has what this needs, hence the fixed path above.
 """
 import unittest
 
+from built_program import write_settings
 from shown_program import ShownProgramTest
 
 
@@ -12,9 +13,7 @@ class ScreenReaderTest(ShownProgramTest):
     SUBJECTS = ("One", "Two", "Three")
 
     def setUp(self):
-        self.settings.write_text(
-            "[Settings]\nAcntNum=1\nFirstUse=1\nAcntName1=Work\nAcntServer1=127.0.0.1\nAcntLoginID1=robin\n"
-            f"AcntPassword1=secret\nAcntPort1={self.ports['plain']}\nOptions\\SortColumn=3\nOptions\\SortOrder=0\n")
+        write_settings(self.home, [{"Name": "Work", "Port": self.ports["plain"]}], SortColumn=3, SortOrder=0)
         self.start()
 
     def tearDown(self):

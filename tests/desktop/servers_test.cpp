@@ -231,6 +231,7 @@ TEST_F(Servers, LoseTheChosenMessagesOrNone) {
     EXPECT_THAT(subjects(what), ElementsAre("a", "b", "c")) << what;
     ASSERT_EQ(dialogs(what).size(), 1U) << what;
     EXPECT_EQ(dialogs(what)[0].title, "Velmora - Delete Connection Failure");
+    EXPECT_THAT(dialogs(what)[0].text, HasSubstr("Message(s) were NOT Deleted because the connection failed"));
   }
   EXPECT_EQ(platform.asked.size(), unable.size());
 }
@@ -263,7 +264,7 @@ TEST_F(Failing, AddressesAreToldOf) {
       {"TLS on a plain port", at(plain.port(), Protection::Tls), {60000, "SSL on the\r\nwrong Port."}},
       {"TLS without an answer", at(mute.serverPort(), Protection::Tls), {60000, "wrong Port."}},
       {"plain on a TLS port", at(secure.port()), {30001, "It may expect a secure connection on this port."}},
-      {"blank port", {"127.0.0.1", ""}, {13, "Type mismatch"}},
+      {"blank port", {"127.0.0.1", ""}, {13, "Type mismatch\r\n\r\nPlease report this error to Kestrum"}},
       {"port of words", {"127.0.0.1", "pop3"}, {13, "Type mismatch"}},
       {"port 0", {"127.0.0.1", "0"}, {5, "Invalid procedure call"}},
       {"port 70000", {"127.0.0.1", "70000"}, {5, "Invalid procedure call"}},

@@ -1,15 +1,11 @@
 """The built program on a desktop of its own, seen by tests as a screen reader sees it.
 
-The test's first argument is the program. Only the system's own Python has what this needs.
+Only the system's own Python has what this needs.
 """
 import contextlib
-import pathlib
-import subprocess
-import sys
-import unittest
 
-PROGRAM = sys.argv.pop(1)
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "scripts"))
+from built_program import BuiltProgramTest, settings_in
+
 from private_desktop import let_screen_readers_in, make_folder, open_desktop, serve_mail, tell
 
 MAIL = """From: Zoë <zoe@example.org>\r
@@ -21,7 +17,7 @@ Text of {subject}, for every ear.\r
 """
 
 
-class ShownProgramTest(unittest.TestCase):
+class ShownProgramTest(BuiltProgramTest):
     SUBJECTS = ()  # of the messages of robin, whose password is secret
 
     @classmethod
@@ -34,23 +30,18 @@ class ShownProgramTest(unittest.TestCase):
             files.append(home / subject)
             files[-1].write_text(MAIL.format(subject=subject), newline="")
         cls.ports = serve_mail(stack, "secret", {"robin": files})[1]
-        cls.settings = home / "Kestrum" / "Velmora.conf"
-        cls.settings.parent.mkdir()
+        cls.home, cls.settings = home, settings_in(home)
         open_desktop(stack, home)
         let_screen_readers_in()
         import screen_reader  # finds the bus in the environment
         cls.see = screen_reader
 
     def start(self):
-        self.program = subprocess.Popen([PROGRAM], stderr=subprocess.PIPE, text=True)
-        for end in (self.program.stderr.close, self.program.wait, self.program.kill):
-            self.addCleanup(end)
+        self.program = super().start()
         self.root = self.see.wait_for("Velmora", lambda: self.see.velmora(self.program.pid))
 
     def end(self):
-        self.program.terminate()
-        self.assertEqual(self.program.wait(20), 0)
-        self.assertEqual(self.program.stderr.read(), "")
+        super().end(self.program)
 
     def has(self, widget, state):
         return self.see.has(widget, getattr(self.see.pyatspi, "STATE_" + state))

@@ -5,22 +5,17 @@ Only the system's own Python has what this needs, hence the fixed path above.
 """
 import contextlib
 import os
-import pathlib
 import re
 import socketserver
 import struct
-import subprocess
-import sys
 import threading
 import time
 import unittest
 
+from built_program import BuiltProgramTest, write_settings
 from gi.repository import Gio, GLib
 
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "scripts"))
 from private_desktop import click_tray_icon, make_folder, open_desktop, place_of_tray_icon, run_beside, tell
-
-PROGRAM = sys.argv.pop(1)
 
 # The grounds of the pictures: of accounts by the number of their colour, the plain one, and the one of no connection.
 GROUNDS = {1: 0x1D5FC4, 3: 0x1C7A30, 6: 0x161616, "plain": 0x2F7FD6, "none": 0x64788C}
@@ -133,7 +128,7 @@ class NotifierHost:
                  GLib.Variant("s", "clicked"), GLib.Variant("v", GLib.Variant("i", 0)), GLib.Variant("u", 0))
 
 
-class TrayTest(unittest.TestCase):
+class TrayTest(BuiltProgramTest):
     def setUp(self):
         self.beside = contextlib.ExitStack()
         self.addCleanup(self.beside.close)
@@ -152,28 +147,12 @@ class TrayTest(unittest.TestCase):
         thread.start()
         for end in (server.server_close, thread.join, server.shutdown):
             self.addCleanup(end)
-        lines = ["[Settings]", "FirstUse=1", f"AcntNum={len(COUNTS)}", "Options\\CloseButton=1",
-                 "Options\\UseInterval=1", "Options\\Hours=9"]
-        for number, (colour, count) in enumerate(COUNTS.items(), 1):
-            account = {"Name": f"A{number}", "Server": "127.0.0.1", "Port": server.server_address[1],
-                       "LoginID": count, "Password": "secret", "Enabled": 1, "ColourIndex": colour}
-            lines += [f"Acnt{key}{number}={value}" for key, value in account.items()]
-        settings = self.home / "Kestrum" / "Velmora.conf"
-        settings.parent.mkdir()
-        settings.write_text("\n".join(lines) + "\n")
 
-    def start(self, *options):
-        settings = self.home / "Kestrum" / "Velmora.conf"
-        settings.write_text(settings.read_text() + "".join(f"Options\\{option}\n" for option in options))
-        process = subprocess.Popen([PROGRAM], stderr=subprocess.PIPE, text=True)
-        for end in (process.stderr.close, process.wait, process.kill):
-            self.addCleanup(end)
-        return process
-
-    def end(self, program):
-        program.terminate()
-        self.assertEqual(program.wait(20), 0)
-        self.assertEqual(program.stderr.read(), "")
+    def start(self, **options):
+        accounts = [{"Name": f"A{colour}", "Port": self.server.server_address[1], "LoginID": count,
+                     "ColourIndex": colour} for colour, count in COUNTS.items()]
+        write_settings(self.home, accounts, UseInterval=1, Hours=9, **options)
+        return super().start()
 
     def window_state(self):
         """What the window manager says of the program's window, blank while the window is hidden."""
@@ -239,7 +218,7 @@ class TrayTest(unittest.TestCase):
         self.end(program)
 
     def test_a_tray_that_comes_late_goes_and_comes_back(self):
-        program = self.start("MinimizeStartUp=1")
+        program = self.start(MinimizeStartUp=1)
         tray = self.start_tray()
         wait_for("the icon", lambda: self.shown_picture() == "none")
         self.assertEqual(self.window_state(), "")
@@ -270,7 +249,7 @@ class TrayTest(unittest.TestCase):
 
     def test_a_tray_on_the_bus(self):
         host = NotifierHost(self.connect_to_bus())
-        program = self.start("MinimizeStartUp=1")
+        program = self.start(MinimizeStartUp=1)
         host.come()
         wait_for("the icon to register", lambda: host.items)
         wait_for("the picture", lambda: self.picture(self.sent_pictures(host)[16]) == "none")
@@ -295,8 +274,7 @@ class TrayTest(unittest.TestCase):
         host.activate()
         self.wait_for_window("Normal")
         host.choose("_Quit Application")
-        self.assertEqual(program.wait(20), 0)
-        self.assertEqual(program.stderr.read(), "")
+        self.expect_end(program)
 
     def test_the_icon_counts_the_messages_of_each_account(self):
         program = self.start()
@@ -328,8 +306,7 @@ class TrayTest(unittest.TestCase):
         click_tray_icon("3")
         wait_for("the menu", self.menu_is_open)
         tell("xdotool", "key", "q")
-        self.assertEqual(program.wait(20), 0)
-        self.assertEqual(program.stderr.read(), "")
+        self.expect_end(program)
         self.assertIsNone(place_of_tray_icon())
 
 

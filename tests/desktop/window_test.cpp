@@ -73,9 +73,7 @@ TEST_F(Window, EveryControlSaysWhatItIs) {
 }
 
 TEST_F(Window, ClicksAndKeysChooseMessages) {
-  addAccount("Work").messages = {message("one"), message("two"), message("three")};
-  open();
-  press("EmailCheck");
+  openOn({message("one"), message("two"), message("three")});
   auto& preview = find<QToolButton>("EmailPreview");
   EXPECT_FALSE(preview.isEnabled());
   clickAt(middleOf(1));
@@ -96,9 +94,7 @@ TEST_F(Window, ClicksAndKeysChooseMessages) {
 }
 
 TEST_F(Window, TheRightButtonOpensTheMenu) {
-  addAccount("Work").messages = {message("one")};
-  open();
-  press("EmailCheck");
+  openOn({message("one")});
   QTest::mouseMove(list().viewport(), middleOf(0, 3));
   QTest::mousePress(list().viewport(), Qt::RightButton, Qt::NoModifier, middleOf(0, 3));
   QContextMenuEvent event(QContextMenuEvent::Mouse, middleOf(0, 3), list().viewport()->mapToGlobal(middleOf(0, 3)));
@@ -140,37 +136,6 @@ TEST_F(Window, TheClockTicksByItself) {
   open();
   platform.clock.minute = 22;
   EXPECT_TRUE(QTest::qWaitFor([&] { return find<QLabel>("StatusBar5").text() == "Nov 15/26 4:22 PM"; }));
-}
-
-TEST_F(Window, SwitchesPagesAndShowsTheBannerWithoutAccounts) {
-  open();
-  EXPECT_TRUE(find<QLabel>("lblNoAcntsBanner").isVisible());
-  for (const auto* page : {"Accounts", "Rules", "Options"}) {
-    press(page);
-    EXPECT_EQ(find<QLabel>("lblBanner").text(), page);
-    EXPECT_FALSE(list().isVisible());
-  }
-  EXPECT_FALSE(find<QLabel>("lblNoAcntsBanner").isVisible());
-  press("Email");
-  EXPECT_TRUE(list().isVisible());
-}
-
-TEST_F(Window, ClosingKeepsTheProgramAndQuitEndsIt) {
-  addAccount("Work");
-  open();
-  auto& docked = program.frmMain.TrayData.Docked;
-  docked = false;
-  view_->close();
-  EXPECT_FALSE(platform.hasQuit);
-  EXPECT_TRUE(view_->isVisible() && view_->isMinimized()) << "nothing else could bring it back";
-  docked = true;
-  EXPECT_FALSE(view_->isVisible());
-  docked = false;
-  EXPECT_TRUE(view_->isVisible() && view_->isMinimized());
-  view_->showNormal();
-  EXPECT_TRUE(program.frmMain.Visible);
-  press("Quit");
-  EXPECT_TRUE(platform.hasQuit);
 }
 
 TEST_F(Window, AQuestionKeepsItOnTheScreen) {
@@ -252,9 +217,7 @@ TEST_F(Window, WhatIsHighlightedIsWhatIsChosen) {
 }
 
 TEST_F(Window, TheKeyboardsFocusStaysWhereItIsBrought) {
-  addAccount("Work").messages = {message("one")};
-  open();
-  press("EmailCheck");
+  openOn({message("one")});
   list().setFocus(Qt::TabFocusReason);
   QCoreApplication::processEvents();
   EXPECT_TRUE(list().hasFocus());
@@ -266,9 +229,7 @@ TEST_F(Window, TheKeyboardsFocusStaysWhereItIsBrought) {
 }
 
 TEST_F(Window, AHeaderSorts) {
-  addAccount("Work").messages = {message("b"), message("a"), message("c")};
-  open();
-  press("EmailCheck");
+  openOn({message("b"), message("a"), message("c")});
   const auto clickHeader = [this] {
     QHeaderView& header = *list().header();
     QTest::mouseClick(header.viewport(), Qt::LeftButton, Qt::NoModifier,
@@ -287,9 +248,7 @@ TEST_F(Window, AHeaderSorts) {
 }
 
 TEST_F(Window, ATipShowsExactlyWhatACellCutsOff) {
-  addAccount("Work").messages = {message("one", "From: <b>Ann</b> Example <a@b.org>\r\nTo: a@b.org,c@d.org\r\n")};
-  open();
-  press("EmailCheck");
+  openOn({message("one", "From: <b>Ann</b> Example <a@b.org>\r\nTo: a@b.org,c@d.org\r\n")});
   const int needed = program.frmMain.TextWidth("<b>Ann</b> Example <a@b.org>", true);
   const QModelIndex cell = list().model()->index(0, 0);
   QStyleOptionViewItem option;
@@ -311,9 +270,7 @@ TEST_F(Window, ATipShowsExactlyWhatACellCutsOff) {
 }
 
 TEST_F(Window, ThePanelsOfTheStatusBarHaveTips) {
-  addAccount("Work").messages = {message("one")};
-  open();
-  press("EmailCheck");
+  openOn({message("one")});
   auto& bar = find<QWidget>("StatusBar");
   const auto tipOf = [&](const char* label) {
     QToolTip::hideText();
@@ -328,10 +285,7 @@ TEST_F(Window, ThePanelsOfTheStatusBarHaveTips) {
 }
 
 TEST_F(Window, HostileTextIsShownAsItIs) {
-  addAccount("Work").messages = {
-      {"u", "From: a\1b\r\nSubject: x\u202Efdp.exe " + std::string(20000, 'y') + "\r\n\r\n"}};
-  open();
-  press("EmailCheck");
+  openOn({{"u", "From: a\1b\r\nSubject: x\u202Efdp.exe " + std::string(20000, 'y') + "\r\n\r\n"}});
   EXPECT_EQ(shown(0, 0), "a\u2401b");
   EXPECT_EQ(shown(0, 2).left(2), "x\uFFFD");
   EXPECT_LE(shown(0, 2).size(), 1000);

@@ -40,6 +40,13 @@ class RunningProgram : public testing::Test {
   void check() { program.frmMain.tbrEmail["EmailCheck"].click(); }
   void stop() { program.frmMain.tbrButtons[stopRetrievalBar]["StopRetrieval"].click(); }
 
+  /// The identifiers of the messages in an account's mailbox.
+  std::vector<std::string> onServer(const std::string& name) {
+    std::vector<std::string> result;
+    for (const auto& each : platform.servers[name].messages) result.push_back(each.uid);
+    return result;
+  }
+
   /// The titles of the dialogs shown so far.
   std::vector<std::string> titles() const {
     std::vector<std::string> result;
