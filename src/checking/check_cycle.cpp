@@ -44,6 +44,13 @@ void endUsersCheck(Program& program) {
   ShowRuleReport(program);
 }
 
+/// The time of the next check is worked out anew behind each account of a walk, always as behind the first. Else the
+/// second one would take the end of the quiet period, which the first has just put that check off to, for reached.
+void checkInWalk(Program& program, std::int16_t number, bool postponed) {
+  program.NoCheckPostponed = postponed;
+  CheckAccount(program, number);
+}
+
 /// Returns whether anything was checked, which a stop counts as.
 bool walkAllAccounts(Program& program) {
   bool checked = false;
@@ -54,7 +61,7 @@ bool walkAllAccounts(Program& program) {
     }
     program.frmMain.TabStripEmail.SelectTab(number);
     if (program.accounts[number].AcntEnabled == 0) continue;
-    CheckAccount(program, number);
+    checkInWalk(program, number, false);
     checked = true;
   }
   return checked;
@@ -74,7 +81,7 @@ void followWithTab(Program& program, std::int16_t number) {
 
 /// Checks the enabled accounts one by one and notes a line of text for each. What the disabled ones have from before
 /// counts as found, too.
-WalkFindings walkEnabledAccounts(Program& program, std::string& lines) {
+WalkFindings walkEnabledAccounts(Program& program, std::string& lines, bool postponed) {
   WalkFindings found;
   for (std::int16_t number = 1; number <= program.accounts.AcntNum(); ++number) {
     const Accounts::Row& account = program.accounts[number];
@@ -84,7 +91,7 @@ WalkFindings walkEnabledAccounts(Program& program, std::string& lines) {
         break;
       }
       followWithTab(program, number);
-      CheckAccount(program, number);
+      checkInWalk(program, number, postponed);
       lines += "      " + account.AcntStatusText + "\r\n";
       ++program.AccountInfoLines;
     }
@@ -99,11 +106,14 @@ WalkFindings timedWalk(Program& program, bool atStartUp) {
   const std::int16_t current = program.accounts.AcntCurrent;
   SetCheckingInterface(program, false, true);
   std::string lines;
-  WalkFindings found = walkEnabledAccounts(program, lines);
+  // The check at start-up is none that was put off.
+  const bool postponed = !atStartUp && program.NoCheckPostponed;
+  WalkFindings found = walkEnabledAccounts(program, lines, postponed);
   program.AccountInfoText = "Account Information:\r\n" + lines;
   found.TotalMessages = program.TotalMessages;
   found.TotalNew = program.TotalNew;
   if (atStartUp && program.options.UseInterval == 1) {
+    program.NoCheckPostponed = postponed;
     NextAutoCheck(program, 1);
     program.frmMain.StatusBar.Panels(4).Text = program.NextCheckText;
   }

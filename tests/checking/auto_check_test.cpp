@@ -171,6 +171,7 @@ class SimulatedWeeks : public AutoCheck, public testing::WithParamInterface<int>
 INSTANTIATE_TEST_SUITE_P(Through, SimulatedWeeks, testing::Range(0, 7));
 
 TEST_P(SimulatedWeeks, KeepToThePlainRulesSecondBySecond) {
+  for (int more = 0; more < (GetParam() + 1) % 3; ++more) addAccount("More" + std::to_string(more));
   const Stretch stretch = stretches().at(static_cast<std::size_t>(GetParam()));
   Seconds now = stretch.from;
   setClock(now);
@@ -311,6 +312,17 @@ TEST_F(StartUpCheck, CountsDownAndChecksOnce) {
   EXPECT_FALSE(pause().Visible);
   second();
   EXPECT_EQ(checks(), 1);
+}
+
+TEST_F(StartUpCheck, LeavesTheQuietPeriodQuiet) {
+  addAccount("Home");
+  option("NoCheck", "1");
+  option("NoCheckTimeBegin", "16:00");
+  option("NoCheckTimeEnd", "18:00");
+  start();
+  for (int i = 0; i < 3; ++i) second();
+  EXPECT_EQ(checks(), 1);
+  EXPECT_EQ(panel(4), "Auto Check at 6:00 PM");
 }
 
 TEST_F(StartUpCheck, CanBePausedAndHeldWhileADialogIsOpen) {
