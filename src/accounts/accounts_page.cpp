@@ -1,5 +1,6 @@
 #include "accounts/accounts_page.h"
 
+#include <functional>
 #include <utility>
 
 #include "accounts/account_names.h"
@@ -113,11 +114,23 @@ bool differs(Program& program) {
   return false;
 }
 
+/// Acts on the account that the page shows. A check that is under way may have another one current.
+void onAccountOfPage(Program& program, const std::function<void()>& act) {
+  if (program.accounts.AcntNum() == 0) {
+    act();
+    return;
+  }
+  const auto shown = static_cast<std::int16_t>(program.frmMain.TabStripAcnts.SelectedItem());
+  const std::int16_t current = std::exchange(program.accounts.AcntCurrent, shown);
+  act();
+  program.accounts.AcntCurrent = current;
+}
+
 /// The user has changed something. A screen reader can write where nobody else can: that is taken back.
 bool isUsersChange(Program& program) {
   if (program.AcntLoading) return false;
   if (program.accounts.AcntNum() > 0 && program.frmMain.fraAcnt.Enabled) return true;
-  fillControls(program);
+  onAccountOfPage(program, [&program] { fillControls(program); });
   return false;
 }
 
@@ -256,12 +269,10 @@ bool SettleChanges(Program& program) {
   if (program.AcntBusy) return false;
   program.AcntBusy = true;
   const Answer answer = askAboutChanges(program);
-  // A check that is under way may have another account current.
-  const auto changed = static_cast<std::int16_t>(program.frmMain.TabStripAcnts.SelectedItem());
-  const std::int16_t current = std::exchange(program.accounts.AcntCurrent, changed);
-  if (answer == Answer::Yes) SaveAccount(program);
-  if (answer == Answer::Cancel) ShowAccount(program, changed);
-  program.accounts.AcntCurrent = current;
+  onAccountOfPage(program, [&] {
+    if (answer == Answer::Yes) SaveAccount(program);
+    if (answer == Answer::Cancel) ShowAccount(program, program.accounts.AcntCurrent);
+  });
   program.AcntBusy = false;
   return !program.AcntDirty;
 }

@@ -14,6 +14,7 @@ void TestCurrentAccount(Program& program) {
   EndStartUpCountdown(program);
   SuspendAutoCheck(program, TimerAction::Suspend);
   program.TestInProgress = true;
+  program.StopRequested = false;  // a walk that was stopped leaves it
   SetCheckingInterface(program, false, false);
   TestConnection(program, accounts.AcntCurrent);
   ShowAccount(program, accounts.AcntCurrent);

@@ -79,6 +79,8 @@ TEST_F(AccountsPageTest, QuittingInACheckAsksAboutChangesButTheEndOfTheSessionDo
   EXPECT_TRUE(page().Visible && !platform.hasQuit) << "the user returns to it";
   home.line.onReceive = [&] {
     if (platform.hasQuit) return;
+    type(&AccountsPage::txtAcntServer, "from outside");
+    EXPECT_EQ(page().txtAcntName.Text.get() + page().txtAcntServer.Text.get(), "JobWork") << "not those of Home";
     platform.answers = {Answer::Yes};
     QuitApplication(program);
   };
@@ -103,6 +105,7 @@ TEST_F(AccountsPageTest, ATestStaysOnThePageAndTellsOfTheLastAccountsCheck) {
   option("SuppressConnectErrors", "1");
   open();
   program.accounts[2].AcntLastCheckText = "of the last";
+  program.StopRequested = true;  // by whoever stopped the last check
   int yields = 0;
   platform.onYield = [&] {
     if (++yields > 1) return;
@@ -113,6 +116,7 @@ TEST_F(AccountsPageTest, ATestStaysOnThePageAndTellsOfTheLastAccountsCheck) {
     page().tmrRetrieveMessage.Enabled = true;
     page().tmrRetrieveMessage.tick();
     EXPECT_EQ(page().TabStripAcnts.Tabs(1).Image.get().substr(0, 8), "MailSpin");
+    EXPECT_EQ(panel(1), "Work") << "nothing is being stopped";
   };
   press("AcntTest");
   EXPECT_EQ(yields, 2);
