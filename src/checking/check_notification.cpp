@@ -58,6 +58,7 @@ void frmMessage_Load(Program& program) {
 
 void showMessage(Program& program, const std::string& headline) {
   MessageWindow& window = program.frmMessage;
+  window.Visible = false;  // one that is still open takes the size of its new text as well
   window.fraMsg.Caption = headline;
   frmMessage_Load(program);
   window.AlwaysOnTop = true;

@@ -49,6 +49,11 @@ TEST_F(TimedWindows, TheMessageTellsAllInItsCornerAndClosesByItself) {
   ASSERT_TRUE(report.isVisible());
   EXPECT_FALSE(program.frmMessage.AlwaysOnTop) << "the report came last";
   EXPECT_FALSE(message_.frameGeometry().intersects(report.frameGeometry()));
+  for (auto& [name, server] : platform.servers) server.messages.clear();
+  program.accounts[1].AcntEnabled = program.accounts[2].AcntEnabled = 0;
+  const int height = message_.height();
+  AutoCheckAccounts(program);
+  EXPECT_LT(message_.height(), height) << "two lines less";
   EXPECT_TRUE(QTest::qWaitFor([this] { return in<QLabel>(message_, "lblMsgCountDown").text() == "0"; }));
   EXPECT_TRUE(QTest::qWaitFor([this] { return !message_.isVisible(); }));
   EXPECT_FALSE(program.AutoMessageOpen);
