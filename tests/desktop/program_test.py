@@ -1,10 +1,14 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """Runs the built program as a user would, on a display of its own and with settings of its own."""
 import contextlib
 import os
+import shutil
 import signal
+import subprocess
 import time
 import unittest
+
+from gi.repository import GLib
 
 from built_program import PROGRAM, BuiltProgramTest, settings_in
 
@@ -63,6 +67,19 @@ class ProgramTest(BuiltProgramTest):
         self.assertIsNone(first.poll())
         self.end(first)
         self.end(self.start_shown())
+
+    def test_the_logon_entry_names_the_program_wherever_it_is(self):
+        odd = self.home / "a \\b\"$c`d%e"
+        odd.mkdir()
+        shutil.copy(PROGRAM, odd / "Velmora")
+        process = subprocess.Popen([odd / "Velmora"], stderr=subprocess.DEVNULL)
+        self.addCleanup(process.wait)
+        self.addCleanup(process.kill)
+        wait_for(lambda: "FirstUse=1" in self.text(), "the end of the start")
+        entry = GLib.KeyFile()
+        entry.load_from_file(str(self.logon), GLib.KeyFileFlags.NONE)
+        words = GLib.shell_parse_argv(entry.get_string("Desktop Entry", "Exec"))[1]
+        self.assertEqual([word.replace("%%", "%") for word in words], [str(odd / "Velmora")])
 
     def test_a_killed_instance_is_in_nobodys_way(self):
         first = self.start_shown()

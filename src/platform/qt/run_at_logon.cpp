@@ -16,8 +16,8 @@ QString entryFile() { return entryFolder() + "/Velmora.desktop"; }
 
 /// A program's path as the Exec key wants it (Desktop Entry Specification, "The Exec key").
 QString quoted(QString path) {
-  // Twice: once for the argument, once for the value of a key.
-  for (const auto* special : {"\\", "\"", "`", "$"}) path.replace(special, QString("\\\\") + special);
+  for (const auto* special : {"\\", "\"", "`", "$"}) path.replace(special, QString("\\") + special);
+  path.replace("\\", "\\\\");  // once more, as in the value of any key
   return '"' + path.replace("%", "%%") + '"';
 }
 
