@@ -35,12 +35,6 @@ class RuleReport : public test::RunningProgram {
   void press(const char* button) { window().tbrRuleReport[button].click(); }
   bool canDelete() { return window().tbrRuleReport["DeleteNow"].Enabled; }
   std::string secondsShown() { return window().lblRuleReportCountDown.Caption; }
-
-  std::vector<std::string> onServer(const std::string& name) {
-    std::vector<std::string> result;
-    for (const auto& each : platform.servers[name].messages) result.push_back(each.uid);
-    return result;
-  }
 };
 
 TEST_F(RuleReport, TellsWhichAccountsHaveMarks) {
