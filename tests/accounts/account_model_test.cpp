@@ -10,10 +10,9 @@ namespace {
 using namespace test;
 
 /// Does the same to the program and to a model of its accounts, each step first to the model.
-class AccountModel : public PlainAccounts, public testing::WithParamInterface<unsigned> {
+class AccountModel : public PlainAccounts {
  protected:
   void SetUp() override {
-    random_.seed(GetParam());
     for (const auto* host : {"Alpha", "Beta", "Gamma"})
       platform.servers[host].line.onReceive = [this] { program.frmMain.tmrRetrieveMessage.tick(); };
     platform.files = {paths.begin(), paths.end() - 1};
@@ -353,7 +352,7 @@ class AccountModel : public PlainAccounts, public testing::WithParamInterface<un
     EXPECT_EQ(main.fraNoAcntsBanner.Visible.get(), !some && shownPage_ != optionsPage);
   }
 
-  void compareAll() {
+  void compareAll() override {
     ASSERT_EQ(platform.asked.size(), dialogs_.size());
     for (std::size_t i = 0; i < dialogs_.size(); ++i) {
       EXPECT_EQ(platform.asked[i].title, dialogs_[i].first);
@@ -383,7 +382,7 @@ class AccountModel : public PlainAccounts, public testing::WithParamInterface<un
     compareStates();
   }
 
-  void forgetStep() {
+  void forgetStep() override {
     dialogs_.clear();
     heard_.clear();
     platform.asked.clear();
@@ -394,23 +393,13 @@ class AccountModel : public PlainAccounts, public testing::WithParamInterface<un
 
   void run(int steps) {
     using Self = AccountModel;
-    const std::vector<std::pair<unsigned, void (Self::*)()>> lots = {
-        {5, &Self::add},           {16, &Self::type},          {7, &Self::save},
-        {2, &Self::cancel},        {2, &Self::remove},         {1, &Self::removeAll},
-        {3, &Self::move},          {8, &Self::press},          {3, &Self::switchPage},
-        {8, &Self::deliver},       {4, &Self::checkOne},       {4, &Self::checkEach},
-        {1, &Self::checkByItself}, {2, &Self::testConnection}, {3, &Self::switchAutoCheck},
-        {4, &Self::changeFiles},   {3, &Self::changeRules},    {1, &Self::restart}};
-    std::vector<std::size_t> urn;
-    for (std::size_t i = 0; i < lots.size(); ++i) urn.insert(urn.end(), lots[i].first, i);
-    for (int step = 1; step <= steps && !HasFailure(); ++step) {
-      const std::size_t drawn = urn[random(urn.size())];
-      SCOPED_TRACE("seed " + std::to_string(GetParam()) + " step " + std::to_string(step) + " lot " +
-                   std::to_string(drawn));
-      (this->*lots[drawn].second)();
-      compareAll();
-      forgetStep();
-    }
+    const Lots<Self> lots = {{5, &Self::add},           {16, &Self::type},          {7, &Self::save},
+                             {2, &Self::cancel},        {2, &Self::remove},         {1, &Self::removeAll},
+                             {3, &Self::move},          {8, &Self::press},          {3, &Self::switchPage},
+                             {8, &Self::deliver},       {4, &Self::checkOne},       {4, &Self::checkEach},
+                             {1, &Self::checkByItself}, {2, &Self::testConnection}, {3, &Self::switchAutoCheck},
+                             {4, &Self::changeFiles},   {3, &Self::changeRules},    {1, &Self::restart}};
+    take(steps, lots);
   }
 };
 

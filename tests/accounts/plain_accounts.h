@@ -3,9 +3,8 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <random>
 
-#include "support/running_program.h"
+#include "support/random_steps.h"
 
 namespace velmora::test {
 
@@ -79,7 +78,7 @@ inline std::string learnt(const AccountState& state) {
 
 /// What becomes of the accounts, written down plainly: each function does to them what the program should do to its
 /// own. It also scripts the answers to the questions that come up meanwhile, and notes them.
-class PlainAccounts : public RunningProgram {
+class PlainAccounts : public RandomSteps {
  protected:
   void keepAccount(const std::string& name) {
     Model& account = accounts_.emplace_back();
@@ -91,8 +90,6 @@ class PlainAccounts : public RunningProgram {
     counted_ = true;
   }
 
-  std::size_t random(std::size_t bound) { return random_() % bound; }
-  bool oneIn(std::size_t bound) { return random(bound) == 0; }
   std::size_t count() const { return accounts_.size() - 1; }
   Model& current() { return accounts_[current_]; }
   bool dirty() {
@@ -265,7 +262,6 @@ class PlainAccounts : public RunningProgram {
     showAll(other);
   }
 
-  std::mt19937 random_;
   int delivered_ = 0;
   std::vector<Model> accounts_{1};        ///< by number; the first stands for none
   std::size_t current_ = 0, listed_ = 0;  ///< `listed_`: the account whose tab filled the list last

@@ -1,10 +1,9 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <random>
 
 #include "rules/rule_report.h"
-#include "support/running_program.h"
+#include "support/random_steps.h"
 
 namespace velmora {
 namespace {
@@ -131,7 +130,7 @@ std::vector<std::size_t> bytesSaid(MemoryServer server, const Commands& commands
 }
 
 /// Does the same to the program and to models of its accounts, each step first to the models.
-class DeletionModel : public test::RunningProgram, public testing::WithParamInterface<unsigned> {
+class DeletionModel : public test::RandomSteps {
  protected:
   void SetUp() override {
     for (const auto* name : {"", "Work", "Home", "Club"}) models_.emplace_back(name);
@@ -149,8 +148,6 @@ class DeletionModel : public test::RunningProgram, public testing::WithParamInte
     }
   }
 
-  std::size_t random(std::size_t bound) { return random_() % bound; }
-  bool oneIn(std::size_t bound) { return random(bound) == 0; }
   MemoryServer& server(const Model& model) { return platform.servers[model.name]; }
   Model& shown() { return models_[current_]; }
   Model& any() { return models_[1 + random(models_.size() - 1)]; }
@@ -370,7 +367,7 @@ class DeletionModel : public test::RunningProgram, public testing::WithParamInte
     EXPECT_EQ(inMailbox, leftThere);
   }
 
-  void compareAll() {
+  void compareAll() override {
     EXPECT_EQ(titles(), dialogs_);
     EXPECT_EQ(program.accounts.AcntCurrent, current_);
     EXPECT_EQ(program.frmMain.TabStripEmail.SelectedItem(), static_cast<int>(current_));
@@ -390,7 +387,7 @@ class DeletionModel : public test::RunningProgram, public testing::WithParamInte
     for (std::int16_t number = 1; number <= program.accounts.AcntNum(); ++number) compareAccount(number);
   }
 
-  void forgetStep() {
+  void forgetStep() override {
     frmRuleReport_Unload(program);
     dialogs_.clear();
     platform.asked.clear();
@@ -402,23 +399,13 @@ class DeletionModel : public test::RunningProgram, public testing::WithParamInte
   }
 
   void run(int steps) {
-    using Step = void (DeletionModel::*)();
-    const std::vector<std::pair<unsigned, Step>> lots = {
-        {12, &DeletionModel::deliver},       {4, &DeletionModel::checkOne},        {3, &DeletionModel::checkEach},
-        {4, &DeletionModel::deleteSelected}, {2, &DeletionModel::deleteInPreview}, {2, &DeletionModel::deleteSpam},
-        {2, &DeletionModel::deleteNow},      {1, &DeletionModel::choose},          {1, &DeletionModel::clickHeader},
-        {2, &DeletionModel::showOther}};
-    std::vector<std::size_t> urn;
-    for (std::size_t i = 0; i < lots.size(); ++i) urn.insert(urn.end(), lots[i].first, i);
+    using Self = DeletionModel;
+    const Lots<Self> lots = {{12, &Self::deliver},       {4, &Self::checkOne},        {3, &Self::checkEach},
+                             {4, &Self::deleteSelected}, {2, &Self::deleteInPreview}, {2, &Self::deleteSpam},
+                             {2, &Self::deleteNow},      {1, &Self::choose},          {1, &Self::clickHeader},
+                             {2, &Self::showOther}};
     choose();
-    for (int step = 1; step <= steps && !HasFailure(); ++step) {
-      const std::size_t drawn = urn[random(urn.size())];
-      SCOPED_TRACE("seed " + std::to_string(GetParam()) + " step " + std::to_string(step) + " lot " +
-                   std::to_string(drawn));
-      (this->*lots[drawn].second)();
-      compareAll();
-      forgetStep();
-    }
+    take(steps, lots);
   }
 
   std::vector<Model> models_;  ///< by account number
@@ -426,7 +413,6 @@ class DeletionModel : public test::RunningProgram, public testing::WithParamInte
   Letters rules_;
   bool sorts_ = true, descending_ = false;
   Texts dialogs_;
-  std::mt19937 random_{GetParam()};
   int delivered_ = 0;
 };
 
