@@ -180,7 +180,7 @@ void showBesideButton(QWidget& boxes, const QWidget& button) {
 /// The box of the account's colour, or the first where it has another one.
 std::size_t chosenBox(const AccountsPage& page) {
   for (std::size_t box = 0; box < page.lblColourBox.size(); ++box) {
-    if (page.lblColourBox[box].BackColour == page.txtAcntColour.BackColour) return box;
+    if (page.lblColourBox[box].BackColour == page.txtAcntColour.BackColour.get()) return box;
   }
   return 0;
 }
