@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -19,14 +20,19 @@ struct ReadMail {
   std::int16_t Attachments = 0;
 };
 
-/// Reads Internet messages (RFC 5322, MIME). Never fails: what can't be understood is left blank or given as it came.
+/// Called every few milliseconds while a message is being read, so that the reader's caller can do what must not wait.
+/// It may throw, which ends the reading. Never empty.
+using Pause = std::function<void()>;
+
+/// Reads Internet messages (RFC 5322, MIME). Never fails: what can't be understood is left blank or given as it came,
+/// and what is too long is cut (mail_bounds.h).
 class MailReader {
  public:
   virtual ~MailReader() = default;
 
   /// `message` is a whole message as octets, or just its header block. `now` stands in for a date where the message
   /// holds none that can be read.
-  virtual ReadMail read(std::string_view message, const DateTime& now) const = 0;
+  virtual ReadMail read(std::string_view message, const DateTime& now, const Pause& pause) const = 0;
 
   /// A short text that is the same for the same bytes and practically never for others.
   virtual std::string fingerprint(std::string_view bytes) const = 0;

@@ -38,12 +38,9 @@ std::size_t length(std::string_view text) {
 }
 
 std::string_view leftBytes(std::string_view text, std::size_t most) {
-  std::size_t size = 0;
-  for (std::size_t next = 0; size < text.size(); size += next) {
-    next = characterSize(text.substr(size));
-    if (size + next > most) break;
-  }
-  return text.substr(0, size);
+  if (text.size() <= most) return text;
+  while (!isBoundary(text, most)) --most;
+  return text.substr(0, most);
 }
 
 std::string_view trim(std::string_view text) {

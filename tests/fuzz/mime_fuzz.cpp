@@ -32,7 +32,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   static const velmora::GmimeReader reader([](std::string_view html) { return std::string(html); });
   const std::string_view message(reinterpret_cast<const char*>(data), size);
   const velmora::DateTime now = {.year = 2030, .month = 6, .day = 1};
-  const velmora::ReadMail mail = reader.read(message, now);
+  const velmora::ReadMail mail = reader.read(message, now, [] {});
   for (const std::string* line : {&mail.From, &mail.To, &mail.Subject}) {
     require(isUtf8(*line) && isOneLine(*line));
     require(line->size() <= velmora::GmimeReader::MaxLine);

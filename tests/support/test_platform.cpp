@@ -36,7 +36,7 @@ class RoutedTransport : public pop::Transport {
 /// Understands messages of plain header fields, one line each.
 class PlainReader : public MailReader {
  public:
-  ReadMail read(std::string_view message, const DateTime& now) const override {
+  ReadMail read(std::string_view message, const DateTime& now, const Pause& /*pause*/) const override {
     ReadMail mail;
     const auto end = message.find("\r\n\r\n");
     mail.Raw = std::string(message.substr(0, end));

@@ -69,7 +69,7 @@ GmimeReader::GmimeReader(std::function<std::string(std::string_view html)> htmlT
   static const Library library;
 }
 
-ReadMail GmimeReader::read(std::string_view message, const DateTime& now) const {
+ReadMail GmimeReader::read(std::string_view message, const DateTime& now, const Pause& /*pause*/) const {
   const mime::Entity entity = mime::splitEntity(message);
   const std::vector<mime::Field> fields = mime::fieldsOf(entity.Header);
   mime::MessageContent content = mime::readContent(entity, htmlToText_);

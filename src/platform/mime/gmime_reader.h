@@ -18,7 +18,7 @@ class GmimeReader : public MailReader {
   /// `htmlToText` gives the text of valid UTF-8 HTML.
   explicit GmimeReader(std::function<std::string(std::string_view html)> htmlToText);
 
-  ReadMail read(std::string_view message, const DateTime& now) const override;
+  ReadMail read(std::string_view message, const DateTime& now, const Pause& pause) const override;
   std::string fingerprint(std::string_view bytes) const override;
 
  private:

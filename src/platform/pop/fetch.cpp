@@ -76,7 +76,7 @@ void Fetch::keep(const std::string& bytes) {
   const Entry& entry = listing_[kept_];
   message.Size = clamped(static_cast<std::int64_t>(bytes.size()));
   message.Uid = entry.uid.empty() ? identifierFromHeader(bytes, surroundings_.reader) : entry.uid;
-  message.Mail = surroundings_.reader.read(bytes, surroundings_.now());
+  message.Mail = surroundings_.reader.read(bytes, surroundings_.now(), [] {});
   keptBytes_ += static_cast<std::int64_t>(bytes.size());
   ++kept_;
   if (kept_ <= told_) return;

@@ -19,7 +19,9 @@ class GmimeReaderTest : public testing::Test {
  protected:
   static void SetUpTestSuite() { setenv("TZ", "Asia/Tokyo", 1); }
 
-  ReadMail read(std::string_view message) const { return reader_.read(message, Now); }
+  ReadMail read(std::string_view message) const {
+    return reader_.read(message, Now, [] {});
+  }
   std::string subject(const std::string& value) const { return read("Subject: " + value + "\r\n\r\n").Subject; }
   std::string from(const std::string& value) const { return read("From: " + value + "\r\n\r\n").From; }
   DateTime date(const std::string& header) const { return read(header + "\r\n\r\n").Date; }

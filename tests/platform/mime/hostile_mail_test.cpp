@@ -46,7 +46,7 @@ TEST_P(HostileMailTest, IsReadQuietlyAndInLittleTime) {
   const GmimeReader reader([](std::string_view html) { return std::string(html); });
   testing::internal::CaptureStderr();
   const auto begin = std::chrono::steady_clock::now();
-  const ReadMail mail = reader.read(message, {});
+  const ReadMail mail = reader.read(message, {}, [] {});
   const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
   EXPECT_LT(taken.count(), 20);
@@ -100,7 +100,7 @@ INSTANTIATE_TEST_SUITE_P(All, HostileMailTest, testing::ValuesIn(hostileMail),
 TEST(HostileMail, AttachmentsStopAtTheHighestCount) {
   const GmimeReader reader([](std::string_view) { return std::string(); });
   const std::string parts = repeat("--b\r\nContent-Type: image/png\r\n\r\nx\r\n", 40000);
-  const ReadMail mail = reader.read("Content-Type: multipart/mixed; boundary=b\r\n\r\n" + parts, {});
+  const ReadMail mail = reader.read("Content-Type: multipart/mixed; boundary=b\r\n\r\n" + parts, {}, [] {});
   EXPECT_EQ(mail.Attachments, std::numeric_limits<std::int16_t>::max());
 }
 
@@ -110,14 +110,15 @@ TEST(HostileMail, HtmlIsBoundedBeforeItIsRead) {
     size = html.size();
     return std::string("\xFF");
   });
-  const ReadMail mail = reader.read("Content-Type: text/html\r\n\r\n" + repeat("ü", 1000000), {});
+  const ReadMail mail = reader.read("Content-Type: text/html\r\n\r\n" + repeat("ü", 1000000), {}, [] {});
   EXPECT_EQ(size, 1024 * 1024U);
   EXPECT_EQ(mail.Body, "ÿ");
 }
 
 TEST(HostileMail, LongTextsEndBetweenCharacters) {
   const GmimeReader reader([](std::string_view) { return std::string(); });
-  const ReadMail mail = reader.read("Subject: x" + repeat("ü", 100000) + "\r\n\r\nx" + repeat("ü", 34000000), {});
+  const ReadMail mail =
+      reader.read("Subject: x" + repeat("ü", 100000) + "\r\n\r\nx" + repeat("ü", 34000000), {}, [] {});
   EXPECT_EQ(mail.Subject.size(), GmimeReader::MaxLine - 1);
   EXPECT_EQ(mail.Body.size(), 64 * 1024 * 1024 - 1);
   EXPECT_EQ(mail.Body.substr(mail.Body.size() - 2), "ü");

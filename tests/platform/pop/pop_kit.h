@@ -16,7 +16,7 @@ namespace velmora::test {
 /// Gives the message back as it is.
 class PlainReader : public MailReader {
  public:
-  ReadMail read(std::string_view message, const DateTime& /*now*/) const override {
+  ReadMail read(std::string_view message, const DateTime& /*now*/, const Pause& /*pause*/) const override {
     ReadMail mail;
     mail.Body = message;
     return mail;

@@ -1,0 +1,14 @@
+#include "platform/mail_bounds.h"
+
+#include "platform/text.h"
+
+namespace velmora::mail_bounds {
+
+void cut(std::string& text, std::size_t most, std::string_view mark) {
+  if (text.size() <= most) return;
+  const std::size_t kept = most > mark.size() ? most - mark.size() : 0;
+  text.resize(text::leftBytes(text, kept).size());
+  text += mark;
+}
+
+}  // namespace velmora::mail_bounds
