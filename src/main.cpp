@@ -8,7 +8,6 @@
 #include "platform/qt/check_message_view.h"
 #include "platform/qt/end_of_session.h"
 #include "platform/qt/first_use_view.h"
-#include "platform/qt/html_text.h"
 #include "platform/qt/main_window_view.h"
 #include "platform/qt/preview_view.h"
 #include "platform/qt/qt_platform.h"
@@ -41,7 +40,7 @@ int main(int argc, char* argv[]) {
   QApplication::setDesktopFileName("Velmora");
   QApplication::setQuitOnLastWindowClosed(false);
 
-  const GmimeReader reader(htmlToText);
+  const GmimeReader reader;
   QtPlatform platform(reader);
   Program program(platform);
   MainWindowView view(program.frmMain);

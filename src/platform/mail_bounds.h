@@ -27,8 +27,8 @@ inline constexpr std::size_t parts = 10'000;
 inline constexpr std::string_view bodyMark = "\r\n\r\n[The message goes on. Velmora keeps no more of it.]";
 inline constexpr std::string_view rawMark = "\r\nX-Velmora-Note: the header goes on, and no more of it is kept";
 
-/// Cuts a text that is longer than `most` bytes between two characters and puts the mark behind it. The whole is no
-/// longer than `most`, but where that is less than the mark alone.
+/// Cuts a text that is longer than `most` bytes between two characters or line ends and puts the mark behind it. The
+/// whole is no longer than `most`, but where that is less than the mark alone.
 void cut(std::string& text, std::size_t most, std::string_view mark);
 
 }  // namespace velmora::mail_bounds

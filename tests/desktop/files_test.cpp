@@ -6,7 +6,6 @@
 
 #include "options/ini_file.h"
 #include "platform/mime/gmime_reader.h"
-#include "platform/qt/html_text.h"
 #include "platform/qt/qt_platform.h"
 #include "platform/qt/strings.h"
 #include "support/full_disk.h"
@@ -20,7 +19,7 @@ class RealFiles : public testing::Test {
   std::string path() const { return utf8(folder_.filePath("Rules.ini")); }
 
   QTemporaryDir folder_;
-  GmimeReader reader_{htmlToText};
+  GmimeReader reader_;
   QtPlatform platform_{reader_};
 };
 

@@ -7,7 +7,6 @@
 
 #include "desktop/opened_window.h"
 #include "platform/mime/gmime_reader.h"
-#include "platform/qt/html_text.h"
 #include "platform/qt/qt_transport.h"
 #include "platform/qt/strings.h"
 #include "support/scripted_server.h"
@@ -178,7 +177,7 @@ TEST_F(ManyAccounts, TakeAsLongToCheckAsTheirServersDo) {
   test::MemoryServer script;
   test::ScriptedServer server(script);
   platform.makeTransport = makeQtTransport;
-  platform.reader = std::make_shared<GmimeReader>(htmlToText);
+  platform.reader = std::make_shared<GmimeReader>();
   for (int number = 1; number <= fifty; ++number) {
     set("Settings/AcntServer" + std::to_string(number), "127.0.0.1");
     set("Settings/AcntPort" + std::to_string(number), std::to_string(server.port()));

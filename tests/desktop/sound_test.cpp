@@ -16,7 +16,6 @@
 #include <vector>
 
 #include "platform/mime/gmime_reader.h"
-#include "platform/qt/html_text.h"
 #include "platform/qt/qt_platform.h"
 #include "platform/qt/sound_player.h"
 #include "platform/qt/strings.h"
@@ -243,7 +242,7 @@ TEST(WaveSounds, AreTakenApartAsFarAsTheyGo) {
 }
 
 TEST(OwnSounds, AreLaidOutWhereTheUserHasNone) {
-  const GmimeReader reader(htmlToText);
+  const GmimeReader reader;
   const QtPlatform platform(reader);
   const QString error = qt(platform.soundFile("Error.wav"));
   ASSERT_TRUE(QDir().mkpath(QFileInfo(error).path()));

@@ -29,7 +29,7 @@ bool hasNetworkLineEnds(std::string_view text) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static const velmora::GmimeReader reader([](std::string_view html) { return std::string(html); });
+  static const velmora::GmimeReader reader;
   const std::string_view message(reinterpret_cast<const char*>(data), size);
   const velmora::DateTime now = {.year = 2030, .month = 6, .day = 1};
   const velmora::ReadMail mail = reader.read(message, now, [] {});

@@ -8,7 +8,6 @@
 
 #include "platform/mime/gmime_reader.h"
 #include "platform/qt/bind.h"
-#include "platform/qt/html_text.h"
 #include "platform/qt/qt_transport.h"
 #include "support/running_program.h"
 #include "support/scripted_server.h"
@@ -27,7 +26,7 @@ class NetworkedProgram : public RunningProgram {
  protected:
   NetworkedProgram() {
     platform.makeTransport = makeQtTransport;
-    platform.reader = std::make_shared<GmimeReader>(htmlToText);
+    platform.reader = std::make_shared<GmimeReader>();
     option("ConnectTimeOut", "1");
     option("MessageSort", "0");
     bind(program.frmMain.tmrRetrieveMessage, timers_);

@@ -3,10 +3,12 @@
 #include <string>
 #include <string_view>
 
+#include "platform/mime/reading.h"
+
 namespace velmora::mime {
 
 /// The addresses of an unfolded header value as people read them: "Name <address>", joined by ", ". What is no address
 /// stays as it is, decoded.
-std::string displayAddresses(std::string_view value);
+std::string displayAddresses(Reading& reading, std::string_view value);
 
 }  // namespace velmora::mime

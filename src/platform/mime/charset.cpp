@@ -1,12 +1,8 @@
 #include "platform/mime/charset.h"
 
-#include <gmime/gmime.h>
-
 #include <algorithm>
 #include <array>
-#include <cerrno>
-#include <cstddef>
-#include <cstdint>
+#include <utility>
 
 #include "platform/mime/utf8.h"
 #include "platform/text.h"
@@ -18,54 +14,12 @@ namespace {
 constexpr std::string_view Replacement = "\uFFFD";
 
 /// A text with more faults than this isn't in the charset that it claims, and each fault costs a call.
-constexpr int MaxFaults = 10000;
+constexpr std::size_t MaxFaults = 10000;
 
-/// Owns a charset conversion.
-class Converter {
- public:
-  explicit Converter(const std::string& charset) : handle_(g_mime_iconv_open("UTF-8", charset.c_str())) {}
-  Converter(const Converter&) = delete;
-  Converter& operator=(const Converter&) = delete;
-  ~Converter() {
-    if (isKnown()) g_mime_iconv_close(handle_);
-  }
+/// No charset has longer ones.
+constexpr std::size_t LongestCharacter = 16;
 
-  bool isKnown() const { return reinterpret_cast<std::intptr_t>(handle_) != -1; }
-
-  std::string convert(std::string_view bytes) {
-    std::string text;
-    text.reserve(bytes.size());
-    // iconv doesn't write to its input, though its parameter says otherwise.
-    char* in = const_cast<char*>(bytes.data());
-    std::size_t left = bytes.size();
-    for (int faults = 0; step(&in, left, text) != 0 && left > 0;) {
-      if (++faults > MaxFaults) return text + toUtf8({in, left});
-      text += Replacement;
-      ++in;
-      --left;
-    }
-    step(nullptr, left, text);
-    return text;
-  }
-
- private:
-  /// Converts up to the next fault or the end; 0 at the end. Without input it writes what iconv still holds back.
-  int step(char** in, std::size_t& left, std::string& text) {
-    std::array<char, 4096> buffer;
-    for (;;) {
-      char* out = buffer.data();
-      std::size_t room = buffer.size();
-      const std::size_t result = iconv(handle_, in, &left, &out, &room);
-      const int error = result == static_cast<std::size_t>(-1) ? errno : 0;
-      text.append(buffer.data(), buffer.size() - room);
-      if (error != E2BIG) return error;
-    }
-  }
-
-  iconv_t handle_;
-};
-
-/// Quotation marks around the name are common. A slash would let iconv take what follows as its own options.
+/// Quotation marks around the name are common, and what a slash begins is no part of it.
 std::string nameOf(std::string_view charset) {
   std::string name(charset.substr(0, charset.find('/')));
   std::erase_if(name, [](char c) { return c <= ' ' || c == '"' || c == '\''; });
@@ -78,13 +32,61 @@ bool isCoveredByUtf8(std::string_view name) {
          std::any_of(names.begin(), names.end(), [name](auto n) { return text::equalsIgnoringCase(n, name); });
 }
 
+Converter* converterFor(Converters& converters, std::string_view charset) {
+  const std::string name = nameOf(charset);
+  return isCoveredByUtf8(name) ? nullptr : converters.find(name);
+}
+
 }  // namespace
 
-std::string toUtf8(std::string_view bytes, std::string_view charset) {
-  const std::string name = nameOf(charset);
-  if (isCoveredByUtf8(name)) return toUtf8(bytes);
-  Converter converter(name);
-  return converter.isKnown() ? toUtf8(converter.convert(bytes)) : toUtf8(bytes);
+CharsetDecoder::CharsetDecoder(Converters& converters, std::string_view charset)
+    : converter_(converterFor(converters, charset)) {
+  std::string rest;
+  if (converter_ != nullptr) converter_->finish(rest);  // a text before may have been given up
+}
+
+std::string CharsetDecoder::decode(std::string_view bytes) {
+  if (converter_ != nullptr) return toUtf8(convert(bytes));
+  waiting_ += bytes;
+  const std::size_t whole = waiting_.size() - incompleteEnd(waiting_);
+  std::string text = toUtf8(std::string_view(waiting_).substr(0, whole));
+  waiting_.erase(0, whole);
+  return text;
+}
+
+std::string CharsetDecoder::convert(std::string_view bytes) {
+  const std::string joined = waiting_.empty() ? std::string() : std::exchange(waiting_, {}).append(bytes);
+  if (!joined.empty()) bytes = joined;
+  std::string text;
+  text.reserve(bytes.size() + bytes.size() / 4);
+  for (;;) {
+    const Converter::End end = converter_->convert(bytes, text);
+    if (end == Converter::End::Done) return text;
+    if (end == Converter::End::Incomplete && bytes.size() < LongestCharacter) {
+      waiting_ = bytes;
+      return text;
+    }
+    if (++faults_ > MaxFaults) {
+      converter_ = nullptr;
+      return text.append(decode(bytes));
+    }
+    text += Replacement;
+    bytes.remove_prefix(1);
+  }
+}
+
+std::string CharsetDecoder::finish() {
+  if (converter_ == nullptr) return toUtf8(std::exchange(waiting_, {}));
+  std::string text;
+  for (; !waiting_.empty(); waiting_.pop_back()) text += Replacement;
+  converter_->finish(text);
+  return toUtf8(text);
+}
+
+std::string toUtf8(Converters& converters, std::string_view bytes, std::string_view charset) {
+  CharsetDecoder decoder(converters, charset);
+  std::string text = decoder.decode(bytes);
+  return text += decoder.finish();
 }
 
 }  // namespace velmora::mime

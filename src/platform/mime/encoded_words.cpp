@@ -16,6 +16,9 @@ namespace {
 constexpr auto Nowhere = std::string_view::npos;
 constexpr std::size_t MaxCharsetName = 100;
 
+/// What a word costs, as bytes of other work.
+constexpr std::size_t wordWork = 1024;
+
 struct Word {
   std::string_view Charset;
   char Encoding = 'Q';
@@ -65,7 +68,10 @@ bool isBlank(std::string_view text) { return text.find_first_not_of(" \t") == No
 /// Puts the runs together while words and the text between them come in.
 class RunCollector {
  public:
+  explicit RunCollector(Reading& reading) : reading_(reading) {}
+
   void add(const Word& word) {
+    reading_.worked(wordWork);
     if (!bytes_.empty() && !text::equalsIgnoringCase(charset_, word.Charset)) endWords();
     charset_ = word.Charset;
     bytes_ += bytesOf(word);
@@ -86,10 +92,11 @@ class RunCollector {
 
  private:
   void endWords() {
-    if (!bytes_.empty()) runs_.push_back({toUtf8(bytes_, charset_), true});
+    if (!bytes_.empty()) runs_.push_back({toUtf8(reading_.converters, bytes_, charset_), true});
     bytes_.clear();
   }
 
+  Reading& reading_;
   std::vector<Run> runs_;
   std::string_view charset_;
   std::string bytes_;
@@ -98,11 +105,11 @@ class RunCollector {
 
 }  // namespace
 
-std::vector<Run> decodedRuns(std::string_view value) {
+std::vector<Run> decodedRuns(Reading& reading, std::string_view value) {
   const std::string text = toUtf8(value);
   const std::string_view view = text;
   WordFinder finder(view);
-  RunCollector runs;
+  RunCollector runs(reading);
   std::size_t done = 0;
   for (auto begin = view.find("=?"); begin != Nowhere;) {
     const auto word = finder.at(begin);
@@ -117,9 +124,9 @@ std::vector<Run> decodedRuns(std::string_view value) {
   return runs.take();
 }
 
-std::string decodedText(std::string_view value) {
+std::string decodedText(Reading& reading, std::string_view value) {
   std::string text;
-  for (const Run& run : decodedRuns(value)) text += run.Text;
+  for (const Run& run : decodedRuns(reading, value)) text += run.Text;
   return text;
 }
 

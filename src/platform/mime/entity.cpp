@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/mail_bounds.h"
 #include "platform/text.h"
 
 namespace velmora::mime {
@@ -9,6 +10,9 @@ namespace velmora::mime {
 namespace {
 
 constexpr std::string_view Blanks = " \t";
+
+/// What looking at one line costs besides its bytes.
+constexpr std::size_t lineWork = 16;
 
 /// Takes the first line with its line end off `rest`.
 std::string_view takeLine(std::string_view& rest) {
@@ -45,36 +49,46 @@ bool isContinuation(std::string_view line) { return line.starts_with(' ') || lin
 bool isEnvelope(std::string_view line) { return line.starts_with("From ") || line.starts_with(">From "); }
 
 /// The first line after `at` that begins with two dashes.
-std::size_t nextDashes(std::string_view content, std::size_t at) {
-  const auto found = content.find("\n--", at);
-  return found == std::string_view::npos ? found : found + 1;
+std::size_t nextDashes(Reading& reading, std::string_view content, std::size_t at) {
+  constexpr std::string_view dashes = "\n--";
+  for (; at < content.size(); at += Reading::slice) {
+    // The slices overlap, so that no line is missed where they meet.
+    const auto found = content.substr(at, Reading::slice + dashes.size() - 1).find(dashes);
+    reading.worked(std::min(found, Reading::slice) + lineWork);
+    if (found != std::string_view::npos) return at + found + 1;
+  }
+  return std::string_view::npos;
 }
 
 bool isFieldNext(std::string_view rest) { return !fieldName(takeLine(rest)).empty(); }
 
 }  // namespace
 
-Entity splitEntity(std::string_view bytes) {
+Entity splitEntity(Reading& reading, std::string_view bytes) {
   std::string_view rest = bytes;
   std::size_t headerSize = 0;
+  std::size_t fields = 0;
   while (!rest.empty()) {
     const std::string_view before = rest;
     const std::string_view line = takeLine(rest);
+    reading.worked(line.size() + lineWork);
     const auto header = [&] { return withoutLineEnd(bytes.substr(0, headerSize)); };
     if (withoutLineEnd(line).empty()) return {header(), rest};
-    const bool belongs = !fieldName(line).empty() || (headerSize > 0 && isContinuation(line)) || isFieldNext(rest) ||
+    const bool isField = !fieldName(line).empty();
+    const bool belongs = isField || (headerSize > 0 && isContinuation(line)) || isFieldNext(rest) ||
                          (headerSize == 0 && isEnvelope(line));
-    if (!belongs) return {header(), before};
+    if (!belongs || (isField && fields++ == mail_bounds::fields)) return {header(), before};
     headerSize += line.size();
   }
   return {withoutLineEnd(bytes), {}};
 }
 
-std::vector<Field> fieldsOf(std::string_view header) {
+std::vector<Field> fieldsOf(Reading& reading, std::string_view header) {
   std::vector<Field> fields;
   std::string_view rest = header;
   while (!rest.empty()) {
     const std::string_view line = takeLine(rest);
+    reading.worked(line.size() + lineWork);
     const std::string_view name = isContinuation(line) ? std::string_view{} : fieldName(line);
     if (!name.empty()) {
       const std::string_view value = line.substr(line.find(':', name.size()) + 1);
@@ -101,15 +115,16 @@ std::string unfold(std::string_view value, std::size_t maxBytes) {
   return line;
 }
 
-std::vector<std::string_view> splitMultipart(std::string_view content, std::string_view boundary) {
+std::vector<std::string_view> splitMultipart(Reading& reading, std::string_view content, std::string_view boundary,
+                                             std::size_t maxParts) {
   std::vector<std::string_view> parts;
   auto partBegin = std::string_view::npos;
   const auto endPart = [&](std::size_t end) {
     if (partBegin < end) parts.push_back(withoutLineEnd(content.substr(partBegin, end - partBegin)));
     if (partBegin == end) parts.emplace_back();
   };
-  for (std::size_t at = content.starts_with("--") ? 0 : nextDashes(content, 0); at < content.size();
-       at = nextDashes(content, at)) {
+  for (std::size_t at = content.starts_with("--") ? 0 : nextDashes(reading, content, 0);
+       at < content.size() && parts.size() + 1 < maxParts; at = nextDashes(reading, content, at)) {
     std::string_view rest = content.substr(at);
     const std::string_view line = takeLine(rest);
     if (!line.substr(2).starts_with(boundary)) continue;

@@ -5,12 +5,14 @@
 #include <utility>
 #include <vector>
 
+#include "platform/mail_bounds.h"
 #include "platform/mime/addresses.h"
 #include "platform/mime/encoded_words.h"
 #include "platform/mime/entity.h"
 #include "platform/mime/glib_ptr.h"
 #include "platform/mime/message_content.h"
 #include "platform/mime/message_date.h"
+#include "platform/mime/reading.h"
 #include "platform/mime/utf8.h"
 #include "platform/text.h"
 
@@ -22,6 +24,9 @@ namespace {
 constexpr std::size_t MaxEncodedLine = 4 * GmimeReader::MaxLine;
 constexpr std::size_t MaxDate = 1000;
 
+/// What reading a date costs, as bytes of other work.
+constexpr std::size_t dateWork = std::size_t{4} * 1024;
+
 /// The library counts its users, but not safely across threads: one for the whole program will do.
 struct Library {
   Library() { g_mime_init(); }
@@ -30,7 +35,7 @@ struct Library {
   ~Library() { g_mime_shutdown(); }
 };
 
-std::string addresses(const std::vector<mime::Field>& fields, std::string_view name) {
+std::string addresses(mime::Reading& reading, const std::vector<mime::Field>& fields, std::string_view name) {
   std::string joined;
   for (const mime::Field& field : fields) {
     if (!text::equalsIgnoringCase(field.Name, name) || field.Value.empty()) continue;
@@ -38,12 +43,12 @@ std::string addresses(const std::vector<mime::Field>& fields, std::string_view n
     joined += mime::unfold(field.Value, MaxEncodedLine);
     if (joined.size() >= MaxEncodedLine) break;
   }
-  return mime::oneLine(mime::displayAddresses(joined), GmimeReader::MaxLine);
+  return mime::oneLine(mime::displayAddresses(reading, joined), GmimeReader::MaxLine);
 }
 
-std::string subject(const std::vector<mime::Field>& fields) {
+std::string subject(mime::Reading& reading, const std::vector<mime::Field>& fields) {
   const std::string value = mime::unfold(mime::valueOf(fields, "Subject"), MaxEncodedLine);
-  return mime::oneLine(mime::decodedText(value), GmimeReader::MaxLine);
+  return mime::oneLine(mime::decodedText(reading, value), GmimeReader::MaxLine);
 }
 
 /// The date of a Received header stands behind its last semicolon.
@@ -53,31 +58,40 @@ std::optional<DateTime> receivedDate(std::string_view value) {
   return mime::parseDate(mime::unfold(value.substr(semicolon + 1), MaxDate));
 }
 
-DateTime date(const std::vector<mime::Field>& fields, const DateTime& now) {
+DateTime date(mime::Reading& reading, const std::vector<mime::Field>& fields, const DateTime& now) {
   if (const auto sent = mime::parseDate(mime::unfold(mime::valueOf(fields, "Date"), MaxDate))) return *sent;
   for (const mime::Field& field : fields) {
     if (!text::equalsIgnoringCase(field.Name, "Received")) continue;
+    reading.worked(dateWork);
     if (const auto received = receivedDate(field.Value)) return *received;
   }
   return now;
 }
 
-}  // namespace
-
-GmimeReader::GmimeReader(std::function<std::string(std::string_view html)> htmlToText)
-    : htmlToText_(std::move(htmlToText)) {
-  static const Library library;
+std::string rawOf(std::string_view header) {
+  // One byte more, so that it shows that there is more.
+  std::string raw(header.substr(0, mail_bounds::raw + 1));
+  mail_bounds::cut(raw, mail_bounds::raw, mail_bounds::rawMark);
+  return raw;
 }
 
-ReadMail GmimeReader::read(std::string_view message, const DateTime& now, const Pause& /*pause*/) const {
-  const mime::Entity entity = mime::splitEntity(message);
-  const std::vector<mime::Field> fields = mime::fieldsOf(entity.Header);
-  mime::MessageContent content = mime::readContent(entity, htmlToText_);
-  return {.From = addresses(fields, "From"),
-          .To = addresses(fields, "To"),
-          .Subject = subject(fields),
-          .Date = date(fields, now),
-          .Raw = std::string(entity.Header),
+}  // namespace
+
+GmimeReader::GmimeReader() : converters_(std::make_unique<mime::Converters>()) { static const Library library; }
+
+GmimeReader::~GmimeReader() = default;
+
+ReadMail GmimeReader::read(std::string_view message, const DateTime& now, const Pause& pause) const {
+  converters_->startMessage();
+  mime::Reading reading(*converters_, pause);
+  const mime::Entity entity = mime::splitEntity(reading, message);
+  const std::vector<mime::Field> fields = mime::fieldsOf(reading, entity.Header);
+  mime::MessageContent content = mime::readContent(reading, entity);
+  return {.From = addresses(reading, fields, "From"),
+          .To = addresses(reading, fields, "To"),
+          .Subject = subject(reading, fields),
+          .Date = date(reading, fields, now),
+          .Raw = rawOf(entity.Header),
           .Body = std::move(content.Body),
           .Attachments = content.Attachments};
 }

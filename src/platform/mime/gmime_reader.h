@@ -1,7 +1,7 @@
 #pragma once
 
 #include <cstddef>
-#include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -9,20 +9,26 @@
 
 namespace velmora {
 
+namespace mime {
+class Converters;
+}
+
 /// Reads messages of any making, however broken or hostile: in time that grows with their size alone, without ever
-/// failing. From, To and Subject end after `MaxLine` bytes, the body after 64 MiB; `htmlToText` gets 1 MiB at most.
+/// failing. From, To and Subject end after `MaxLine` bytes. The pause may not have the same reader read.
 class GmimeReader : public MailReader {
  public:
   static constexpr std::size_t MaxLine = std::size_t{64} * 1024;
 
-  /// `htmlToText` gives the text of valid UTF-8 HTML.
-  explicit GmimeReader(std::function<std::string(std::string_view html)> htmlToText);
+  GmimeReader();
+  ~GmimeReader() override;
+  GmimeReader(const GmimeReader&) = delete;
+  GmimeReader& operator=(const GmimeReader&) = delete;
 
   ReadMail read(std::string_view message, const DateTime& now, const Pause& pause) const override;
   std::string fingerprint(std::string_view bytes) const override;
 
  private:
-  std::function<std::string(std::string_view html)> htmlToText_;
+  std::unique_ptr<mime::Converters> converters_;
 };
 
 }  // namespace velmora

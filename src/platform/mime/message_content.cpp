@@ -4,9 +4,13 @@
 #include <cctype>
 #include <cstddef>
 #include <limits>
-#include <set>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
 
+#include "platform/mail_bounds.h"
 #include "platform/mime/charset.h"
+#include "platform/mime/html_text.h"
 #include "platform/mime/parts.h"
 #include "platform/mime/transfer.h"
 #include "platform/mime/utf8.h"
@@ -16,41 +20,74 @@ namespace velmora::mime {
 
 namespace {
 
-constexpr std::size_t MaxBody = std::size_t{64} * 1024 * 1024;
 constexpr std::size_t MaxHtml = std::size_t{1024} * 1024;
 
-/// At most about `maxBytes`. Three encoded bytes may make one.
-std::string decode(const TextPart& part, std::size_t maxBytes) {
-  const std::string bytes = decodeTransfer(part.Content.substr(0, 3 * maxBytes), part.Encoding);
-  std::string text = toUtf8(std::string_view(bytes).substr(0, maxBytes), part.Charset);
-  if (text.starts_with("\uFEFF")) text.erase(0, 3);
-  return text;
-}
-
-std::string join(const std::vector<TextPart>& parts) {
-  std::string text;
-  for (const TextPart& part : parts) {
-    if (text.size() >= MaxBody) break;
-    if (!text.empty()) text += "\r\n";
-    text += linesOf(decode(part, MaxBody), MaxBody - text.size());
+/// Gives the text of a part in slices of whole characters, until `take` returns false.
+template <class Take>
+void decode(Reading& reading, const TextPart& part, Take take) {
+  constexpr std::string_view byteOrderMark = "\uFEFF";
+  TransferDecoder bytes(part.Content, part.Encoding);
+  CharsetDecoder text(reading.converters, part.Charset);
+  bool begins = true;
+  for (bool ended = false; !ended;) {
+    ended = bytes.atEnd();
+    const std::string slice = ended ? text.finish() : text.decode(bytes.next(Reading::slice));
+    std::string_view rest = slice;
+    if (begins && rest.starts_with(byteOrderMark)) rest.remove_prefix(byteOrderMark.size());
+    begins = begins && slice.empty();
+    if (!take(rest)) return;
+    reading.worked(Reading::slice);
   }
-  return text;
 }
 
-std::string decodeHtml(const TextPart& part) {
-  std::string html = decode(part, MaxHtml);
-  html.resize(cut(html, MaxHtml).size());
-  return html;
+std::string join(Reading& reading, const std::vector<TextPart>& parts) {
+  std::size_t size = 0;
+  for (const TextPart& part : parts) size += part.Content.size();
+  // A character of one byte may become one of three.
+  LineWriter lines(std::min(3 * size, mail_bounds::message + 8 * Reading::slice));
+  const auto hasRoom = [&] { return lines.text().size() <= mail_bounds::message; };
+  for (const TextPart& part : parts) {
+    if (!hasRoom()) break;
+    if (!lines.text().empty()) lines.add("\n");
+    decode(reading, part, [&](std::string_view text) {
+      lines.add(text);
+      return hasRoom();
+    });
+  }
+  std::string body = lines.take();
+  mail_bounds::cut(body, mail_bounds::message, mail_bounds::bodyMark);
+  return body;
+}
+
+/// The beginning of it, and whether that is all.
+std::pair<std::string, bool> decodeHtml(Reading& reading, const TextPart& part) {
+  std::string html;
+  decode(reading, part, [&](std::string_view text) {
+    html += text;
+    return html.size() <= MaxHtml;
+  });
+  const std::size_t size = text::leftBytes(html, MaxHtml).size();
+  const bool isWhole = size == html.size();
+  html.resize(size);
+  return {std::move(html), isWhole};
+}
+
+std::string textOfHtml(Reading& reading, const TextPart& part) {
+  const auto [html, isWhole] = decodeHtml(reading, part);
+  const std::string text = htmlToText(reading, html);
+  LineWriter lines(text.size());
+  lines.add(text);
+  return lines.take().append(isWhole ? "" : mail_bounds::bodyMark);
 }
 
 /// The plain part of some HTML mail holds nothing but line breaks.
 bool isBlank(std::string_view text) { return text.find_first_not_of(" \t\r\n") == std::string_view::npos; }
 
-std::string bodyOf(const Parts& parts, const HtmlToText& htmlToText) {
-  std::string plain = join(parts.Plain);
+std::string bodyOf(Reading& reading, const Parts& parts) {
+  std::string plain = join(reading, parts.Plain);
   if (!isBlank(plain)) return plain;
-  if (!parts.Html.empty()) return linesOf(toUtf8(htmlToText(decodeHtml(parts.Html.front()))), MaxBody);
-  return plain.empty() ? join(parts.OtherText) : plain;
+  if (!parts.Html.empty()) return textOfHtml(reading, parts.Html.front());
+  return plain.empty() ? join(reading, parts.OtherText) : plain;
 }
 
 std::string percentDecoded(std::string_view text) {
@@ -65,31 +102,39 @@ std::string percentDecoded(std::string_view text) {
   return decoded;
 }
 
-void addReferences(std::string_view html, std::set<std::string, std::less<>>& references) {
+/// How many parts bear an identifier.
+using PartsById = std::unordered_map<std::string, std::size_t>;
+
+/// Takes those that the HTML shows off `parts`. That holds what parts there are, and not what a stranger's HTML asks
+/// for, which may be far more.
+void removeShown(std::string_view html, PartsById& parts) {
   for (auto colon = html.find(':'); colon != std::string_view::npos; colon = html.find(':', colon + 1)) {
     if (!text::endsWithIgnoringCase(html.substr(0, colon), "cid")) continue;
     const auto end = std::min(html.find_first_of("\"'<> \t\r\n)", colon), html.size());
-    references.insert(percentDecoded(html.substr(colon + 1, end - colon - 1)));
+    parts.erase(percentDecoded(html.substr(colon + 1, end - colon - 1)));
     colon = end;
   }
 }
 
-std::size_t countUnreferenced(const Parts& parts) {
-  const auto& ids = parts.NonTextIds;
-  if (std::all_of(ids.begin(), ids.end(), [](const std::string& id) { return id.empty(); })) return ids.size();
-  std::set<std::string, std::less<>> references;
-  for (const TextPart& html : parts.Html) addReferences(decodeHtml(html), references);
-  const auto referenced = [&](const std::string& id) { return !id.empty() && references.contains(id); };
-  return ids.size() - static_cast<std::size_t>(std::count_if(ids.begin(), ids.end(), referenced));
+std::size_t countUnreferenced(Reading& reading, const Parts& parts) {
+  PartsById left;
+  std::size_t count = 0;
+  for (const std::string& id : parts.NonTextIds) ++(id.empty() ? count : left[id]);
+  for (const TextPart& html : parts.Html) {
+    if (left.empty()) break;
+    removeShown(decodeHtml(reading, html).first, left);
+  }
+  for (const auto& [id, bearers] : left) count += bearers;
+  return count;
 }
 
 }  // namespace
 
-MessageContent readContent(const Entity& message, const HtmlToText& htmlToText) {
+MessageContent readContent(Reading& reading, const Entity& message) {
   constexpr std::size_t most = std::numeric_limits<std::int16_t>::max();
-  const Parts parts = partsOf(message);
-  const std::size_t attachments = std::min(parts.Attached + countUnreferenced(parts), most);
-  return {.Body = bodyOf(parts, htmlToText), .Attachments = static_cast<std::int16_t>(attachments)};
+  const Parts parts = partsOf(reading, message);
+  const std::size_t attachments = std::min(parts.Attached + countUnreferenced(reading, parts), most);
+  return {.Body = bodyOf(reading, parts), .Attachments = static_cast<std::int16_t>(attachments)};
 }
 
 }  // namespace velmora::mime

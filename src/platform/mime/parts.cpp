@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <utility>
 
+#include "platform/mail_bounds.h"
 #include "platform/mime/glib_ptr.h"
 #include "platform/text.h"
 
@@ -16,6 +17,9 @@ namespace {
 constexpr int MaxDepth = 16;
 
 constexpr std::size_t MaxValue = std::size_t{16} * 1024;
+
+/// What the library needs for the header of a part, as bytes of other work.
+constexpr std::size_t partWork = std::size_t{4} * 1024;
 
 struct ContentType {
   std::string Type;
@@ -57,8 +61,11 @@ ContentType plainText() { return {"text", "plain", {}, {}}; }
 
 class Walk {
  public:
+  explicit Walk(Reading& reading) : reading_(reading) {}
+
   void enter(const Entity& entity, const ContentType& fallback, int depth) {
-    const std::vector<Field> fields = fieldsOf(entity.Header);
+    reading_.worked(partWork);
+    const std::vector<Field> fields = fieldsOf(reading_, entity.Header);
     const ContentType type = parseType(valueOf(fields, "Content-Type"), fallback);
     if (type.is("multipart") && enterParts(entity, type, depth)) return;
     add(type, fields, entity.Content);
@@ -69,11 +76,12 @@ class Walk {
  private:
   /// False where there are no parts.
   bool enterParts(const Entity& entity, const ContentType& type, int depth) {
-    if (type.Boundary.empty() || depth >= MaxDepth) return false;
-    const std::vector<std::string_view> children = splitMultipart(entity.Content, type.Boundary);
+    if (type.Boundary.empty() || depth >= MaxDepth || left_ == 0) return false;
+    const std::vector<std::string_view> children = splitMultipart(reading_, entity.Content, type.Boundary, left_);
+    left_ -= children.size();
     const ContentType fallback =
         type.is("multipart", "digest") ? ContentType{"message", "rfc822", {}, {}} : plainText();
-    for (const std::string_view child : children) enter(splitEntity(child), fallback, depth + 1);
+    for (const std::string_view child : children) enter(splitEntity(reading_, child), fallback, depth + 1);
     return !children.empty();
   }
 
@@ -96,13 +104,15 @@ class Walk {
     return type.is("text", "html") ? parts_.Html : parts_.OtherText;
   }
 
+  Reading& reading_;
   Parts parts_;
+  std::size_t left_ = mail_bounds::parts;
 };
 
 }  // namespace
 
-Parts partsOf(const Entity& message) {
-  Walk walk;
+Parts partsOf(Reading& reading, const Entity& message) {
+  Walk walk(reading);
   walk.enter(message, plainText(), 0);
   return walk.take();
 }

@@ -15,8 +15,8 @@ struct TextPart {
   std::string Charset;
 };
 
-/// What a message is made of, in order. Multiparts are opened, attached messages not. A multipart that holds no parts
-/// after all, or lies deeper than any real one, is plain text.
+/// What a message is made of, in order: `mail_bounds::parts` at most. Multiparts are opened, attached messages not. A
+/// multipart that holds no parts after all, or lies deeper than any real one, or behind too many parts, is plain text.
 struct Parts {
   std::vector<TextPart> Plain;
   std::vector<TextPart> Html;
@@ -25,6 +25,6 @@ struct Parts {
   std::size_t Attached = 0;             ///< parts marked as attached
 };
 
-Parts partsOf(const Entity& message);
+Parts partsOf(Reading& reading, const Entity& message);
 
 }  // namespace velmora::mime

@@ -2,8 +2,6 @@
 
 #include <gmime/gmime.h>
 
-#include <cstddef>
-
 namespace velmora::mime {
 
 namespace {
@@ -17,30 +15,42 @@ std::string_view uuencodedLines(std::string_view content) {
   return content.substr(0, content.find("\nend"));
 }
 
-std::string decode(std::string_view content, GMimeContentEncoding encoding) {
-  GMimeEncoding state;
-  g_mime_encoding_init_decode(&state, encoding);
-  std::string decoded(g_mime_encoding_outlen(&state, content.size()) + 8, '\0');
-  std::size_t size = g_mime_encoding_step(&state, content.data(), content.size(), decoded.data());
+}  // namespace
+
+struct TransferDecoder::State {
+  GMimeContentEncoding encoding;
+  GMimeEncoding decoder;
+};
+
+TransferDecoder::TransferDecoder(std::string_view content, std::string_view encoding) : content_(content) {
+  const std::string name(encoding.substr(0, encoding.find_first_of(" \t;(")));
+  const GMimeContentEncoding kind = g_mime_content_encoding_from_string(name.c_str());
+  if (kind == GMIME_CONTENT_ENCODING_UUENCODE) content_ = uuencodedLines(content);
+  if (kind != GMIME_CONTENT_ENCODING_BASE64 && kind != GMIME_CONTENT_ENCODING_QUOTEDPRINTABLE &&
+      kind != GMIME_CONTENT_ENCODING_UUENCODE)
+    return;
+  state_ = std::make_unique<State>();
+  state_->encoding = kind;
+  g_mime_encoding_init_decode(&state_->decoder, kind);
+}
+
+TransferDecoder::~TransferDecoder() = default;
+
+std::string TransferDecoder::next(std::size_t maxBytes) {
+  const std::string_view slice = content_.substr(0, maxBytes);
+  content_.remove_prefix(slice.size());
+  if (!state_) return std::string(slice);
+  std::string decoded(g_mime_encoding_outlen(&state_->decoder, slice.size()) + 8, '\0');
+  std::size_t size = g_mime_encoding_step(&state_->decoder, slice.data(), slice.size(), decoded.data());
   // Padding that is missing at the end would cost the last characters; more than enough does no harm.
-  if (encoding == GMIME_CONTENT_ENCODING_BASE64) size += g_mime_encoding_step(&state, "==", 2, decoded.data() + size);
+  if (atEnd() && state_->encoding == GMIME_CONTENT_ENCODING_BASE64)
+    size += g_mime_encoding_step(&state_->decoder, "==", 2, decoded.data() + size);
   decoded.resize(size);
   return decoded;
 }
 
-}  // namespace
-
 std::string decodeTransfer(std::string_view content, std::string_view encoding) {
-  const std::string name(encoding.substr(0, encoding.find_first_of(" \t;(")));
-  switch (const auto kind = g_mime_content_encoding_from_string(name.c_str())) {
-    case GMIME_CONTENT_ENCODING_BASE64:
-    case GMIME_CONTENT_ENCODING_QUOTEDPRINTABLE:
-      return decode(content, kind);
-    case GMIME_CONTENT_ENCODING_UUENCODE:
-      return decode(uuencodedLines(content), kind);
-    default:
-      return std::string(content);
-  }
+  return TransferDecoder(content, encoding).next(content.size());
 }
 
 }  // namespace velmora::mime

@@ -1,12 +1,34 @@
 #pragma once
 
+#include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
 
 namespace velmora::mime {
 
-/// Undoes a transfer encoding (base64, quoted-printable, uuencode in any of their names; all else is taken as it is).
-/// What breaks the encoding is passed over.
+/// Undoes a transfer encoding (base64, quoted-printable, uuencode in any of their names; all else is taken as it is),
+/// slice by slice. What breaks the encoding is passed over.
+class TransferDecoder {
+ public:
+  TransferDecoder(std::string_view content, std::string_view encoding);
+  ~TransferDecoder();
+  TransferDecoder(const TransferDecoder&) = delete;
+  TransferDecoder& operator=(const TransferDecoder&) = delete;
+
+  bool atEnd() const { return content_.empty(); }
+
+  /// What at most `maxBytes` more of the content hold.
+  std::string next(std::size_t maxBytes);
+
+ private:
+  struct State;
+
+  std::string_view content_;
+  std::unique_ptr<State> state_;  ///< none where there is nothing to undo
+};
+
+/// The same for a content that is taken as a whole.
 std::string decodeTransfer(std::string_view content, std::string_view encoding);
 
 }  // namespace velmora::mime

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/mail_bounds.h"
+
 namespace velmora::mime {
 
 namespace {
@@ -68,6 +70,9 @@ void appendWindows1252(std::string& text, unsigned byte) {
   append(text, byte < 0xA0 ? Windows1252[byte - 0x80] : static_cast<char32_t>(byte));
 }
 
+/// Needs no second look, as what may begin a control character does.
+bool isOrdinary(unsigned char byte) { return byte >= 0x20 && byte != 0x7F && byte != 0xC2; }
+
 bool isControl(unsigned byte) { return byte < 0x20 || byte == 0x7F; }
 
 bool isC1(std::string_view text, std::size_t index) {
@@ -95,10 +100,13 @@ std::string toUtf8(std::string_view bytes) {
   return text.append(bytes.substr(valid));
 }
 
-std::string_view cut(std::string_view utf8, std::size_t maxBytes) {
-  if (utf8.size() <= maxBytes) return utf8;
-  while (maxBytes > 0 && within(byteAt(utf8, maxBytes), 0x80, 0xBF)) --maxBytes;
-  return utf8.substr(0, maxBytes);
+std::size_t incompleteEnd(std::string_view bytes) {
+  constexpr std::size_t longest = 4;
+  for (std::size_t back = 1; back < longest && back <= bytes.size(); ++back) {
+    const unsigned byte = byteAt(bytes, bytes.size() - back);
+    if (!within(byte, 0x80, 0xBF)) return sequenceSize(byte) > back ? back : 0;
+  }
+  return 0;
 }
 
 std::string oneLine(std::string_view utf8, std::size_t maxBytes) {
@@ -120,28 +128,28 @@ std::string oneLine(std::string_view utf8, std::size_t maxBytes) {
     else
       line.append(character);
   }
-  line.resize(cut(line, maxBytes).size());
+  mail_bounds::cut(line, maxBytes, "…");
   line.erase(line.find_last_not_of(' ') + 1);
   return line;
 }
 
-std::string linesOf(std::string_view utf8, std::size_t maxBytes) {
-  std::string text;
-  text.reserve(std::min(utf8.size() + utf8.size() / 32, maxBytes));
-  for (std::size_t i = 0; i < utf8.size() && text.size() <= maxBytes; ++i) {
+void LineWriter::add(std::string_view utf8) {
+  for (std::size_t i = 0; i < utf8.size(); ++i) {
     const unsigned byte = byteAt(utf8, i);
-    if (byte == '\n' || byte == '\r') {
-      if (byte == '\r' && utf8.substr(i + 1, 1) == "\n") ++i;
-      text += "\r\n";
+    if (byte == '\r' || (byte == '\n' && !afterReturn_)) {
+      text_ += "\r\n";
     } else if (byte == 0xC2 && isC1(utf8, i)) {
-      appendWindows1252(text, byteAt(utf8, ++i));
-    } else if (byte == '\t' || !isControl(byte)) {
-      text += utf8[i];
+      appendWindows1252(text_, byteAt(utf8, ++i));
+    } else if (isOrdinary(static_cast<unsigned char>(byte))) {
+      const auto end = std::find_if_not(utf8.begin() + static_cast<std::ptrdiff_t>(i) + 1, utf8.end(), isOrdinary);
+      const auto size = static_cast<std::size_t>(end - utf8.begin()) - i;
+      text_.append(utf8, i, size);
+      i += size - 1;
+    } else if (byte == '\t' || byte == 0xC2) {
+      text_ += utf8[i];
     }
+    afterReturn_ = byte == '\r';
   }
-  text.resize(cut(text, maxBytes).size());
-  if (text.ends_with('\r')) text.pop_back();
-  return text;
 }
 
 }  // namespace velmora::mime

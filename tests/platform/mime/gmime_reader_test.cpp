@@ -12,9 +12,6 @@ namespace {
 
 constexpr DateTime Now = {.year = 2030, .month = 6, .day = 1, .hour = 12};
 
-/// Marks what went through it.
-std::string fakeHtmlToText(std::string_view html) { return "html:" + std::string(html); }
-
 class GmimeReaderTest : public testing::Test {
  protected:
   static void SetUpTestSuite() { setenv("TZ", "Asia/Tokyo", 1); }
@@ -26,7 +23,7 @@ class GmimeReaderTest : public testing::Test {
   std::string from(const std::string& value) const { return read("From: " + value + "\r\n\r\n").From; }
   DateTime date(const std::string& header) const { return read(header + "\r\n\r\n").Date; }
 
-  GmimeReader reader_{fakeHtmlToText};
+  GmimeReader reader_;
 };
 
 struct TextCase {
@@ -186,9 +183,9 @@ TEST_F(GmimeReaderTest, ChoosesTheBodyAmongTheParts) {
   const TextCase cases[] = {
       {multipart({html, plain}, "alternative"), "plain"},
       {multipart({plain, html, part("text/plain", "two\r\n"), attached}), "plain\r\ntwo\r\n"},
-      {multipart({html, part("text/html", "second")}), "html:<b>html</b>"},
-      {multipart({part("text/plain", " \r\n"), html}), "html:<b>html</b>"},
-      {multipart({attached, html}), "html:<b>html</b>"},
+      {multipart({html, part("text/html", "second")}), "html"},
+      {multipart({part("text/plain", " \r\n"), html}), "html"},
+      {multipart({attached, html}), "html"},
       {multipart({attached, inner}), ""},
       {multipart({"\r\nno header"}), "no header"},
       {multipart({part("text/calendar", "calendar")}), "calendar"},
