@@ -6,6 +6,7 @@
 #include "app/start_up.h"
 #include "platform/mime/gmime_reader.h"
 #include "platform/qt/check_message_view.h"
+#include "platform/qt/core_dumps.h"
 #include "platform/qt/end_of_session.h"
 #include "platform/qt/first_use_view.h"
 #include "platform/qt/main_window_view.h"
@@ -19,13 +20,26 @@ namespace {
 
 using namespace velmora;
 
+std::string damagedSettings(const QString& file) {
+  return "The settings file cannot be read:\r\n" + utf8(file) +
+         "\r\n\r\nVelmora runs with what can be read of it and with default settings.\r\n"
+         "The file is left as it is, and nothing will be saved.\r\n\r\n"
+         "Please mend or remove the file and start Velmora again.\r\n";
+}
+
+std::string openSettings(const QString& path) {
+  return "The settings hold passwords, and other users can read or change this:\r\n" + utf8(path) +
+         "\r\n\r\nVelmora cannot make it yours alone and runs with default settings.\r\n"
+         "All is left as it is, and nothing will be saved.\r\n\r\n"
+         "Please make yourself its owner, take the rights of all others away,\r\nand start Velmora again.\r\n";
+}
+
 /// Nothing is lost by it: the file stays as it is for the user to mend.
-void warnOfDamagedSettings(QtPlatform& platform) {
+void warnOfSettings(QtPlatform& platform) {
+  const QtSettings& settings = platform.settingsFile();
+  if (settings.isKept()) return;
   Question question;
-  question.text = "The settings file cannot be read:\r\n" + utf8(platform.settingsFile().fileName()) +
-                  "\r\n\r\nVelmora runs with what can be read of it and with default settings.\r\n"
-                  "The file is left as it is, and nothing will be saved.\r\n\r\n"
-                  "Please mend or remove the file and start Velmora again.\r\n";
+  question.text = settings.openFile() ? openSettings(*settings.openFile()) : damagedSettings(settings.fileName());
   question.title = platform.applicationTitle() + " - Settings Error";
   question.icon = Question::Icon::Critical;
   platform.MsgBox(question);
@@ -34,6 +48,7 @@ void warnOfDamagedSettings(QtPlatform& platform) {
 }  // namespace
 
 int main(int argc, char* argv[]) {
+  forbidCoreDumps();
   const QApplication application(argc, argv);
   QApplication::setApplicationName("Velmora");
   QApplication::setOrganizationName("Kestrum");
@@ -53,8 +68,6 @@ int main(int argc, char* argv[]) {
   if (!Main(program) || platform.isQuitting()) return 0;
   QtPlatform::provideSounds();
   // Once the event loop runs: what ends the program also ends the box then.
-  QTimer::singleShot(0, &view, [&platform] {
-    if (platform.settingsFile().isDamaged()) warnOfDamagedSettings(platform);
-  });
+  QTimer::singleShot(0, &view, [&platform] { warnOfSettings(platform); });
   return QApplication::exec();
 }

@@ -85,7 +85,8 @@ class Platform {
   /// Opens a file or an address with the program that the desktop has for it.
   virtual void open(const std::string& target) = 0;
 
-  /// Writes a file, or replaces it as a whole. Returns whether that succeeded; what was there stays where it did not.
+  /// Writes a file that its owner alone can read, or replaces one as a whole. Returns whether that succeeded; what was
+  /// there stays where it did not.
   virtual bool writeFile(const std::string& path, std::string_view content) = 0;
 
   /// What a file holds; nothing where it can't be read or is too large.

@@ -6,6 +6,7 @@
 
 #include "options/ini_file.h"
 #include "platform/mime/gmime_reader.h"
+#include "platform/qt/private_files.h"
 #include "platform/qt/qt_platform.h"
 #include "platform/qt/strings.h"
 #include "support/full_disk.h"
@@ -33,14 +34,19 @@ TEST_F(RealFiles, OnAFullDiskTheOldOneStays) {
   EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files), QStringList("Rules.ini")) << "nothing is left beside it";
 }
 
-TEST_F(RealFiles, KilledAtAnyWriteAreWhole) {
+TEST_F(RealFiles, KilledAtAnyWriteAreWholeAndTheUsersAlone) {
   bool isThrough = false;
   for (int call = 1; !isThrough; ++call) {
     platform_.writeFile(path(), "old");
+    QFile::setPermissions(qt(path()), ownersFile | QFileDevice::ReadOther);
     isThrough = test::survives(call, [this] { platform_.writeFile(path(), "new"); });
     const auto found = platform_.readFile(path());
     EXPECT_TRUE(found == "new" || (!isThrough && found == "old")) << call;
     EXPECT_TRUE(call > 2 || !isThrough) << "there was something to be killed at";
+    for (const QFileInfo& file : QDir(folder_.path()).entryInfoList(QDir::Files | QDir::Hidden)) {
+      const bool isOld = found == "old" && file.fileName() == "Rules.ini";
+      EXPECT_TRUE(isOld || file.size() == 0 || !file.permission(QFileDevice::ReadOther)) << call;
+    }
   }
 }
 

@@ -2,6 +2,7 @@
 """Runs the built program as a user would, on a display of its own and with settings of its own."""
 import contextlib
 import os
+import pathlib
 import shutil
 import signal
 import subprocess
@@ -51,6 +52,9 @@ class ProgramTest(BuiltProgramTest):
             self.assertIn("Options\\RunStartUp=1", self.text())
             wait_for(lambda: (self.home / "Kestrum/Velmora/Sounds/Error.wav").exists(), "the sounds")
             self.assertEqual(self.settings.stat().st_mode & 0o777, 0o600)
+            for own in (self.settings.parent, self.home / "Kestrum/Velmora"):
+                self.assertEqual(own.stat().st_mode & 0o777, 0o700)
+            self.assertRegex(pathlib.Path(f"/proc/{process.pid}/limits").read_text(), "Max core file size +1 ")
             process.send_signal(number)
             self.expect_end(process)
             self.assertIn("SortOrder=1", self.text())
@@ -89,15 +93,19 @@ class ProgramTest(BuiltProgramTest):
         wait_for(lambda: windows("Velmora") == 0, "the window's end")
         self.end(self.start_shown())
 
-    def test_damaged_settings_are_told_and_left_alone(self):
+    def test_settings_that_cannot_be_used_are_told_and_left_alone(self):
         damaged = '[Settings]\nAcntNum=1\nAcntName1=Work\nAcntPassword1=sec'
         self.settings.parent.mkdir()
-        self.settings.write_text(damaged)
-        process = self.start()
-        wait_for(lambda: windows("Velmora - Settings Error") > 0, "the message box")
-        self.end(process)
-        self.assertEqual(self.settings.read_text(), damaged)
-        self.assertFalse(self.logon.exists())
+        for text, owner in ((damaged, os.geteuid()), (damaged + "\n", os.geteuid() + 1)):
+            self.settings.write_text(text)
+            with contextlib.suppress(PermissionError):  # only the superuser can give a file away
+                os.chown(self.settings, owner, -1)
+            if self.settings.stat().st_uid == owner:
+                process = self.start()
+                wait_for(lambda: windows("Velmora - Settings Error") > 0, "the message box")
+                self.end(process)
+                self.assertEqual(self.settings.read_text(), text)
+                self.assertFalse(self.logon.exists())
 
     def text(self):
         return self.settings.read_text() if self.settings.exists() else ""

@@ -1,4 +1,5 @@
 #include <gmock/gmock.h>
+#include <unistd.h>
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -10,6 +11,7 @@
 
 #include "accounts/accounts.h"
 #include "options/options.h"
+#include "platform/qt/private_files.h"
 #include "platform/qt/qt_settings.h"
 #include "platform/qt/run_at_logon.h"
 #include "platform/qt/strings.h"
@@ -64,17 +66,60 @@ TEST_F(SettingsFile, KeepsEveryTextExactly) {
   EXPECT_EQ(again.GetSetting("Nowhere", "AcntPassword1", "default"), "default");
 }
 
-TEST_F(SettingsFile, ThatOthersCouldReadBecomesItsOwnersAlone) {
+constexpr auto others = QFileDevice::ReadGroup | QFileDevice::WriteGroup | QFileDevice::ReadOther;
+
+TEST_F(SettingsFile, IsItsOwnersAloneHoweverItCameAbout) {
+  const QString folder = QFileInfo(path_).path();
+  const QString elsewhere = folder + "/elsewhere";
   write("[Settings]\nAcntNum=1\n");
-  const auto owner = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
-  const auto others = QFileDevice::ReadGroup | QFileDevice::ReadOther | QFileDevice::WriteGroup;
-  QFile(path_).setPermissions(owner | others);
+  QFile::setPermissions(path_, ownersFile | others);
+  QFile::setPermissions(folder, ownersFolder | others);
   QtSettings settings;
-  EXPECT_FALSE(QFile::permissions(path_) & others);
-  settings.SaveSetting("Settings", "AcntPassword1", "secret");
-  flush();
-  EXPECT_TRUE(content().contains("secret"));
-  EXPECT_FALSE(QFile::permissions(path_) & others);
+  EXPECT_FALSE((QFile::permissions(path_) | QFile::permissions(folder)) & others);
+  const std::pair<std::string, std::function<void()>> ways[] = {
+      {"replaced", [] {}},
+      {"opened", [&] { QFile::setPermissions(path_, ownersFile | others); }},
+      {"linked", [&] { ASSERT_TRUE(QFile::rename(path_, elsewhere) && QFile::link(elsewhere, path_)); }},
+      {"made anew", [&] { ASSERT_TRUE(QFile::remove(path_)); }},
+  };
+  for (const auto& [way, happen] : ways) {
+    happen();
+    settings.SaveSetting("Settings", "AcntPassword1", way);
+    flush();
+    EXPECT_TRUE(content().contains("AcntPassword1=" + QByteArray::fromStdString(way))) << way;
+    EXPECT_FALSE(QFile::permissions(path_) & others) << way;
+    EXPECT_EQ(QFileInfo(path_).isSymLink(), way == "linked");
+  }
+  QFile::remove(elsewhere);
+}
+
+TEST_F(SettingsFile, OfSomebodyElseIsNeitherReadNorWritten) {
+  const QByteArray theirs = "[Settings]\nAcntNum=1\n";
+  const auto give = [](const QString& path, uid_t user) { return chown(path.toUtf8(), user, gid_t(-1)) == 0; };
+  for (const QString& what : {path_, QFileInfo(path_).path()}) {
+    write(theirs);
+    const uid_t user = geteuid();
+    if (!give(what, user + 1)) GTEST_SKIP() << "only the superuser can give a file away";
+    {
+      QtSettings settings;
+      EXPECT_EQ(settings.openFile(), what);
+      EXPECT_EQ(settings.GetSetting("Settings", "AcntNum", "none"), "none");
+      settings.SaveSetting("Settings", "AcntNum", "2");
+    }
+    EXPECT_EQ(content(), theirs);
+    give(what, user);
+  }
+}
+
+TEST(Privacy, IsAMatterOfOwnerAndRights) {
+  const auto may = [](QFileDevice::Permissions rights) { return isPrivate(ownersFolder | rights, 7, 7); };
+  EXPECT_TRUE(may({}));
+  EXPECT_TRUE(may(QFileDevice::ExeGroup | QFileDevice::ExeOther)) << "a folder to go through";
+  for (const auto right :
+       {QFileDevice::ReadGroup, QFileDevice::WriteGroup, QFileDevice::ReadOther, QFileDevice::WriteOther})
+    EXPECT_FALSE(may(right)) << right;
+  EXPECT_FALSE(isPrivate(ownersFolder, 0, 7));
+  EXPECT_FALSE(isPrivate(ownersFolder, 7, 0));
 }
 
 TEST_F(SettingsFile, AFullDiskLeavesItAsItWas) {

@@ -16,6 +16,7 @@
 #include <algorithm>
 
 #include "platform/qt/harmless_text.h"
+#include "platform/qt/private_files.h"
 #include "platform/qt/qt_transport.h"
 #include "platform/qt/run_at_logon.h"
 #include "platform/qt/share_folder.h"
@@ -37,19 +38,23 @@ MonthNames userMonthNames() {
   return names;
 }
 
-/// Where message files are laid for other programs. The program's own folder can be read by its user alone.
+/// The program's own folder of this kind. It is the user's alone, and so is the one that holds it.
+QString ownFolder(QStandardPaths::StandardLocation kind) {
+  QString folder = QStandardPaths::writableLocation(kind);
+  makePrivateFolder(QFileInfo(folder).path());
+  makePrivateFolder(folder);
+  return folder;
+}
+
+/// Where message files are laid for other programs.
 QString temporaryFolder() {
   const QString systemRoot = qEnvironmentVariable("systemroot");
   if (!systemRoot.isEmpty()) return systemRoot + "/Temp";
-  return QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + "/temporary";
+  return ownFolder(QStandardPaths::CacheLocation) + "/temporary";
 }
 
-/// The user's own folder of the program, where every dialog for a file begins.
-QString programFolder() {
-  QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
-  QDir().mkpath(folder);
-  return folder;
-}
+/// Where every dialog for a file begins.
+QString programFolder() { return ownFolder(QStandardPaths::AppDataLocation); }
 
 QString soundsFolder() { return programFolder() + "/Sounds"; }
 
@@ -164,17 +169,15 @@ void QtPlatform::provideSounds() {
 }
 
 bool QtPlatform::isOnlyInstance() {
-  const QString folder = QFileInfo(settings_.fileName()).path();
-  QDir().mkpath(folder);
-  instanceLock_.emplace(folder + "/Velmora.lock");
+  instanceLock_.emplace(QFileInfo(settings_.fileName()).path() + "/Velmora.lock");
   instanceLock_->setStaleLockTime(0);  // only the end of the other program frees it, not its age
   // Where no lock can be made, as on a full or read-only disk, the user still gets a program.
   return instanceLock_->tryLock() || instanceLock_->error() != QLockFile::LockFailedError;
 }
 
-/// With damaged settings the first-use step runs at every start, though what the user wants isn't known.
+/// With settings that aren't kept the first-use step runs at every start, though what the user wants isn't known.
 void QtPlatform::SetRunAtStartUp() {
-  if (!settings_.isDamaged()) addLogonEntry();
+  if (settings_.isKept()) addLogonEntry();
 }
 
 void QtPlatform::ClearRunAtStartUp() { removeLogonEntry(); }

@@ -8,14 +8,13 @@
 #include <QTemporaryFile>
 #include <algorithm>
 
+#include "platform/qt/private_files.h"
 #include "platform/qt/strings.h"
 #include "platform/qt/whole_file.h"
 
 namespace velmora {
 
 namespace {
-
-constexpr auto ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
 
 QString pathOf(std::string_view section, std::string_view key) {
   return qt(section).replace('\\', '/') + '/' + qt(key);
@@ -57,14 +56,6 @@ bool isWhole(const QString& name) {
   return !bytes.contains('\0') && std::all_of(lines.begin(), lines.end(), isSettingsLine);
 }
 
-/// Before there is anything in it: the file that replaces it later takes over who may read it.
-void makePrivate(const QString& file) {
-  QDir().mkpath(QFileInfo(file).path());
-  QFile made(file);
-  if (!made.exists() && !made.open(QIODevice::WriteOnly | QIODevice::NewOnly, ownerOnly)) return;
-  made.setPermissions(ownerOnly);
-}
-
 /// What a program that was killed in the middle of a save has left, which may hold passwords. One that is as young as a
 /// minute may be somebody's who is saving now.
 void removeOldDrafts(const QString& folder) {
@@ -76,9 +67,11 @@ void removeOldDrafts(const QString& folder) {
 
 }  // namespace
 
-QtSettings::QtSettings() : file_(QSettings("Kestrum", "Velmora").fileName()), damaged_(!isWhole(file_) || !read()) {
-  if (!damaged_) makePrivate(file_);
-  removeOldDrafts(QFileInfo(file_).path());
+QtSettings::QtSettings()
+    : file_(QSettings("Kestrum", "Velmora").fileName()),
+      open_(openToOthers(file_)),
+      damaged_(!open_ && (!isWhole(file_) || !read())) {
+  if (!open_) removeOldDrafts(QFileInfo(file_).path());
   soon_.setSingleShot(true);
   QObject::connect(&soon_, &QTimer::timeout, &soon_, [this] { save(); });
 }
@@ -104,7 +97,7 @@ void QtSettings::DeleteSetting(std::string_view section, std::string_view key) {
 
 void QtSettings::change(const QString& path, const QVariant& value) {
   apply(path, value);
-  if (damaged_) return;
+  if (!isKept()) return;
   changes_.insert(path, value);
   soon_.start(0);
 }
@@ -119,7 +112,7 @@ void QtSettings::apply(const QString& path, const QVariant& value) {
 
 /// Where it can't be written, the next change tries again.
 void QtSettings::save() {
-  if (changes_.isEmpty() || !isWhole(file_) || !read()) return;
+  if (changes_.isEmpty() || openToOthers(file_) || !isWhole(file_) || !read()) return;
   for (auto each = changes_.begin(); each != changes_.end(); ++each) apply(each.key(), each.value());
   const QByteArray text = composed();
   if (!text.isEmpty() && writeWholeFile(file_, text)) changes_.clear();

@@ -5,6 +5,7 @@
 #include <QString>
 #include <QTimer>
 #include <QVariant>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -17,7 +18,8 @@ namespace velmora {
 /// also where the disk is full, and only its owner can read it, as it holds passwords.
 ///
 /// A file that can't be read, or that isn't a settings file, is never written: what can be read of it counts, the
-/// rest are defaults, and what is saved counts until the program ends.
+/// rest are defaults, and what is saved counts until the program ends. One that others can read or write, or that lies
+/// in such a folder, is made its owner's alone; where that can't be, it is neither read nor written.
 class QtSettings : public SettingsStore {
  public:
   QtSettings();
@@ -27,6 +29,10 @@ class QtSettings : public SettingsStore {
 
   /// The file could not be read as a whole, so nothing will be saved.
   bool isDamaged() const { return damaged_; }
+  /// The file or folder that was found open to others, so that nothing was read and nothing will be saved.
+  const std::optional<QString>& openFile() const { return open_; }
+  /// What is saved outlives the program.
+  bool isKept() const { return !damaged_ && !open_; }
   QString fileName() const { return file_; }
 
   std::string GetSetting(std::string_view section, std::string_view key, std::string_view fallback) const override;
@@ -41,6 +47,7 @@ class QtSettings : public SettingsStore {
   QByteArray composed() const;
 
   QString file_;
+  std::optional<QString> open_;
   QMap<QString, QVariant> values_;
   QMap<QString, QVariant> changes_;  ///< since the last save; an invalid value is one that was removed
   QTimer soon_;

@@ -4,13 +4,16 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
+#include "platform/qt/private_files.h"
+
 namespace velmora {
 
 bool writeWholeFile(const QString& path, QByteArrayView content) {
   QSaveFile file(path);
   // Buffered, it would take a write that a full disk cut short for a whole one.
-  return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
-         file.write(content.data(), content.size()) == content.size() && file.commit();
+  if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) return false;
+  file.setPermissions(ownersFile);  // before there is anything in it; a disk that knows no rights is the user's choice
+  return file.write(content.data(), content.size()) == content.size() && file.commit();
 }
 
 std::optional<QByteArray> readWholeFile(const QString& path, qint64 largest) {

@@ -7,7 +7,8 @@
 
 namespace velmora {
 
-/// Writes a file, or replaces it as a whole. Returns whether that succeeded; what was there stays where it did not.
+/// Writes a file that its owner alone can read, or replaces one as a whole. Returns whether that succeeded; what was
+/// there stays where it did not.
 bool writeWholeFile(const QString& path, QByteArrayView content);
 
 /// What a plain file holds; nothing where it can't be read or has more bytes than `largest`.

@@ -1,0 +1,23 @@
+#include "platform/qt/core_dumps.h"
+
+#include <QtGlobal>
+
+#ifdef Q_OS_UNIX
+#include <sys/resource.h>
+#endif
+
+namespace velmora {
+
+/// One byte, since Linux hands a dump to the desktop's collector of crashes whatever the limit is, but for this one: it
+/// takes one byte for the sign of the collector's own crash. Into a file it writes nothing either way. A process that
+/// may not be dumped at all would keep its folder in /proc from the desktop, which looks there for who asks it.
+void forbidCoreDumps() {
+#ifdef Q_OS_UNIX
+  rlimit limit{};
+  if (getrlimit(RLIMIT_CORE, &limit) != 0) return;
+  limit.rlim_cur = 1;
+  setrlimit(RLIMIT_CORE, &limit);
+#endif
+}
+
+}  // namespace velmora
