@@ -63,6 +63,13 @@ class ProgramTest(BuiltProgramTest):
                 self.assertIn(f'\nExec="{os.path.realpath(PROGRAM)}"\n', self.logon.read_text())
                 self.logon.unlink()
 
+    def test_told_twice_to_end_it_ends_at_once(self):
+        for second, ends in ((signal.SIGINT, (-signal.SIGTERM, -signal.SIGINT)), (signal.SIGHUP, (0,))):
+            process = self.start_shown()
+            for number in (signal.SIGSTOP, signal.SIGTERM, second, signal.SIGCONT):
+                process.send_signal(number)  # so it gets both before it can do anything
+            self.assertIn(process.wait(20), ends)
+
     def test_a_second_instance_leaves_without_a_word(self):
         first = self.start_shown()
         shown, settings = windows("Velmora"), self.text()

@@ -9,6 +9,7 @@
 
 #include <QSocketNotifier>
 #include <array>
+#include <atomic>
 #include <cerrno>
 #include <csignal>
 #endif
@@ -25,11 +26,19 @@ EndOfSession::EndOfSession(std::function<void()> end) : end_(std::move(end)) {
 #ifdef Q_OS_UNIX
 namespace {
 
-/// All that a signal's handler may do is write; the event loop reads. A handler can be told nothing, so this stands
-/// here.
+/// A signal's handler may do little more than write; the event loop reads. A handler can be told nothing, so these
+/// stand here.
 int told = -1;
+std::atomic_flag wasTold;
 
-void tell(int /*signal*/) {
+/// A SIGHUP counts for neither the first word nor the second: at the end of a session it comes together with a SIGTERM,
+/// and at the end of a terminal twice.
+void tell(int signal) {
+  if (signal != SIGHUP && wasTold.test_and_set()) {
+    std::signal(signal, SIG_DFL);
+    std::raise(signal);  // it ends the program as soon as this returns
+    return;
+  }
   const int before = errno;
   const char something = 1;
   [[maybe_unused]] const auto written = write(told, &something, sizeof something);
