@@ -45,8 +45,4 @@ std::string proposedFileName(std::string_view subject) {
   return std::string(text::leftBytes(name, mostBytes));
 }
 
-bool isHarmlessFileName(std::string_view name) {
-  return !text::trim(name).empty() && !name.starts_with('.') && !name.starts_with('-');
-}
-
 }  // namespace velmora

@@ -17,8 +17,4 @@ std::string messageFileText(const MailMessage& message);
 /// at most.
 std::string proposedFileName(std::string_view subject);
 
-/// A name that a stranger's subject may give to a new file without the user having confirmed it: neither that of a
-/// hidden file nor what a command would take for an option.
-bool isHarmlessFileName(std::string_view name);
-
 }  // namespace velmora

@@ -9,6 +9,7 @@
 #include "messages/email_page.h"
 #include "messages/message_file.h"
 #include "messages/message_list.h"
+#include "platform/file_name.h"
 #include "platform/text.h"
 
 namespace velmora {
@@ -115,9 +116,10 @@ void SaveMessageAs(Program& program) {
   const auto chosen = program.platform.askForFile({proposed, messageFilter});
   if (!program.PreviewOpen) return;  // the program has ended meanwhile
   // A cancelled dialog keeps the name that it was given, and the message is written under it all the same, in the
-  // current folder. But nobody has been asked there whether to replace a file, and the name is a stranger's.
-  if (!chosen && (!isHarmlessFileName(proposed) || program.platform.fileExists(proposed))) return;
-  program.platform.writeFile(chosen.value_or(proposed), content);
+  // current folder. But nobody has been asked there whether to replace a file.
+  const std::string path = chosen ? *chosen : savedName(proposed, fileEndings(messageFilter));
+  if (!chosen && (path.empty() || program.platform.fileExists(path))) return;
+  program.platform.writeFile(path, content);
 }
 
 }  // namespace velmora

@@ -57,6 +57,8 @@ class Platform {
   virtual Answer MsgBox(const Question& question) = 0;
 
   /// Returns the path that the user chose, nothing where he cancelled. The dialog opens in the program's own folder.
+  /// The name that it proposes and the one that it returns are saved names (`file_name.h`) with an ending of the
+  /// filter: where the user's isn't, it comes again with what would be.
   virtual std::optional<std::string> askForFile(const FileQuestion& question) = 0;
 
   /// Lets the event loop run once.

@@ -1,8 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QTemporaryDir>
+#include <QTimer>
 
 #include "options/ini_file.h"
 #include "platform/mime/gmime_reader.h"
@@ -64,6 +68,22 @@ TEST_F(RealFiles, WhatIsNoFileOrTooLargeIsNotRead) {
   IniFile(platform_, path()).KeySave("v", "s", "k");
   EXPECT_EQ(static_cast<std::size_t>(large.size()), largestReadFile + 1) << "nor is it replaced";
   EXPECT_EQ(platform_.programFile("../../x"), platform_.programFile("x"));
+}
+
+TEST_F(RealFiles, AreSavedUnderTheNameThatTheDialogShows) {
+  const QString typed = folder_.filePath("x.desktop");
+  QStringList shown;
+  const std::function<void()> answer = [&] {
+    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    auto* name = dialog->findChild<QLineEdit*>("fileNameEdit");
+    shown += name->text();
+    if (shown.size() == 1) name->setText(typed);
+    QTimer::singleShot(0, dialog, answer);  // where it comes again
+    static_cast<QDialog*>(dialog)->accept();
+  };
+  QTimer::singleShot(0, answer);
+  EXPECT_EQ(platform_.askForFile({".bashrc", "Email (*.eml)|*.eml|Text (*.txt)|*.txt|"}), utf8(typed) + ".eml");
+  EXPECT_EQ(shown, QStringList({"bashrc.eml", "x.desktop.eml"}));
 }
 
 }  // namespace

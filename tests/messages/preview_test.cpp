@@ -4,6 +4,7 @@
 
 #include "app/shut_down.h"
 #include "messages/message_file.h"
+#include "platform/file_name.h"
 #include "support/running_program.h"
 
 namespace velmora {
@@ -67,13 +68,14 @@ TEST_F(Preview, SavesUnderTheChosenNameOrWhereNoneIsUnderTheProposedOne) {
   EXPECT_EQ(platform.filesAsked[0].name, "Re ab");
   EXPECT_EQ(platform.filesAsked[0].filter,
             "OutLook Express (*.eml)|*.eml|Email Message (*.msg)|*.msg|Text File (*.txt)|*.txt|");
-  EXPECT_EQ(platform.written["Re ab"], window().rtbRawMsg.Text.get() + "\r\n");
+  EXPECT_EQ(platform.written["Re ab.eml"], window().rtbRawMsg.Text.get() + "\r\n");
   platform.written.clear();
-  platform.files = {"Re ab"};
+  platform.files = {"Re ab.eml"};
   press("Save");
+  EXPECT_TRUE(platform.written.empty()) << "not over a file";
   clickRow(2);
   press("Save");
-  EXPECT_TRUE(platform.written.empty()) << "neither over a file nor where programs would read it";
+  EXPECT_TRUE(platform.written.contains("profile.eml")) << "nor where programs would read it";
   platform.chosenFile = "/home/me/letter.txt";
   platform.onFileAsked = [this] {
     program.SelectedMessage = 1;  // as a check does, if to another number
@@ -104,7 +106,32 @@ TEST(FileName, IsWhatAnySystemTakes) {
        std::string(70, 'x') + "\u6771\u6771" + std::string(124, 'y')},
   };
   for (const auto& [subject, name] : cases) EXPECT_EQ(proposedFileName(subject), name);
-  for (const auto* name : {"", "  ", ".profile", "-rf"}) EXPECT_FALSE(isHarmlessFileName(name)) << name;
+}
+
+TEST(FileName, KeepsOneOfTheEndings) {
+  const std::vector<std::string> endings = fileEndings("Email Message (*.msg)|*.msg|Text File (*.txt)|*.txt|");
+  ASSERT_THAT(endings, ElementsAre(".msg", ".txt"));
+  const std::string y(300, 'y');
+  const std::pair<std::string, std::string> cases[] = {
+      {"Re ab", "Re ab.msg"},
+      {"a.TXT", "a.TXT"},
+      {"x.desktop", "x.desktop.msg"},
+      {"con.txt.sh", "con.txt.sh.msg"},
+      {" .-.bashrc", "bashrc.msg"},
+      {"-rf", "rf.msg"},
+      {".txt", "txt.msg"},
+      {"a. .txt. ", "a.txt"},
+      {"a...", "a.msg"},
+      {"", ""},
+      {" .- ", ""},
+      {y, y.substr(0, 236) + ".msg"},
+      {y.substr(0, 235) + "\u6771.txt", y.substr(0, 235) + ".txt"},
+      {y.substr(0, 235) + ". z", y.substr(0, 235) + ".msg"},
+  };
+  for (const auto& [given, saved] : cases) {
+    EXPECT_EQ(savedName(given, endings), saved);
+    EXPECT_EQ(savedName(saved, endings), saved);
+  }
 }
 
 TEST_F(Preview, GoesWithTheMainWindow) {

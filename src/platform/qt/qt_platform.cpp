@@ -15,6 +15,7 @@
 #include <QUrl>
 #include <algorithm>
 
+#include "platform/file_name.h"
 #include "platform/qt/harmless_text.h"
 #include "platform/qt/private_files.h"
 #include "platform/qt/qt_transport.h"
@@ -139,17 +140,27 @@ Answer QtPlatform::MsgBox(const Question& question) {
 }
 
 std::optional<std::string> QtPlatform::askForFile(const FileQuestion& question) {
-  if (quitting_) return std::nullopt;
   QFileDialog dialog(QApplication::activeWindow(), {}, programFolder());
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setNameFilters(nameFilters(question.filter));
-  dialog.selectFile(harmlessLine(question.name));
+  const auto saved = [&](const QString& name) {
+    auto endings = fileEndings(question.filter);
+    endings.insert(endings.begin(), utf8('.' + suffixOf(dialog.selectedNameFilter())));
+    return qt(savedName(utf8(name), endings));
+  };
+  dialog.selectFile(saved(harmlessLine(question.name)));
   const auto followFilter = [&dialog](const QString& filter) { dialog.setDefaultSuffix(suffixOf(filter)); };
   QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, followFilter);
   followFilter(dialog.selectedNameFilter());
   keepInFront(dialog);
-  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
-  return utf8(dialog.selectedFiles().value(0));
+  while (!quitting_ && dialog.exec() == QDialog::Accepted) {
+    const QFileInfo chosen(dialog.selectedFiles().value(0));
+    const QString name = saved(chosen.fileName());
+    if (name == chosen.fileName()) return utf8(chosen.filePath());
+    dialog.setDirectory(chosen.path());
+    dialog.selectFile(name);
+  }
+  return std::nullopt;
 }
 
 void QtPlatform::yield() { QCoreApplication::processEvents(); }
