@@ -73,9 +73,9 @@ void Conversation::lines(const std::function<void(std::string_view)>& each) {
   insideAnswer_ = false;
 }
 
-std::string Conversation::message() {
+Delivery Conversation::message() {
   insideAnswer_ = true;
-  std::string message = await([this] { return reader_.message(); });
+  Delivery message = await([this] { return reader_.message(); });
   insideAnswer_ = false;
   return message;
 }

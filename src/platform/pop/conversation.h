@@ -38,7 +38,7 @@ class Conversation {
 
   Reply reply();
   void lines(const std::function<void(std::string_view)>& each);
-  std::string message();
+  Delivery message();
 
   /// Throws where `close` was called.
   void requireOpen() const;
@@ -46,7 +46,7 @@ class Conversation {
   /// An answer, or the rest of one, is still to come.
   bool isOutstanding() const { return outstanding_ > 0 || insideAnswer_; }
 
-  std::size_t messageBytes() const { return reader_.messageBytes(); }
+  std::int64_t messageBytes() const { return reader_.messageBytes(); }
   std::string_view pending() const { return reader_.pending(); }
   Milliseconds now() const { return transport_.now(); }
 

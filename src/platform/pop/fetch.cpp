@@ -5,7 +5,9 @@
 #include <span>
 #include <utility>
 
+#include "platform/mail_bounds.h"
 #include "platform/pop/exchange.h"
+#include "platform/pop/kept_texts.h"
 
 namespace velmora::pop {
 namespace {
@@ -56,13 +58,18 @@ void Fetch::run(const Channel& channel) {
 }
 
 void Fetch::begin(Listing fresh, const Maildrop& maildrop) {
-  if (!listed_ || !haveSameIdentifiers(listing_, fresh)) {
-    kept_ = 0;
-    keptBytes_ = 0;
-  }
+  if (!listed_ || !haveSameIdentifiers(listing_, fresh)) startOver();
   listed_ = true;
   listing_ = std::move(fresh);
   total_ = totalBytes(listing_, maildrop);
+}
+
+/// The texts of before go first, since there is room for those of one mailbox only.
+void Fetch::startOver() {
+  for (PopMessage& message : messages_) message.Mail = {};
+  kept_ = 0;
+  keptBytes_ = 0;
+  room_ = surroundings_.room;
 }
 
 void Fetch::take(Conversation& conversation, const Reply& reply) {
@@ -71,13 +78,17 @@ void Fetch::take(Conversation& conversation, const Reply& reply) {
   whileWaiting(conversation);
 }
 
-void Fetch::keep(const std::string& bytes) {
+void Fetch::keep(Delivery delivery) {
   PopMessage& message = messages_[kept_];
   const Entry& entry = listing_[kept_];
-  message.Size = clamped(static_cast<std::int64_t>(bytes.size()));
-  message.Uid = entry.uid.empty() ? identifierFromHeader(bytes, surroundings_.reader) : entry.uid;
-  message.Mail = surroundings_.reader.read(bytes, surroundings_.now(), [] {});
-  keptBytes_ += static_cast<std::int64_t>(bytes.size());
+  message.Size = clamped(delivery.bytes);
+  message.Uid = entry.uid.empty() ? identifierFromHeader(delivery.text, surroundings_.reader) : entry.uid;
+  const bool isCut = delivery.isCut();
+  // What came is let go of before the texts made from it are copied.
+  message.Mail = surroundings_.reader.read(std::exchange(delivery.text, {}), surroundings_.now(), [] {});
+  if (isCut && !message.Mail.Body.ends_with(mail_bounds::bodyMark)) message.Mail.Body += mail_bounds::bodyMark;
+  keepWithin(room_, message.Mail);
+  keptBytes_ += delivery.bytes;
   ++kept_;
   if (kept_ <= told_) return;
   told_ = kept_;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -19,6 +20,7 @@ class Fetch {
  public:
   struct Surroundings {
     const MailReader& reader;
+    std::size_t room;  ///< bytes of the texts that are kept
     std::function<DateTime()> now;
     std::function<void(std::int32_t position, std::int32_t total)> progress;
     std::function<void(const PopMessage&)> received;
@@ -34,8 +36,9 @@ class Fetch {
 
  private:
   void begin(Listing fresh, const Maildrop& maildrop);
+  void startOver();
   void take(Conversation& conversation, const Reply& reply);
-  void keep(const std::string& bytes);
+  void keep(Delivery delivery);
   void tellProgress(Milliseconds now);
 
   std::vector<PopMessage>& messages_;
@@ -43,6 +46,7 @@ class Fetch {
   Surroundings surroundings_;
   bool listed_ = false;
   std::size_t kept_ = 0;
+  std::size_t room_ = 0;  ///< for the texts of the messages to come
   std::size_t told_ = 0;  ///< messages that were told to be received, each once
   std::int64_t keptBytes_ = 0;
   std::int64_t position_ = 0;

@@ -8,6 +8,7 @@
 #include <span>
 #include <utility>
 
+#include "platform/mail_bounds.h"
 #include "platform/pop/exchange.h"
 #include "platform/pop/fields.h"
 #include "platform/pop/server_words.h"
@@ -82,7 +83,7 @@ std::vector<std::size_t> readIdentifiers(const Channel& channel, Listing& listin
   exchange(channel.conversation, requests, channel.pipelined, [&](std::size_t i, const Reply& reply) {
     const std::size_t index = indexes[i];
     if (reply.ok)
-      listing[index].uid = identifierFromHeader(channel.conversation.message(), reader);
+      listing[index].uid = identifierFromHeader(channel.conversation.message().text, reader);
     else if (byTop && !isTemporary(reply.text))
       refused.push_back(index);
     else
@@ -135,7 +136,8 @@ void completeIdentifiers(const Channel& channel, Listing& listing, const MailRea
 }
 
 std::string identifierFromHeader(std::string_view message, const MailReader& reader) {
-  const std::string_view header = headerOf(message);
+  // The blank line that ends a header of just that size has two bytes.
+  const std::string_view header = headerOf(message.substr(0, mail_bounds::raw + 2)).substr(0, mail_bounds::raw);
   return header.empty() ? std::string() : "header " + reader.fingerprint(header);
 }
 

@@ -28,8 +28,8 @@ Listing list(const Channel& channel);
 /// without one.
 void completeIdentifiers(const Channel& channel, Listing& listing, const MailReader& reader);
 
-/// An identifier made from the header of a message, or of what TOP gives of it; blank where there is no header, since
-/// it would be that of all messages without one. No server gives one like it.
+/// An identifier made from the header of a message, or of what TOP gives of it, up to mail_bounds::raw bytes; blank
+/// where there is no header, since it would be that of all messages without one. No server gives one like it.
 std::string identifierFromHeader(std::string_view message, const MailReader& reader);
 
 /// The failure of a server that refused message `position` (from 1) of `count`.

@@ -158,7 +158,7 @@ void PopClient::Implementation::fetchAll() {
     requireConnected();
     pop::Fetch fetch(
         items_, listing_,
-        {surroundings_.reader, surroundings_.now,
+        {surroundings_.reader, surroundings_.room, surroundings_.now,
          [this](std::int32_t position, std::int32_t total) {
            notify([&](IPopClientNotify& r) { r.Progress(owner_, position, total); });
          },

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -8,6 +9,7 @@
 #include <vector>
 
 #include "platform/date_time.h"
+#include "platform/mail_bounds.h"
 #include "platform/mail_reader.h"
 #include "platform/pop/transport.h"
 
@@ -89,6 +91,7 @@ class PopClient : public std::enable_shared_from_this<PopClient> {
     const MailReader& reader;
     std::function<DateTime()> now;
     ServerHabits& habits;
+    std::size_t room = mail_bounds::mailbox;  ///< bytes of the texts that are kept of a mailbox
   };
 
   explicit PopClient(const Surroundings& surroundings);

@@ -1,8 +1,10 @@
 #include "platform/pop/reply_reader.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "platform/failure.h"
+#include "platform/mail_bounds.h"
 #include "platform/pop/server_words.h"
 #include "platform/text.h"
 
@@ -74,7 +76,7 @@ bool ReplyReader::lines(const std::function<void(std::string_view)>& each) {
   return false;
 }
 
-std::optional<std::string> ReplyReader::message() {
+std::optional<Delivery> ReplyReader::message() {
   while (position_ < buffer_.size()) {
     const LineStart start = atLineStart_ ? lineStart() : LineStart::Text;
     if (start == LineStart::Incomplete) return std::nullopt;
@@ -101,9 +103,10 @@ void ReplyReader::takeMessageLine() {
   const std::size_t end = rest.find('\n');
   atLineStart_ = end != std::string_view::npos;
   const std::string_view taken = atLineStart_ ? rest.substr(0, end + 1) : rest;
-  if (message_.size() + taken.size() > maximumMessage) throw tooLong("a message");
-  message_.append(taken);
   position_ += taken.size();
+  message_.bytes += static_cast<std::int64_t>(taken.size());
+  if (message_.bytes > maximumMessage) throw tooLong("a message");
+  message_.text.append(taken.substr(0, mail_bounds::message - message_.text.size()));
 }
 
 }  // namespace velmora::pop

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
+#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -14,6 +16,14 @@ struct Reply {
   std::string text;  ///< what stands behind it, as it came
 };
 
+/// A message as the server handed it out, undotted, with its line ends as they came.
+struct Delivery {
+  std::string text;        ///< the first mail_bounds::message bytes of it
+  std::int64_t bytes = 0;  ///< all of them
+
+  bool isCut() const { return bytes > static_cast<std::int64_t>(text.size()); }
+};
+
 /// Takes a server's bytes apart, without any input or output of its own. The caller says what must come next: a status
 /// line, the lines of a listing or a message. Lines end in CR LF or LF; NUL and 8-bit bytes pass. Whatever breaks the
 /// protocol or a bound throws PopFailure with protocolBroken; nothing more may be read then.
@@ -23,7 +33,7 @@ class ReplyReader {
   static constexpr std::size_t maximumListLine = 1024;
   static constexpr std::size_t maximumListLines = 200'000;
   static constexpr std::size_t maximumListing = std::size_t{32} << 20U;
-  static constexpr std::size_t maximumMessage = std::size_t{256} << 20U;
+  static constexpr std::int64_t maximumMessage = std::numeric_limits<std::int32_t>::max();
 
   void feed(std::string_view bytes);
 
@@ -33,11 +43,11 @@ class ReplyReader {
   /// Hands out the complete lines of a listing, undotted and without line ends. True when its final dot was among them.
   bool lines(const std::function<void(std::string_view)>& each);
 
-  /// A whole message, undotted, with its line ends as they came, or nothing while it is incomplete.
-  std::optional<std::string> message();
+  /// A whole message, or nothing while it is incomplete.
+  std::optional<Delivery> message();
 
   /// Bytes of the message that is incomplete as yet.
-  std::size_t messageBytes() const { return message_.size(); }
+  std::int64_t messageBytes() const { return message_.bytes; }
 
   /// What was fed and not yet read.
   std::string_view pending() const { return std::string_view(buffer_).substr(position_); }
@@ -53,7 +63,7 @@ class ReplyReader {
   std::size_t position_ = 0;
   std::size_t listLines_ = 0;
   std::size_t listBytes_ = 0;
-  std::string message_;
+  Delivery message_;
   bool atLineStart_ = true;
 };
 

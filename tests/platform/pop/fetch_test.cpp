@@ -2,12 +2,16 @@
 
 #include <algorithm>
 
+#include "platform/mail_bounds.h"
+#include "platform/pop/kept_texts.h"
 #include "platform/pop/pop_kit.h"
 
 namespace velmora::test {
 namespace {
 
+using testing::AllOf;
 using testing::Contains;
+using testing::EndsWith;
 using testing::IsSupersetOf;
 using testing::SizeIs;
 
@@ -137,6 +141,69 @@ TEST(Fetch, GoesOnBehindWhatItHasOnlyInTheSameMailbox) {
     EXPECT_TRUE(desk.hasAllTexts());
     desk.client->Disconnect();
     EXPECT_THAT(desk.server.messages, SizeIs(5)) << "marks hold for one login only";
+  }
+}
+
+TEST(Fetch, KeepsTheStartOfAMessageBeyondTheBound) {
+  for (const std::size_t beyond : {0, 1'000'000}) {
+    Desk desk;
+    desk.holds(2);
+    desk.server.answers["RETR 1"] = "+OK\r\n" + std::string(mail_bounds::message - 2 + beyond, 'x') + "\r\n.\r\n";
+    desk.client->Connect();
+    desk.messages().FetchAll();
+    const PopMessage& message = desk.messages().Item(0);
+    EXPECT_EQ(message.Size, mail_bounds::message + beyond);
+    EXPECT_EQ(message.Mail.Body.size(), mail_bounds::message + (beyond > 0 ? mail_bounds::bodyMark.size() : 0));
+    EXPECT_EQ(message.Mail.Body.ends_with(mail_bounds::bodyMark), beyond > 0);
+    EXPECT_EQ(message.Mail.Body.capacity(), message.Mail.Body.size());
+    EXPECT_EQ(desk.messages().Item(1).Mail.Body, desk.server.messages[1].text);
+  }
+}
+
+TEST(Fetch, KeepsNoMoreOfAMailboxThanThereIsRoomFor) {
+  Desk desk;
+  desk.holds(4);
+  for (MemoryMessage& message : desk.server.messages) message.text.append(1000, 'x').append("\r\n");
+  desk.client = desk.makeClient(desk.server.line, desk.server, 2500);
+  desk.server.pipelining = true;
+  desk.server.answers = {{"UIDL", "-ERR what?\r\n"}, {"RETR 3", MemoryServer::hangUp}};
+  desk.client->Connect();
+  desk.server.line.onConnect = [&] { desk.server.answers.clear(); };
+  for (const std::string run : {"that starts over", "from the start"}) {
+    SCOPED_TRACE(run);
+    desk.messages().FetchAll();
+    EXPECT_EQ(desk.server.logins, 2);
+    EXPECT_EQ(desk.all(&PopMessage::Uid), std::vector<std::string>({"uid1", "uid2", "uid3", "uid4"}));
+    EXPECT_EQ(desk.messages().Item(1).Mail.Body, desk.server.messages[1].text);
+    EXPECT_THAT(desk.messages().Item(2).Mail.Body, AllOf(SizeIs(2500 - 2 * 1028), EndsWith(mail_bounds::bodyMark)));
+    EXPECT_EQ(desk.messages().Item(3).Mail.Body, mail_bounds::bodyMark);
+    EXPECT_EQ(desk.messages().Item(3).Size, 1028);
+  }
+
+  const std::size_t rawMark = mail_bounds::rawMark.size();
+  const std::size_t bodyMark = mail_bounds::bodyMark.size();
+  struct Case {
+    std::size_t room, from, raw, body;              ///< bytes of each
+    std::size_t roomLeft, keptFrom, keptRaw, kept;  ///< likewise, behind it
+  };
+  const std::vector<Case> cases = {
+      {6000, 1000, 2000, 3000, 0, 1000, 2000, 3000},          {9000, 1000, 2000, 3000, 3000, 1000, 2000, 3000},
+      {5999, 1000, 2000, 3000, 0, 1000, 2000, 2999},          {2000, 1000, 2000, 3000, 0, 1000, 1000, bodyMark},
+      {700, 1000, 2000, 3000, 0, 700, rawMark, bodyMark},     {0, 1000, 2000, 3000, 0, 256, rawMark, bodyMark},
+      {0, 256, rawMark, bodyMark, 0, 256, rawMark, bodyMark}, {0, 0, 0, 0, 0, 0, 0, 0},
+  };
+  for (const Case& c : cases) {
+    ReadMail mail{std::string(c.from, 'f'), "", "", {}, std::string(c.raw, 'r'), std::string(c.body, 'b')};
+    mail.Body.reserve(10'000);
+    std::size_t room = c.room;
+    pop::keepWithin(room, mail);
+    EXPECT_EQ(room, c.roomLeft);
+    EXPECT_EQ(mail.From.size(), c.keptFrom);
+    EXPECT_EQ(mail.Raw.size(), c.keptRaw);
+    EXPECT_EQ(mail.Body.size(), c.kept);
+    EXPECT_EQ(mail.Raw.ends_with(mail_bounds::rawMark), c.keptRaw < c.raw);
+    EXPECT_EQ(mail.Body.ends_with(mail_bounds::bodyMark), c.kept < c.body);
+    EXPECT_LT(mail.Body.capacity(), 4000U);
   }
 }
 

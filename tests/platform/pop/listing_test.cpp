@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/mail_bounds.h"
+#include "platform/pop/listing.h"
 #include "platform/pop/pop_kit.h"
 
 namespace velmora::test {
@@ -58,6 +60,21 @@ TEST(Listing, MakesTheSameIdentifiersFromTopAndFromWholeMessages) {
       EXPECT_THAT(listed[1], StartsWith("header "));
       EXPECT_NE(listed[0], listed[1]);
     }
+  }
+}
+
+TEST(Listing, MakesIdentifiersFromTheStartOfAnEndlessHeader) {
+  class CountingReader : public PlainReader {
+   public:
+    std::string fingerprint(std::string_view bytes) const override { return std::to_string(bytes.size()); }
+  };
+  const CountingReader reader;
+  constexpr std::size_t most = mail_bounds::raw;
+  for (const std::size_t size : {most - 1, most, most + 1, most + 2, 2 * most}) {
+    const std::string header = std::string(size - 1, 'h') + "\n";
+    const std::string expected = "header " + std::to_string(std::min(size, most));
+    for (const std::string rest : {"", "\r\n", "\r\nText\r\n", "\nText\n"})
+      EXPECT_EQ(pop::identifierFromHeader(header + rest, reader), expected) << size << rest;
   }
 }
 

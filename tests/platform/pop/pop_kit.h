@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/failure.h"
+#include "platform/mail_bounds.h"
 #include "platform/pop/pop_client.h"
 #include "support/memory_server.h"
 
@@ -72,9 +73,10 @@ struct Desk {
   Recorder recorder;
   std::shared_ptr<PopClient> client = makeClient(server.line, server);
 
-  std::shared_ptr<PopClient> makeClient(MemoryLine& line, MemoryPeer& peer) {
+  std::shared_ptr<PopClient> makeClient(MemoryLine& line, MemoryPeer& peer, std::size_t room = mail_bounds::mailbox) {
     const auto make = [&] { return std::make_unique<MemoryTransport>(line, peer); };
-    auto made = std::make_shared<PopClient>(PopClient::Surroundings{make, reader, [] { return DateTime{}; }, habits});
+    const auto now = [] { return DateTime{}; };
+    auto made = std::make_shared<PopClient>(PopClient::Surroundings{make, reader, now, habits, room});
     made->HostName("mail.example");
     made->Login("user");
     made->Password("secret");

@@ -33,7 +33,7 @@ TEST(ReplyReader, BoundsEveryLineCountAndAnswer) {
       {"1", ReplyReader::maximumListLine, list},
       {"1\n", ReplyReader::maximumListLines, list},
       {std::string(1000, '1') + "\n", ReplyReader::maximumListing / 1000, list},
-      {std::string(1U << 20U, 'x'), ReplyReader::maximumMessage >> 20U, message},
+      {std::string(1U << 20U, 'x'), std::size_t{ReplyReader::maximumMessage} >> 20U, message},
   };
   for (const Bound& bound : bounds) {
     ReplyReader reader;
