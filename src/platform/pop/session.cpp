@@ -30,8 +30,9 @@ void Session::open() {
     connectAndLogIn(!habits_.noCapa.contains(server_.key()));
   } catch (const CapabilitiesFailure&) {
     conversation_->requireOpen();
-    habits_.noCapa.insert(server_.key());
     connectAndLogIn(false);
+    // Only now is it sure that CAPA was to blame, and not the line or the server.
+    habits_.noCapa.insert(server_.key());
   }
 }
 

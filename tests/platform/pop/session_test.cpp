@@ -6,6 +6,7 @@ namespace velmora::test {
 namespace {
 
 using testing::Contains;
+using testing::IsEmpty;
 using testing::Not;
 using testing::SizeIs;
 using namespace std::string_literals;
@@ -28,6 +29,11 @@ TEST(LogIn, ConnectsWithoutCapaWhereItsAnswerIsNone) {
     desk.client->Connect();
     EXPECT_EQ(desk.server.line.connections, connections) << "it is kept in mind";
   }
+
+  Desk refusing;
+  refusing.server.answers = {{"CAPA", "?"}, {"PASS", "-ERR no\r\n"}};
+  EXPECT_EQ(failureOf([&] { refusing.client->Connect(); }), pop_failure::loginRefused);
+  EXPECT_THAT(refusing.habits.noCapa, IsEmpty()) << "CAPA may not have been to blame";
 }
 
 TEST(Quit, WithoutDeletionsNeverFailsAndIsShort) {
