@@ -39,6 +39,8 @@ struct MemoryLine {
   std::optional<PopFailure> connectFailure;   ///< thrown by connect
   std::function<void()> onConnect;            ///< runs inside connect, as an event loop would
   std::function<void()> onReceive;            ///< runs inside receive, as an event loop would
+  std::function<void()> onTurn;               ///< runs inside turn, as an event loop would
+  bool ending = false;                        ///< the program is
   pop::Transport::Certificate certificate;
 
   Milliseconds clock{0};
@@ -56,6 +58,10 @@ class MemoryTransport : public pop::Transport {
   Certificate certificate() const override { return line_.certificate; }
   void send(std::string_view bytes) override;
   std::string receive(Milliseconds wait) override;
+  bool turn() override {
+    if (line_.onTurn) line_.onTurn();
+    return !line_.ending;
+  }
   bool isOpen() const override { return line_.open; }
   void abort() override { line_.open = false; }
   Milliseconds now() const override { return line_.clock; }

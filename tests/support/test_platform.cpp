@@ -22,6 +22,7 @@ class RoutedTransport : public pop::Transport {
     if (line_) line_->send(bytes);
   }
   std::string receive(pop::Milliseconds wait) override { return line_ ? line_->receive(wait) : std::string(); }
+  bool turn() override { return !line_ || line_->turn(); }
   bool isOpen() const override { return line_ && line_->isOpen(); }
   void abort() override {
     if (line_) line_->abort();

@@ -12,31 +12,68 @@ namespace velmora::pop {
 namespace {
 
 constexpr Milliseconds longestWait{100};
+constexpr Milliseconds longestWithoutTurn{50};
 
 struct Ends {
   std::int32_t closed, lost, silent;
   std::string_view lostText, silentText;
 };
 
-constexpr std::array<Ends, 3> endsByPhase = {{
+constexpr Ends atWork = {pop_failure::connectionLost, pop_failure::connectionLost, pop_failure::silentWhileFetching,
+                         "The connection to the server was lost.", "The server did not send its answer in time."};
+
+constexpr std::array<Ends, 5> endsByPhase = {{
     {pop_failure::closedWhileLoggingIn, pop_failure::noGreeting, pop_failure::noGreeting,
      "The server closed the connection without a greeting.", "The server sent no greeting in time."},
     {pop_failure::closedWhileLoggingIn, pop_failure::closedWhileLoggingIn, pop_failure::timedOut,
      "The server closed the connection while logging in.", "The server did not answer in time while logging in."},
-    {pop_failure::connectionLost, pop_failure::connectionLost, pop_failure::silentWhileFetching,
-     "The connection to the server was lost.", "The server did not send its answer in time."},
+    atWork,
+    atWork,
+    atWork,
 }};
 
+constexpr std::string_view trickleText =
+    "The server sends its messages too slowly to go on: less than 100 KB in a minute, or in six time-outs.";
+
 const Ends& endsOf(Phase phase) { return endsByPhase.at(static_cast<std::size_t>(phase)); }
+
+PopFailure outOfPatience(Phase phase, bool isTrickle) {
+  const Ends& ends = endsOf(phase);
+  const bool isAtWork = ends.silent == atWork.silent;
+  return {ends.silent, std::string(isTrickle && isAtWork ? trickleText : ends.silentText)};
+}
 
 }  // namespace
 
 void Conversation::connect(const std::string& host, std::uint16_t port, bool secure) {
+  enter(Phase::Greeting);
+  const Milliseconds start = now();
   try {
     transport_.connect(host, port, secure, patience_.timeOut());
   } catch (const PopFailure&) {
     requireOpen();
     throw;
+  }
+  patience_.waited(std::min(now() - start, patience_.timeOut()), 0);
+}
+
+void Conversation::enter(Phase phase) {
+  phase_ = phase;
+  if (phase != Phase::LoggingIn) patience_.begin(limitOf(phase));
+}
+
+/// Half an hour brings a list of 32,767 messages in over 2 KB a second.
+std::optional<Milliseconds> Conversation::limitOf(Phase phase) const {
+  using namespace std::chrono_literals;
+  switch (phase) {
+    case Phase::Greeting:
+      return patience_.sixTimeOuts(2min);
+    case Phase::Listing:
+      return patience_.sixTimeOuts(30min);
+    case Phase::Leaving:
+      return 3s;
+    default:
+      return {};
   }
 }
 
@@ -53,7 +90,6 @@ Reply Conversation::ask(std::string_view command) {
 
 template <class Take>
 auto Conversation::await(Take take) {
-  patience_.start(transport_.now());
   while (true) {
     requireOpen();
     if (auto taken = take()) return *std::move(taken);
@@ -62,19 +98,23 @@ auto Conversation::await(Take take) {
 }
 
 Reply Conversation::reply() {
+  patience_.awaitStatusLine();
   Reply reply = await([this] { return reader_.status(); });
+  patience_.statusLineCame();
   if (outstanding_ > 0) --outstanding_;
   return reply;
 }
 
 void Conversation::lines(const std::function<void(std::string_view)>& each) {
   insideAnswer_ = true;
+  patience_.awaitMore();
   await([&] { return reader_.lines(each) ? std::optional(true) : std::nullopt; });
   insideAnswer_ = false;
 }
 
 Delivery Conversation::message() {
   insideAnswer_ = true;
+  patience_.awaitMore();
   Delivery message = await([this] { return reader_.message(); });
   insideAnswer_ = false;
   return message;
@@ -84,17 +124,28 @@ void Conversation::requireOpen() const {
   if (closed_) throw PopFailure(endsOf(phase_).closed, "The connection was closed.");
 }
 
+void Conversation::breathe() {
+  if (now() - lastTurn_ < longestWithoutTurn) return;
+  if (!transport_.turn()) close();
+  lastTurn_ = now();
+  if (whileWaiting_) whileWaiting_(*this);
+  requireOpen();
+}
+
 void Conversation::close() {
   closed_ = true;
   transport_.abort();
 }
 
 void Conversation::receive() {
-  const Milliseconds left = patience_.left(transport_.now());
-  if (left <= Milliseconds::zero()) throw PopFailure(endsOf(phase_).silent, std::string(endsOf(phase_).silentText));
-  const std::string bytes = transport_.receive(whileWaiting_ ? std::min(left, longestWait) : left);
+  const Milliseconds left = patience_.left();
+  if (left <= Milliseconds::zero()) throw outOfPatience(phase_, patience_.isTrickle());
+  const Milliseconds wait = whileWaiting_ ? std::min(left, longestWait) : left;
+  const Milliseconds start = now();
+  const std::string bytes = transport_.receive(wait);
+  // What took longer than that was no waiting, but the program's own work, in a handler that ran meanwhile.
+  patience_.waited(std::min(now() - start, wait), bytes.size());
   reader_.feed(bytes);
-  if (!bytes.empty()) patience_.came(bytes.size(), transport_.now());
   if (whileWaiting_) whileWaiting_(*this);
   requireOpen();
   if (bytes.empty() && !transport_.isOpen())

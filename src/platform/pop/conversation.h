@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -11,24 +12,27 @@
 
 namespace velmora::pop {
 
-/// What a conversation is about. Decides the numbers of the failures when the server falls silent or is gone.
-enum class Phase { Greeting, LoggingIn, Working };
+/// What a conversation is about. Decides how long it may take and the numbers of the failures when the server falls
+/// silent or is gone.
+enum class Phase { Greeting, LoggingIn, Listing, Working, Leaving };
 
-/// Commands and answers over one connection, in blocking style. Each wait ends by the time-out. Every call that awaits
-/// something throws PopFailure when the server is silent, gone or breaks the protocol, or when `close` was called.
+/// Commands and answers over one connection, in blocking style. No wait goes on for ever (patience.h). Every call that
+/// awaits something throws PopFailure when the server is silent, gone or breaks the protocol, or when `close` was
+/// called.
 class Conversation {
  public:
-  /// Called after each wait, at least every 100 ms. May call `close`.
+  /// Called after each wait and each turn of the event loop, at least every 100 ms. May call `close`.
   using WhileWaiting = std::function<void(const Conversation&)>;
 
   /// `transport` and `whileWaiting`, which may be empty, outlive the conversation.
   Conversation(Transport& transport, Milliseconds timeOut, const WhileWaiting& whileWaiting)
       : transport_(transport), patience_(timeOut), whileWaiting_(whileWaiting) {}
 
+  /// Begins with the phase Greeting.
   void connect(const std::string& host, std::uint16_t port, bool secure);
 
-  void enter(Phase phase) { phase_ = phase; }
-  void shortenTimeOut(Milliseconds timeOut) { patience_.shorten(timeOut); }
+  /// Logging in goes on within the time of the greeting.
+  void enter(Phase phase);
 
   /// Sends whole commands with their line ends, and returns at once.
   void send(std::string_view commands, std::size_t count);
@@ -39,6 +43,10 @@ class Conversation {
   Reply reply();
   void lines(const std::function<void(std::string_view)>& each);
   Delivery message();
+
+  /// For work between two waits, as often as it likes: lets the event loop turn where it hasn't for 50 ms. Throws where
+  /// `close` was called meanwhile or the program is ending.
+  void breathe();
 
   /// Throws where `close` was called.
   void requireOpen() const;
@@ -58,12 +66,14 @@ class Conversation {
   template <class Take>
   auto await(Take take);
   void receive();
+  std::optional<Milliseconds> limitOf(Phase phase) const;
 
   Transport& transport_;
   Patience patience_;
   const WhileWaiting& whileWaiting_;
   ReplyReader reader_;
   Phase phase_ = Phase::Greeting;
+  Milliseconds lastTurn_{};
   std::size_t outstanding_ = 0;
   bool insideAnswer_ = false;
   bool closed_ = false;

@@ -46,6 +46,7 @@ void exchange(Conversation& conversation, std::span<const Request> requests, boo
     window.fill();
     onAnswer(index, conversation.reply());
     window.answered();
+    conversation.breathe();
   }
 }
 

@@ -74,18 +74,19 @@ void Fetch::startOver() {
 
 void Fetch::take(Conversation& conversation, const Reply& reply) {
   if (!reply.ok) throw refusedMessage(kept_ + 1, listing_.size(), reply.text);
-  keep(conversation.message());
+  keep(conversation, conversation.message());
   whileWaiting(conversation);
 }
 
-void Fetch::keep(Delivery delivery) {
+void Fetch::keep(Conversation& conversation, Delivery delivery) {
   PopMessage& message = messages_[kept_];
   const Entry& entry = listing_[kept_];
   message.Size = clamped(delivery.bytes);
   message.Uid = entry.uid.empty() ? identifierFromHeader(delivery.text, surroundings_.reader) : entry.uid;
   const bool isCut = delivery.isCut();
   // What came is let go of before the texts made from it are copied.
-  message.Mail = surroundings_.reader.read(std::exchange(delivery.text, {}), surroundings_.now(), [] {});
+  message.Mail =
+      surroundings_.reader.read(std::exchange(delivery.text, {}), surroundings_.now(), [&] { conversation.breathe(); });
   if (isCut && !message.Mail.Body.ends_with(mail_bounds::bodyMark)) message.Mail.Body += mail_bounds::bodyMark;
   keepWithin(room_, message.Mail);
   keptBytes_ += delivery.bytes;

@@ -38,7 +38,7 @@ class Fetch {
   void begin(Listing fresh, const Maildrop& maildrop);
   void startOver();
   void take(Conversation& conversation, const Reply& reply);
-  void keep(Delivery delivery);
+  void keep(Conversation& conversation, Delivery delivery);
   void tellProgress(Milliseconds now);
 
   std::vector<PopMessage>& messages_;

@@ -112,6 +112,7 @@ void requireSizes(const TextByNumber& sizes) {
 }  // namespace
 
 Listing list(const Channel& channel) {
+  channel.conversation.enter(Phase::Listing);
   std::array<TextByNumber, 2> answers;
   const std::array<Request, 2> requests = {Request{"LIST"}, Request{"UIDL"}};
   exchange(channel.conversation, requests, channel.pipelined, [&](std::size_t index, const Reply& reply) {
@@ -121,6 +122,7 @@ Listing list(const Channel& channel) {
       throw PopFailure(pop_failure::messageRefused,
                        withServerWords("The server refused to list the messages.", reply.text));
   });
+  channel.conversation.enter(Phase::Working);
   if (channel.pipelined) requireSizes(answers[0]);
   return assemble(static_cast<std::size_t>(channel.maildrop.count), answers[0], answers[1]);
 }

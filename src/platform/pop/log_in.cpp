@@ -97,7 +97,6 @@ void requireSendable(const Credentials& credentials) {
 }
 
 void greet(Conversation& conversation, bool secure) {
-  conversation.enter(Phase::Greeting);
   const Reply greeting = readGreeting(conversation, secure);
   conversation.enter(Phase::LoggingIn);
   if (greeting.ok) return;

@@ -1,6 +1,5 @@
 #include "platform/pop/quit.h"
 
-#include <chrono>
 #include <optional>
 #include <string>
 #include <vector>
@@ -13,7 +12,7 @@ namespace velmora::pop {
 
 void quit(Conversation& conversation) {
   try {
-    conversation.shortenTimeOut(std::chrono::seconds(3));
+    conversation.enter(Phase::Leaving);
     conversation.ask("QUIT");
   } catch (const PopFailure&) {
     // Nothing is lost: the server keeps all messages.
@@ -21,6 +20,7 @@ void quit(Conversation& conversation) {
 }
 
 void deleteAndQuit(const Channel& channel, std::span<const std::int32_t> numbers) {
+  channel.conversation.enter(Phase::Working);
   std::vector<Request> requests;
   for (const std::int32_t number : numbers) requests.push_back({"DELE " + std::to_string(number)});
   std::optional<Reply> refusal;

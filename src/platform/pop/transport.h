@@ -36,6 +36,10 @@ class Transport {
   /// connection is gone; `isOpen` tells which. Bytes that came before the close are handed out first.
   virtual std::string receive(Milliseconds wait) = 0;
 
+  /// Lets the event loop turn once without waiting, for a caller that is at work for long. False where the program is
+  /// ending: then nothing may go on. As inside `receive`, a handler may call `abort`.
+  virtual bool turn() = 0;
+
   /// The connection stands, or bytes that came before its end are still to be received.
   virtual bool isOpen() const = 0;
 

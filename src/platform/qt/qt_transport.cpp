@@ -58,6 +58,8 @@ class QtTransport : public pop::Transport {
     return socket_ && socket_->bytesAvailable() > 0 ? socket_->readAll().toStdString() : std::string();
   }
 
+  bool turn() override { return waiting_.wait(Milliseconds::zero()); }
+
   bool isOpen() const override { return isConnected() || (socket_ && socket_->bytesAvailable() > 0); }
 
   void abort() override {

@@ -12,6 +12,7 @@ namespace {
 using testing::AllOf;
 using testing::Contains;
 using testing::EndsWith;
+using testing::HasSubstr;
 using testing::IsSupersetOf;
 using testing::SizeIs;
 
@@ -68,16 +69,61 @@ TEST(Fetch, TellsProgressWhileNothingComes) {
   EXPECT_EQ(desk.recorder.progress.back().second, 2147483647) << "where no sizes are listed it is the mailbox's";
 }
 
-TEST(Fetch, CallsATrickleSilence) {
-  Desk desk;
-  desk.server.messages = {{"u", "Subject: x\r\n\r\n" + std::string(5000, 'x') + "\r\n"}};
-  desk.client->Connect();
-  desk.server.line.chunk = 100;
-  desk.server.line.pace = std::chrono::seconds(9);
-  EXPECT_EQ(failureOf([&] { desk.messages().FetchAll(); }), 0);
-
-  desk.server.line.chunk = 50;
-  EXPECT_EQ(failureOf([&] { desk.messages().FetchAll(); }), pop_failure::silentWhileFetching);
+TEST(Fetch, TellsASlowServerFromOneThatHoldsItForEver) {
+  using namespace std::chrono_literals;
+  struct Case {
+    std::string command, answer;  ///< blank for the right answers alone
+    std::size_t chunk;
+    Milliseconds pace;
+    std::int32_t failure;
+    Milliseconds longest;
+    std::string words;
+    bool pipelining = false;
+  };
+  const std::string mail = "+OK\r\nSubject: x\r\n\r\n" + std::string(30'000'000, 'x') + "\r\n.\r\n";
+  std::string list = "+OK\r\n";
+  for (int line = 0; line < 5000; ++line) list += "1 " + std::string(998, '5') + "\r\n";
+  const std::string dribble = "+OK " + std::string(5000, 'x') + "\r\n";
+  const std::int32_t stalled = pop_failure::silentWhileFetching;
+  const std::vector<Case> cases = {
+      {"RETR 1", mail, 2000, 1s, 0, 5h, ""},
+      {"RETR 1", mail, 1800, 1s, 0, 5h, ""},
+      {"RETR 1", mail, 1500, 1s, stalled, 120s, "too slowly"},
+      {"RETR 1", mail, 1, 50ms, stalled, 120s, "too slowly"},
+      {"RETR 1", mail, 1, 50ms, stalled, 240s, "too slowly", true},
+      {"", "", 9999, 9s, 0, 10min, ""},
+      {"RETR 1", dribble, 1, 5s, stalled, 30s, "in time"},
+      {"LIST", list, 1, 50ms, stalled, 120s, "too slowly"},
+      {"LIST", list, 2000, 1s, stalled, 30min, "in time"},
+      {"PASS", dribble, 1, 5s, pop_failure::timedOut, 30s, "in time"},
+      {"CAPA", list, 1, 50ms, 0, 120s, ""},
+      {"CAPA", list, 2000, 1s, 0, 130s, ""},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.command + " by " + std::to_string(c.chunk) + " of " + std::to_string(c.answer.size()));
+    Desk desk;
+    MemoryLine& line = desk.server.line;
+    desk.holds(50);
+    desk.server.pipelining = c.pipelining;
+    if (!c.command.empty()) desk.server.answers[c.command] = c.answer;
+    // The bytes are slow from the answer in question on, so that what leads to it takes no time.
+    line.onConnect = [&] {
+      line.sends.assign(1, "");
+      line.pace = 0ms;
+    };
+    line.onReceive = [&] {
+      if (line.pace > 0ms || !line.sends.back().starts_with(c.command)) return;
+      line.chunk = c.chunk;
+      line.pace = c.pace;
+    };
+    const std::int32_t failure = failureOf([&] {
+      desk.client->Connect();
+      desk.messages().FetchAll();
+    });
+    EXPECT_EQ(failure, c.failure);
+    EXPECT_THAT(desk.client->ErrorText(), HasSubstr(c.words));
+    EXPECT_LE(line.clock, c.longest);
+  }
 }
 
 TEST(Fetch, GoesOnOneByOneWhereAnswersAreMixedUp) {
@@ -164,7 +210,7 @@ TEST(Fetch, KeepsNoMoreOfAMailboxThanThereIsRoomFor) {
   Desk desk;
   desk.holds(4);
   for (MemoryMessage& message : desk.server.messages) message.text.append(1000, 'x').append("\r\n");
-  desk.client = desk.makeClient(desk.server.line, desk.server, 2500);
+  desk.client = desk.makeClient(desk.server.line, desk.server, desk.reader, 2500);
   desk.server.pipelining = true;
   desk.server.answers = {{"UIDL", "-ERR what?\r\n"}, {"RETR 3", MemoryServer::hangUp}};
   desk.client->Connect();
