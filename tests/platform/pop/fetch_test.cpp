@@ -215,6 +215,10 @@ TEST(Fetch, KeepsNoMoreOfAMailboxThanThereIsRoomFor) {
   desk.server.answers = {{"UIDL", "-ERR what?\r\n"}, {"RETR 3", MemoryServer::hangUp}};
   desk.client->Connect();
   desk.server.line.onConnect = [&] { desk.server.answers.clear(); };
+  desk.recorder.onEvent = [&](PopClient& client, const std::string& event) {
+    if (event != "Received" || desk.recorder.received.size() != 5) return;
+    EXPECT_EQ(client.Messages().Item(3).Mail.Body, "") << "what was kept of it goes before new texts come";
+  };
   for (const std::string run : {"that starts over", "from the start"}) {
     SCOPED_TRACE(run);
     desk.messages().FetchAll();
