@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "platform/pop/patience.h"
 #include "platform/pop/reply_reader.h"
@@ -24,9 +25,9 @@ class Conversation {
   /// Called after each wait and each turn of the event loop, at least every 100 ms. May call `close`.
   using WhileWaiting = std::function<void(const Conversation&)>;
 
-  /// `transport` and `whileWaiting`, which may be empty, outlive the conversation.
-  Conversation(Transport& transport, Milliseconds timeOut, const WhileWaiting& whileWaiting)
-      : transport_(transport), patience_(timeOut), whileWaiting_(whileWaiting) {}
+  /// `transport` and `whileWaiting`, which may be empty, outlive the conversation. No failure's text shows `secret`.
+  Conversation(Transport& transport, Milliseconds timeOut, std::string secret, const WhileWaiting& whileWaiting)
+      : transport_(transport), patience_(timeOut), whileWaiting_(whileWaiting), reader_(std::move(secret)) {}
 
   /// Begins with the phase Greeting.
   void connect(const std::string& host, std::uint16_t port, bool secure);
@@ -53,6 +54,9 @@ class Conversation {
 
   /// An answer, or the rest of one, is still to come.
   bool isOutstanding() const { return outstanding_ > 0 || insideAnswer_; }
+
+  /// "What happened." followed by the server's own words: the one way to show them.
+  std::string quote(std::string_view what, std::string_view words) const { return reader_.quote(what, words); }
 
   std::int64_t messageBytes() const { return reader_.messageBytes(); }
   std::string_view pending() const { return reader_.pending(); }

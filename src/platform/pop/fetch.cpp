@@ -73,7 +73,7 @@ void Fetch::startOver() {
 }
 
 void Fetch::take(Conversation& conversation, const Reply& reply) {
-  if (!reply.ok) throw refusedMessage(kept_ + 1, listing_.size(), reply.text);
+  if (!reply.ok) throw refusedMessage(conversation, kept_ + 1, listing_.size(), reply.text);
   keep(conversation, conversation.message());
   whileWaiting(conversation);
 }

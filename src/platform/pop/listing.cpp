@@ -87,7 +87,7 @@ std::vector<std::size_t> readIdentifiers(const Channel& channel, Listing& listin
     else if (byTop && !isTemporary(reply.text))
       refused.push_back(index);
     else
-      throw refusedMessage(index + 1, listing.size(), reply.text);
+      throw refusedMessage(channel.conversation, index + 1, listing.size(), reply.text);
   });
   return refused;
 }
@@ -120,7 +120,7 @@ Listing list(const Channel& channel) {
       channel.conversation.lines([&](std::string_view line) { readLine(line, answers.at(index)); });
     else if (isTemporary(reply.text))
       throw PopFailure(pop_failure::messageRefused,
-                       withServerWords("The server refused to list the messages.", reply.text));
+                       channel.conversation.quote("The server refused to list the messages.", reply.text));
   });
   channel.conversation.enter(Phase::Working);
   if (channel.pipelined) requireSizes(answers[0]);
@@ -143,10 +143,11 @@ std::string identifierFromHeader(std::string_view message, const MailReader& rea
   return header.empty() ? std::string() : "header " + reader.fingerprint(header);
 }
 
-PopFailure refusedMessage(std::size_t position, std::size_t count, std::string_view words) {
+PopFailure refusedMessage(const Conversation& conversation, std::size_t position, std::size_t count,
+                          std::string_view words) {
   const std::string what =
       "The server refused to hand out message " + std::to_string(position) + " of " + std::to_string(count) + ".";
-  return {pop_failure::messageRefused, withServerWords(what, words)};
+  return {pop_failure::messageRefused, conversation.quote(what, words)};
 }
 
 }  // namespace velmora::pop

@@ -33,6 +33,7 @@ void completeIdentifiers(const Channel& channel, Listing& listing, const MailRea
 std::string identifierFromHeader(std::string_view message, const MailReader& reader);
 
 /// The failure of a server that refused message `position` (from 1) of `count`.
-PopFailure refusedMessage(std::size_t position, std::size_t count, std::string_view words);
+PopFailure refusedMessage(const Conversation& conversation, std::size_t position, std::size_t count,
+                          std::string_view words);
 
 }  // namespace velmora::pop

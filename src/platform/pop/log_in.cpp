@@ -32,11 +32,12 @@ constexpr std::array looks = {
     Look{'\x16', looksLikeTls},
 };
 
-std::string whatItLooksLike(std::string_view greeting) {
+std::string whatItLooksLike(const Conversation& conversation) {
+  const std::string_view greeting = conversation.pending();
   std::string text = "The server's greeting is not that of a POP3 server.";
   const auto look = std::ranges::find_if(looks, [&](const Look& l) { return greeting.starts_with(l.first); });
   if (look != looks.end()) text += " " + std::string(look->meaning);
-  return withServerWords(text, greeting.substr(0, greeting.find('\n')));
+  return conversation.quote(text, greeting.substr(0, greeting.find('\n')));
 }
 
 Reply readGreeting(Conversation& conversation, bool secure) {
@@ -44,7 +45,7 @@ Reply readGreeting(Conversation& conversation, bool secure) {
     return conversation.reply();
   } catch (const PopFailure& failure) {
     if (failure.number() == pop_failure::protocolBroken)
-      throw PopFailure(pop_failure::noGreeting, whatItLooksLike(conversation.pending()));
+      throw PopFailure(pop_failure::noGreeting, whatItLooksLike(conversation));
     if (failure.number() == pop_failure::noGreeting && !secure)
       throw PopFailure(pop_failure::noGreeting,
                        std::string(failure.what()) + " It may expect a secure connection on this port.");
@@ -80,10 +81,12 @@ std::string_view refusalText(std::int32_t number) {
   }
 }
 
-void requireAccepted(const Reply& reply, bool userOffered) {
+/// Sends a command of the login.
+void askAccess(Conversation& conversation, const std::string& command, bool userOffered) {
+  const Reply reply = conversation.ask(command);
   if (reply.ok) return;
   const std::int32_t number = refusalNumber(reply, userOffered);
-  throw PopFailure(number, withServerWords(refusalText(number), reply.text));
+  throw PopFailure(number, conversation.quote(refusalText(number), reply.text));
 }
 
 }  // namespace
@@ -102,7 +105,7 @@ void greet(Conversation& conversation, bool secure) {
   if (greeting.ok) return;
   const std::int32_t reason = troubleIn(greeting.text).value_or(pop_failure::loginRefused);
   const std::int32_t number = reason == pop_failure::loginRefused ? pop_failure::greetedWithRefusal : reason;
-  throw PopFailure(number, withServerWords("The server greeted with a refusal.", greeting.text));
+  throw PopFailure(number, conversation.quote("The server greeted with a refusal.", greeting.text));
 }
 
 Capabilities askCapabilities(Conversation& conversation) {
@@ -118,20 +121,20 @@ Capabilities askCapabilities(Conversation& conversation) {
 
 void logIn(Conversation& conversation, const Credentials& credentials, const Capabilities& offered) {
   const bool userOffered = offered.empty() || offered.contains("USER");
-  requireAccepted(conversation.ask("USER " + credentials.login), userOffered);
-  requireAccepted(conversation.ask("PASS " + credentials.password), true);
+  askAccess(conversation, "USER " + credentials.login, userOffered);
+  askAccess(conversation, "PASS " + credentials.password, true);
 }
 
 Maildrop askMaildrop(Conversation& conversation) {
   const Reply reply = conversation.ask("STAT");
   if (!reply.ok)
     throw PopFailure(pop_failure::messageRefused,
-                     withServerWords("The server refused to tell what the mailbox holds.", reply.text));
+                     conversation.quote("The server refused to tell what the mailbox holds.", reply.text));
   std::string_view fields = reply.text;
   const std::optional<std::int64_t> count = toCount(takeWord(fields));
   if (!count || *count > std::numeric_limits<std::int32_t>::max())
     throw PopFailure(pop_failure::protocolBroken,
-                     withServerWords("The server's answer breaks the protocol.", reply.text));
+                     conversation.quote("The server's answer breaks the protocol.", reply.text));
   return {static_cast<std::int32_t>(*count), toCount(takeWord(fields)).value_or(0)};
 }
 

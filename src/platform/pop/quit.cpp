@@ -6,7 +6,6 @@
 
 #include "platform/failure.h"
 #include "platform/pop/exchange.h"
-#include "platform/pop/server_words.h"
 
 namespace velmora::pop {
 
@@ -37,7 +36,7 @@ void deleteAndQuit(const Channel& channel, std::span<const std::int32_t> numbers
     quit(channel.conversation);
   }
   throw PopFailure(pop_failure::messageRefused,
-                   withServerWords("The server did not delete all of the messages.", refusal->text));
+                   channel.conversation.quote("The server did not delete all of the messages.", refusal->text));
 }
 
 }  // namespace velmora::pop

@@ -24,15 +24,19 @@ std::string_view withoutReturn(std::string_view line) {
   return line;
 }
 
-Reply parseStatus(std::string_view line) {
+}  // namespace
+
+std::string ReplyReader::quote(std::string_view what, std::string_view words) const {
+  return withServerWords(what, words, secret_);
+}
+
+Reply ReplyReader::parseStatus(std::string_view line) const {
   constexpr std::string_view good = "+OK";
   constexpr std::string_view bad = "-ERR";
   if (startsIgnoringCase(line, good)) return {true, std::string(text::trim(line.substr(good.size())))};
   if (startsIgnoringCase(line, bad)) return {false, std::string(text::trim(line.substr(bad.size())))};
-  throw PopFailure(pop_failure::protocolBroken, withServerWords("The server's answer breaks the protocol.", line));
+  throw PopFailure(pop_failure::protocolBroken, quote("The server's answer breaks the protocol.", line));
 }
-
-}  // namespace
 
 void ReplyReader::feed(std::string_view bytes) {
   buffer_.erase(0, position_);

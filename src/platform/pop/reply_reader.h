@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace velmora::pop {
 
@@ -35,6 +36,9 @@ class ReplyReader {
   static constexpr std::size_t maximumListing = std::size_t{32} << 20U;
   static constexpr std::int64_t maximumMessage = std::numeric_limits<std::int32_t>::max();
 
+  /// `secret` is never to be shown in a failure's text.
+  explicit ReplyReader(std::string secret = {}) : secret_(std::move(secret)) {}
+
   void feed(std::string_view bytes);
 
   /// The next status line, or nothing while it is incomplete. What can't become one fails at its first byte.
@@ -49,16 +53,21 @@ class ReplyReader {
   /// Bytes of the message that is incomplete as yet.
   std::int64_t messageBytes() const { return message_.bytes; }
 
+  /// "What happened." followed by the server's own words, without the secret.
+  std::string quote(std::string_view what, std::string_view words) const;
+
   /// What was fed and not yet read.
   std::string_view pending() const { return std::string_view(buffer_).substr(position_); }
 
  private:
   enum class LineStart { Incomplete, Text, End };
 
+  Reply parseStatus(std::string_view line) const;
   std::optional<std::string_view> line(std::size_t maximum);
   LineStart lineStart();
   void takeMessageLine();
 
+  std::string secret_;
   std::string buffer_;
   std::size_t position_ = 0;
   std::size_t listLines_ = 0;

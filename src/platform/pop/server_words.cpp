@@ -12,6 +12,7 @@ namespace velmora::pop {
 namespace {
 
 constexpr std::size_t maximumWords = 400;
+constexpr std::size_t shortestStruckOut = 4;
 
 struct Sign {
   std::string_view words;
@@ -89,21 +90,46 @@ std::size_t characterLength(std::string_view text) {
   return form == utf8Forms.end() ? 0 : form->length;
 }
 
-}  // namespace
-
-std::string cleanWords(std::string_view text) {
+std::string cleaned(std::string_view text) {
   std::string clean;
   while (!text.empty()) {
     const std::size_t length = characterLength(text);
-    if (clean.size() + length > maximumWords) return clean + "...";
     clean.append(text.substr(0, length));
     text.remove_prefix(std::max<std::size_t>(length, 1));
   }
   return std::string(text::trim(clean));
 }
 
-std::string withServerWords(std::string_view what, std::string_view words) {
-  const std::string clean = cleanWords(words);
+/// A letter and its capital are one character each, so that places in a text and in its capitals are counted alike.
+std::string withoutSecret(std::string_view words, std::string_view secret) {
+  const std::string capitals = text::upper(words);
+  const std::string hidden = text::upper(secret);
+  const std::size_t length = text::length(hidden);
+  std::string_view ahead = capitals;
+  std::string shown;
+  while (!hidden.empty()) {
+    const std::size_t at = text::find(ahead, hidden);
+    if (at == std::string_view::npos) break;
+    if (length < shortestStruckOut) return {};
+    const std::string_view before = text::left(words, text::length(ahead.substr(0, at)));
+    shown.append(before).append("*****");
+    words.remove_prefix(before.size());
+    words.remove_prefix(text::left(words, length).size());
+    ahead.remove_prefix(at + hidden.size());
+  }
+  return shown.append(words);
+}
+
+}  // namespace
+
+std::string cleanWords(std::string_view text, std::string_view secret) {
+  // Control characters between its letters must not hide the secret, nor the end of what is shown a part of it.
+  std::string words = withoutSecret(cleaned(text), cleaned(secret));
+  return words.size() <= maximumWords ? words : std::string(text::leftBytes(words, maximumWords)) + "...";
+}
+
+std::string withServerWords(std::string_view what, std::string_view words, std::string_view secret) {
+  const std::string clean = cleanWords(words, secret);
   return std::string(what) + (clean.empty() ? "" : " The server says: " + clean);
 }
 

@@ -7,11 +7,13 @@
 
 namespace velmora::pop {
 
-/// A server's text made fit to be shown: valid UTF-8 in one line without control characters, of bounded length.
-std::string cleanWords(std::string_view text);
+/// A server's text made fit to be shown: valid UTF-8 in one line without control characters, of bounded length, and
+/// `secret`, which may be blank, struck out in whatever case of letters. A text that holds a secret of less than four
+/// characters is not shown at all: what is struck out would tell it.
+std::string cleanWords(std::string_view text, std::string_view secret);
 
-/// "What happened." followed by the server's own words, where there are any.
-std::string withServerWords(std::string_view what, std::string_view words);
+/// "What happened." followed by the server's own words, where there are any that may be shown.
+std::string withServerWords(std::string_view what, std::string_view words, std::string_view secret);
 
 /// The failure that a refusal tells of by its response code (RFC 2449 section 8, RFC 3206) or, lacking one, by words
 /// that servers use: mailboxInUse, temporaryTrouble, permanentTrouble, or loginRefused for [AUTH]. Nothing where it

@@ -38,7 +38,7 @@ void Session::open() {
 
 void Session::connectAndLogIn(bool withCapabilities) {
   if (!isClosed()) close();
-  conversation_.emplace(transport_, server_.timeOut, whileWaiting_);
+  conversation_.emplace(transport_, server_.timeOut, server_.credentials.password, whileWaiting_);
   events_.entered(PopState::Connecting);
   conversation_->requireOpen();
   conversation_->connect(server_.host, static_cast<std::uint16_t>(server_.port), server_.secure);

@@ -57,8 +57,31 @@ TEST(ServerWords, AreCleanedBeforeTheyAreShown) {
       {std::string(400, 'x'), std::string(400, 'x')},
       {std::string(401, 'x'), std::string(400, 'x') + "..."},
   };
-  for (const auto& [text, clean] : cases) EXPECT_EQ(pop::cleanWords(text), clean);
-  EXPECT_EQ(pop::withServerWords("No.", "\x01"), "No.");
+  for (const auto& [text, clean] : cases) EXPECT_EQ(pop::cleanWords(text, ""), clean);
+  EXPECT_EQ(pop::withServerWords("No.", "\x01", ""), "No.");
+}
+
+TEST(ServerWords, AreShownWithoutThePassword) {
+  struct Case {
+    std::string secret, text, shown;
+  };
+  const std::vector<Case> cases = {
+      {"hunter2", "wrong: hunter2, Hunter2HUNTER2", "wrong: *****, **********"},
+      {"hunter2",
+       "hun\0ter\x1b"
+       "2 \xff"
+       "hunter"s,
+       "***** hunter"},
+      {" hun\tter ", "no HUNTER", "no *****"},
+      {"gr\xc3\xbc\xc3\x9f", "\xc3\xbf GR\xc3\x9c\xc3\x9f\xe2\x82\xac", "\xc3\xbf *****\xe2\x82\xac"},
+      {"aaaa", "aaaaaaaaa", "**********a"},
+      {"hunter2", std::string(396, 'x') + "hunter2", std::string(396, 'x') + "****..."},
+      {"abc", "no ABCs", ""},
+      {"\xc3\xbc", "\xc3\x9c", ""},
+      {"abc", "no abs", "no abs"},
+      {" ", "no blank", "no blank"},
+  };
+  for (const Case& c : cases) EXPECT_EQ(pop::cleanWords(c.text, c.secret), c.shown);
 }
 
 TEST(ServerWords, TellTheTrouble) {

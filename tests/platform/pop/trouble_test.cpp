@@ -70,6 +70,19 @@ TEST(Trouble, IsToldByNumberAndInTheServersWords) {
   }
 }
 
+TEST(Trouble, IsToldWithoutThePassword) {
+  for (const std::string command : {"", "USER", "PASS", "STAT", "LIST", "UIDL", "RETR 5", "DELE 2", "QUIT"}) {
+    for (const std::string said : {"-ERR [SYS/TEMP] not \"SEC\x1bRET\"\r\n", "not \"secret\"\r\n"}) {
+      SCOPED_TRACE(command + " " + said);
+      Desk desk;
+      desk.holds(5);
+      (command.empty() ? desk.server.greeting : desk.server.answers[command]) = said;
+      EXPECT_NE(checkMail(desk, true), 0);
+      EXPECT_THAT(desk.client->ErrorText(), HasSubstr("not \"*****\""));
+    }
+  }
+}
+
 TEST(Trouble, WithAUserCommandThatIsNotOfferedIsExplained) {
   Desk desk;
   desk.server.capabilities = {"SASL PLAIN", "STLS"};
