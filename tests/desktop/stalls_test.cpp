@@ -138,38 +138,6 @@ TEST_P(Stalls, QuittingInMidFetchEndsTheProgramWithoutAWord) {
   EXPECT_EQ(home.connections, 0) << "the walk is over";
 }
 
-/// Takes five seconds for the message c.
-class SlowReader : public GmimeReader {
- public:
-  SlowReader() : GmimeReader(htmlToText) {}
-  ReadMail read(std::string_view message, const DateTime& now, const Pause& pause) const override {
-    QElapsedTimer clock;
-    clock.start();
-    while (message.find("Subject: c") != std::string_view::npos && clock.elapsed() < 5000) pause();
-    return GmimeReader::read(message, now, pause);
-  }
-};
-
-TEST_P(Stalls, StopAndQuittingEndTheReadingOfAMessage) {
-  platform.reader = std::make_shared<SlowReader>();
-  serve("Work", GetParam());
-  start();
-  EXPECT_LT(stopInTheLast().value_or(never), promptly);
-  EXPECT_EQ(account("Work").AcntStatusText, "Work - User Stopped Retrieval");
-  program.ReceivedCount = 0;
-  QElapsedTimer sinceQuit;
-  whileTheLastComes([&] {
-    sinceQuit.start();
-    QuitApplication(program);
-    QCoreApplication::exit(0);
-  });
-  QTimer::singleShot(0, [this] { check(); });
-  QApplication::exec();
-  ASSERT_TRUE(sinceQuit.isValid());
-  EXPECT_LT(sinceQuit.elapsed(), promptly);
-  EXPECT_TRUE(platform.asked.empty());
-}
-
 TEST_P(Stalls, QuittingWhileConnectingEndsTheProgramWithoutAWord) {
   option("ConnectTimeOut", "10");
   serve("Work", GetParam()).script.greeting = test::MemoryServer::silence;
@@ -224,6 +192,17 @@ TEST(WaitingTest, TimeThatIsOverIsNotWaitedFor) {
   clock.start();
   EXPECT_TRUE(waiting.wait(-5ms));
   EXPECT_LT(clock.elapsed(), promptly);
+}
+
+TEST(WaitingTest, TransportsTurnTheLoopUntilTheProgramEnds) {
+  const auto transport = makeQtTransport();
+  bool turned = false;
+  bool goesOn = true;
+  QTimer::singleShot(0, [&] { turned = true; });
+  EXPECT_TRUE(transport->turn() && turned);
+  QTimer::singleShot(0, [&] { QCoreApplication::exit(0), goesOn = transport->turn(); });
+  QApplication::exec();
+  EXPECT_FALSE(goesOn);
 }
 
 class Race : public testing::Test {

@@ -17,7 +17,10 @@ namespace velmora::test {
 /// Gives the message back as it is.
 class PlainReader : public MailReader {
  public:
-  ReadMail read(std::string_view message, const DateTime& /*now*/, const Pause& /*pause*/) const override {
+  std::function<void(const Pause&)> onRead;
+
+  ReadMail read(std::string_view message, const DateTime& /*now*/, const Pause& pause) const override {
+    if (onRead) onRead(pause);
     ReadMail mail;
     mail.Body = message;
     return mail;
@@ -73,12 +76,10 @@ struct Desk {
   Recorder recorder;
   std::shared_ptr<PopClient> client = makeClient(server.line, server);
 
-  std::shared_ptr<PopClient> makeClient(MemoryLine& line, MemoryPeer& peer) { return makeClient(line, peer, reader); }
-  std::shared_ptr<PopClient> makeClient(MemoryLine& line, MemoryPeer& peer, const MailReader& with,
-                                        std::size_t room = mail_bounds::mailbox) {
+  std::shared_ptr<PopClient> makeClient(MemoryLine& line, MemoryPeer& peer, std::size_t room = mail_bounds::mailbox) {
     const auto make = [&] { return std::make_unique<MemoryTransport>(line, peer); };
     const auto now = [] { return DateTime{}; };
-    auto made = std::make_shared<PopClient>(PopClient::Surroundings{make, with, now, habits, room});
+    auto made = std::make_shared<PopClient>(PopClient::Surroundings{make, reader, now, habits, room});
     made->HostName("mail.example");
     made->Login("user");
     made->Password("secret");

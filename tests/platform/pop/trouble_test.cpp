@@ -30,23 +30,25 @@ struct Answer {
 };
 
 const std::vector<Answer> answers = {
-    {"", "-ERR go \x1b.away\r\n", pop_failure::greetedWithRefusal, "go .away"},
+    {"", "-ERR go \x1b.away, secret\r\n", pop_failure::greetedWithRefusal, "go .away, *****"},
     {"", "-ERR [AUTH] not you\r\n", pop_failure::greetedWithRefusal, "not you"},
     {"", "-ERR too many connections\r\n", pop_failure::temporaryTrouble, "too many"},
     {"", "\x15\x03\x01\0\x02\x02"s, pop_failure::noGreeting, "secure connection"},
     {"", "+OK half", pop_failure::noGreeting, "in time. It may expect a secure"},
+    {"", "220 SEC\x1bRET\r\n", pop_failure::noGreeting, "(SMTP), or FTP. The server says: 220 *****"},
     {"PASS", "-ERR\r\n", pop_failure::loginRefused, "user name or password"},
+    {"PASS", "-ERR no \"secret\"\r\n", pop_failure::loginRefused, "no \"*****\""},
     {"PASS", "-ERR [AUTH] Plaintext disallowed\r\n", pop_failure::loginMethodNotOffered, "secure connection"},
     {"USER", "-ERR maildrop already locked\r\n", pop_failure::mailboxInUse, "already locked"},
-    {"USER", "?\r\n", pop_failure::protocolBroken, "?"},
-    {"STAT", "-ERR none\r\n", pop_failure::messageRefused, "none"},
-    {"STAT", "+OK -1 5\r\n", pop_failure::protocolBroken, "-1 5"},
+    {"USER", "? secret\r\n", pop_failure::protocolBroken, "? *****"},
+    {"STAT", "-ERR no secret\r\n", pop_failure::messageRefused, "no *****"},
+    {"STAT", "+OK -1 secret\r\n", pop_failure::protocolBroken, "-1 *****"},
     {"STAT", "+OK 4294967301 5\r\n", pop_failure::protocolBroken, ""},
     {"LIST", "+OK\r\n0 30\r\n.\r\n", pop_failure::protocolBroken, "can't be read"},
     {"UIDL", "+OK\r\n99999999999 a\r\n.\r\n", pop_failure::protocolBroken, "can't be read"},
-    {"UIDL", "-ERR [SYS/TEMP] later\r\n", pop_failure::messageRefused, "later", 1},
-    {"RETR 5", "-ERR expunged\r\n", pop_failure::messageRefused, "message 5 of 5. The server says: expunged", 1},
-    {"DELE 2", "-ERR locked\r\n", pop_failure::messageRefused, "locked", 1},
+    {"UIDL", "-ERR [SYS/TEMP] secret\r\n", pop_failure::messageRefused, "*****", 1},
+    {"RETR 5", "-ERR no secret\r\n", pop_failure::messageRefused, "message 5 of 5. The server says: no *****", 1},
+    {"DELE 2", "-ERR no secret\r\n", pop_failure::messageRefused, "no *****", 1},
     {"QUIT", "-ERR some locked\r\n", pop_failure::messageRefused, "locked", 1},
     {"QUIT", "bye\r\n", pop_failure::protocolBroken, "bye", 1},
 };
@@ -66,19 +68,6 @@ TEST(Trouble, IsToldByNumberAndInTheServersWords) {
       EXPECT_EQ(failureOf([&] { desk.client->Disconnect(); }), 0);
       EXPECT_EQ(std::ranges::count(desk.server.commands, "QUIT"), answer.farewells);
       EXPECT_FALSE(desk.server.line.open);
-    }
-  }
-}
-
-TEST(Trouble, IsToldWithoutThePassword) {
-  for (const std::string command : {"", "USER", "PASS", "STAT", "LIST", "UIDL", "RETR 5", "DELE 2", "QUIT"}) {
-    for (const std::string said : {"-ERR [SYS/TEMP] not \"SEC\x1bRET\"\r\n", "not \"secret\"\r\n"}) {
-      SCOPED_TRACE(command + " " + said);
-      Desk desk;
-      desk.holds(5);
-      (command.empty() ? desk.server.greeting : desk.server.answers[command]) = said;
-      EXPECT_NE(checkMail(desk, true), 0);
-      EXPECT_THAT(desk.client->ErrorText(), HasSubstr("not \"*****\""));
     }
   }
 }
