@@ -27,7 +27,8 @@ std::string nameOf(std::string_view charset) {
 }
 
 bool isCoveredByUtf8(std::string_view name) {
-  constexpr std::array<std::string_view, 4> names = {"utf-8", "utf8", "us-ascii", "ascii"};
+  constexpr std::array<std::string_view, 6> names = {"utf-8", "utf8",           "us-ascii",
+                                                     "ascii", "ansi_x3.4-1968", "iso646-us"};
   return name.empty() ||
          std::any_of(names.begin(), names.end(), [name](auto n) { return text::equalsIgnoringCase(n, name); });
 }

@@ -16,20 +16,41 @@ struct Alias {
   std::string_view mail, system;
 };
 
-/// Names that mail uses and the system doesn't know.
+/// Names that mail uses and the system doesn't know, or takes more literally than mail programs: for decades they have
+/// written what a vendor added to a charset under the name of that charset.
 constexpr std::array aliases = {
-    Alias{"ISO-8859-8-I", "ISO-8859-8"},
-    Alias{"ISO-8859-8-E", "ISO-8859-8"},
+    Alias{"GB2312", "GB18030"},
+    Alias{"GB_2312-80", "GB18030"},
+    Alias{"GB-2312", "GB18030"},
+    Alias{"GBK", "GB18030"},
+    Alias{"SHIFT_JIS", "CP932"},
+    Alias{"SHIFT-JIS", "CP932"},
+    Alias{"SJIS", "CP932"},
+    Alias{"MS_KANJI", "CP932"},
+    Alias{"EUC-JP", "EUC-JP-MS"},
+    Alias{"EUC-KR", "CP949"},
     Alias{"KS_C_5601-1987", "CP949"},
     Alias{"KS_C_5601", "CP949"},
+    Alias{"KSC_5601", "CP949"},
     Alias{"KSC5601", "CP949"},
-    Alias{"GB_2312-80", "GB2312"},
+    Alias{"WINDOWS-949", "CP949"},
+    Alias{"BIG5", "BIG5-HKSCS"},
+    Alias{"TIS-620", "CP874"},
+    Alias{"ISO-8859-11", "CP874"},
+    Alias{"ISO-8859-8-I", "ISO-8859-8"},
+    Alias{"ISO-8859-8-E", "ISO-8859-8"},
+    Alias{"ISO-8859-6-I", "ISO-8859-6"},
     Alias{"UNICODE-1-1-UTF-7", "UTF-7"},
     Alias{"ISO-10646-UCS-2", "UCS-2"},
     Alias{"MAC-ROMAN", "MACINTOSH"},
-    Alias{"SJIS", "CP932"},
+    Alias{"WIN-1251", "CP1251"},
+    Alias{"WINDOWS1251", "CP1251"},
     Alias{"CP-850", "CP850"},
 };
+
+/// Once a text has told its byte order, these keep it for the texts to come, whatever they are told.
+constexpr std::array<std::string_view, 7> keepByteOrder = {"UTF-16", "UTF16", "UNICODE", "CSUNICODE",
+                                                           "UTF-32", "UTF32", "UCS-2"};
 
 char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
@@ -94,10 +115,12 @@ Converter* Converters::find(std::string_view charset) {
   std::string name = systemName(charset);
   if (name.empty()) return nullptr;
   const auto found = std::find_if(entries_.begin(), entries_.end(), [&](const Entry& e) { return e.name == name; });
-  if (found != entries_.end()) {
+  const bool isLasting = std::find(keepByteOrder.begin(), keepByteOrder.end(), name) == keepByteOrder.end();
+  if (found != entries_.end() && isLasting) {
     std::rotate(entries_.begin(), found, found + 1);
   } else {
     if (opened_ == most) return nullptr;
+    if (found != entries_.end()) entries_.erase(found);
     open(std::move(name));
   }
   return entries_.front().converter.get();

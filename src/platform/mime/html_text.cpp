@@ -1,140 +1,193 @@
 #include "platform/mime/html_text.h"
 
-#include <libxml/HTMLparser.h>
-
 #include <algorithm>
+#include <array>
 #include <cstddef>
-#include <memory>
-#include <new>
 
+#include "platform/mime/html_entities.h"
 #include "platform/mime/html_writer.h"
+#include "platform/text.h"
 
 namespace velmora::mime {
 
 namespace {
 
-// The parser walks over the elements that are open for each one that is closed, and over a tag's attributes for each
-// new one. Both would take a time that grows with the square of the HTML.
-constexpr std::size_t maxDepth = 256;
-constexpr std::ptrdiff_t maxAttributes = 300;
+constexpr auto nowhere = std::string_view::npos;
 
-/// It takes text in one go, however long that is, and is slow with those that begin an entity and are none.
-constexpr std::ptrdiff_t maxEntities = 20'000;
+/// What of an element's attributes has to do with its text.
+constexpr std::array<std::string_view, 7> usedAttributes = {"style",  "href",  "class", "alt",
+                                                            "hidden", "start", "value"};
 
-/// So little that a tag in it has no more attributes than that.
-constexpr std::size_t chunk = 1024;
+/// Their content is no markup, and no text either.
+constexpr std::array<std::string_view, 6> rawElements = {"style", "script", "title", "iframe", "noembed", "noframes"};
 
-/// Scripts end at their own closing tag alone, text needs no paragraph, and what the HTML says of its charset has been
-/// taken care of.
-constexpr int options = HTML_PARSE_RECOVER | HTML_PARSE_NOIMPLIED | HTML_PARSE_IGNORE_ENC | HTML_PARSE_NOERROR |
-                        HTML_PARSE_NOWARNING | HTML_PARSE_NONET;
+bool isWhite(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f'; }
+bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+bool endsName(char c) { return isWhite(c) || c == '/' || c == '>'; }
 
-struct ParserDeleter {
-  void operator()(htmlParserCtxt* parser) const { htmlFreeParserCtxt(parser); }
-};
-using ParserPtr = std::unique_ptr<htmlParserCtxt, ParserDeleter>;
-
-std::string_view viewOf(const xmlChar* text) { return text ? reinterpret_cast<const char*>(text) : ""; }
-
-HtmlWriter& writerOf(void* writer) { return *static_cast<HtmlWriter*>(writer); }
-
-HtmlAttributes attributesOf(const xmlChar** pairs) {
-  HtmlAttributes attributes;
-  for (; pairs && pairs[0]; pairs += 2) attributes.emplace_back(viewOf(pairs[0]), viewOf(pairs[1]));
-  return attributes;
+/// In small letters. No name that means anything is longer than this.
+std::string nameOf(std::string_view text) {
+  constexpr std::size_t longest = 16;
+  std::string name(text.substr(0, longest));
+  std::transform(name.begin(), name.end(), name.begin(),
+                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c; });
+  return name;
 }
 
-xmlSAXHandler handlers() {
-  xmlSAXHandler handler{};
-  handler.startElement = [](void* writer, const xmlChar* name, const xmlChar** attributes) {
-    writerOf(writer).open(viewOf(name), attributesOf(attributes));
-  };
-  handler.endElement = [](void* writer, const xmlChar* /*name*/) { writerOf(writer).close(); };
-  handler.characters = [](void* writer, const xmlChar* text, int size) {
-    writerOf(writer).text({reinterpret_cast<const char*>(text), static_cast<std::size_t>(size)});
-  };
-  handler.ignorableWhitespace = handler.characters;
-  return handler;
-}
-
-/// Where a parser begins, as it ends with the first element that it closes.
-constexpr std::string_view root = "<html><body>";
-
-std::size_t readBy(htmlParserCtxt& parser) {
-  return static_cast<std::size_t>(std::max(xmlByteConsumed(&parser), static_cast<long>(root.size()))) - root.size();
-}
-
-bool beginsTag(std::string_view text) {
-  return text.size() > 1 && text[0] == '<' && ((text[1] | 0x20) >= 'a' && (text[1] | 0x20) <= 'z');
-}
-
-std::ptrdiff_t countOf(std::string_view characters, std::string_view text) {
-  return std::count_if(text.begin(), text.end(), [&](char c) { return characters.find(c) != characters.npos; });
-}
-
-/// Feeds the parser, chunk by chunk, and takes another one for the rest where this one would become slow.
-class Feeder {
+/// Takes HTML apart into text and tags, as the HTML standard's tokenization does, and tells a writer of them. No byte
+/// is looked at more than a few times: what is looked for in vain once isn't looked for again.
+class Tokenizer {
  public:
-  Feeder(Reading& reading, std::string_view html) : reading_(reading), rest_(html) {}
+  Tokenizer(Reading& reading, std::string_view html) : reading_(reading), html_(html) {}
 
   std::string run() {
-    while (!rest_.empty()) feedOne();
+    while (at_ < html_.size()) {
+      const auto begin = at_;
+      if (!readMarkup()) readText();
+      reading_.worked(workOfByte * (at_ - begin) + workOfToken);
+    }
     return writer_.take();
   }
 
  private:
-  /// Feeds a parser for as long as it is fast, and leaves the rest.
-  void feedOne() {
-    xmlSAXHandler handler = handlers();
-    const ParserPtr parser(htmlCreatePushParserCtxt(&handler, &writer_, nullptr, 0, nullptr, XML_CHAR_ENCODING_UTF8));
-    if (!parser) throw std::bad_alloc();
-    htmlCtxtUseOptions(parser.get(), options);
-    htmlParseChunk(parser.get(), root.data(), static_cast<int>(root.size()), 0);
-    fed_ = 0;
-    costly_ = 0;
-    std::size_t end = 0;
-    while (end == 0) {
-      feedChunk(*parser);
-      end = slowFrom(readBy(*parser));
+  static constexpr std::size_t workOfByte = 4;
+  static constexpr std::size_t workOfToken = 64;
+
+  char charAt(std::size_t index) const { return index < html_.size() ? html_[index] : '\0'; }
+
+  /// Up to the next "<" behind the one that may stand here.
+  void readText() {
+    const auto end = std::min(html_.find('<', at_ + 1), html_.size());
+    writer_.text(decodeEntities(html_.substr(at_, end - at_), HtmlPlace::Content));
+    at_ = end;
+  }
+
+  /// False where none begins here.
+  bool readMarkup() {
+    if (html_[at_] != '<') return false;
+    const char next = charAt(at_ + 1);
+    if (isLetter(next)) {
+      readStartTag();
+    } else if (next == '/' && isLetter(charAt(at_ + 2))) {
+      readEndTag();
+    } else if (html_.substr(at_).starts_with("<!--")) {
+      readComment();
+    } else if (next == '!' || next == '?' || (next == '/' && at_ + 2 < html_.size())) {
+      goBehind(html_.find('>', at_), 1);
+    } else {
+      return false;
     }
-    htmlParseChunk(parser.get(), nullptr, 0, 1);
-    rest_.remove_prefix(end);
+    return true;
   }
 
-  void feedChunk(htmlParserCtxt& parser) {
-    std::string next(rest_.substr(fed_, chunk));
-    fed_ += next.size();
-    std::replace(next.begin(), next.end(), '\0', ' ');  // the parser would take it for the end
-    htmlParseChunk(&parser, next.data(), static_cast<int>(next.size()), 0);
-    reading_.worked(chunk * workOfByte);
+  void readComment() {
+    constexpr std::string_view end = "-->";
+    // "<!-->" is a whole one.
+    goBehind(html_.find(end, at_ + 2), end.size());
   }
 
-  /// Where another parser has to go on, of which this one has read `read` bytes; 0 where it needn't. A script is one
-  /// text for the parser, however long, and costs nothing.
-  std::size_t slowFrom(std::size_t read) {
-    if (fed_ == rest_.size()) return fed_;
-    if (writer_.isInScript()) return 0;
-    if (writer_.depth() > maxDepth) return read;
-    const std::string_view waiting = rest_.substr(read, fed_ - read);
-    const std::string_view next = waiting.substr(waiting.size() - std::min(chunk, waiting.size()));
-    const bool inTag = beginsTag(waiting);
-    // Each attribute but the first has a blank or a quotation mark in front of it.
-    costly_ = (waiting.size() > chunk ? costly_ : 0) + countOf(inTag ? " \t\n\r\f\"'" : "&", next);
-    if (!inTag) return costly_ > maxEntities ? fed_ : 0;
-    return costly_ > maxAttributes ? std::min(rest_.find('>', fed_), rest_.size() - 1) + 1 : 0;
+  void readStartTag() {
+    at_ += 1;
+    const std::string name = readName();
+    Attributes attributes;
+    readAttributes(&attributes);
+    HtmlAttributes views;
+    for (const auto& [key, value] : attributes) views.emplace_back(key, value);
+    writer_.open(name, views);
+    if (std::find(rawElements.begin(), rawElements.end(), name) != rawElements.end()) skipTo(name);
   }
 
-  static constexpr std::size_t workOfByte = 16;
+  void readEndTag() {
+    at_ += 2;
+    const std::string name = readName();
+    readAttributes(nullptr);
+    writer_.close(name);
+  }
+
+  std::string readName() {
+    const auto begin = at_;
+    while (at_ < html_.size() && !endsName(html_[at_])) ++at_;
+    return nameOf(html_.substr(begin, at_ - begin));
+  }
+
+  using Attributes = std::vector<std::pair<std::string_view, std::string>>;
+
+  /// Up to the end of the tag. Of two attributes of a name the first counts.
+  void readAttributes(Attributes* attributes) {
+    for (;;) {
+      while (at_ < html_.size() && (isWhite(html_[at_]) || html_[at_] == '/')) ++at_;
+      if (at_ >= html_.size()) return;
+      if (html_[at_] == '>') {
+        ++at_;
+        return;
+      }
+      const auto begin = at_++;  // the first may be an equals sign
+      while (at_ < html_.size() && !endsName(html_[at_]) && html_[at_] != '=') ++at_;
+      const std::string name = nameOf(html_.substr(begin, at_ - begin));
+      const std::string_view value = readValue();
+      if (attributes != nullptr) keep(name, value, *attributes);
+    }
+  }
+
+  static void keep(std::string_view name, std::string_view value, Attributes& attributes) {
+    const auto used = std::find(usedAttributes.begin(), usedAttributes.end(), name);
+    if (used == usedAttributes.end()) return;
+    const bool isThere =
+        std::any_of(attributes.begin(), attributes.end(), [&](const auto& a) { return a.first == name; });
+    if (!isThere) attributes.emplace_back(*used, decodeEntities(value, HtmlPlace::Attribute));
+  }
+
+  /// What stands behind an equals sign, if there is one.
+  std::string_view readValue() {
+    auto at = at_;
+    while (isWhite(charAt(at))) ++at;
+    if (charAt(at) != '=') return {};
+    do ++at;
+    while (isWhite(charAt(at)));
+    at_ = at;
+    if (const auto end = closingQuote(); end != nowhere) {
+      at_ = end + 1;
+      return html_.substr(at + 1, end - at - 1);
+    }
+    while (at_ < html_.size() && !isWhite(html_[at_]) && html_[at_] != '>') ++at_;
+    return html_.substr(at, at_ - at);
+  }
+
+  /// The partner of the quotation mark that may stand here. One without a partner would swallow the rest of the mail
+  /// and is an ordinary character.
+  std::size_t closingQuote() {
+    const char quote = charAt(at_);
+    if (quote != '"' && quote != '\'') return nowhere;
+    bool& unpaired = quote == '"' ? doubleUnpaired_ : singleUnpaired_;
+    const auto end = unpaired ? nowhere : html_.find(quote, at_ + 1);
+    unpaired = end == nowhere;
+    return end;
+  }
+
+  /// Up to the closing tag of an element; without one there is nothing more to see.
+  void skipTo(std::string_view name) {
+    for (auto tag = html_.find("</", at_); tag != nowhere; tag = html_.find("</", tag + 2)) {
+      reading_.worked(workOfToken);
+      if (!text::equalsIgnoringCase(html_.substr(tag + 2, name.size()), name)) continue;
+      if (!endsName(charAt(tag + 2 + name.size()))) continue;
+      at_ = tag;
+      return;
+    }
+    at_ = html_.size();
+  }
+
+  void goBehind(std::size_t end, std::size_t size) { at_ = end == nowhere ? html_.size() : end + size; }
 
   Reading& reading_;
   HtmlWriter writer_;
-  std::string_view rest_;
-  std::size_t fed_ = 0;        ///< of the rest, to this parser
-  std::ptrdiff_t costly_ = 0;  ///< characters in what the parser has not read yet
+  std::string_view html_;
+  std::size_t at_ = 0;
+  bool doubleUnpaired_ = false;
+  bool singleUnpaired_ = false;
 };
 
 }  // namespace
 
-std::string htmlToText(Reading& reading, std::string_view html) { return Feeder(reading, html).run(); }
+std::string htmlToText(Reading& reading, std::string_view html) { return Tokenizer(reading, html).run(); }
 
 }  // namespace velmora::mime

@@ -13,7 +13,6 @@ enum class HtmlWriter::Role {
   Inline,
   Block,      ///< stands in lines of its own
   Paragraph,  ///< ... with a blank line around it
-  Script,     ///< no text, and its content no markup
   Hidden,     ///< no text
   Break,
   Rule,
@@ -22,7 +21,8 @@ enum class HtmlWriter::Role {
   NumberedList,
   Item,
   Quote,
-  Detail,  ///< stands further to the right
+  Term,
+  Detail,  ///< stands further to the right than its term
   Table,
   Row,
   Cell,
@@ -56,11 +56,24 @@ std::string plainStyle(const HtmlAttributes& attributes) {
   return style;
 }
 
+/// The style sets this to nothing: "opacity:0", but not "opacity:0.9".
+bool isNought(std::string_view style, std::string_view property) {
+  const auto at = style.find(property);
+  if (at == style.npos) return false;
+  const std::string_view value = style.substr(at + property.size());
+  return value.starts_with('0') && (value.size() == 1 || std::string_view(";p%e!").find(value[1]) != value.npos);
+}
+
 bool isHidden(const HtmlAttributes& attributes) {
   if (has(attributes, "hidden")) return true;
   const std::string style = plainStyle(attributes);
   constexpr std::array<std::string_view, 3> hiding = {"display:none", "visibility:hidden", "mso-hide:all"};
-  return std::any_of(hiding.begin(), hiding.end(), [&](auto words) { return style.find(words) != style.npos; });
+  if (std::any_of(hiding.begin(), hiding.end(), [&](auto words) { return style.find(words) != style.npos; }))
+    return true;
+  // Newsletters hide a first line in these ways at once. One alone may be taken back for what is inside.
+  constexpr std::array<std::string_view, 3> vanishing = {"max-height:", "opacity:", "font-size:"};
+  return std::count_if(vanishing.begin(), vanishing.end(), [&](auto property) { return isNought(style, property); }) >
+         1;
 }
 
 /// Some mail programs write each line as a paragraph without margins.
@@ -68,6 +81,18 @@ bool hasMargins(const HtmlAttributes& attributes) {
   const std::string style = plainStyle(attributes);
   return !valueOf(attributes, "class").starts_with("Mso") && style.find("margin:0") == style.npos &&
          style.find("margin-top:0") == style.npos && style.find("margin-bottom:0") == style.npos;
+}
+
+/// Words stand apart from those around them, a smile or a letter does not.
+std::string pictureText(std::string_view alt) {
+  constexpr std::size_t shortest = 3;
+  return text::length(alt.substr(0, 4 * shortest)) < shortest ? std::string(alt) : " " + std::string(alt) + " ";
+}
+
+bool isVoidElement(std::string_view name) {
+  constexpr std::array<std::string_view, 14> voids = {"br",   "img",  "hr",  "meta",   "link",  "input", "col",
+                                                      "area", "base", "wbr", "source", "embed", "param", "track"};
+  return std::find(voids.begin(), voids.end(), name) != voids.end();
 }
 
 int numberIn(std::string_view text, int fallback) {
@@ -100,6 +125,7 @@ std::string_view core(std::string_view address) {
   for (const auto scheme : schemes) {
     if (startsIgnoringCase(address, scheme)) address.remove_prefix(scheme.size());
   }
+  if (address.find('@') != address.npos) address = address.substr(0, address.find('?'));
   if (address.ends_with('/')) address.remove_suffix(1);
   return address;
 }
@@ -112,7 +138,7 @@ std::string_view trimmed(std::string_view text) {
 
 }  // namespace
 
-HtmlWriter::Role HtmlWriter::roleOf(std::string_view name) {
+const HtmlWriter::Kind& HtmlWriter::kindOf(std::string_view name) {
   static constexpr std::array kinds = {
       Kind{"td", Role::Cell},          Kind{"tr", Role::Row},
       Kind{"table", Role::Table},      Kind{"div", Role::Block},
@@ -120,41 +146,108 @@ HtmlWriter::Role HtmlWriter::roleOf(std::string_view name) {
       Kind{"a", Role::Link},           Kind{"img", Role::Picture},
       Kind{"th", Role::Cell},          Kind{"li", Role::Item},
       Kind{"ul", Role::List},          Kind{"ol", Role::NumberedList},
-      Kind{"script", Role::Script},    Kind{"style", Role::Script},
-      Kind{"title", Role::Hidden},     Kind{"template", Role::Hidden},
-      Kind{"datalist", Role::Hidden},  Kind{"area", Role::Hidden},
+      Kind{"template", Role::Hidden},  Kind{"datalist", Role::Hidden},
       Kind{"h1", Role::Paragraph},     Kind{"h2", Role::Paragraph},
       Kind{"h3", Role::Paragraph},     Kind{"h4", Role::Paragraph},
       Kind{"h5", Role::Paragraph},     Kind{"h6", Role::Paragraph},
       Kind{"pre", Role::Preformatted}, Kind{"textarea", Role::Preformatted},
       Kind{"blockquote", Role::Quote}, Kind{"hr", Role::Rule},
       Kind{"menu", Role::List},        Kind{"dir", Role::List},
-      Kind{"dl", Role::Paragraph},     Kind{"dt", Role::Block},
+      Kind{"dl", Role::Paragraph},     Kind{"dt", Role::Term},
       Kind{"dd", Role::Detail},        Kind{"address", Role::Block},
       Kind{"article", Role::Block},    Kind{"aside", Role::Block},
-      Kind{"body", Role::Block},       Kind{"caption", Role::Block},
-      Kind{"center", Role::Block},     Kind{"details", Role::Block},
-      Kind{"fieldset", Role::Block},   Kind{"figcaption", Role::Block},
-      Kind{"figure", Role::Paragraph}, Kind{"footer", Role::Block},
-      Kind{"form", Role::Block},       Kind{"header", Role::Block},
-      Kind{"legend", Role::Block},     Kind{"main", Role::Block},
-      Kind{"nav", Role::Block},        Kind{"option", Role::Block},
-      Kind{"section", Role::Block},    Kind{"summary", Role::Block},
+      Kind{"caption", Role::Block},    Kind{"center", Role::Block},
+      Kind{"details", Role::Block},    Kind{"fieldset", Role::Block},
+      Kind{"figcaption", Role::Block}, Kind{"figure", Role::Paragraph},
+      Kind{"footer", Role::Block},     Kind{"form", Role::Block},
+      Kind{"header", Role::Block},     Kind{"legend", Role::Block},
+      Kind{"main", Role::Block},       Kind{"nav", Role::Block},
+      Kind{"option", Role::Block},     Kind{"section", Role::Block},
+      Kind{"summary", Role::Block},
   };
+  static constexpr Kind anyOther{"", Role::Inline};
   const auto found = std::find_if(kinds.begin(), kinds.end(), [&](const Kind& kind) { return kind.name == name; });
-  return found == kinds.end() ? Role::Inline : found->role;
+  return found == kinds.end() ? anyOther : *found;
 }
 
 void HtmlWriter::open(std::string_view name, const HtmlAttributes& attributes) {
-  Element element{.role = roleOf(name)};
-  element.hides = element.role == Role::Script || element.role == Role::Hidden || isHidden(attributes);
+  // No mail is nested as deeply as that, and each tag may look through all that is open.
+  constexpr std::size_t mostOpen = 256;
+  const Role role = kindOf(name).role;
+  closeWhatEnds(role, name);
+  Element element{.name = std::string(name), .role = role};
+  element.hides = role == Role::Hidden || isHidden(attributes);
+  const bool isVoid = isVoidElement(name);
+  if (hiding_ == 0 && !element.hides) begin(element, attributes);
+  if (isVoid) {
+    if (hiding_ == 0 && !element.hides) end(element);
+    return;
+  }
+  // Inside of what is hidden all are kept, so that its own end is told from theirs.
+  if (role == Role::Inline && hiding_ == 0 && !element.hides) return;
   if (element.hides) ++hiding_;
-  if (hiding_ == 0) begin(element, attributes);
   open_.push_back(std::move(element));
+  if (open_.size() > mostOpen) closeLast();
 }
 
-void HtmlWriter::close() {
-  if (open_.empty()) return;
+/// What may not stand inside of the new element ends where that begins.
+void HtmlWriter::closeWhatEnds(Role role, std::string_view name) {
+  const auto isList = [](const Element& e) { return e.role == Role::List || e.role == Role::NumberedList; };
+  const auto isTable = [](const Element& e) { return e.role == Role::Table; };
+  const auto isCell = [](const Element& e) { return e.role == Role::Cell || e.role == Role::Table; };
+  switch (role) {
+    case Role::Inline:
+    case Role::Hidden:
+    case Role::Break:
+    case Role::Picture:
+      return;
+    case Role::Row:
+      closeUpTo([](const Element& e) { return e.role == Role::Row; }, isTable);
+      return;
+    case Role::Cell:
+      closeUpTo([](const Element& e) { return e.role == Role::Cell; }, isTable);
+      return;
+    case Role::Link:
+      closeUpTo([](const Element& e) { return e.role == Role::Link; }, isCell);
+      return;
+    case Role::Item:
+      closeUpTo([](const Element& e) { return e.role == Role::Item; },
+                [&](const Element& e) { return isList(e) || isCell(e); });
+      break;
+    case Role::Term:
+    case Role::Detail:
+      closeUpTo([](const Element& e) { return e.role == Role::Term || e.role == Role::Detail; },
+                [&](const Element& e) { return e.name == "dl" || isCell(e); });
+      break;
+    default:
+      if (name == "option") closeUpTo([](const Element& e) { return e.name == "option"; }, isCell);
+  }
+  closeUpTo([](const Element& e) { return e.name == "p"; }, isCell);
+}
+
+/// Closes the last element that is wanted, and those inside it, unless one that bounds the search stands in between.
+template <class Wanted, class Bound>
+bool HtmlWriter::closeUpTo(Wanted wanted, Bound bound) {
+  for (std::size_t i = open_.size(); i > 0; --i) {
+    if (wanted(open_[i - 1])) {
+      while (open_.size() >= i) closeLast();
+      return true;
+    }
+    if (bound(open_[i - 1])) return false;
+  }
+  return false;
+}
+
+void HtmlWriter::close(std::string_view name) {
+  const Role role = kindOf(name).role;
+  if (role == Role::Inline && hiding_ == 0) return;
+  const bool ofTable = role == Role::Cell || role == Role::Row || role == Role::Table;
+  const auto bounds = [&](const Element& e) { return e.role == Role::Table || (!ofTable && e.role == Role::Cell); };
+  const bool isClosed = closeUpTo([&](const Element& e) { return e.name == name; }, bounds);
+  if (!isClosed && hiding_ == 0 && (name == "p" || name == "br")) layout_.lineBreak();
+}
+
+void HtmlWriter::closeLast() {
   const Element element = std::move(open_.back());
   open_.pop_back();
   if (hiding_ == 0) end(element);
@@ -166,12 +259,16 @@ void HtmlWriter::text(std::string_view utf8) {
   preformatted_ > 0 ? layout_.preformatted(utf8) : layout_.words(utf8);
 }
 
-bool HtmlWriter::isInScript() const { return !open_.empty() && open_.back().role == Role::Script; }
+std::string HtmlWriter::take() {
+  while (!open_.empty()) closeLast();
+  return layout_.take();
+}
 
 void HtmlWriter::begin(Element& element, const HtmlAttributes& attributes) {
   constexpr std::string_view listIndent = "  ";
   switch (element.role) {
     case Role::Block:
+    case Role::Term:
       return layout_.block(TextLayout::Gap::Line);
     case Role::Paragraph:
       if (!hasMargins(attributes)) element.role = Role::Block;
@@ -199,7 +296,6 @@ void HtmlWriter::begin(Element& element, const HtmlAttributes& attributes) {
       element.indent = layout_.indent(listIndent);
       return;
     case Role::Table:
-      return layout_.block(TextLayout::Gap::Line);
     case Role::Row:
       return layout_.beginRow();
     case Role::Cell:
@@ -209,7 +305,7 @@ void HtmlWriter::begin(Element& element, const HtmlAttributes& attributes) {
       element.begin = layout_.size();
       return;
     case Role::Picture:
-      return layout_.words(valueOf(attributes, "alt"));
+      return layout_.words(pictureText(valueOf(attributes, "alt")));
     default:
       return;
   }
@@ -219,6 +315,7 @@ void HtmlWriter::end(const Element& element) {
   layout_.outdent(element.indent);
   switch (element.role) {
     case Role::Block:
+    case Role::Term:
     case Role::Detail:
     case Role::Rule:
       return layout_.block(TextLayout::Gap::Line);

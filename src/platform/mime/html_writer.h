@@ -13,30 +13,27 @@ namespace velmora::mime {
 /// Names, in small letters, and decoded values.
 using HtmlAttributes = std::vector<std::pair<std::string_view, std::string_view>>;
 
-/// Writes the text of HTML from what a parser tells of its elements, one after the other. What is hidden, by its kind
-/// or its style, is left out.
+/// Writes the text of HTML of which it is told tag by tag. What is hidden, by its kind or its style, is left out. Tags
+/// that are missing are put in as browsers do; an element that means nothing to the text leaves no trace, so that it
+/// doesn't matter in which order such tags are closed.
 class HtmlWriter {
  public:
-  /// An element begins. Its name is in small letters.
+  /// A start tag; its name and those of the attributes are in small letters.
   void open(std::string_view name, const HtmlAttributes& attributes);
 
-  /// The last element that was opened and not closed ends.
-  void close();
+  /// An end tag. Closes the last element of this name and those inside it.
+  void close(std::string_view name);
 
   void text(std::string_view utf8);
 
-  /// Elements that are open.
-  std::size_t depth() const { return open_.size(); }
-
-  /// What comes is no markup until its end.
-  bool isInScript() const;
-
-  std::string take() { return layout_.take(); }
+  /// What was written; what is still open is closed.
+  std::string take();
 
  private:
   enum class Role;
   struct Kind;
   struct Element {
+    std::string name;
     Role role;
     bool hides = false;
     std::size_t indent = 0;    ///< what it has put in front of lines
@@ -48,7 +45,11 @@ class HtmlWriter {
     int next = 1;
   };
 
-  static Role roleOf(std::string_view name);
+  static const Kind& kindOf(std::string_view name);
+  void closeWhatEnds(Role role, std::string_view name);
+  template <class Wanted, class Bound>
+  bool closeUpTo(Wanted wanted, Bound bound);
+  void closeLast();
   void begin(Element& element, const HtmlAttributes& attributes);
   void end(const Element& element);
   void beginItem(Element& element, const HtmlAttributes& attributes);

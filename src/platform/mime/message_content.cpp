@@ -1,6 +1,7 @@
 #include "platform/mime/message_content.h"
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 #include <cstddef>
 #include <limits>
@@ -43,8 +44,10 @@ void decode(Reading& reading, const TextPart& part, Take take) {
 std::string join(Reading& reading, const std::vector<TextPart>& parts) {
   std::size_t size = 0;
   for (const TextPart& part : parts) size += part.Content.size();
-  // A character of one byte may become one of three.
-  LineWriter lines(std::min(3 * size, mail_bounds::message + 8 * Reading::slice));
+  // A character of one byte may become one of three, and more.
+  constexpr std::size_t most = mail_bounds::message + 8 * Reading::slice;
+  constexpr std::size_t large = mail_bounds::message / 4;
+  LineWriter lines(size > large ? most : 3 * size);
   const auto hasRoom = [&] { return lines.text().size() <= mail_bounds::message; };
   for (const TextPart& part : parts) {
     if (!hasRoom()) break;
@@ -76,12 +79,26 @@ std::string textOfHtml(Reading& reading, const TextPart& part) {
   const auto [html, isWhole] = decodeHtml(reading, part);
   const std::string text = htmlToText(reading, html);
   LineWriter lines(text.size());
-  lines.add(text);
+  for (std::string_view rest = text; !rest.empty();) {
+    const std::string_view slice = text::leftBytes(rest, Reading::slice);
+    lines.add(slice);
+    reading.worked(slice.size());
+    rest.remove_prefix(slice.size());
+  }
   return lines.take().append(isWhole ? "" : mail_bounds::bodyMark);
 }
 
-/// The plain part of some HTML mail holds nothing but line breaks.
-bool isBlank(std::string_view text) { return text.find_first_not_of(" \t\r\n") == std::string_view::npos; }
+/// The plain part of some HTML mail holds nothing but line breaks, or blanks of any kind.
+bool isBlank(std::string_view text) {
+  constexpr std::array<std::string_view, 9> blanks = {" ",      "\t",     "\r",     "\n",    "\u00A0",
+                                                      "\u200B", "\u200C", "\u200D", "\uFEFF"};
+  while (!text.empty()) {
+    const auto found = std::find_if(blanks.begin(), blanks.end(), [&](auto blank) { return text.starts_with(blank); });
+    if (found == blanks.end()) return false;
+    text.remove_prefix(found->size());
+  }
+  return true;
+}
 
 std::string bodyOf(Reading& reading, const Parts& parts) {
   std::string plain = join(reading, parts.Plain);

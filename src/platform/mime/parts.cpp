@@ -1,12 +1,10 @@
 #include "platform/mime/parts.h"
 
-#include <gmime/gmime.h>
-
 #include <cstddef>
 #include <utility>
 
 #include "platform/mail_bounds.h"
-#include "platform/mime/glib_ptr.h"
+#include "platform/mime/content_type.h"
 #include "platform/text.h"
 
 namespace velmora::mime {
@@ -18,34 +16,8 @@ constexpr int MaxDepth = 16;
 
 constexpr std::size_t MaxValue = std::size_t{16} * 1024;
 
-/// What the library needs for the header of a part, as bytes of other work.
-constexpr std::size_t partWork = std::size_t{4} * 1024;
-
-struct ContentType {
-  std::string Type;
-  std::string Subtype;
-  std::string Charset;
-  std::string Boundary;
-
-  bool is(std::string_view type) const { return text::equalsIgnoringCase(Type, type); }
-  bool is(std::string_view type, std::string_view subtype) const {
-    return is(type) && text::equalsIgnoringCase(Subtype, subtype);
-  }
-};
-
-std::string textOf(const char* text) { return text ? text : ""; }
-
-ContentType parseType(std::string_view value, const ContentType& fallback) {
-  // Old programs write just "text".
-  if (value.find('/') == std::string_view::npos) return fallback;
-  const std::string unfolded = unfold(value, MaxValue);
-  const ObjectPtr<GMimeContentType> type(g_mime_content_type_parse(nullptr, unfolded.c_str()));
-  if (!type) return fallback;
-  return {.Type = textOf(g_mime_content_type_get_media_type(type.get())),
-          .Subtype = textOf(g_mime_content_type_get_media_subtype(type.get())),
-          .Charset = textOf(g_mime_content_type_get_parameter(type.get(), "charset")),
-          .Boundary = textOf(g_mime_content_type_get_parameter(type.get(), "boundary"))};
-}
+/// What the header of a part costs besides its bytes, as bytes of other work.
+constexpr std::size_t partWork = 1024;
 
 bool saysAttached(std::string_view disposition) {
   return text::equalsIgnoringCase(disposition.substr(0, 10), "attachment");
@@ -66,7 +38,7 @@ class Walk {
   void enter(const Entity& entity, const ContentType& fallback, int depth) {
     reading_.worked(partWork);
     const std::vector<Field> fields = fieldsOf(reading_, entity.Header);
-    const ContentType type = parseType(valueOf(fields, "Content-Type"), fallback);
+    const ContentType type = parseContentType(unfold(valueOf(fields, "Content-Type"), MaxValue), fallback);
     if (type.is("multipart") && enterParts(entity, type, depth)) return;
     add(type, fields, entity.Content);
   }

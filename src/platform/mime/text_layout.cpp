@@ -7,7 +7,7 @@ namespace velmora::mime {
 namespace {
 
 /// Where lines begin so far to the right, nothing is gained by more, and a stranger could make much of little.
-constexpr std::size_t widestPrefix = 24;
+constexpr std::size_t widestPrefix = 16;
 
 constexpr std::string_view noBreakSpace = "\u00A0";
 
@@ -70,10 +70,14 @@ std::size_t TextLayout::indent(std::string_view prefix) {
   return prefix.size();
 }
 
-void TextLayout::outdent(std::size_t size) { prefix_.resize(prefix_.size() - size); }
+void TextLayout::outdent(std::size_t size) {
+  prefix_.resize(prefix_.size() - size);
+  if (prefix_.size() < markEnd_) dropMark();
+}
 
 void TextLayout::mark(std::string mark, std::size_t size) {
   mark_ = std::move(mark);
+  markEnd_ = prefix_.size();
   markSize_ = size;
 }
 
@@ -119,7 +123,7 @@ void TextLayout::beginLine() {
   if (mark_.empty()) {
     text_ += prefix_;
   } else {
-    text_.append(prefix_, 0, prefix_.size() - std::min(markSize_, prefix_.size())).append(mark_);
+    text_.append(prefix_, 0, markEnd_ - markSize_).append(mark_).append(prefix_, markEnd_);
     mark_.clear();
   }
 }

@@ -36,8 +36,12 @@ class TextLayout {
 
   /// Stands in the first line to come in place of the prefix of this size, which was put last.
   void mark(std::string mark, std::size_t size);
-  void dropMark() { mark_.clear(); }
+  void dropMark() {
+    mark_.clear();
+    markEnd_ = 0;
+  }
 
+  /// A row of a table begins, or the table itself.
   void beginRow();
   void beginCell();
   /// What comes behind a table stands in no row of it.
@@ -58,6 +62,7 @@ class TextLayout {
   std::string text_;
   std::string prefix_;
   std::string mark_;
+  std::size_t markEnd_ = 0;  ///< where in the prefix it stands
   std::size_t markSize_ = 0;
   std::string blanks_;       ///< owed within the line
   int breaks_ = 0;           ///< owed line ends

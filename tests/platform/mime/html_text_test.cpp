@@ -37,25 +37,33 @@ TEST(HtmlText, GivesWhatAReaderSees) {
       {"<div>a</div><div>&nbsp;</div><div>b&nbsp; c </div>", "a\n\nb  c"},
       {"&lt;p&gt; &amp; &uuml;&nbsp;&#8364;&#x20AC;", "<p> & ü €€"},
       {"1 < 2 <3", "1 < 2 <3"},
-      {std::string("a\0b", 3), "a b"},
+      {"&copy 2024 &lt5 &notit; &nosuch; &amp;amp; &#0;&#xD800;&#9999999; &",
+       "© 2024 <5 ¬it; &nosuch; &amp; \uFFFD\uFFFD\uFFFD &"},
       // What is hidden.
       {"<html><head><title>title</title></HEAD><body>body</body></html>", "body"},
       {"<STYLE>p { color: red }</Style>a<script>if (a < b) '</p>'</script>b", "ab"},
       {"a<script>never ends", "a"},
       {"<head>without end<p>body", "without end\n\nbody"},
-      {"a<!-- <p>comment</p> -->b<!DOCTYPE x><?xml?>c<!-- open", "abc"},
+      {"a<!-- <p>comment</p> -->b<!DOCTYPE x><?xml?>c<!-->d</ e>f<!-- open", "abcdf"},
       {"a<div style=' DISPLAY : none '>b<p>c<ul><li>d</ul></div>e<p hidden>f</p>", "ae"},
       {"<ul style='display:none'><li>a</ul><ol><li>b</ol>", "1. b"},
+      {"<p><![if !supportLists]>1.<![endif]> a</p><!--[if mso]>b<![endif]--><!--[if !mso]><!-->c<!--<![endif]-->",
+       "1. a\n\nc"},
+      {"<span style=display:none>a<span>b</span>c</span>d<div style='font-size:0;max-height:0px'>e</div>f", "df"},
+      {"<p style='font-size:0'>a<p style='opacity:0.5;max-height:0.5em'>b", "a\n\nb"},
+      {"<div hidden>a <img data-x='" + repeat("b > ", 500) + "'>c</div>d", "d"},
       // What is broken.
       {"a<unknown>b</unknown></li></ul>c", "abc"},
       {"<td>a</tr></table>b", "ab"},
-      {"<p title=never&quot;closed>a", "a"},
+      {"<a title=\"never closed>a</a>b <i title='>c", "ab c"},
+      {"<p>a<table><td>b</p>c</table>d", "a\n\nb\nc\nd"},
       {repeat("<div>", 1000) + "a" + repeat("</div>", 1000) + "b", "a\nb"},
       // Lists.
       {"<ul><li>a</li><li>b<ol start=9><li>c<br>d</li><li>e</li></ol></li></ul>f",
        "• a\n• b\n  9. c\n     d\n  10. e\n\nf"},
       {"<ol><li value=5>a<li value=x>b<li></ol><li>c", "5. a\n6. b\n\n• c"},
       {"<dl><dt>a<dd>b<dt>c</dl>", "a\n  b\nc"},
+      {"<ol><li><blockquote>a<br>b</blockquote></ol>", "1. > a\n   > b"},
       // Tables.
       {"<table><tr><th>a<th>b<tr><td><p>c</p><td><td>d</table>e", "a\tb\nc\t\td\ne"},
       {"<table><tr><td>a<br>b<td>c<tr><td><table><tr><td>d<td>e</table><td>f</table>", "a\nb\nc\nd\te\nf"},
@@ -71,7 +79,10 @@ TEST(HtmlText, GivesWhatAReaderSees) {
       {"<a href='#top'>a</a><a href='JavaScript:x()'>b</a><a href='x.html'>c</a><a>d</a>", "abcd"},
       {"<a href=http://x.example/><div>a</div></a>b", "a <http://x.example/>\nb"},
       {"<a href='http://\n x.example/'><img src=x></a>", "<http://x.example/>"},
-      {"a<img alt='x > y' src=\"file:///etc/passwd\">b", "ax > yb"},
+      {"a<img alt='x > y' src=\"file:///etc/passwd\">b", "a x > y b"},
+      {"<a href=http://x.example/a><table><tr><td>b</table></a>", "b <http://x.example/a>"},
+      {"<a href='mailto:a@b.example?subject=c'>a@b.example</a><img alt=☺>", "a@b.example☺"},
+      {"<a href='http://x.example/?a=1&copy=2&amp;b=3'>c</a>", "c <http://x.example/?a=1&copy=2&b=3>"},
   };
   for (const auto& [html, wanted] : cases) EXPECT_EQ(textOf(html), wanted) << html;
 }
