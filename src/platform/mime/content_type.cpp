@@ -90,12 +90,12 @@ std::string extended(std::string_view value, bool begins) {
 }
 
 /// A parameter may come in several sections (RFC 2231 section 3); of two of a name the first counts.
-void keep(std::string_view name, std::string value, std::string& text) {
+void keep(std::string_view name, std::string_view value, std::string& text) {
   const auto star = name.find('*');
   const bool isSection = star != name.npos && star + 1 < name.size();
   if (!text.empty() && !isSection) return;
   const bool isFirst = text.empty();
-  text += name.ends_with('*') ? extended(value, isFirst) : std::move(value);
+  text += name.ends_with('*') ? extended(value, isFirst) : std::string(value);
 }
 
 }  // namespace
@@ -125,10 +125,10 @@ ContentType parseContentType(std::string_view value, const ContentType& fallback
     scanner.skip("");
     if (!scanner.take('=')) continue;
     scanner.skip("");
-    std::string text = scanner.take('"') ? scanner.quoted() : std::string(scanner.word(";"));
+    const std::string text = scanner.take('"') ? scanner.quoted() : std::string(scanner.word(";"));
     const std::string_view base = name.substr(0, name.find('*'));
-    if (text::equalsIgnoringCase(base, "charset")) keep(name, std::move(text), type.Charset);
-    if (text::equalsIgnoringCase(base, "boundary")) keep(name, std::move(text), type.Boundary);
+    if (text::equalsIgnoringCase(base, "charset")) keep(name, text, type.Charset);
+    if (text::equalsIgnoringCase(base, "boundary")) keep(name, text, type.Boundary);
   }
   return type;
 }
