@@ -2,7 +2,9 @@
 
 #include <gmime/gmime.h>
 
+#include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <vector>
 
 #include "platform/mime/encoded_words.h"
@@ -38,10 +40,12 @@ std::string reveal(std::string text) {
   return text;
 }
 
-/// Decoded, with the special characters of encoded words disguised, so that the grammar is that of the text around.
+/// Decoded, with the special characters of encoded words disguised, so that the grammar is that of the text around. A
+/// NUL would end the text for the library.
 std::string disguisedText(Reading& reading, std::string_view value) {
   std::string text;
   for (const Run& run : decodedRuns(reading, value)) text += run.Encoded ? disguise(run.Text) : run.Text;
+  std::ranges::replace(text, '\0', ' ');
   return text::replaceAll(text, "=?", "=" + disguised('?'));
 }
 
@@ -94,11 +98,23 @@ std::string display(InternetAddressList* list) {
   return text;
 }
 
+/// Without blanks and what the grammar may take away, in an order that doesn't depend on where anything stood.
+std::string sortedContent(std::string_view text) {
+  constexpr std::string_view grammar = " \t\"\\<>():;,";
+  std::string content;
+  std::ranges::copy_if(text, std::back_inserter(content), [&](char c) { return grammar.find(c) == grammar.npos; });
+  std::ranges::sort(content);
+  return content;
+}
+
+/// The library stops where it understands no further, and takes what it has for all. A sender could make his own
+/// address vanish behind another so: its form counts only where nothing of the piece is missing.
 std::string displayAddress(std::string_view piece) {
   if (piece.size() > MaxAddress) return std::string(piece);
   const ObjectPtr<InternetAddressList> list(internet_address_list_parse(nullptr, std::string(piece).c_str()));
   const std::string text = list ? display(list.get()) : "";
-  return text.empty() ? std::string(piece) : text;
+  const bool isWhole = !text.empty() && std::ranges::includes(sortedContent(text), sortedContent(piece));
+  return isWhole ? text : std::string(piece);
 }
 
 }  // namespace

@@ -7,8 +7,8 @@
 
 namespace velmora::mime {
 
-/// The addresses of an unfolded header value as people read them: "Name <address>", joined by ", ". What is no address
-/// stays as it is, decoded.
+/// The addresses of an unfolded header value as people read them: "Name <address>", joined by ", ". What the library
+/// doesn't understand to its end stays as it is, decoded.
 std::string displayAddresses(Reading& reading, std::string_view value);
 
 }  // namespace velmora::mime

@@ -93,6 +93,17 @@ TEST_F(GmimeReaderTest, ShowsAddresses) {
       {"!!! @@@", "!!! @@@"},
       {"\"\"", "\"\""},
       {" , ,", ""},
+      // A sender's own address never vanishes, nor what else he says.
+      {"=?utf-8?Q?boss=40bank.example=00?= <evil@x.example>", "boss@bank.example <evil@x.example>"},
+      {"boss@bank.example) <evil@x.example>", "boss@bank.example) <evil@x.example>"},
+      {"boss@bank.example[ <evil@x.example>", "boss@bank.example[ <evil@x.example>"},
+      {"boss@bank.example\\ <evil@x.example>", "boss@bank.example\\ <evil@x.example>"},
+      {"Boss <boss@bank.example>) <evil@x.example>", "Boss <boss@bank.example>) <evil@x.example>"},
+      {"John (Sales) <a@b.example>", "John (Sales) <a@b.example>"},
+      {"MAILER-DAEMON (Mail Delivery System)", "MAILER-DAEMON (Mail Delivery System)"},
+      {":) Smile <a@b.example>", ":) Smile <a@b.example>"},
+      {"C:\\Users <a@b.example>", "C:\\Users <a@b.example>"},
+      {"Bob\\, Jr <a@b.example>", "Bob\\, Jr <a@b.example>"},
   };
   for (const auto& [given, wanted] : cases) EXPECT_EQ(from(given), wanted) << given;
 }
