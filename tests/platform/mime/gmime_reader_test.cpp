@@ -125,6 +125,10 @@ TEST_F(GmimeReaderTest, TakesTheFirstDateThatCanBe) {
   } cases[] = {
       {"Date: Sun, 15 Nov 2026 16:22:05 +0100" + topReceived, sent},
       {"Date: 15 Nov 2026 15:22:05 GMT (comment)", sent},
+      {"Date: Sun, 15 Nov 2026 15:22:05.987 +0000", sent},
+      {"Date: Sun, 15 Nov 2026 15.22.05 +0000", sent},
+      {"Date: Sun, 15 Nov 2026 20:52:05 +05:30", sent},
+      {"Date: Sun, 15 Nov 2026 9:59:60 +0000", {2026, 11, 15, 18, 59, 59}},
       {"Date: rubbish" + topReceived, received},
       {"Date: Sat, 31 Feb 2026 10:00:00 +0000" + topReceived, received},
       {"Date: Thu, 1 Jan 1959 00:00:00 +0000" + topReceived, received},
