@@ -3,6 +3,7 @@
 #include <exception>
 
 #include "app/program.h"
+#include "platform/failure.h"
 #include "rules/rule_match.h"
 
 namespace velmora {
@@ -26,13 +27,30 @@ bool mark(MailMessage& message, const Rule& rule, AccountState& account) {
   return message.Delete || message.Spam;
 }
 
+/// How many bytes rules look through before the event loop turns: a twentieth of a second's work, which a mailbox
+/// without large messages hardly comes to.
+constexpr std::size_t betweenTurns = 16 << 20;
+
+/// A stop is no fault of the rule that was at work.
+struct Stopped : RunTimeFailure {
+  Stopped() : RunTimeFailure(invalidCallFailure()) {}
+};
+
+void look(Program& program, std::size_t& looked, std::size_t bytes) {
+  looked += bytes;
+  if (looked < betweenTurns) return;
+  looked = 0;
+  program.platform.yield();
+  if (program.StopRequested) throw Stopped();
+}
+
 }  // namespace
 
-void RuleCheck(Program& program, std::int16_t account, std::int16_t message) {
+void RuleCheck(Program& program, std::int16_t account, std::int16_t message, std::size_t& looked) {
   MailMessage& mail = program.messages.at(account, message);
   Accounts::Row& row = program.accounts[account];
   mail.Delete = mail.Spam = false;
-  RuledMessage ruled(mail);
+  RuledMessage ruled(mail, [&](std::size_t bytes) { look(program, looked, bytes); });
   for (const Rule& rule : program.rules.live.rules()) {
     if (isInForce(rule, row) && RuleMatches(program, rule, ruled) && mark(mail, rule, row)) return;
   }
@@ -41,6 +59,8 @@ void RuleCheck(Program& program, std::int16_t account, std::int16_t message) {
 bool RuleMatches(Program& program, const Rule& rule, RuledMessage& message) {
   try {
     return ruleFits(rule, message);
+  } catch (const Stopped&) {
+    throw;
   } catch (const std::exception&) {
     Question box;
     box.text = "Rule Check - Process Error\r\nRemove from final code!!";

@@ -77,7 +77,7 @@ bool equals(std::string_view text, const RuleEntry& entry) {
 /// "Contains" goes without regard to case, "Equals" does not.
 bool testText(const TextField& field, const RuleEntry& entry, RuledMessage& message) {
   if (entry.Condition == "Contains") return contains(message.inCapitals(field.member), entry);
-  if (entry.Condition == "Equals") return equals(message.message().*field.member, entry);
+  if (entry.Condition == "Equals") return equals(message.original(field.member), entry);
   return false;
 }
 
@@ -105,9 +105,10 @@ std::optional<bool> testEntry(const RuleEntry& entry, RuledMessage& message) {
 }  // namespace
 
 const std::string& RuledMessage::inCapitals(std::string MailMessage::*field) {
+  const std::string& text = original(field);
   auto* const slot = std::find_if(capitals_.begin(), capitals_.end(),
                                   [field](const auto& each) { return !each || each->field == field; });
-  if (!*slot) *slot = {field, text::upper(message_.*field)};
+  if (!*slot) *slot = {field, text::upper(text)};
   return (*slot)->text;
 }
 

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "app/shut_down.h"
 #include "rules/rules_page.h"
 #include "support/running_program.h"
 
@@ -71,6 +72,41 @@ TEST_F(RuleChecks, ABadRuleShowsItsBoxForEachMessageThatItReaches) {
   EXPECT_EQ(platform.asked[0].text, "Rule Check - Process Error\r\nRemove from final code!!");
   EXPECT_EQ(platform.asked[0].title, "Velmora");
   EXPECT_THAT(pictures(), ElementsAre("SpamNew", "SpamNew", "New"));
+}
+
+TEST_F(RuleChecks, OfLargeMessagesLetTheProgramTurnAndStop) {
+  option("QuickCheck", "0");
+  giveRules(std::vector<Given>(40, Given{"Body Contains nothing"}));
+  start();
+  const std::function<void()> nothing = [] {};
+  const struct {
+    std::size_t bytes;
+    std::function<void()> done;
+    int turns;
+    std::string status;
+  } cases[] = {
+      {400'000, nothing, 0, "Work - 1 Message"},
+      {1'000'000, nothing, 2, "Work - 1 Message"},
+      {1'000'000, [this] { stop(); }, 1, "Work - User Stopped Retrieval"},
+      {1'000'000, [this] { EndApplication(program); }, 1, "Work - User Stopped Retrieval"},
+  };
+  int turns = 0;
+  for (const auto& each : cases) {
+    auto large = message("large");
+    large.text += std::string(each.bytes, 'x');
+    platform.servers["Work"].messages = {large};
+    platform.onYield = [&] {
+      if (program.frmMain.lvwEmail.EmptyText.get() != "Checking...") return;
+      ++turns;
+      each.done();
+    };
+    turns = 0;
+    check();
+    EXPECT_EQ(turns, each.turns);
+    EXPECT_EQ(program.accounts[1].AcntStatusText, each.status);
+    EXPECT_EQ(pictures().empty(), each.status != "Work - 1 Message");
+  }
+  EXPECT_TRUE(platform.asked.empty()) << "a stop is no failure of a rule";
 }
 
 TEST_F(RuleChecks, AnotherFileNameIsAnotherSetOfRules) {
