@@ -28,6 +28,16 @@ std::size_t rarest(std::string_view what) {
   return static_cast<std::size_t>(std::min_element(what.begin(), what.end(), isRarer) - what.begin());
 }
 
+/// All of it is characters of UTF-8.
+bool isValid(std::string_view text) {
+  while (!text.empty()) {
+    const std::size_t size = characterSize(text);
+    if (size == 1 && static_cast<unsigned char>(text.front()) >= 0x80) return false;
+    text.remove_prefix(size);
+  }
+  return true;
+}
+
 /// The characters of `what` stand here.
 bool standsAt(std::string_view text, std::size_t offset, std::string_view what) {
   return text.compare(offset, what.size(), what) == 0 && isBoundary(text, offset) &&
@@ -52,6 +62,8 @@ std::size_t findSteadily(std::string_view text, std::size_t from, std::string_vi
 /// has many of them all the same is searched in another way.
 std::size_t find(std::string_view text, std::string_view what) {
   if (text.size() < what.size()) return std::string_view::npos;
+  // A part of characters stands in none, and yet may begin in each of them: to compare there would take too long.
+  if (!isValid(what) && isValid(text)) return std::string_view::npos;
   const std::size_t anchor = rarest(what);
   const auto places = text.substr(0, text.size() - what.size() + anchor + 1);
   std::size_t patience = 64 + text.size() / 64;

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <ctime>
+
 #include "platform/failure.h"
 
 namespace velmora {
@@ -17,6 +19,13 @@ TEST(Text, FindsInWhateverText) {
   EXPECT_EQ(text::find(halves, "\x84"), std::string::npos);
   EXPECT_EQ(text::find(halves + "x\x84", "\x84"), 2001U);
   EXPECT_EQ(text::find("ab", "abc"), std::string::npos);
+  // What begins or ends within a character comes close to being found everywhere.
+  std::string letters;
+  for (int i = 0; i < 400'000; ++i) letters += "Äz";
+  const auto begun = std::clock();
+  EXPECT_EQ(text::find(letters, "\x84z" + letters.substr(0, 1'800)), std::string::npos);
+  EXPECT_EQ(text::find(letters, letters.substr(0, 1'801)), std::string::npos);
+  EXPECT_LT(std::clock() - begun, CLOCKS_PER_SEC);
 }
 
 TEST(Text, TurnsTextIntoNumbersOrSaysWhyNot) {
