@@ -81,7 +81,8 @@ class Platform {
   /// it could be started.
   virtual bool startProgram(const std::string& path, std::int16_t windowState) = 0;
 
-  /// Plays a .wav file to its end while the event loop turns; a later call ends an earlier one. Silent where it can't.
+  /// Plays a .wav file to its end, or half a minute of it, while the event loop turns; a later call ends an earlier
+  /// one. Silent where it can't.
   virtual void playSound(const std::string& path) = 0;
 
   /// Opens a file or an address with the program that the desktop has for it.

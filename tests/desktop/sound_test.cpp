@@ -222,6 +222,7 @@ TEST(WaveSounds, AreTakenApartAsFarAsTheyGo) {
        24'000},
       {"claims more than there is", {.samples = some, .claimed = 0xFFFFFFFF}, 24'000},
       {"holds more than it claims", {.samples = some, .claimed = 1'000}, 1'000},
+      {"31 seconds", {.rate = 8'000, .bits = 8, .samples = QByteArray(248'000, 'x')}, 240'000},
       {"ends within a frame", {.channels = 2, .samples = some.first(4001)}, 4'000},
       {"a chunk that claims all", {.before = "LIST" + bytes(0xFFFFFFFFU), .samples = some}, 0},
       {"no samples", {}, 0},

@@ -9,8 +9,8 @@ namespace velmora {
 /// Plays sounds, one at a time.
 class SoundPlayer {
  public:
-  /// Plays a .wav file to its end while the event loop turns. A call from within that ends the sound that is on.
-  /// Returns at once where nothing can be heard, and when the program ends.
+  /// Plays a .wav file to its end, or half a minute of it, while the event loop turns. A call from within that ends the
+  /// sound that is on. Returns at once where nothing can be heard, and when the program ends.
   void play(const QString& path);
 
  private:

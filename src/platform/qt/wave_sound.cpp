@@ -8,6 +8,9 @@ namespace velmora {
 
 namespace {
 
+/// A check ends when its sound does, and a file of a few megabytes may hold more than half an hour.
+constexpr std::chrono::microseconds longestSound = std::chrono::seconds(30);
+
 constexpr qsizetype riffHeaderSize = 12;
 constexpr qsizetype chunkHeaderSize = 8;
 
@@ -79,6 +82,7 @@ std::optional<WaveSound> waveSound(QByteArrayView file) {
   sound.format.setSampleRate(static_cast<int>(rate));
   const QByteArrayView samples = chunk(file, "data");
   sound.samples = bits == 24 ? shortened(samples) : samples.toByteArray();
+  sound.samples.truncate(sound.format.bytesForDuration(longestSound.count()));
   sound.samples.chop(sound.samples.size() % (qsizetype{channels} * sound.format.bytesPerSample()));
   if (sound.samples.isEmpty()) return std::nullopt;
   return sound;

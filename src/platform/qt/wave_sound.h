@@ -17,7 +17,8 @@ struct WaveSound {
 };
 
 /// Takes a .wav file apart. A file that ends early gives what is there of its sound, whatever lengths it claims;
-/// nothing where no sound is in it, or one that is stored in an unusual way.
+/// nothing where no sound is in it, or one that is stored in an unusual way. Of a long sound it gives the first half
+/// minute.
 std::optional<WaveSound> waveSound(QByteArrayView file);
 
 }  // namespace velmora
