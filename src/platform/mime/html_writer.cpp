@@ -315,6 +315,7 @@ void HtmlWriter::end(const Element& element) {
   layout_.outdent(element.indent);
   switch (element.role) {
     case Role::Block:
+    case Role::Row:
     case Role::Term:
     case Role::Detail:
     case Role::Rule:
@@ -334,8 +335,6 @@ void HtmlWriter::end(const Element& element) {
       return layout_.block(TextLayout::Gap::Line);
     case Role::Table:
       return layout_.endTable();
-    case Role::Row:
-      return layout_.beginRow();
     case Role::Link:
       return endLink(element);
     default:

@@ -58,7 +58,7 @@ void TextLayout::block(Gap gap) {
 void TextLayout::lineBreak() { owe(isLineEmpty() ? breaks_ + 1 : 1); }
 
 void TextLayout::owe(int breaks) {
-  if (cellBegins_) return;
+  if (cellBegins_ && (rowBegun_ || belowData_)) return;
   blanks_.clear();
   afterWhite_ = heldOpen_ = false;
   breaks_ = std::min(breaks, static_cast<int>(Gap::BlankLine));
@@ -84,7 +84,8 @@ void TextLayout::mark(std::string mark, std::size_t size) {
 void TextLayout::beginRow() {
   cellBegins_ = rowBegun_ = rowBroken_ = false;
   // The margins of paragraphs in the cells don't tear a table of data apart, but stand between those of a layout.
-  if (std::exchange(rowHasTabs_, false)) breaks_ = 0;
+  belowData_ = std::exchange(rowHasTabs_, false);
+  if (belowData_) breaks_ = 0;
   block(Gap::Line);
 }
 
@@ -103,7 +104,7 @@ void TextLayout::beginCell() {
 }
 
 void TextLayout::endTable() {
-  cellBegins_ = false;
+  cellBegins_ = rowHasTabs_ = false;
   rowBegun_ = rowBroken_ = true;
   block(Gap::Line);
 }

@@ -71,6 +71,7 @@ class TextLayout {
   bool rowBegun_ = false;    ///< the row has words
   bool rowBroken_ = false;   ///< ... in more than one line
   bool rowHasTabs_ = false;  ///< ... in more than one cell
+  bool belowData_ = false;   ///< ... and the row above had them in more than one cell
   bool cellBegins_ = false;  ///< no words yet: breaks don't count
 };
 

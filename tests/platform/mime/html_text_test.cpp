@@ -68,6 +68,8 @@ TEST(HtmlText, GivesWhatAReaderSees) {
       {"<table><tr><th>a<th>b<tr><td><p>c</p><td><td>d</table>e", "a\tb\nc\t\td\ne"},
       {"<table><tr><td>a<br>b<td>c<tr><td><table><tr><td>d<td>e</table><td>f</table>", "a\nb\nc\nd\te\nf"},
       {"<table><tr><td><p>a</p></td></tr><tr><td><p>b</p></td></tr></table>", "a\n\nb"},
+      {"<table><tr><td>a<tr><td><p>b<table><tr><td>c<td>d<tr><td><p>e<td>f</table><tr><td><p>g</table>",
+       "a\n\nb\n\nc\td\ne\tf\n\ng"},
       // Quotes, rules and what is preformatted.
       {"a<blockquote>b<br>c<blockquote>d</blockquote></blockquote>e", "a\n\n> b\n> c\n\n> > d\n\ne"},
       {"a<hr>b", "a\n----------\nb"},
