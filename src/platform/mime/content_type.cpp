@@ -1,9 +1,9 @@
 #include "platform/mime/content_type.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstddef>
 
+#include "platform/mime/transfer.h"
 #include "platform/text.h"
 
 namespace velmora::mime {
@@ -70,23 +70,10 @@ class Scanner {
   std::string_view rest_;
 };
 
-std::string percentDecoded(std::string_view text) {
-  std::string decoded;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    unsigned code = 0;
-    const std::string_view digits = text.substr(std::min(i + 1, text.size()), 2);
-    const bool isEscape = text[i] == '%' && digits.size() == 2 &&
-                          std::from_chars(digits.data(), digits.data() + 2, code, 16).ptr == digits.data() + 2;
-    decoded += isEscape ? static_cast<char>(code) : text[i];
-    if (isEscape) i += 2;
-  }
-  return decoded;
-}
-
 /// The value of a parameter that names a charset and a language before it (RFC 2231 section 4).
 std::string extended(std::string_view value, bool begins) {
   const auto second = begins ? value.find('\'', value.find('\'') + 1) : value.npos;
-  return percentDecoded(second == value.npos ? value : value.substr(second + 1));
+  return decodePercent(second == value.npos ? value : value.substr(second + 1));
 }
 
 /// A parameter may come in several sections (RFC 2231 section 3); of two of a name the first counts.

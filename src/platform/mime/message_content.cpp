@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <cstddef>
 #include <limits>
 #include <string_view>
@@ -107,18 +106,6 @@ std::string bodyOf(Reading& reading, const Parts& parts) {
   return plain.empty() ? join(reading, parts.OtherText) : plain;
 }
 
-std::string percentDecoded(std::string_view text) {
-  std::string decoded;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const std::string digits(text.substr(i + 1, 2));
-    const bool escaped = text[i] == '%' && digits.size() == 2 && std::isxdigit(static_cast<unsigned char>(digits[0])) &&
-                         std::isxdigit(static_cast<unsigned char>(digits[1]));
-    decoded += escaped ? static_cast<char>(std::stoi(digits, nullptr, 16)) : text[i];
-    if (escaped) i += 2;
-  }
-  return decoded;
-}
-
 /// How many parts bear an identifier.
 using PartsById = std::unordered_map<std::string, std::size_t>;
 
@@ -128,7 +115,7 @@ void removeShown(std::string_view html, PartsById& parts) {
   for (auto colon = html.find(':'); colon != std::string_view::npos; colon = html.find(':', colon + 1)) {
     if (!text::endsWithIgnoringCase(html.substr(0, colon), "cid")) continue;
     const auto end = std::min(html.find_first_of("\"'<> \t\r\n)", colon), html.size());
-    parts.erase(percentDecoded(html.substr(colon + 1, end - colon - 1)));
+    parts.erase(decodePercent(html.substr(colon + 1, end - colon - 1)));
     colon = end;
   }
 }

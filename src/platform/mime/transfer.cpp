@@ -2,6 +2,9 @@
 
 #include <gmime/gmime.h>
 
+#include <algorithm>
+#include <charconv>
+
 namespace velmora::mime {
 
 namespace {
@@ -51,6 +54,19 @@ std::string TransferDecoder::next(std::size_t maxBytes) {
 
 std::string decodeTransfer(std::string_view content, std::string_view encoding) {
   return TransferDecoder(content, encoding).next(content.size());
+}
+
+std::string decodePercent(std::string_view text) {
+  std::string decoded;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    unsigned code = 0;
+    const std::string_view digits = text.substr(std::min(i + 1, text.size()), 2);
+    const bool isEscape = text[i] == '%' && digits.size() == 2 &&
+                          std::from_chars(digits.data(), digits.data() + 2, code, 16).ptr == digits.data() + 2;
+    decoded += isEscape ? static_cast<char>(code) : text[i];
+    if (isEscape) i += 2;
+  }
+  return decoded;
 }
 
 }  // namespace velmora::mime

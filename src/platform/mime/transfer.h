@@ -31,4 +31,7 @@ class TransferDecoder {
 /// The same for a content that is taken as a whole.
 std::string decodeTransfer(std::string_view content, std::string_view encoding);
 
+/// Undoes the escapes of URLs and of parameters ("%20", RFC 3986 section 2.1). What is none stays as it is.
+std::string decodePercent(std::string_view text);
+
 }  // namespace velmora::mime
