@@ -75,6 +75,7 @@ TEST_F(SettingsFile, IsItsOwnersAloneHoweverItCameAbout) {
   QFile::setPermissions(path_, ownersFile | others);
   QFile::setPermissions(folder, ownersFolder | others);
   QtSettings settings;
+  settings.SaveSetting("Settings", "AcntName1", "kept");
   EXPECT_FALSE((QFile::permissions(path_) | QFile::permissions(folder)) & others);
   const std::pair<std::string, std::function<void()>> ways[] = {
       {"replaced", [] {}},
@@ -87,6 +88,7 @@ TEST_F(SettingsFile, IsItsOwnersAloneHoweverItCameAbout) {
     settings.SaveSetting("Settings", "AcntPassword1", way);
     flush();
     EXPECT_TRUE(content().contains("AcntPassword1=" + QByteArray::fromStdString(way))) << way;
+    EXPECT_TRUE(content().contains("AcntName1=kept")) << way;
     EXPECT_FALSE(QFile::permissions(path_) & others) << way;
     EXPECT_EQ(QFileInfo(path_).isSymLink(), way == "linked");
   }

@@ -112,9 +112,11 @@ ContentType parseContentType(std::string_view value, const ContentType& fallback
     scanner.skip("");
     if (!scanner.take('=')) continue;
     scanner.skip("");
-    const std::string text = scanner.take('"') ? scanner.quoted() : std::string(scanner.word(";"));
     const std::string_view base = name.substr(0, name.find('*'));
-    if (text::equalsIgnoringCase(base, "charset")) keep(name, text, type.Charset);
+    const bool isCharset = text::equalsIgnoringCase(base, "charset");
+    // A boundary may hold a comma.
+    const std::string text = scanner.take('"') ? scanner.quoted() : std::string(scanner.word(isCharset ? ";," : ";"));
+    if (isCharset) keep(name, text, type.Charset);
     if (text::equalsIgnoringCase(base, "boundary")) keep(name, text, type.Boundary);
   }
   return type;

@@ -56,31 +56,43 @@ std::string plainStyle(const HtmlAttributes& attributes) {
   return style;
 }
 
-/// The style sets this to nothing: "opacity:0", but not "opacity:0.9".
-bool isNought(std::string_view style, std::string_view property) {
-  const auto at = style.find(property);
-  if (at == style.npos) return false;
-  const std::string_view value = style.substr(at + property.size());
-  return value.starts_with('0') && (value.size() == 1 || std::string_view(";p%e!").find(value[1]) != value.npos);
+/// The value of a property of a style, blank where it has none.
+std::string_view propertyOf(std::string_view style, std::string_view property) {
+  for (auto at = style.find(property); at != style.npos; at = style.find(property, at + 1)) {
+    const std::string_view value = style.substr(at + property.size());
+    if ((at == 0 || style[at - 1] == ';') && value.starts_with(':')) return value.substr(1, value.find(';') - 1);
+  }
+  return {};
+}
+
+/// All of it is nothing: "0", "0px 0", but neither "0.9" nor "0 0 16px".
+bool isNought(std::string_view value) {
+  return value.starts_with('0') && value.find_first_of("123456789") == value.npos;
 }
 
 bool isHidden(const HtmlAttributes& attributes) {
   if (has(attributes, "hidden")) return true;
   const std::string style = plainStyle(attributes);
-  constexpr std::array<std::string_view, 3> hiding = {"display:none", "visibility:hidden", "mso-hide:all"};
-  if (std::any_of(hiding.begin(), hiding.end(), [&](auto words) { return style.find(words) != style.npos; }))
+  if (propertyOf(style, "display").starts_with("none") || propertyOf(style, "visibility").starts_with("hidden"))
     return true;
   // Newsletters hide a first line in these ways at once. One alone may be taken back for what is inside.
-  constexpr std::array<std::string_view, 3> vanishing = {"max-height:", "opacity:", "font-size:"};
-  return std::count_if(vanishing.begin(), vanishing.end(), [&](auto property) { return isNought(style, property); }) >
-         1;
+  const bool isFlat = isNought(propertyOf(style, "max-height"));
+  const bool isCut = propertyOf(style, "overflow").starts_with("hidden");
+  const bool isClear = isNought(propertyOf(style, "opacity"));
+  const bool isTiny = isNought(propertyOf(style, "font-size"));
+  return (isFlat && isCut) || isFlat + isClear + isTiny > 1;
 }
 
 /// Some mail programs write each line as a paragraph without margins.
 bool hasMargins(const HtmlAttributes& attributes) {
   const std::string style = plainStyle(attributes);
-  return !valueOf(attributes, "class").starts_with("Mso") && style.find("margin:0") == style.npos &&
-         style.find("margin-top:0") == style.npos && style.find("margin-bottom:0") == style.npos;
+  return !valueOf(attributes, "class").starts_with("Mso") && !isNought(propertyOf(style, "margin")) &&
+         !(isNought(propertyOf(style, "margin-top")) && isNought(propertyOf(style, "margin-bottom")));
+}
+
+/// Its blanks and line ends are to be seen.
+bool keepsBlanks(const HtmlAttributes& attributes) {
+  return propertyOf(plainStyle(attributes), "white-space").starts_with("pre");
 }
 
 /// Words stand apart from those around them, a smile or a letter does not.
@@ -178,16 +190,21 @@ void HtmlWriter::open(std::string_view name, const HtmlAttributes& attributes) {
   Element element{.name = std::string(name), .role = role};
   element.hides = role == Role::Hidden || isHidden(attributes);
   const bool isVoid = isVoidElement(name);
-  if (hiding_ == 0 && !element.hides) begin(element, attributes);
+  element.preformatted = !isVoid && (role == Role::Preformatted || keepsBlanks(attributes));
+  if (!isVoid && open_.size() == mostOpen) {
+    ++tooDeep_[element.name];
+    return;
+  }
+  const bool isSeen = hiding_ == 0 && !element.hides;
+  if (isSeen) begin(element, attributes);
   if (isVoid) {
-    if (hiding_ == 0 && !element.hides) end(element);
+    if (isSeen) end(element);
     return;
   }
   // Inside of what is hidden all are kept, so that its own end is told from theirs.
-  if (role == Role::Inline && hiding_ == 0 && !element.hides) return;
+  if (role == Role::Inline && isSeen && !element.preformatted) return;
   if (element.hides) ++hiding_;
   open_.push_back(std::move(element));
-  if (open_.size() > mostOpen) closeLast();
 }
 
 /// What may not stand inside of the new element ends where that begins.
@@ -239,8 +256,11 @@ bool HtmlWriter::closeUpTo(Wanted wanted, Bound bound) {
 }
 
 void HtmlWriter::close(std::string_view name) {
+  if (const auto ignored = tooDeep_.find(std::string(name)); ignored != tooDeep_.end()) {
+    if (--ignored->second == 0) tooDeep_.erase(ignored);
+    return;
+  }
   const Role role = kindOf(name).role;
-  if (role == Role::Inline && hiding_ == 0) return;
   const bool ofTable = role == Role::Cell || role == Role::Row || role == Role::Table;
   const auto bounds = [&](const Element& e) { return e.role == Role::Table || (!ofTable && e.role == Role::Cell); };
   const bool isClosed = closeUpTo([&](const Element& e) { return e.name == name; }, bounds);
@@ -266,6 +286,7 @@ std::string HtmlWriter::take() {
 
 void HtmlWriter::begin(Element& element, const HtmlAttributes& attributes) {
   constexpr std::string_view listIndent = "  ";
+  if (element.preformatted) ++preformatted_;
   switch (element.role) {
     case Role::Block:
     case Role::Term:
@@ -279,7 +300,6 @@ void HtmlWriter::begin(Element& element, const HtmlAttributes& attributes) {
       layout_.block(TextLayout::Gap::Line);
       return layout_.words("----------");
     case Role::Preformatted:
-      ++preformatted_;
       return layout_.block(TextLayout::Gap::BlankLine);
     case Role::List:
     case Role::NumberedList:
@@ -313,6 +333,7 @@ void HtmlWriter::begin(Element& element, const HtmlAttributes& attributes) {
 
 void HtmlWriter::end(const Element& element) {
   layout_.outdent(element.indent);
+  if (element.preformatted) --preformatted_;
   switch (element.role) {
     case Role::Block:
     case Role::Row:
@@ -324,7 +345,6 @@ void HtmlWriter::end(const Element& element) {
     case Role::Quote:
       return layout_.block(TextLayout::Gap::BlankLine);
     case Role::Preformatted:
-      --preformatted_;
       return layout_.block(TextLayout::Gap::BlankLine);
     case Role::List:
     case Role::NumberedList:

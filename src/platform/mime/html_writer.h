@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -36,6 +37,7 @@ class HtmlWriter {
     std::string name;
     Role role;
     bool hides = false;
+    bool preformatted = false;
     std::size_t indent = 0;    ///< what it has put in front of lines
     std::size_t begin = 0;     ///< a link's place in the text
     std::string address = {};  ///< of a link
@@ -57,6 +59,7 @@ class HtmlWriter {
 
   TextLayout layout_;
   std::vector<Element> open_;
+  std::unordered_map<std::string, std::size_t> tooDeep_;  ///< elements that were ignored, whose end tags are to be too
   std::vector<List> lists_;
   std::size_t hiding_ = 0;        ///< open elements that hide what is in them
   std::size_t preformatted_ = 0;  ///< open elements that keep their blanks

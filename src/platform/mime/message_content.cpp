@@ -20,7 +20,8 @@ namespace velmora::mime {
 
 namespace {
 
-constexpr std::size_t MaxHtml = std::size_t{1024} * 1024;
+/// Pictures stand in some HTML themselves.
+constexpr std::size_t MaxHtml = std::size_t{8} << 20U;
 
 /// Gives the text of a part in slices of whole characters, until `take` returns false.
 template <class Take>

@@ -13,7 +13,7 @@ struct MessageContent {
 };
 
 /// The body is the plain text of all parts that aren't attached. Without any it is the text of the first HTML part, and
-/// without that of any other text. Of HTML the first MiB is read. Attached are the parts that say so, and those that
+/// without that of any other text. Of HTML the first 8 MiB are read. Attached are the parts that say so, and those that
 /// are no text unless the HTML shows them. Attached messages aren't looked into.
 MessageContent readContent(Reading& reading, const Entity& message);
 

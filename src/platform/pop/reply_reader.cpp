@@ -56,7 +56,11 @@ std::optional<std::string_view> ReplyReader::line(std::size_t maximum) {
 
 std::optional<Reply> ReplyReader::status() {
   const std::string_view rest = pending();
-  if (!rest.empty() && rest.front() != '+' && rest.front() != '-') parseStatus(rest.substr(0, rest.find('\n')));
+  if (!rest.empty() && rest.front() != '+' && rest.front() != '-') {
+    // Half a line may end within the secret, and then isn't to be quoted.
+    const auto end = rest.find('\n');
+    parseStatus(end == std::string_view::npos ? std::string_view() : rest.substr(0, end));
+  }
   const auto complete = line(maximumStatusLine);
   if (!complete) return std::nullopt;
   Reply reply = parseStatus(withoutReturn(*complete));

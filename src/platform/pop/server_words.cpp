@@ -120,11 +120,31 @@ std::string withoutSecret(std::string_view words, std::string_view secret) {
   return shown.append(words);
 }
 
+bool isPlain(char c) { return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+
+/// The first letter or digit, blank where there is none.
+std::string firstPlain(std::string_view text) {
+  const auto found = std::ranges::find_if(text, isPlain);
+  return found == text.end() ? std::string() : lowered(std::string(1, *found));
+}
+
+/// A server that repeats the command may write the secret in many ways: escaped, in another charset, cut off. So all
+/// that it repeats of it goes, where it begins like the secret.
+std::string withoutCommand(const std::string& words, std::string_view secret) {
+  constexpr std::string_view command = "pass ";
+  const auto begin = lowered(words).find(command);
+  if (secret.empty() || begin == std::string::npos) return words;
+  const auto end = begin + command.size();
+  const std::string meant = firstPlain(secret);
+  if (!meant.empty() && firstPlain(std::string_view(words).substr(end)) != meant) return words;
+  return words.substr(0, end) + "*****";
+}
+
 }  // namespace
 
 std::string cleanWords(std::string_view text, std::string_view secret) {
   // Control characters between its letters must not hide the secret, nor the end of what is shown a part of it.
-  std::string words = withoutSecret(cleaned(text), cleaned(secret));
+  const std::string words = withoutSecret(withoutCommand(cleaned(text), secret), cleaned(secret));
   return words.size() <= maximumWords ? words : std::string(text::leftBytes(words, maximumWords)) + "...";
 }
 

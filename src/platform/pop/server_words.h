@@ -8,8 +8,8 @@
 namespace velmora::pop {
 
 /// A server's text made fit to be shown: valid UTF-8 in one line without control characters, of bounded length, and
-/// `secret`, which may be blank, struck out in whatever case of letters. A text that holds a secret of less than four
-/// characters is not shown at all: what is struck out would tell it.
+/// `secret`, which may be blank, struck out in whatever case of letters, and however it is written behind a repeated
+/// PASS. A text that holds a secret of less than four characters is not shown at all: what is struck out would tell it.
 std::string cleanWords(std::string_view text, std::string_view secret);
 
 /// "What happened." followed by the server's own words, where there are any that may be shown.

@@ -5,6 +5,9 @@
 #ifdef Q_OS_UNIX
 #include <sys/resource.h>
 #endif
+#ifdef Q_OS_LINUX
+#include <sys/prctl.h>
+#endif
 
 namespace velmora {
 
@@ -16,7 +19,10 @@ void forbidCoreDumps() {
   rlimit limit{};
   if (getrlimit(RLIMIT_CORE, &limit) != 0) return;
   limit.rlim_cur = 1;
-  setrlimit(RLIMIT_CORE, &limit);
+  [[maybe_unused]] const bool isSet = setrlimit(RLIMIT_CORE, &limit) == 0;
+#ifdef Q_OS_LINUX
+  if (!isSet) prctl(PR_SET_DUMPABLE, 0);  // whoever started the program allows no byte
+#endif
 #endif
 }
 

@@ -110,9 +110,11 @@ void QtSettings::apply(const QString& path, const QVariant& value) {
   }
 }
 
-/// Where it can't be written, the next change tries again.
+/// Where it can't be written, the next change tries again. A file that has gone is made anew from what was read of it:
+/// somebody may be replacing it just now.
 void QtSettings::save() {
-  if (changes_.isEmpty() || openToOthers(file_) || !isWhole(file_) || !read()) return;
+  if (changes_.isEmpty() || openToOthers(file_)) return;
+  if (QFile::exists(file_) && (!isWhole(file_) || !read())) return;
   for (auto each = changes_.begin(); each != changes_.end(); ++each) apply(each.key(), each.value());
   const QByteArray text = composed();
   if (!text.isEmpty() && writeWholeFile(file_, text)) changes_.clear();
