@@ -342,9 +342,8 @@ void HtmlWriter::end(const Element& element) {
     case Role::Rule:
       return layout_.block(TextLayout::Gap::Line);
     case Role::Paragraph:
-    case Role::Quote:
-      return layout_.block(TextLayout::Gap::BlankLine);
     case Role::Preformatted:
+    case Role::Quote:
       return layout_.block(TextLayout::Gap::BlankLine);
     case Role::List:
     case Role::NumberedList:
