@@ -192,7 +192,8 @@ void HtmlWriter::open(std::string_view name, const HtmlAttributes& attributes) {
   const bool isVoid = isVoidElement(name);
   element.preformatted = !isVoid && (role == Role::Preformatted || keepsBlanks(attributes));
   if (!isVoid && open_.size() == mostOpen) {
-    ++tooDeep_[element.name];
+    // As many names as there may be elements: a stranger has no end of names.
+    if (tooDeep_.size() < mostOpen || tooDeep_.contains(element.name)) ++tooDeep_[element.name];
     return;
   }
   const bool isSeen = hiding_ == 0 && !element.hides;
