@@ -47,7 +47,9 @@ class Patience {
     lineLeft_ = endless;
   }
 
+  /// Time never comes back, whatever a clock says: nothing may grow beyond endless.
   void waited(Milliseconds time, std::size_t bytes) {
+    time = std::max(time, Milliseconds::zero());
     for (Milliseconds* const left : {&silenceLeft_, &lineLeft_, &phaseLeft_, &windowLeft_}) *left -= time;
     if (bytes > 0) silenceLeft_ = timeOut_;
     count(bytes);
