@@ -89,20 +89,21 @@ std::string textOfHtml(Reading& reading, const TextPart& part) {
 }
 
 /// The plain part of some HTML mail holds nothing but line breaks, or blanks of any kind.
-bool isBlank(std::string_view text) {
+bool isBlank(Reading& reading, std::string_view text) {
   constexpr std::array<std::string_view, 9> blanks = {" ",      "\t",     "\r",     "\n",    "\u00A0",
                                                       "\u200B", "\u200C", "\u200D", "\uFEFF"};
   while (!text.empty()) {
     const auto found = std::find_if(blanks.begin(), blanks.end(), [&](auto blank) { return text.starts_with(blank); });
     if (found == blanks.end()) return false;
     text.remove_prefix(found->size());
+    reading.worked(found->size());
   }
   return true;
 }
 
 std::string bodyOf(Reading& reading, const Parts& parts) {
   std::string plain = join(reading, parts.Plain);
-  if (!isBlank(plain)) return plain;
+  if (!isBlank(reading, plain)) return plain;
   if (!parts.Html.empty()) return textOfHtml(reading, parts.Html.front());
   return plain.empty() ? join(reading, parts.OtherText) : plain;
 }
