@@ -3,7 +3,7 @@
 
 #include <random>
 
-#include "rules/rule_match.h"
+#include "rules/decisions/rule_match.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 
 #include <random>
 
-#include "messages/message_order.h"
+#include "messages/decisions/message_order.h"
 
 namespace {
 

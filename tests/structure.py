@@ -1,16 +1,16 @@
 #!/usr/bin/env python3
 """Fails where a source file reaches into a ring or a storey that it must not know.
 
-The rings: what is under src/platform/qt may use Qt, what is under src/platform/mime may use the library that reads
-MIME, all else is standard C++. The storeys are the libraries of src/CMakeLists.txt: the lower one never includes the
-upper one, and each of its folders knows only itself and the folders before it.
+What is under src/platform/qt may use Qt, what is under src/platform/mime may use the library that reads MIME, all else
+is standard C++. Each folder of the features keeps its decisions in a folder of that name: they never include a
+procedure, and know only their own feature and the features before it. Each ring is a library of src/CMakeLists.txt.
 """
 import pathlib
 import re
 import sys
 
 FOLDERS = ["platform", "options", "accounts", "messages", "rules", "checking", "app"]
-LOWER, UPPER = "velmora_records", "velmora_procedures"
+DECISIONS, PROCEDURES = "velmora_decisions", "velmora_procedures"
 
 root = pathlib.Path(sys.argv[1]) / "src"
 libraries = {
@@ -19,6 +19,18 @@ libraries = {
 }
 library_of = {file: name for name, files in libraries.items() for file in files}
 faults = []
+
+
+def ring_of(file):
+    """The library that a file's place makes it part of."""
+    if file == "main.cpp":
+        return "Velmora"
+    for folder, library in {"platform/qt/": "velmora_desktop", "platform/mime/": "velmora_mime"}.items():
+        if file.startswith(folder):
+            return library
+    if file.startswith("platform/"):
+        return "velmora_platform"
+    return DECISIONS if "/decisions/" in file else PROCEDURES
 
 
 def is_standard(header):
@@ -35,23 +47,23 @@ def check(file, included, angled):
         faults.append(f'{file}: "{included}" is no file of src')
         return
     here, there = library_of.get(file), library_of.get(included)
-    if here == LOWER:
-        if there == UPPER:
-            faults.append(f"{file}: the lower storey includes {included} of the upper one")
+    if here == DECISIONS:
+        if there == PROCEDURES:
+            faults.append(f"{file}: a decision includes the procedures of {included}")
         if FOLDERS.index(included.split("/")[0]) > FOLDERS.index(file.split("/")[0]):
             faults.append(f"{file}: {included} lies in a folder that comes later")
     if here == "velmora_platform" and there != "velmora_platform":
         faults.append(f"{file}: {included} is not the platform's")
     if file.startswith("platform/mime/") and there not in ("velmora_platform", "velmora_mime"):
         faults.append(f"{file}: {included} is not for the reader of messages")
-    if here in (LOWER, UPPER) and there in ("velmora_desktop", "velmora_mime"):
+    if here in (DECISIONS, PROCEDURES) and there in ("velmora_desktop", "velmora_mime"):
         faults.append(f"{file}: {included} belongs to the desktop")
 
 
 files = sorted(str(path.relative_to(root)) for path in root.rglob("*") if path.suffix in (".cpp", ".h"))
 for file in files:
-    if file != "main.cpp" and file not in library_of:
-        faults.append(f"{file} belongs to no library")
+    if library_of.get(file) != ring_of(file):
+        faults.append(f"{file} belongs to {library_of.get(file, 'no library')} instead of {ring_of(file)}")
     for angle, quote in re.findall(r'^\s*#\s*include\s*(?:<([^>]+)>|"([^"]+)")', (root / file).read_text(), re.M):
         check(file, angle or quote, bool(angle))
 

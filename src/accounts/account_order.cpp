@@ -4,8 +4,8 @@
 #include <string>
 #include <utility>
 
-#include "accounts/account_texts.h"
 #include "accounts/accounts_page.h"
+#include "accounts/decisions/account_texts.h"
 #include "app/pages.h"
 #include "app/program.h"
 #include "app/tray.h"

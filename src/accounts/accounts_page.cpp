@@ -3,15 +3,16 @@
 #include <functional>
 #include <utility>
 
-#include "accounts/account_names.h"
 #include "accounts/account_order.h"
-#include "accounts/account_texts.h"
+#include "accounts/decisions/account_names.h"
+#include "accounts/decisions/account_texts.h"
 #include "accounts/save_account.h"
 #include "app/program.h"
 #include "checking/connection_test.h"
-#include "messages/email_client.h"
 #include "messages/email_page.h"
 #include "messages/message_list.h"
+#include "platform/file_name.h"
+#include "platform/usable_file.h"
 
 namespace velmora {
 
@@ -46,7 +47,7 @@ Account& edited(Program& program) { return program.accounts.Edit(program.account
 void followClient(Program& program) {
   Accounts::Row& row = program.accounts[program.accounts.AcntCurrent];
   const std::string& path = edited(program).AcntClient;
-  row.AcntClientValid = isFileWithEnding(program, path, ".exe");
+  row.AcntClientValid = isUsableFile(program.platform, path, ".exe");
   const std::string& used = program.DefaultClientValid ? program.options.DefaultClient : path;
   program.frmMain.lblClientName.Caption =
       program.DefaultClientValid || row.AcntClientValid ? fileNamePart(used) : std::string();
@@ -56,7 +57,7 @@ void followSound(Program& program) {
   MainWindow& page = program.frmMain;
   Accounts::Row& row = program.accounts[program.accounts.AcntCurrent];
   const std::string& path = edited(program).AcntSound;
-  row.AcntSoundValid = isFileWithEnding(program, path, ".wav");
+  row.AcntSoundValid = isUsableFile(program.platform, path, ".wav");
   const std::string& used = program.DefaultSoundValid ? program.options.DefaultSound : path;
   page.lblSoundName.Caption = program.DefaultSoundValid || row.AcntSoundValid ? fileNamePart(used) : std::string();
   page.chkAcntSoundOn.Visible = !program.DefaultSoundValid && row.AcntSoundValid;

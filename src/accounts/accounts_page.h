@@ -5,7 +5,7 @@
 
 #include "platform/controls/check_box.h"
 #include "platform/controls/colour_box.h"
-#include "platform/controls/frame.h"
+#include "platform/controls/simple_controls.h"
 #include "platform/controls/tab_strip.h"
 #include "platform/controls/text_box.h"
 #include "platform/controls/timer.h"

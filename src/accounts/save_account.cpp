@@ -1,13 +1,13 @@
 #include "accounts/save_account.h"
 
-#include "accounts/account_names.h"
-#include "accounts/account_texts.h"
 #include "accounts/accounts_page.h"
+#include "accounts/decisions/account_names.h"
+#include "accounts/decisions/account_texts.h"
 #include "app/pages.h"
 #include "app/program.h"
 #include "app/status_bar.h"
-#include "messages/email_client.h"
 #include "platform/text.h"
+#include "platform/usable_file.h"
 
 namespace velmora {
 
@@ -59,8 +59,8 @@ void takeOver(const Program& program, const Account& edit, Accounts::Row& row) {
     taken.AcntSoundOn = row.AcntSoundOn;
   }
   static_cast<Account&>(row) = std::move(taken);
-  if (!program.DefaultClientValid) row.AcntClientValid = isFileWithEnding(program, row.AcntClient, ".exe");
-  if (!program.DefaultSoundValid) row.AcntSoundValid = isFileWithEnding(program, row.AcntSound, ".wav");
+  if (!program.DefaultClientValid) row.AcntClientValid = isUsableFile(program.platform, row.AcntClient, ".exe");
+  if (!program.DefaultSoundValid) row.AcntSoundValid = isUsableFile(program.platform, row.AcntSound, ".wav");
 }
 
 Account newAccount(const Accounts& accounts) {

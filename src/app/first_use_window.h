@@ -2,7 +2,8 @@
 
 #include <array>
 
-#include "platform/controls/frame.h"
+#include "platform/controls/form.h"
+#include "platform/controls/simple_controls.h"
 #include "platform/controls/toolbar.h"
 
 namespace velmora {

@@ -4,18 +4,18 @@
 #include <memory>
 #include <string>
 
-#include "accounts/accounts.h"
+#include "accounts/decisions/accounts.h"
+#include "app/decisions/status_panels.h"
 #include "app/first_use_window.h"
 #include "app/main_window.h"
-#include "app/status_panels.h"
-#include "checking/message_window.h"
-#include "messages/message_store.h"
+#include "checking/check_message_window.h"
+#include "messages/decisions/message_store.h"
 #include "messages/preview_window.h"
-#include "options/options.h"
+#include "options/decisions/options.h"
 #include "platform/platform.h"
 #include "platform/pop/pop_client.h"
+#include "rules/decisions/rules.h"
 #include "rules/rule_report_window.h"
-#include "rules/rules.h"
 
 namespace velmora {
 
@@ -90,7 +90,7 @@ struct Program {
   // The windows beside the main one, and which of them are open.
   PreviewWindow frmPreview;
   RuleReportWindow frmRuleReport;
-  MessageWindow frmMessage;
+  CheckMessageWindow frmMessage;
   FirstUseWindow frmFirstUse;
   bool PreviewOpen = false;
   bool RuleReportOpen = false;

@@ -12,16 +12,16 @@
 #include "app/tray.h"
 #include "checking/auto_check.h"
 #include "checking/check_notification.h"
-#include "checking/check_texts.h"
+#include "checking/decisions/check_texts.h"
+#include "checking/decisions/schedule.h"
 #include "checking/pop_session.h"
-#include "checking/schedule.h"
 #include "checking/start_up_check.h"
-#include "messages/email_client.h"
 #include "messages/message_list.h"
 #include "messages/preview.h"
 #include "messages/sorting.h"
+#include "platform/usable_file.h"
 #include "rules/rule_report.h"
-#include "rules/rules_page.h"
+#include "rules/save_rules.h"
 
 namespace velmora {
 
@@ -96,8 +96,8 @@ void loadAccount(Program& program, std::int16_t number) {
   row.AcntLastCheckText = "Not Checked";
   row.AcntStatusText = row.AcntName;
   row.AcntLastCheckTime = timeText(program.platform.now());
-  row.AcntClientValid = isFileWithEnding(program, row.AcntClient, ".exe");
-  row.AcntSoundValid = isFileWithEnding(program, row.AcntSound, ".wav");
+  row.AcntClientValid = isUsableFile(program.platform, row.AcntClient, ".exe");
+  row.AcntSoundValid = isUsableFile(program.platform, row.AcntSound, ".wav");
 }
 
 void loadAccounts(Program& program, std::int16_t count) {
@@ -137,7 +137,7 @@ void Form_Load(Program& program) {
   SetColumnWidths(program);
   program.EditOptions = program.options;
   StartSorting(program);
-  program.DefaultClientValid = isFileWithEnding(program, program.options.DefaultClient, ".exe");
+  program.DefaultClientValid = isUsableFile(program.platform, program.options.DefaultClient, ".exe");
   program.CurrentTime = checkTime(program.platform.now());
   loadAccounts(program, count);
   ShowClock(program);

@@ -1,11 +1,11 @@
 #include "app/tray.h"
 
 #include "app/child_windows.h"
+#include "app/decisions/tray_look.h"
+#include "app/decisions/tray_texts.h"
 #include "app/pages.h"
 #include "app/program.h"
 #include "app/shut_down.h"
-#include "app/tray_look.h"
-#include "app/tray_texts.h"
 #include "checking/check_cycle.h"
 #include "messages/email_client.h"
 #include "options/save_options.h"

@@ -5,7 +5,7 @@
 #include "app/status_bar.h"
 #include "app/tray.h"
 #include "checking/check_cycle.h"
-#include "checking/schedule.h"
+#include "checking/decisions/schedule.h"
 #include "messages/email_page.h"
 
 namespace velmora {

@@ -5,8 +5,8 @@
 #include "app/program.h"
 #include "app/shut_down.h"
 #include "checking/auto_check.h"
-#include "checking/check_texts.h"
-#include "messages/email_client.h"
+#include "checking/decisions/check_texts.h"
+#include "platform/usable_file.h"
 
 namespace velmora {
 
@@ -34,7 +34,7 @@ void PlaySoundFile(Program& program, std::int16_t account) {
 }
 
 void startCountDown(Program& program) {
-  MessageWindow& window = program.frmMessage;
+  CheckMessageWindow& window = program.frmMessage;
   window.Elapsed = 0;
   window.Remaining = program.options.MsgBoxTime;
   const bool closesByItself = window.Remaining != 0;
@@ -45,7 +45,7 @@ void startCountDown(Program& program) {
 }
 
 void frmMessage_Load(Program& program) {
-  MessageWindow& window = program.frmMessage;
+  CheckMessageWindow& window = program.frmMessage;
   SuspendAutoCheck(program, TimerAction::Suspend);
   program.AutoMessageOpen = true;
   window.Caption = program.AppTitle + ":  Auto Check - " +
@@ -57,7 +57,7 @@ void frmMessage_Load(Program& program) {
 }
 
 void showMessage(Program& program, const std::string& headline) {
-  MessageWindow& window = program.frmMessage;
+  CheckMessageWindow& window = program.frmMessage;
   window.Visible = false;  // one that is still open takes the size of its new text as well
   window.fraMsg.Caption = headline;
   frmMessage_Load(program);
@@ -67,7 +67,7 @@ void showMessage(Program& program, const std::string& headline) {
 }
 
 void tmrMessage_Timer(Program& program) {
-  MessageWindow& window = program.frmMessage;
+  CheckMessageWindow& window = program.frmMessage;
   if (window.Elapsed >= program.options.MsgBoxTime) {
     frmMessage_Unload(program);
     return;
@@ -80,7 +80,7 @@ void tmrMessage_Timer(Program& program) {
 }  // namespace
 
 void ConnectMessage(Program& program) {
-  MessageWindow& window = program.frmMessage;
+  CheckMessageWindow& window = program.frmMessage;
   window.tbrButtons.ButtonClick = [&program](Button&) { frmMessage_Unload(program); };
   window.tmrMessage.Tick = [&program] { tmrMessage_Timer(program); };
   window.Help = [&program] { program.platform.showHelp(autoCheckHelp); };
@@ -110,7 +110,7 @@ void PlayCheckSound(Program& program, std::int16_t account) {
 
 void FollowSoundOptions(Program& program) {
   program.SoundMaster = program.options.PlaySound != 0;
-  program.DefaultSoundValid = isFileWithEnding(program, program.options.DefaultSound, ".wav");
+  program.DefaultSoundValid = isUsableFile(program.platform, program.options.DefaultSound, ".wav");
   program.frmMain.mnuTraySounds.Caption = program.SoundMaster ? "Soun&ds - On|#SoundOn" : "Soun&ds - Off|#SoundOff";
 }
 

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "checking/notification_texts.h"
+#include "checking/decisions/notification_texts.h"
 
 namespace velmora {
 

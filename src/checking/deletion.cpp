@@ -11,7 +11,7 @@
 #include "app/program.h"
 #include "checking/auto_check.h"
 #include "checking/check_cycle.h"
-#include "checking/check_texts.h"
+#include "checking/decisions/check_texts.h"
 #include "checking/pop_session.h"
 #include "messages/email_page.h"
 #include "messages/message_list.h"

@@ -6,8 +6,8 @@
 
 #include "app/program.h"
 #include "app/shut_down.h"
+#include "messages/decisions/pictures.h"
 #include "messages/message_capture.h"
-#include "messages/pictures.h"
 #include "platform/failure.h"
 #include "platform/text.h"
 

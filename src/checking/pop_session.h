@@ -5,7 +5,7 @@
 #include <memory>
 #include <string_view>
 
-#include "checking/failure_texts.h"
+#include "checking/decisions/failure_texts.h"
 #include "platform/pop/pop_client.h"
 
 namespace velmora {

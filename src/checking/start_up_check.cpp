@@ -3,7 +3,7 @@
 #include "app/program.h"
 #include "app/shut_down.h"
 #include "checking/check_cycle.h"
-#include "checking/schedule.h"
+#include "checking/decisions/schedule.h"
 #include "messages/email_page.h"
 
 namespace velmora {

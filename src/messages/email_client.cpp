@@ -1,8 +1,7 @@
 #include "messages/email_client.h"
 
 #include "app/program.h"
-#include "messages/client_texts.h"
-#include "platform/text.h"
+#include "messages/decisions/client_texts.h"
 
 namespace velmora {
 
@@ -19,10 +18,6 @@ bool startClient(Program& program) {
 }
 
 }  // namespace
-
-bool isFileWithEnding(const Program& program, const std::string& path, std::string_view ending) {
-  return text::endsWithIgnoringCase(path, ending) && program.platform.fileExists(path);
-}
 
 void StartClientProgram(Program& program) {
   if (!startClient(program)) program.platform.MsgBox(clientError(program.AppTitle));

@@ -1,14 +1,8 @@
 #pragma once
 
-#include <string>
-#include <string_view>
-
 namespace velmora {
 
 struct Program;
-
-/// A plain file with this ending, whatever its case: what makes a client or a sound usable.
-bool isFileWithEnding(const Program& program, const std::string& path, std::string_view ending);
 
 /// Starts the default email client, or else that of the account showing; says so where neither can be started.
 void StartClientProgram(Program& program);

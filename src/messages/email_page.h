@@ -2,9 +2,9 @@
 
 #include <array>
 
-#include "platform/controls/frame.h"
 #include "platform/controls/list_view.h"
 #include "platform/controls/menu.h"
+#include "platform/controls/simple_controls.h"
 #include "platform/controls/tab_strip.h"
 #include "platform/controls/text_box.h"
 #include "platform/controls/toolbar.h"

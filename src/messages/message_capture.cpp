@@ -9,7 +9,7 @@
 
 #include "app/program.h"
 #include "checking/pop_session.h"
-#include "messages/captured_text.h"
+#include "messages/decisions/captured_text.h"
 #include "messages/message_list.h"
 #include "messages/sorting.h"
 #include "platform/text.h"

@@ -2,9 +2,9 @@
 
 #include "app/program.h"
 #include "app/status_bar.h"
-#include "messages/empty_list.h"
+#include "messages/decisions/empty_list.h"
+#include "messages/decisions/pictures.h"
 #include "messages/list_tips.h"
-#include "messages/pictures.h"
 
 namespace velmora {
 

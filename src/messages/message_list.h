@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <span>
 
-#include "messages/message_store.h"
+#include "messages/decisions/message_store.h"
 
 namespace velmora {
 

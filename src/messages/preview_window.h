@@ -3,7 +3,8 @@
 #include <array>
 #include <string>
 
-#include "platform/controls/frame.h"
+#include "platform/controls/form.h"
+#include "platform/controls/simple_controls.h"
 #include "platform/controls/tab_strip.h"
 #include "platform/controls/text_box.h"
 #include "platform/controls/toolbar.h"

@@ -3,9 +3,9 @@
 #include <vector>
 
 #include "app/program.h"
+#include "messages/decisions/message_order.h"
 #include "messages/email_page.h"
 #include "messages/message_list.h"
-#include "messages/message_order.h"
 
 namespace velmora {
 

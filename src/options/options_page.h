@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/controls/frame.h"
+#include "platform/controls/simple_controls.h"
 #include "platform/controls/toolbar.h"
 
 namespace velmora {

@@ -6,9 +6,9 @@
 #include "app/program.h"
 #include "checking/auto_check.h"
 #include "checking/check_notification.h"
-#include "messages/email_client.h"
 #include "messages/email_page.h"
 #include "messages/sorting.h"
+#include "platform/usable_file.h"
 
 namespace velmora {
 
@@ -48,7 +48,7 @@ void SaveOptions(Program& program) {
   followRunStartUp(program);
   const Options before = program.options;
   takeOver(program.EditOptions, program.options);
-  program.DefaultClientValid = isFileWithEnding(program, program.options.DefaultClient, ".exe");
+  program.DefaultClientValid = isUsableFile(program.platform, program.options.DefaultClient, ".exe");
   FollowSoundOptions(program);
   writeOptions(program.platform.settings(), program.options);
   if (!IsBusy(program)) FollowSortOptions(program);

@@ -14,6 +14,8 @@ std::string_view withoutEnd(std::string_view name) { return name.substr(0, name.
 
 }  // namespace
 
+std::string fileNamePart(std::string_view path) { return std::string(path.substr(path.find_last_of("\\/") + 1)); }
+
 std::vector<std::string> fileEndings(std::string_view filter) {
   std::vector<std::string> endings;
   for (auto star = filter.find("|*"); star != std::string_view::npos; star = filter.find("|*", star + 1)) {

@@ -10,6 +10,9 @@ namespace velmora {
 /// The endings in a filter such as "Message (*.eml)|*.eml|Text (*.txt)|*.txt|", with their dots: ".eml", ".txt".
 std::vector<std::string> fileEndings(std::string_view filter);
 
+/// What follows the last backslash or slash of a path.
+std::string fileNamePart(std::string_view path);
+
 /// The name under which a file is saved that was given this name, which may be a stranger's: one that ends, in capitals
 /// or not, in one of these endings, or else in the first of them. It is neither that of a hidden file nor what a
 /// command takes for an option, has no blank or dot in front of its ending, and leaves room in the 255 bytes of a name

@@ -4,7 +4,7 @@
 
 #include "app/program.h"
 #include "platform/failure.h"
-#include "rules/rule_match.h"
+#include "rules/decisions/rule_match.h"
 
 namespace velmora {
 

@@ -12,7 +12,7 @@
 #include "checking/deletion.h"
 #include "messages/email_page.h"
 #include "messages/message_list.h"
-#include "rules/rule_report_texts.h"
+#include "rules/decisions/rule_report_texts.h"
 
 namespace velmora {
 

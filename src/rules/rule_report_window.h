@@ -3,7 +3,8 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/controls/frame.h"
+#include "platform/controls/form.h"
+#include "platform/controls/simple_controls.h"
 #include "platform/controls/tab_strip.h"
 #include "platform/controls/timer.h"
 #include "platform/controls/toolbar.h"

@@ -2,7 +2,7 @@
 
 #include "accounts/plain_accounts.h"
 #include "app/shut_down.h"
-#include "rules/rules_page.h"
+#include "rules/save_rules.h"
 
 namespace velmora {
 namespace {

@@ -1,4 +1,4 @@
-#include "accounts/accounts.h"
+#include "accounts/decisions/accounts.h"
 
 #include <gmock/gmock.h>
 

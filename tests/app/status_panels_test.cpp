@@ -1,4 +1,4 @@
-#include "app/status_panels.h"
+#include "app/decisions/status_panels.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "app/tray_look.h"
+#include "app/decisions/tray_look.h"
 #include "support/running_program.h"
 
 namespace velmora {

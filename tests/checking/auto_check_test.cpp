@@ -3,8 +3,8 @@
 #include <gmock/gmock.h>
 
 #include "checking/check_cycle.h"
+#include "checking/decisions/schedule.h"
 #include "checking/plain_schedule.h"
-#include "checking/schedule.h"
 #include "checking/start_up_check.h"
 #include "options/save_options.h"
 #include "support/running_program.h"

@@ -29,7 +29,7 @@ class Notification : public test::RunningProgram {
 
   void second() { program.frmMessage.tmrMessage.tick(); }
   bool autoCheckRuns() { return program.frmMain.tmrMailTime.Enabled; }
-  MessageWindow& window() { return program.frmMessage; }
+  CheckMessageWindow& window() { return program.frmMessage; }
 };
 
 TEST_F(Notification, WhatIsToldFollowsTheOption) {

@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <string>
 
-#include "options/options.h"
+#include "options/decisions/options.h"
 #include "platform/date_time.h"
 
 namespace velmora::test {

@@ -8,10 +8,10 @@
 #include <QTemporaryDir>
 #include <QTimer>
 
-#include "options/ini_file.h"
+#include "options/decisions/ini_file.h"
 #include "platform/mime/gmime_reader.h"
-#include "platform/qt/private_files.h"
-#include "platform/qt/qt_platform.h"
+#include "platform/qt/services/private_files.h"
+#include "platform/qt/services/qt_platform.h"
 #include "platform/qt/strings.h"
 #include "support/full_disk.h"
 #include "support/killed_child.h"

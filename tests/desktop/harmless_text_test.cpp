@@ -1,4 +1,4 @@
-#include "platform/qt/harmless_text.h"
+#include "platform/qt/widgets/harmless_text.h"
 
 #include <gtest/gtest.h>
 

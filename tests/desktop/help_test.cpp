@@ -11,9 +11,9 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "platform/qt/help_browser.h"
-#include "platform/qt/help_window.h"
-#include "platform/qt/share_folder.h"
+#include "platform/qt/help/help_browser.h"
+#include "platform/qt/help/help_window.h"
+#include "platform/qt/services/share_folder.h"
 
 namespace velmora {
 namespace {

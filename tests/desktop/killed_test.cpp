@@ -4,7 +4,7 @@
 #include <QFile>
 
 #include "app/pages.h"
-#include "platform/qt/qt_settings.h"
+#include "platform/qt/services/qt_settings.h"
 #include "support/killed_child.h"
 #include "support/running_program.h"
 

@@ -7,7 +7,7 @@
 
 #include "desktop/opened_window.h"
 #include "platform/mime/gmime_reader.h"
-#include "platform/qt/qt_transport.h"
+#include "platform/qt/services/qt_transport.h"
 #include "platform/qt/strings.h"
 #include "support/scripted_server.h"
 

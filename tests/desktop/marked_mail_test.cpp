@@ -7,7 +7,7 @@
 #include <QWindow>
 
 #include "desktop/opened_window.h"
-#include "platform/qt/rule_report_view.h"
+#include "platform/qt/windows/rule_report_view.h"
 
 namespace velmora {
 namespace {

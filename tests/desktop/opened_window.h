@@ -6,8 +6,8 @@
 #include <QTreeView>
 #include <memory>
 
-#include "platform/qt/main_window_view.h"
-#include "platform/qt/preview_view.h"
+#include "platform/qt/windows/main_window_view.h"
+#include "platform/qt/windows/preview_view.h"
 #include "support/running_program.h"
 
 namespace velmora::test {

@@ -4,7 +4,7 @@
 #include <chrono>
 
 #include "checking/deletion.h"
-#include "platform/qt/address_race.h"
+#include "platform/qt/services/address_race.h"
 #include "support/networked_program.h"
 
 namespace velmora {

@@ -9,11 +9,11 @@
 #include <QLockFile>
 #include <QStandardPaths>
 
-#include "accounts/accounts.h"
-#include "options/options.h"
-#include "platform/qt/private_files.h"
-#include "platform/qt/qt_settings.h"
-#include "platform/qt/run_at_logon.h"
+#include "accounts/decisions/accounts.h"
+#include "options/decisions/options.h"
+#include "platform/qt/services/private_files.h"
+#include "platform/qt/services/qt_settings.h"
+#include "platform/qt/services/run_at_logon.h"
 #include "platform/qt/strings.h"
 #include "support/full_disk.h"
 

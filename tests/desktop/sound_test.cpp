@@ -16,10 +16,10 @@
 #include <vector>
 
 #include "platform/mime/gmime_reader.h"
-#include "platform/qt/qt_platform.h"
-#include "platform/qt/sound_player.h"
+#include "platform/qt/services/qt_platform.h"
+#include "platform/qt/services/sound_player.h"
+#include "platform/qt/services/wave_sound.h"
 #include "platform/qt/strings.h"
-#include "platform/qt/wave_sound.h"
 #include "support/sound_server.h"
 
 namespace velmora {

@@ -11,7 +11,7 @@
 
 #include "app/shut_down.h"
 #include "platform/failure.h"
-#include "platform/qt/address_race.h"
+#include "platform/qt/services/address_race.h"
 #include "support/networked_program.h"
 
 namespace velmora {

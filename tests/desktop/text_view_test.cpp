@@ -1,4 +1,4 @@
-#include "platform/qt/text_view.h"
+#include "platform/qt/widgets/text_view.h"
 
 #include <gtest/gtest.h>
 
@@ -13,8 +13,8 @@
 #include <string>
 #include <utility>
 
-#include "platform/qt/harmless_text.h"
 #include "platform/qt/strings.h"
+#include "platform/qt/widgets/harmless_text.h"
 
 namespace velmora {
 namespace {

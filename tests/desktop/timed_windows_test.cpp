@@ -8,9 +8,9 @@
 
 #include "checking/check_cycle.h"
 #include "desktop/opened_window.h"
-#include "platform/qt/check_message_view.h"
-#include "platform/qt/first_use_view.h"
-#include "platform/qt/rule_report_view.h"
+#include "platform/qt/windows/check_message_view.h"
+#include "platform/qt/windows/first_use_view.h"
+#include "platform/qt/windows/rule_report_view.h"
 
 namespace velmora {
 namespace {

@@ -3,9 +3,9 @@
 #include <QImage>
 
 #include "app/tray.h"
-#include "platform/qt/icons.h"
-#include "platform/qt/stacked_icon.h"
 #include "platform/qt/strings.h"
+#include "platform/qt/tray/stacked_icon.h"
+#include "platform/qt/widgets/icons.h"
 
 namespace velmora {
 namespace {

@@ -16,7 +16,7 @@
 #include "checking/check_cycle.h"
 #include "desktop/opened_window.h"
 #include "platform/qt/strings.h"
-#include "platform/qt/tips.h"
+#include "platform/qt/widgets/tips.h"
 
 namespace velmora {
 namespace {

@@ -1,8 +1,8 @@
-#include "messages/captured_text.h"
+#include "messages/decisions/captured_text.h"
 
 #include <gtest/gtest.h>
 
-#include "messages/pictures.h"
+#include "messages/decisions/pictures.h"
 
 namespace velmora {
 namespace {

@@ -1,4 +1,4 @@
-#include "messages/message_order.h"
+#include "messages/decisions/message_order.h"
 
 #include <gtest/gtest.h>
 

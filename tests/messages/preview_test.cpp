@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "app/shut_down.h"
-#include "messages/message_file.h"
+#include "messages/decisions/message_file.h"
 #include "platform/file_name.h"
 #include "support/running_program.h"
 

@@ -1,4 +1,4 @@
-#include "options/ini_file.h"
+#include "options/decisions/ini_file.h"
 
 #include <gmock/gmock.h>
 

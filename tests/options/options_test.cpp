@@ -1,4 +1,4 @@
-#include "options/options.h"
+#include "options/decisions/options.h"
 
 #include <gtest/gtest.h>
 

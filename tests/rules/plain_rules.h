@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "messages/message_store.h"
-#include "rules/rules.h"
+#include "messages/decisions/message_store.h"
+#include "rules/decisions/rules.h"
 
 namespace velmora::test {
 

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "app/shut_down.h"
-#include "rules/rules_page.h"
+#include "rules/save_rules.h"
 #include "support/running_program.h"
 
 namespace velmora {

@@ -1,9 +1,9 @@
-#include "rules/rule_file.h"
+#include "rules/decisions/rule_file.h"
 
 #include <gmock/gmock.h>
 
-#include "options/ini_file.h"
-#include "rules/rules.h"
+#include "options/decisions/ini_file.h"
+#include "rules/decisions/rules.h"
 #include "support/test_platform.h"
 
 namespace velmora {

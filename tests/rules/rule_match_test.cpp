@@ -1,4 +1,4 @@
-#include "rules/rule_match.h"
+#include "rules/decisions/rule_match.h"
 
 #include <gtest/gtest.h>
 

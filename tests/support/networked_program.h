@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "platform/mime/gmime_reader.h"
-#include "platform/qt/bind.h"
-#include "platform/qt/qt_transport.h"
+#include "platform/qt/services/qt_transport.h"
+#include "platform/qt/widgets/bind.h"
 #include "support/running_program.h"
 #include "support/scripted_server.h"
 

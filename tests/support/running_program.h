@@ -7,7 +7,7 @@
 
 #include "app/program.h"
 #include "app/start_up.h"
-#include "checking/failure_texts.h"
+#include "checking/decisions/failure_texts.h"
 #include "support/test_platform.h"
 
 namespace velmora::test {

@@ -1,0 +1,84 @@
+#include "accounts/decisions/accounts.h"
+
+#include <algorithm>
+#include <array>
+
+#include "platform/failure.h"
+
+namespace velmora {
+
+namespace {
+
+constexpr auto fields = std::to_array<Field<Account>>({
+    {"AcntEnabled", &Account::AcntEnabled},
+    {"AcntName", &Account::AcntName},
+    {"AcntServer", &Account::AcntServer},
+    {"AcntSecure", &Account::AcntSecure},
+    {"AcntPort", &Account::AcntPort},
+    {"AcntLoginID", &Account::AcntLoginID},
+    {"AcntPassword", &Account::AcntPassword},
+    {"AcntColour", &Account::AcntColour},
+    {"AcntColourIndex", &Account::AcntColourIndex},
+    {"AcntClient", &Account::AcntClient},
+    {"AcntSound", &Account::AcntSound},
+    {"AcntSoundOn", &Account::AcntSoundOn},
+});
+
+SettingsPlace placeOf(std::int16_t number) { return {settingsSection, std::to_string(number)}; }
+
+template <class Rows>
+auto& rowOf(Rows& rows, std::int16_t number) {
+  if (number < 0 || static_cast<std::size_t>(number) >= rows.size()) throw subscriptFailure();
+  return rows[static_cast<std::size_t>(number)];
+}
+
+}  // namespace
+
+std::span<const Field<Account>> accountFields() { return fields; }
+
+Accounts::Row& Accounts::operator[](std::int16_t number) { return rowOf(rows_, number); }
+const Accounts::Row& Accounts::operator[](std::int16_t number) const { return rowOf(rows_, number); }
+
+Account& Accounts::Edit(std::int16_t number) { return rowOf(edit_, number); }
+
+void Accounts::ResizeAccounts(std::int16_t count) {
+  rows_.resize(static_cast<std::size_t>(count) + 1);
+  edit_.resize(rows_.size());
+  for (auto& row : rows_) row.AcntIncomplete = false;
+  TabEdges.assign(rows_.size(), 0);
+}
+
+std::int16_t Accounts::TabAtPosition(std::int32_t x) const {
+  const auto found = std::find_if(TabEdges.begin() + 1, TabEdges.end(), [x](std::int32_t edge) { return edge > x; });
+  return found == TabEdges.end() ? std::int16_t{0} : static_cast<std::int16_t>(found - TabEdges.begin());
+}
+
+std::int16_t Accounts::storedCount(const SettingsStore& store) {
+  const auto stored = fromText<std::int16_t>(store.GetSetting(settingsSection, "AcntNum", "0"), 0);
+  return std::clamp<std::int16_t>(stored, 0, mostAccounts);
+}
+
+void Accounts::LoadAccount(const SettingsStore& store, std::int16_t number) {
+  Account& account = (*this)[number];
+  for (const auto& field : fields) loadField(store, placeOf(number), field, account);
+}
+
+void Accounts::SaveAccountFields(SettingsStore& store, std::int16_t number) const {
+  const Account& account = (*this)[number];
+  for (const auto& field : fields) saveField(store, placeOf(number), field, account);
+}
+
+void Accounts::DeleteAccountFields(SettingsStore& store, std::int16_t number) {
+  const SettingsPlace place = placeOf(number);
+  for (const auto& field : fields) store.DeleteSetting(place.section, place.key(field.key));
+}
+
+void Accounts::BlankAccountRow() {
+  Account& blank = rows_.front();
+  blank = Account{};
+  blank.AcntEnabled = 0;
+  blank.AcntName.clear();
+  blank.AcntPort.clear();
+}
+
+}  // namespace velmora

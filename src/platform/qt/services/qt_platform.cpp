@@ -1,0 +1,246 @@
+#include "platform/qt/services/qt_platform.h"
+
+#include <QApplication>
+#include <QDateTime>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLabel>
+#include <QLocale>
+#include <QMessageBox>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QUrl>
+#include <algorithm>
+
+#include "platform/file_name.h"
+#include "platform/qt/services/private_files.h"
+#include "platform/qt/services/qt_transport.h"
+#include "platform/qt/services/run_at_logon.h"
+#include "platform/qt/services/share_folder.h"
+#include "platform/qt/services/whole_file.h"
+#include "platform/qt/strings.h"
+#include "platform/qt/widgets/harmless_text.h"
+
+namespace velmora {
+
+namespace {
+
+MonthNames userMonthNames() {
+  MonthNames names;
+  const QLocale locale;
+  for (int month = 1; month <= 12; ++month) {
+    const auto index = static_cast<std::size_t>(month - 1);
+    names.abbreviated.at(index) = utf8(locale.monthName(month, QLocale::ShortFormat));
+    names.full.at(index) = utf8(locale.monthName(month, QLocale::LongFormat));
+  }
+  return names;
+}
+
+/// The program's own folder of this kind. It is the user's alone, and so is the one that holds it.
+QString ownFolder(QStandardPaths::StandardLocation kind) {
+  QString folder = QStandardPaths::writableLocation(kind);
+  makePrivateFolder(QFileInfo(folder).path());
+  makePrivateFolder(folder);
+  return folder;
+}
+
+/// Where message files are laid for other programs.
+QString temporaryFolder() {
+  const QString systemRoot = qEnvironmentVariable("systemroot");
+  if (!systemRoot.isEmpty()) return systemRoot + "/Temp";
+  return ownFolder(QStandardPaths::CacheLocation) + "/temporary";
+}
+
+/// Where every dialog for a file begins.
+QString programFolder() { return ownFolder(QStandardPaths::AppDataLocation); }
+
+QString soundsFolder() { return programFolder() + "/Sounds"; }
+
+/// "Text File (*.txt)|*.txt|" becomes "Text File (*.txt)".
+QStringList nameFilters(const std::string& filter) {
+  const QStringList parts = qt(filter).split('|', Qt::SkipEmptyParts);
+  QStringList names;
+  for (qsizetype i = 0; i < parts.size(); i += 2) names += parts[i];
+  return names;
+}
+
+QString suffixOf(const QString& nameFilter) { return nameFilter.section("*.", 1).section(')', 0, 0); }
+
+QMessageBox::Icon iconOf(Question::Icon icon) {
+  if (icon == Question::Icon::None) return QMessageBox::NoIcon;
+  return icon == Question::Icon::Critical ? QMessageBox::Critical : QMessageBox::Information;
+}
+
+QMessageBox::StandardButtons buttonsOf(Question::Buttons buttons) {
+  switch (buttons) {
+    case Question::Buttons::YesNo:
+      return QMessageBox::Yes | QMessageBox::No;
+    case Question::Buttons::YesNoCancel:
+      return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+    default:
+      return QMessageBox::Ok;
+  }
+}
+
+Answer answerOf(Question::Buttons buttons, int pressed) {
+  if (buttons == Question::Buttons::Ok) return Answer::Ok;
+  if (pressed == QMessageBox::Cancel) return Answer::Cancel;
+  return pressed == QMessageBox::Yes ? Answer::Yes : Answer::No;
+}
+
+/// Makes room for the text's own lines, which a message box would break anew, and for the title beside the window's
+/// buttons. A server's words may be long.
+void widen(QMessageBox& box) {
+  auto* label = box.findChild<QLabel*>("qt_msgbox_label");
+  if (label == nullptr) return;
+  constexpr int widest = 640;
+  constexpr int windowButtons = 100;
+  const int text = label->fontMetrics().size(Qt::TextExpandTabs, box.text()).width();
+  const int title = label->fontMetrics().horizontalAdvance(box.windowTitle()) + windowButtons;
+  label->setMinimumWidth(std::min(std::max(text, title), widest));
+}
+
+/// A window that is always on top would hide what waits for an answer.
+void keepInFront(QDialog& dialog) {
+  const auto windows = QApplication::topLevelWidgets();
+  const bool covered = std::any_of(windows.begin(), windows.end(), [](const QWidget* window) {
+    return window->isVisible() && window->windowFlags().testFlag(Qt::WindowStaysOnTopHint);
+  });
+  dialog.setWindowFlag(Qt::WindowStaysOnTopHint, covered);
+}
+
+}  // namespace
+
+QtPlatform::QtPlatform(const MailReader& reader) : reader_(reader), monthNames_(userMonthNames()) {}
+
+std::string QtPlatform::applicationTitle() const {
+  return utf8(QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName());
+}
+
+DateTime QtPlatform::now() const {
+  const QDateTime now = QDateTime::currentDateTime();
+  const QDate date = now.date();
+  const QTime time = now.time();
+  return {date.year(), date.month(), date.day(), time.hour(), time.minute(), time.second()};
+}
+
+Answer QtPlatform::MsgBox(const Question& question) {
+  if (quitting_) return answerOf(question.buttons, QMessageBox::No);
+  QMessageBox box(iconOf(question.icon), harmlessLine(question.title), harmlessText(question.text),
+                  buttonsOf(question.buttons), QApplication::activeWindow());
+  box.setTextFormat(Qt::PlainText);
+  box.setDefaultButton(QMessageBox::Yes);  // the first, whatever the desktop would choose
+  box.setEscapeButton(QMessageBox::No);    // closing the box must not lose anything
+  widen(box);
+  keepInFront(box);
+  return answerOf(question.buttons, box.exec());
+}
+
+std::optional<std::string> QtPlatform::askForFile(const FileQuestion& question) {
+  QFileDialog dialog(QApplication::activeWindow(), {}, programFolder());
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setNameFilters(nameFilters(question.filter));
+  const auto saved = [&](const QString& name) {
+    auto endings = fileEndings(question.filter);
+    endings.insert(endings.begin(), utf8('.' + suffixOf(dialog.selectedNameFilter())));
+    return qt(savedName(utf8(name), endings));
+  };
+  dialog.selectFile(saved(harmlessLine(question.name)));
+  const auto followFilter = [&dialog](const QString& filter) { dialog.setDefaultSuffix(suffixOf(filter)); };
+  QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, followFilter);
+  followFilter(dialog.selectedNameFilter());
+  keepInFront(dialog);
+  while (!quitting_ && dialog.exec() == QDialog::Accepted) {
+    const QFileInfo chosen(dialog.selectedFiles().value(0));
+    const QString name = saved(chosen.fileName());
+    if (name == chosen.fileName()) return utf8(chosen.filePath());
+    dialog.setDirectory(chosen.path());
+    dialog.selectFile(name);
+  }
+  return std::nullopt;
+}
+
+void QtPlatform::yield() { QCoreApplication::processEvents(); }
+
+void QtPlatform::quit() {
+  quitting_ = true;
+  if (help_) help_->close();
+  QCoreApplication::exit(0);
+}
+
+void QtPlatform::provideSounds() {
+  const QDir installed(shareFolder() + "/sounds");
+  QDir().mkpath(soundsFolder());
+  for (const QString& name : installed.entryList({"*.wav"}, QDir::Files)) {
+    QFile::copy(installed.filePath(name), soundsFolder() + '/' + name);  // never over a file that is there
+  }
+}
+
+bool QtPlatform::isOnlyInstance() {
+  instanceLock_.emplace(QFileInfo(settings_.fileName()).path() + "/Velmora.lock");
+  instanceLock_->setStaleLockTime(0);  // only the end of the other program frees it, not its age
+  // Where no lock can be made, as on a full or read-only disk, the user still gets a program.
+  return instanceLock_->tryLock() || instanceLock_->error() != QLockFile::LockFailedError;
+}
+
+/// With settings that aren't kept the first-use step runs at every start, though what the user wants isn't known.
+void QtPlatform::SetRunAtStartUp() {
+  if (settings_.isKept()) addLogonEntry();
+}
+
+void QtPlatform::ClearRunAtStartUp() { removeLogonEntry(); }
+
+void QtPlatform::showHelp(int context) {
+  if (!help_) help_ = std::make_unique<HelpWindow>(shareFolder() + "/help");
+  help_->showTopic(context);
+}
+
+/// The state of the new window is its own desktop's choice here.
+bool QtPlatform::startProgram(const std::string& path, std::int16_t /*windowState*/) {
+  return QProcess::startDetached(qt(path), {});
+}
+
+void QtPlatform::playSound(const std::string& path) {
+  if (!quitting_) soundPlayer_.play(qt(path));
+}
+
+void QtPlatform::open(const std::string& target) {
+  const QString text = qt(target);
+  const bool isFile = QFileInfo(text).isAbsolute();
+  // "mailto: someone" is an address with a blank that belongs to none.
+  QDesktopServices::openUrl(isFile ? QUrl::fromLocalFile(text) : QUrl(QString(text).remove(' ')));
+}
+
+bool QtPlatform::writeFile(const std::string& path, std::string_view content) {
+  return writeWholeFile(qt(path), content);
+}
+
+std::optional<std::string> QtPlatform::readFile(const std::string& path) const {
+  const auto content = readWholeFile(qt(path), largestReadFile);
+  if (!content) return std::nullopt;
+  return content->toStdString();
+}
+
+std::string QtPlatform::programFile(std::string_view name) const {
+  return utf8(QDir(programFolder()).absoluteFilePath(QFileInfo(qt(name)).fileName()));
+}
+
+std::string QtPlatform::soundFile(std::string_view name) const { return utf8(soundsFolder() + '/' + qt(name)); }
+
+std::string QtPlatform::installedFile(std::string_view name) const {
+  return utf8(QDir(shareFolder()).absoluteFilePath(qt(name)));
+}
+
+bool QtPlatform::fileExists(const std::string& path) const { return QFileInfo(qt(path)).isFile(); }
+
+void QtPlatform::deleteTemporaryFile(std::string_view name) { QFile::remove(temporaryFolder() + '/' + qt(name)); }
+
+std::shared_ptr<PopClient> QtPlatform::makePopClient() {
+  return std::make_shared<PopClient>(
+      PopClient::Surroundings{makeQtTransport, reader_, [this] { return now(); }, serverHabits_});
+}
+
+}  // namespace velmora

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <QLockFile>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "platform/mail_reader.h"
+#include "platform/platform.h"
+#include "platform/pop/pop_client.h"
+#include "platform/qt/help/help_window.h"
+#include "platform/qt/services/qt_settings.h"
+#include "platform/qt/services/sound_player.h"
+
+namespace velmora {
+
+/// The desktop and the system that the program runs on.
+class QtPlatform : public Platform {
+ public:
+  explicit QtPlatform(const MailReader& reader);
+
+  const QtSettings& settingsFile() const { return settings_; }
+
+  /// `quit` was called: an event loop that starts after it would never end.
+  bool isQuitting() const { return quitting_; }
+
+  /// Lays the program's sounds that are missing there into the user's own folder Sounds. Failures are silent.
+  static void provideSounds();
+
+  std::string applicationTitle() const override;
+  DateTime now() const override;
+  const MonthNames& monthNames() const override { return monthNames_; }
+  SettingsStore& settings() override { return settings_; }
+  Answer MsgBox(const Question& question) override;
+  std::optional<std::string> askForFile(const FileQuestion& question) override;
+  void yield() override;
+  void quit() override;
+  bool isOnlyInstance() override;
+  void SetRunAtStartUp() override;
+  void ClearRunAtStartUp() override;
+  void showHelp(int context) override;
+  bool startProgram(const std::string& path, std::int16_t windowState) override;
+  void playSound(const std::string& path) override;
+  void open(const std::string& target) override;
+  bool writeFile(const std::string& path, std::string_view content) override;
+  std::optional<std::string> readFile(const std::string& path) const override;
+  std::string programFile(std::string_view name) const override;
+  std::string soundFile(std::string_view name) const override;
+  std::string installedFile(std::string_view name) const override;
+  bool fileExists(const std::string& path) const override;
+  void deleteTemporaryFile(std::string_view name) override;
+  std::shared_ptr<PopClient> makePopClient() override;
+
+ private:
+  const MailReader& reader_;
+  QtSettings settings_;
+  MonthNames monthNames_;
+  ServerHabits serverHabits_;
+  std::optional<QLockFile> instanceLock_;
+  std::unique_ptr<HelpWindow> help_;
+  SoundPlayer soundPlayer_;
+  bool quitting_ = false;
+};
+
+}  // namespace velmora

@@ -1,0 +1,42 @@
+#include "platform/qt/widgets/colour_patch.h"
+
+#include <QPainter>
+#include <cstdint>
+
+#include "platform/controls/colour_box.h"
+
+namespace velmora {
+
+namespace {
+
+QColor colourOf(std::int32_t value) {
+  const auto bits = static_cast<std::uint32_t>(value);
+  return {static_cast<int>(bits & 0xFFU), static_cast<int>((bits >> 8U) & 0xFFU),
+          static_cast<int>((bits >> 16U) & 0xFFU)};
+}
+
+}  // namespace
+
+ColourPatch::ColourPatch(ColourBox& box, Use use, QWidget* parent) : QAbstractButton(parent), box_(box) {
+  box_.BackColour.watch([this](std::int32_t) { update(); });
+  setFocusPolicy(use == Use::Choose ? Qt::StrongFocus : Qt::NoFocus);
+  connect(this, &QAbstractButton::clicked, this, [this] {
+    if (box_.Click) box_.Click();
+  });
+}
+
+QSize ColourPatch::sizeHint() const {
+  const int side = fontMetrics().height() + 4;
+  return {side * 3 / 2, side};
+}
+
+/// The frame keeps a colour apart from a ground that is much like it, and tells where the keyboard is.
+void ColourPatch::paintEvent(QPaintEvent* /*event*/) {
+  const int width = hasFocus() ? 2 : 1;
+  QPainter painter(this);
+  painter.fillRect(rect(), palette().color(hasFocus() ? QPalette::Highlight : QPalette::Mid));
+  painter.fillRect(rect().adjusted(width, width, -width, -width), palette().color(QPalette::Base));
+  painter.fillRect(rect().adjusted(width + 1, width + 1, -width - 1, -width - 1), colourOf(box_.BackColour));
+}
+
+}  // namespace velmora

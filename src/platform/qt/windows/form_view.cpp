@@ -1,0 +1,65 @@
+#include "platform/qt/windows/form_view.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QScreen>
+#include <QShortcut>
+#include <QWindow>
+
+#include "platform/controls/form.h"
+#include "platform/qt/strings.h"
+#include "platform/qt/widgets/icons.h"
+
+namespace velmora {
+
+FormView::FormView(Form& form, QWidget* parent, Qt::WindowFlags flags) : QDialog(parent, flags), form_(form) {
+  setWindowIcon(applicationIcon());
+}
+
+void FormView::followForm() {
+  form_.Caption.watch([this](const std::string& caption) { setWindowTitle(trimmed(caption)); });
+  form_.AlwaysOnTop.watch([this](bool on) { setAlwaysOnTop(on); });
+  form_.Visible.watch([this](bool on) {
+    if (on && !form_.HiddenWithMain) arrange();  // else it stands where it stood
+    setVisible(on);
+  });
+  // NOLINTNEXTLINE(cppcoreguidelines-owning-memory): its parent owns it
+  auto* help = new QShortcut(QKeySequence::HelpContents, this);
+  connect(help, &QShortcut::activated, this, [this] {
+    if (form_.Help) form_.Help();
+  });
+  form_.centre.watch([this] { centreOnScreen(); });
+  form_.activate.watch([this] {
+    if (isMinimized()) showNormal();
+    raise();
+    if (QApplication::activeWindow() != nullptr) activateWindow();  // else the user is at work with another program
+  });
+}
+
+/// The widget would hide to take over a flag; its window need not.
+void FormView::setAlwaysOnTop(bool on) {
+  if (windowHandle() == nullptr) {
+    setWindowFlag(Qt::WindowStaysOnTopHint, on);
+    return;
+  }
+  overrideWindowFlags(windowFlags().setFlag(Qt::WindowStaysOnTopHint, on));
+  windowHandle()->setFlag(Qt::WindowStaysOnTopHint, on);
+}
+
+void FormView::centreOnScreen() {
+  QRect place(QPoint(), size());
+  place.moveCenter((parentWidget() != nullptr ? parentWidget() : this)->screen()->availableGeometry().center());
+  move(place.topLeft());
+}
+
+void FormView::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  if (form_.Close) form_.Close();
+}
+
+void FormView::changeEvent(QEvent* event) {
+  QDialog::changeEvent(event);
+  if (event->type() == QEvent::ActivationChange && isActiveWindow() && form_.Activate) form_.Activate();
+}
+
+}  // namespace velmora

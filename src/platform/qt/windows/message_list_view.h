@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QTreeView>
+
+#include "platform/controls/list_view.h"
+#include "platform/qt/widgets/icons.h"
+
+namespace velmora {
+
+struct ToolTip;
+
+/// Shows a list of rows and turns what the user does with it into the control's events. Rows are read as they are
+/// painted, so that thousands of them cost nothing.
+class MessageListView : public QTreeView {
+ public:
+  /// `list` and `tip` outlive the view.
+  MessageListView(ListView& list, ToolTip& tip, const ImageList& rowPictures, const ImageList& headerPictures,
+                  QWidget* parent);
+
+  /// How wide a text is in a cell.
+  int textWidth(const std::string& text, bool bold) const;
+
+ protected:
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void leaveEvent(QEvent* event) override;
+  bool viewportEvent(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void describe();
+  void followWidths();
+  void followHeader();
+  void measureMargins();
+  void tellPointer(const QPoint& position);
+  void takeSelection();
+  void showSelection();
+  void choose(bool onRow);
+
+  ListView& list_;
+  ToolTip& tip_;
+  bool pointerOnRow_ = false;
+  bool choosing_ = false;  ///< a button or a key is down: the choice is made at its end
+};
+
+}  // namespace velmora
