@@ -7,6 +7,7 @@
 #include "accounts/decisions/account_names.h"
 #include "accounts/decisions/account_texts.h"
 #include "accounts/save_account.h"
+#include "app/interface_state.h"
 #include "app/program.h"
 #include "checking/connection_test.h"
 #include "messages/email_page.h"
@@ -95,13 +96,8 @@ void fillControls(Program& program) {
 
 /// What can be done to a changed account, and to one that isn't.
 void showDirty(Program& program, bool dirty) {
-  program.AcntDirty = dirty;
-  MainWindow& frmMain = program.frmMain;
-  for (const std::size_t bar : {saveAccountBar, cancelAccountBar}) frmMain.tbrButtons[bar].Enabled = dirty;
-  frmMain.tbrAcnts.Enabled = !dirty;
-  frmMain.tbrAcnts["AcntAdd"].Enabled = program.accounts.AcntNum() < mostAccounts;
-  frmMain.tbrMainButtons.Enabled = !dirty;
-  SetMoveButtons(program);
+  program.unsaved.AcntDirty = dirty;
+  SetInterfaceState(program);
 }
 
 /// The values that another valid default hides never differ: the user can't have changed them.
@@ -200,7 +196,7 @@ void TabStripAcnts_Click(Program& program) {
   MainWindow& frmMain = program.frmMain;
   if (!program.AcntLoading && frmMain.State == WindowState::Normal) frmMain.txtAcntName.SetFocus();
   const auto selected = static_cast<std::int16_t>(frmMain.TabStripAcnts.SelectedItem());
-  if (!program.AcntDirty) {
+  if (!program.unsaved.AcntDirty) {
     program.accounts.AcntCurrent = selected;
     ShowAccount(program, selected);
     return;
@@ -212,7 +208,7 @@ void TabStripAcnts_Click(Program& program) {
 
 /// A key reaches the buttons during a test as well.
 void tbrAcnts_ButtonClick(Program& program, const Button& button) {
-  if (IsBusy(program)) return;
+  if (program.activity != Activity::Idle) return;
   if (button.Key == "AcntAdd") AddAccount(program);
   if (button.Key == "AcntDelete") DeleteAccount(program);
   if (button.Key == "AcntTest") TestCurrentAccount(program);
@@ -255,7 +251,6 @@ void ShowAccount(Program& program, std::int16_t number) {
   program.accounts.CopyAccountToEdit(number);
   fillControls(program);
   showDirty(program, false);
-  program.frmMain.TabStripAcnts.Enabled = true;
   if (number == 0) return;
   SetAccountTabImage(program, number);
   program.frmMain.TabStripEmail.SelectTab(number);  // list, panels and an open preview follow
@@ -266,7 +261,7 @@ void AccountDirtyCheck(Program& program) {
 }
 
 bool SettleChanges(Program& program) {
-  if (!program.AcntDirty) return true;
+  if (!program.unsaved.AcntDirty) return true;
   if (program.AcntBusy) return false;
   program.AcntBusy = true;
   const Answer answer = askAboutChanges(program);
@@ -275,15 +270,7 @@ bool SettleChanges(Program& program) {
     if (answer == Answer::Cancel) ShowAccount(program, program.accounts.AcntCurrent);
   });
   program.AcntBusy = false;
-  return !program.AcntDirty;
-}
-
-void SetMoveButtons(Program& program) {
-  const Accounts& accounts = program.accounts;
-  const bool movable = !program.AcntDirty && accounts.AcntNum() > 1;
-  Toolbar& bar = program.frmMain.tbrMoveButtons;
-  bar["Backward"].Enabled = movable && accounts.AcntCurrent != 1;
-  bar["Forward"].Enabled = movable && accounts.AcntCurrent != accounts.AcntNum();
+  return !program.unsaved.AcntDirty;
 }
 
 }  // namespace velmora

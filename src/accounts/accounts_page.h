@@ -65,7 +65,4 @@ void AccountDirtyCheck(Program& program);
 /// not so where the user wants to return to it, where it could not be saved, and while he is asked already.
 bool SettleChanges(Program& program);
 
-/// Enables the buttons that change the order of the accounts, as far as the account showing has neighbours.
-void SetMoveButtons(Program& program);
-
 }  // namespace velmora

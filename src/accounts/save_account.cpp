@@ -117,7 +117,6 @@ void AddAccount(Program& program) {
   resetRow(program, number);
   ShowAccount(program, number);
   RefreshAccountPanels(program, number);
-  SetAccountState(program);
   program.AcntBusy = false;
   frmMain.txtAcntName.SetFocus();
 }

@@ -27,7 +27,7 @@ void noteEdges(Program& program, TabStrip& strip) {
 
 /// A changed account can't be left by a press alone: its tab's click asks first. Nor can it change its place.
 void strip_MouseDown(Program& program, TabStrip& strip, std::int16_t source, MouseButton button, std::int32_t x) {
-  if (button == MouseButton::Right || program.AcntDirty) return;
+  if (button == MouseButton::Right || program.unsaved.AcntDirty) return;
   const std::int16_t pressed = program.accounts.TabAtPosition(x);
   if (pressed == 0) return;
   if (pressed != program.accounts.AcntCurrent) {
@@ -44,7 +44,7 @@ void tmrDragTab_Timer(Program& program) {
   MainWindow& frmMain = program.frmMain;
   frmMain.tmrDragTab.Enabled = false;
   TabStrip& strip = program.DragSource == onEmailStrip ? frmMain.TabStripEmail : frmMain.TabStripAcnts;
-  strip.Dragging = strip.Enabled && !program.AcntDirty;
+  strip.Dragging = strip.Enabled && !program.unsaved.AcntDirty;
 }
 
 void strip_DragOver(Program& program, TabStrip& strip, std::int32_t x, std::int32_t y) {
@@ -55,7 +55,7 @@ void strip_DragOver(Program& program, TabStrip& strip, std::int32_t x, std::int3
 void strip_DragDrop(Program& program, TabStrip& strip, std::int32_t x) {
   program.frmMain.tmrDragTab.Enabled = false;
   strip.Dragging = false;
-  if (program.AcntDirty) return;  // typed since
+  if (program.unsaved.AcntDirty) return;  // typed since
   const std::int16_t target = program.accounts.TabAtPosition(x);
   const std::int16_t current = program.accounts.AcntCurrent;
   if (target == 0 || target == current) return;

@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "accounts/accounts_page.h"
+#include "app/decisions/page.h"
 #include "app/tray.h"
 #include "messages/email_page.h"
 #include "options/options_page.h"
@@ -17,27 +18,25 @@
 
 namespace velmora {
 
-/// The pages, by number.
-inline constexpr std::int16_t emailPage = 0;
-inline constexpr std::int16_t accountsPage = 1;
-inline constexpr std::int16_t rulesPage = 2;
-inline constexpr std::int16_t optionsPage = 3;
-inline constexpr std::size_t pageCount = 4;
-
-/// What lblBanner says of each page, which is also the key of the page's main button.
-inline constexpr std::array<const char*, pageCount> PageBanners = {"Email", "Accounts", "Rules", "Options"};
-
-/// The small toolbars of tbrButtons that procedures name.
-inline constexpr std::size_t helpBar = 0;
-inline constexpr std::size_t stopRetrievalBar = 1;
-inline constexpr std::size_t closeBar = 2;
-inline constexpr std::size_t checkAllBar = 3;
-inline constexpr std::size_t startClientBar = 4;
-inline constexpr std::size_t accountsHelpBar = 5;
-inline constexpr std::size_t saveAccountBar = 6;
-inline constexpr std::size_t cancelAccountBar = 7;
-inline constexpr std::size_t rulesHelpBar = 8;
-inline constexpr std::size_t pauseStartUpBar = 14;
+/// The small toolbars of tbrButtons, each of one button.
+enum ButtonBar : std::size_t {
+  emailHelpBar,
+  stopRetrievalBar,
+  closeBar,
+  checkAllBar,
+  startClientBar,
+  accountsHelpBar,
+  saveAccountBar,
+  cancelAccountBar,
+  rulesHelpBar,
+  saveRulesBar,
+  cancelRulesBar,
+  optionsHelpBar,
+  saveOptionsBar,
+  cancelOptionsBar,
+  pauseStartUpBar,
+};
+inline constexpr std::size_t buttonBarCount = pauseStartUpBar + 1;
 
 /// The only top-level window of the program: four pages of which one shows at a time, the buttons that switch between
 /// them, a row of buttons for each page, the status bar, and what stands for it in the tray.
@@ -50,7 +49,7 @@ struct MainWindow : Form, EmailPage, AccountsPage, RulesPage, OptionsPage, Tray 
                           {"Quit", "Quit          ", "Quit Velmora", "Quit"},
                           {"Size", "Size         ", "Restore Original Size", "Size"}}};
 
-  std::array<Toolbar, 15> tbrButtons{{
+  std::array<Toolbar, buttonBarCount> tbrButtons{{
       {"imlButtons", {{"Help", "Help     ", "Help With Email", "Help"}}},
       {"imlButtons", {{"StopRetrieval", "Stop Retrieval      ", "Stop Retrieving Messages", "Stop"}}},
       {"imlButtons", {{"Close", "Close         ", "Close Velmora to System Tray", "Close"}}},

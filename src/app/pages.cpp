@@ -6,6 +6,7 @@
 
 #include "accounts/accounts_page.h"
 #include "accounts/save_account.h"
+#include "app/interface_state.h"
 #include "app/program.h"
 #include "app/shut_down.h"
 #include "app/tray.h"
@@ -34,8 +35,13 @@ void showCurrentMessages(Program& program) {
 /// Its record, or the options that it goes with, may have changed since it was last seen.
 void showCurrentAccount(Program& program) {
   if (program.accounts.AcntNum() == 0) return;
-  program.frmMain.TabStripAcnts.SelectTab(program.accounts.AcntCurrent);
-  if (!program.AcntDirty) ShowAccount(program, program.accounts.AcntCurrent);
+  TabStrip& strip = program.frmMain.TabStripAcnts;
+  const std::int16_t current = program.accounts.AcntCurrent;
+  if (strip.SelectedItem() != current) {
+    strip.SelectTab(current);  // which shows the account
+  } else if (!program.unsaved.AcntDirty) {
+    ShowAccount(program, current);
+  }
 }
 
 /// Puts one page in place of another.
@@ -60,50 +66,11 @@ void restoreDesignSize(Program& program) {
   program.frmMain.restoreSize.raise();
 }
 
-/// The buttons that need an account.
-void enableAccountButtons(Program& program, bool enabled) {
-  MainWindow& frmMain = program.frmMain;
-  for (const auto* key : {"EmailNew", "EmailCheck"}) frmMain.tbrEmail[key].Enabled = enabled;
-  for (const auto* key : {"AcntDelete", "AcntTest"}) frmMain.tbrAcnts[key].Enabled = enabled;
-  if (!enabled) EnableMessageActions(program, false);
-  frmMain.lvwEmail.Enabled = enabled;
-  for (MenuEntry* entry :
-       {&frmMain.mnuTrayRunClient, &frmMain.mnuTrayCheckAll, &frmMain.mnuTrayNewMessage, &frmMain.mnuTrayAutoCheck,
-        &frmMain.mnuTraySounds, &frmMain.mnuTrayOptions, &frmMain.mnuTrayMenuColours}) {
-    entry->Enabled = enabled;
-  }
-}
-
 }  // namespace
 
 void ShowPage(Program& program, std::int16_t page) {
-  if (program.CurrentPage == emailPage || program.TestInProgress) return;
   const std::int16_t showing = page == emailPage ? program.CurrentPage : emailPage;
   switchPage(program, showing, page);
-}
-
-void SetAccountState(Program& program) {
-  if (program.accounts.AcntNum() == 0) {
-    ShowNoAccountState(program);
-    return;
-  }
-  MainWindow& frmMain = program.frmMain;
-  frmMain.fraNoAcntsBanner.Visible = false;
-  frmMain.fraAcnt.Visible = true;
-  for (Toolbar* bar : {&frmMain.tbrEmail, &frmMain.tbrAcnts}) bar->Enabled = true;
-  enableAccountButtons(program, true);
-  for (const std::size_t bar : {helpBar, closeBar, checkAllBar, startClientBar, accountsHelpBar, rulesHelpBar}) {
-    frmMain.tbrButtons[bar].Enabled = true;
-  }
-}
-
-void ShowNoAccountState(Program& program) {
-  MainWindow& frmMain = program.frmMain;
-  frmMain.fraNoAcntsBanner.Visible = program.CurrentPage < optionsPage;
-  frmMain.fraAcnt.Visible = false;  // the banner stands for it
-  enableAccountButtons(program, false);
-  frmMain.tbrEmail["EmailSpam"].Enabled = false;
-  for (const std::size_t bar : {closeBar, checkAllBar}) frmMain.tbrButtons[bar].Enabled = false;
 }
 
 void ShowNoAccounts(Program& program) {
@@ -119,7 +86,6 @@ void ShowNoAccounts(Program& program) {
   frmMain.StatusBar.Panels(2).Picture = "";
   frmMain.StatusBar.Panels(4).Text = program.NextCheckText;
   ShowAccount(program, 0);
-  ShowNoAccountState(program);
 }
 
 void ShowHelp(Program& program) {
@@ -128,7 +94,7 @@ void ShowHelp(Program& program) {
 
 void GoToPage(Program& program, std::int16_t page) {
   switchPage(program, std::exchange(program.CurrentPage, page), page);
-  program.frmMain.fraNoAcntsBanner.Visible = page < optionsPage && program.accounts.AcntNum() == 0;
+  SetInterfaceState(program);
 }
 
 void tbrMainButtons_ButtonClick(Program& program, const Button& button) {

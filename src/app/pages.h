@@ -10,13 +10,9 @@ struct Program;
 /// The help's first topic.
 inline constexpr int programHelp = 100;
 
-/// Shows a page in place of the current one without making it the current one. Does nothing while the Email page is
-/// the current one, since it shows then, nor during a connection test.
+/// Shows the Email page in place of the current one without making it the current one, or that one again. The two are
+/// not the same.
 void ShowPage(Program& program, std::int16_t page);
-
-/// Brings the interface in line with the number of accounts.
-void SetAccountState(Program& program);
-void ShowNoAccountState(Program& program);
 
 /// What the window shows where the last account has gone, or none has ever been.
 void ShowNoAccounts(Program& program);

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "accounts/decisions/accounts.h"
+#include "app/decisions/offers.h"
 #include "app/decisions/status_panels.h"
 #include "app/first_use_window.h"
 #include "app/main_window.h"
@@ -36,13 +37,14 @@ struct Program {
 
   MainWindow frmMain;
   std::int16_t CurrentPage = emailPage;
+  Activity activity = Activity::Idle;  ///< set by SetCheckingInterface alone
+  UnsavedChanges unsaved;
 
   bool DefaultClientValid = false;  ///< the default email client is there: it serves all accounts
   bool DefaultSoundValid = false;   ///< likewise the default sound
   bool SoundMaster = true;          ///< sounds are on
 
   // The Accounts page.
-  bool AcntDirty = false;       ///< it differs from the record of the account showing
   bool AcntBusy = false;        ///< the program changes tabs itself: clicks on them do nothing
   bool AcntLoading = false;     ///< likewise the page's controls
   std::int16_t DragSource = 0;  ///< the strip on which the last press on a tab was: 1 the Email page's
@@ -51,8 +53,7 @@ struct Program {
   std::unique_ptr<IPopClientNotify> popEvents;
   std::shared_ptr<velmora::PopClient> PopClient;
   bool PopConnected = false;
-  bool StopRequested = false;   ///< the only value that crosses from a button to a running check
-  bool TestInProgress = false;  ///< a connection test, not a check
+  bool StopRequested = false;  ///< the only value that crosses from a button to a running check
   std::int16_t ReceivedCount = 0;
   int AnimationFrame = 0;  ///< 1 to 8 once the tab animation has run
 
@@ -72,6 +73,7 @@ struct Program {
   bool NoCheckPostponed = false;   ///< the next one was put off to the end of the quiet period
   bool StartUpDone = true;         ///< the check at start-up has happened, or never will
   bool StartUpPaused = false;      ///< its countdown stands
+  bool StartUpHeld = false;        ///< by SuspendStartUpTimer
   bool StartUpWasRunning = false;  ///< what SuspendStartUpTimer has to restore
   int StartUpSeconds = 0;          ///< gone by of the countdown
   std::int16_t TrayAccount = 0;    ///< whose picture the tray shows next
@@ -81,6 +83,8 @@ struct Program {
   std::string LastClickedColumn;     ///< a click on it again turns the order round
   std::int16_t AcntLastShown = 0;    ///< whose messages the list holds: a click on its tab does nothing
   std::int16_t SelectedMessage = 0;  ///< what the actions on a message work on
+  bool MessageSelected = false;      ///< the actions on a message have one to work on
+  bool SpamListed = false;           ///< rows of spam stand in the list
   bool ItemUnderPointer = false;     ///< the last pointer event on the list met a row
   std::int16_t HoverMessage = 0;     ///< the row under the pointer, 0 for none
   std::int16_t TipMessage = 0;       ///< the message that the list's tip was last worked out for
@@ -97,7 +101,6 @@ struct Program {
   bool AutoMessageOpen = false;
   bool FirstUseOpen = false;
 
-  bool FormLoading = false;    ///< handlers of changes do nothing
   bool QuitRequested = false;  ///< closing the window ends the program, whatever the options say
 };
 

@@ -4,6 +4,7 @@
 #include "app/first_use.h"
 #include "app/program.h"
 #include "app/tray.h"
+#include "checking/check_cycle.h"
 #include "checking/check_notification.h"
 #include "messages/email_client.h"
 #include "messages/preview.h"
@@ -21,13 +22,11 @@ void saveSortState(Program& program) {
 
 /// The question stands over the account that it speaks of.
 bool mayEnd(Program& program) {
-  if (program.AcntDirty) mnuTrayShow_Click(program);
+  if (program.unsaved.AcntDirty) mnuTrayShow_Click(program);
   return SettleChanges(program);
 }
 
 }  // namespace
-
-bool IsEnding(const Program& program) { return program.PopClient == nullptr; }
 
 void Form_Unload(Program& program) {
   if (program.options.CloseButton == 1 && !program.QuitRequested) {
@@ -38,6 +37,7 @@ void Form_Unload(Program& program) {
   // A check that is under way must end without a word; it finds its client gone.
   program.StopRequested = true;
   program.PopClient.reset();
+  SetCheckingInterface(program, Activity::Ending);
   program.frmMain.TrayData.Visible = false;
   SaveColumnWidths(program);
   saveSortState(program);

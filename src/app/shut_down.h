@@ -4,9 +4,6 @@ namespace velmora {
 
 struct Program;
 
-/// The program has ended or is about to; whatever is still under way says and does nothing more.
-bool IsEnding(const Program& program);
-
 /// The user closes the window. With the option for it the window only goes to the tray; otherwise, or where quitting
 /// was asked for, everything is saved and released and the program ends.
 void Form_Unload(Program& program);

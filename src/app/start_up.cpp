@@ -5,6 +5,7 @@
 #include "accounts/accounts_page.h"
 #include "accounts/tab_drag.h"
 #include "app/first_use.h"
+#include "app/interface_state.h"
 #include "app/pages.h"
 #include "app/program.h"
 #include "app/shut_down.h"
@@ -26,8 +27,6 @@
 namespace velmora {
 
 namespace {
-
-constexpr std::array<std::size_t, 6> saveAndCancelBars = {6, 7, 9, 10, 12, 13};
 
 void showOrHide(Program& program) {
   if (program.options.MinimizeStartUp == 1) {
@@ -77,10 +76,7 @@ void connectWindow(Program& program) {
 void ArrangeMainWindow(Program& program) {
   MainWindow& frmMain = program.frmMain;
   for (std::size_t page = 1; page < pageCount; ++page) frmMain.fraMain[page].Visible = false;
-  frmMain.fraNoAcntsBanner.Visible = false;
   frmMain.lblNoAcntsBanner.Caption = "No Accounts - Please use Add Accounts to create an Account";
-  for (const std::size_t bar : {stopRetrievalBar, pauseStartUpBar}) frmMain.tbrButtons[bar].Visible = false;
-  for (const std::size_t bar : saveAndCancelBars) frmMain.tbrButtons[bar].Enabled = false;
   for (auto& column : frmMain.lvwEmail.Columns) column.Picture = "Blank";
   frmMain.lvwEmail.Columns.back().AlignRight = true;
 }
@@ -127,7 +123,6 @@ bool Main(Program& program) {
 void Form_Load(Program& program) {
   program.popEvents = makePopEvents(program);
   CreatePopClient(program);
-  program.FormLoading = true;
   program.frmMain.Caption = program.AppTitle;
   AddToTray(program);
   ArrangeMainWindow(program);
@@ -143,12 +138,11 @@ void Form_Load(Program& program) {
   ShowClock(program);
   StartRules(program);
   connectWindow(program);
-  program.FormLoading = false;
   FollowSoundOptions(program);
   ShowAccount(program, program.accounts.AcntCurrent);
   program.frmMain.lblBanner.Caption = PageBanners[emailPage];
   ShowAccountMessages(program, program.accounts.AcntCurrent);
-  SetAccountState(program);
+  SetInterfaceState(program);
   program.frmMain.cmdTakeFocus.SetFocus();
 }
 

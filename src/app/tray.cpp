@@ -32,7 +32,7 @@ void tellOfNoTray(Program& program) {
 /// A changed account is left by saving or cancelling only.
 void showOptionsPage(Program& program) {
   mnuTrayShow_Click(program);
-  if (!program.AcntDirty) GoToPage(program, optionsPage);
+  if (!program.unsaved.any()) GoToPage(program, optionsPage);
 }
 
 /// The order that a click on a column's header has chosen is none of the tray's business.
@@ -96,7 +96,6 @@ void CloseToTray(Program& program) {
 }
 
 void Form_Resize(Program& program) {
-  if (program.FormLoading) return;
   if (!isInTray(program)) {
     ShowPlainTrayPicture(program);
     ShowChildWindows(program);
@@ -105,7 +104,7 @@ void Form_Resize(Program& program) {
   HideChildWindows(program);
   program.platform.yield();
   // Who brings the window back meanwhile wants to see it.
-  if (!isInTray(program) || IsEnding(program)) return;
+  if (!isInTray(program) || program.activity == Activity::Ending) return;
   GoToTray(program);
   if (!program.frmMain.TrayData.Docked) tellOfNoTray(program);
 }

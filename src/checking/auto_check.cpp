@@ -20,9 +20,9 @@ void NextAutoCheck(Program& program, int extraMinutes) {
 /// Auto Check can be switched on while a check or a deletion is under way. What is due then waits for its end.
 void tmrMailTime_Timer(Program& program) {
   ShowClock(program);
-  if (program.accounts.AcntNum() == 0 || IsEnding(program)) return;
+  if (program.accounts.AcntNum() == 0 || program.activity == Activity::Ending) return;
   program.CurrentTime = checkTime(program.platform.now());
-  if (isDue(program.NextCheckTime, program.CurrentTime) && !IsBusy(program)) {
+  if (isDue(program.NextCheckTime, program.CurrentTime) && program.activity == Activity::Idle) {
     program.StopRequested = false;
     AutoCheckAccounts(program);
     program.frmMain.Pointer = MousePointer::Default;
@@ -42,7 +42,7 @@ void SuspendAutoCheck(Program& program, TimerAction action) {
 }
 
 void LetAutoCheckGoOn(Program& program) {
-  if (!IsBusy(program) && !IsEnding(program)) SuspendAutoCheck(program, TimerAction::Restore);
+  if (program.activity == Activity::Idle) SuspendAutoCheck(program, TimerAction::Restore);
 }
 
 void ChooseRunningTimer(Program& program) {

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "app/interface_state.h"
 #include "app/pages.h"
 #include "app/program.h"
 #include "checking/auto_check.h"
@@ -33,7 +34,7 @@ void beginUsersCheck(Program& program) {
   SuspendAutoCheck(program, TimerAction::Suspend);
   program.NoCheckPostponed = false;
   program.StopRequested = false;
-  SetCheckingInterface(program, false, true);
+  SetCheckingInterface(program, Activity::Checking);
 }
 
 /// What closes them.
@@ -104,7 +105,7 @@ WalkFindings walkEnabledAccounts(Program& program, std::string& lines, bool post
 WalkFindings timedWalk(Program& program, bool atStartUp) {
   beginTotals(program);
   const std::int16_t current = program.accounts.AcntCurrent;
-  SetCheckingInterface(program, false, true);
+  SetCheckingInterface(program, Activity::Checking);
   std::string lines;
   // The check at start-up is none that was put off.
   const bool postponed = !atStartUp && program.NoCheckPostponed;
@@ -118,7 +119,7 @@ WalkFindings timedWalk(Program& program, bool atStartUp) {
     program.frmMain.StatusBar.Panels(4).Text = program.NextCheckText;
   }
   ShowAccountAgain(program, current);
-  SetCheckingInterface(program, true, true);
+  SetCheckingInterface(program, Activity::Idle);
   return found;
 }
 
@@ -152,7 +153,7 @@ void CheckAllAccounts(Program& program) {
   const bool checked = walkAllAccounts(program);
   program.accounts.AcntCurrent = current;
   if (current > 0) program.frmMain.TabStripEmail.SelectTab(current);
-  SetCheckingInterface(program, true, true);
+  SetCheckingInterface(program, Activity::Idle);
   PlayCheckSound(program, 0);
   SuspendAutoCheck(program, TimerAction::Restore);
   if (!checked) program.platform.MsgBox(nothingCheckedNotice(program.AppTitle));
@@ -162,7 +163,7 @@ void CheckAllAccounts(Program& program) {
 void CheckCurrentAccount(Program& program) {
   beginUsersCheck(program);
   CheckAccount(program, program.accounts.AcntCurrent);
-  SetCheckingInterface(program, true, true);
+  SetCheckingInterface(program, Activity::Idle);
   PlayCheckSound(program, program.accounts.AcntCurrent);
   SuspendAutoCheck(program, TimerAction::Restore);
   endUsersCheck(program);
@@ -180,33 +181,16 @@ void StartUpCheckAccounts(Program& program) {
   tellOfWalk(program, found);
 }
 
-void SetCheckingInterface(Program& program, bool enabled, bool showStop) {
+void SetCheckingInterface(Program& program, Activity activity) {
+  if (program.activity == Activity::Ending) return;
   MainWindow& frmMain = program.frmMain;
-  Toolbar& stop = frmMain.tbrButtons[stopRetrievalBar];
-  frmMain.tbrButtons[pauseStartUpBar].Visible = false;
-  if (enabled) {
-    frmMain.tmrRetrieveMessage.Enabled = false;
-    stop.Visible = false;
-    ShowPage(program, program.CurrentPage);
-  } else {
-    stop.Buttons.front().Caption = "Stop Retrieval      ";
-    stop.Visible = showStop;
-    ShowPage(program, emailPage);
-  }
-  for (Frame* frame : {&frmMain.fraMainButtons, &frmMain.fraEmailToolBar, &frmMain.fraAcntToolBar, &frmMain.fraAcnt}) {
-    frame->Enabled = enabled;
-  }
-  for (TabStrip* strip : {&frmMain.TabStripEmail, &frmMain.TabStripAcnts}) strip->Enabled = enabled;
-  program.frmPreview.tbrButtons.Enabled = enabled;
-  FollowInRuleReport(program);
-  for (const std::size_t bar : {helpBar, closeBar, checkAllBar, startClientBar}) {
-    frmMain.tbrButtons[bar].Enabled = enabled;
-  }
-  for (MenuEntry* entry : {&frmMain.mnuTrayRunClient, &frmMain.mnuTrayCheckAll, &frmMain.mnuTrayNewMessage,
-                           &frmMain.mnuTraySounds, &frmMain.mnuTrayOptions, &frmMain.mnuTrayMenuColours,
-                           &frmMain.mnuTrayUpdates, &frmMain.mnuTrayAbout, &frmMain.mnuTrayHelp}) {
-    entry->Enabled = enabled;
-  }
+  const std::int16_t shown = shownPage(program.activity, program.CurrentPage);
+  program.activity = activity;
+  if (activity == Activity::Ending) return;
+  if (activity == Activity::Idle) frmMain.tmrRetrieveMessage.Enabled = false;
+  frmMain.tbrButtons[stopRetrievalBar].Buttons.front().Caption = "Stop Retrieval      ";
+  if (const std::int16_t page = shownPage(activity, program.CurrentPage); page != shown) ShowPage(program, page);
+  SetInterfaceState(program);
   program.platform.yield();
 }
 

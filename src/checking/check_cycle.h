@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+#include "app/decisions/activity.h"
+
 namespace velmora {
 
 struct Program;
@@ -21,8 +23,10 @@ void AutoCheckAccounts(Program& program);
 /// All enabled accounts, some seconds after the program's start.
 void StartUpCheckAccounts(Program& program);
 
-/// Disables the interface around a check, a test or a deletion, and enables it after.
-void SetCheckingInterface(Program& program, bool enabled, bool showStop);
+/// Says what the program is doing from now on, for all who ask before they start something, and shuts or opens the
+/// interface accordingly. Checks and deletions come with the Email page in front; when they end, the current page is
+/// there again, and as it was. Nothing follows on `Activity::Ending`.
+void SetCheckingInterface(Program& program, Activity activity);
 
 /// Warns of accounts that may not have brought in all their messages.
 void ReportIncompleteAccounts(Program& program);

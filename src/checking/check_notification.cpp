@@ -90,7 +90,7 @@ void ConnectMessage(Program& program) {
 
 void AnnounceCheck(Program& program, const WalkFindings& found) {
   const Options& options = program.options;
-  if (IsEnding(program) || (options.ShowEmailMsgBox == 0 && options.PlaySound == 0)) return;
+  if (program.activity == Activity::Ending || (options.ShowEmailMsgBox == 0 && options.PlaySound == 0)) return;
   if (options.ShowEmailMsgBox != 0) {
     const auto headline = messageHeadline(options.ShowEmail, found, timeText(program.platform.now()));
     if (!headline) return;
@@ -103,7 +103,8 @@ void PlayCheckSound(Program& program, std::int16_t account) {
   if (!program.SoundMaster || program.options.PlaySound == 0) return;
   for (const std::int16_t number :
        soundingAccounts(program.accounts, account, program.options.ShowEmail, program.DefaultSoundValid)) {
-    const bool goesOn = program.SoundMaster && !IsEnding(program) && number <= program.accounts.AcntNum();
+    const bool goesOn =
+        program.SoundMaster && program.activity != Activity::Ending && number <= program.accounts.AcntNum();
     if (goesOn) PlaySoundFile(program, number);
   }
 }

@@ -13,17 +13,15 @@ void TestCurrentAccount(Program& program) {
   const Accounts& accounts = program.accounts;
   EndStartUpCountdown(program);
   SuspendAutoCheck(program, TimerAction::Suspend);
-  program.TestInProgress = true;
   program.StopRequested = false;  // a walk that was stopped leaves it
-  SetCheckingInterface(program, false, false);
+  SetCheckingInterface(program, Activity::Testing);
   TestConnection(program, accounts.AcntCurrent);
   ShowAccount(program, accounts.AcntCurrent);
-  SetCheckingInterface(program, true, false);
+  SetCheckingInterface(program, Activity::Idle);
   SuspendAutoCheck(program, TimerAction::Restore);
   StatusBar& bar = program.frmMain.StatusBar;
   bar.Panels(3).Text = accounts[accounts.AcntNum()].AcntLastCheckText;  // of the last one, whichever is shown
   bar.Panels(4).Text = program.NextCheckText;
-  program.TestInProgress = false;
 }
 
 }  // namespace velmora

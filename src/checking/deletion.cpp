@@ -93,10 +93,10 @@ void removeFromStore(Program& program, std::int16_t account, const Numbers& chos
 void withInterfaceOff(Program& program, const std::function<void(std::int16_t current)>& deletion) {
   const std::int16_t current = program.accounts.AcntCurrent;
   program.StopRequested = false;
-  SetCheckingInterface(program, false, false);
+  SetCheckingInterface(program, Activity::Deleting);
   deletion(current);
   ShowAccountAgain(program, current);
-  SetCheckingInterface(program, true, false);
+  SetCheckingInterface(program, Activity::Idle);
 }
 
 }  // namespace

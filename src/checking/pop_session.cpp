@@ -31,7 +31,7 @@ void showProgress(Program& program, std::int32_t position, std::int32_t total) {
 
 /// A program that is ending gets no new client.
 void stopRetrieval(Program& program) {
-  if (IsEnding(program)) return;
+  if (program.activity == Activity::Ending) return;
   CloseConnection(program);
   CreatePopClient(program);
 }
@@ -113,7 +113,8 @@ void PrepareConnection(Program& program, std::int16_t account) {
   const Account& settings = program.accounts[account];
   frmMain.Pointer = MousePointer::Hourglass;
   frmMain.tmrRetrieveMessage.Enabled = true;
-  if (!program.TestInProgress) frmMain.StatusBar.Panels(1).Text = settings.AcntName + " - Connection in Progress";
+  if (program.activity != Activity::Testing)
+    frmMain.StatusBar.Panels(1).Text = settings.AcntName + " - Connection in Progress";
   PopClient& client = currentClient(program);
   client.Security(settings.AcntSecure == 1 ? tlsSecurity : plainSecurity);
   client.Timeout(program.options.ConnectTimeOut);
@@ -163,7 +164,7 @@ void ClearRetrieval(AccountState& account) {
 }
 
 void ShowFailure(Program& program, std::int16_t account, const std::exception& failure, std::string_view title) {
-  if (IsEnding(program)) return;
+  if (program.activity == Activity::Ending) return;
   const std::string& name = program.accounts[account].AcntName;
   const FailureReport told = lastClientFailure(program);
   program.platform.MsgBox(told.number > 0 ? connectionError(program.AppTitle, name, told, title)
@@ -173,8 +174,9 @@ void ShowFailure(Program& program, std::int16_t account, const std::exception& f
 void tmrRetrieveMessage_Timer(Program& program) {
   constexpr int frames = 8;
   program.AnimationFrame = program.AnimationFrame >= frames ? 1 : program.AnimationFrame + 1;
-  TabStrip& strip = program.TestInProgress ? program.frmMain.TabStripAcnts : program.frmMain.TabStripEmail;
-  const int tab = program.TestInProgress ? program.accounts.AcntCurrent : strip.SelectedItem();
+  const bool tests = program.activity == Activity::Testing;
+  TabStrip& strip = tests ? program.frmMain.TabStripAcnts : program.frmMain.TabStripEmail;
+  const int tab = tests ? program.accounts.AcntCurrent : strip.SelectedItem();
   strip.Tabs(tab).Image = spinPicture(program.AnimationFrame);
   if (program.StopRequested) showStopping(program);
 }

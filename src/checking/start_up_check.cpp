@@ -1,7 +1,7 @@
 #include "checking/start_up_check.h"
 
+#include "app/interface_state.h"
 #include "app/program.h"
-#include "app/shut_down.h"
 #include "checking/check_cycle.h"
 #include "checking/decisions/schedule.h"
 #include "messages/email_page.h"
@@ -10,10 +10,8 @@ namespace velmora {
 
 namespace {
 
-Toolbar& pauseBar(Program& program) { return program.frmMain.tbrButtons[pauseStartUpBar]; }
-
 void showPaused(Program& program, bool paused) {
-  Button& button = pauseBar(program).Buttons.front();
+  Button& button = program.frmMain.tbrButtons[pauseStartUpBar].Buttons.front();
   button.Caption = paused ? "StartUp: Continue   " : "StartUp: Pause       ";
   button.ToolTipText = paused ? "Continue the StartUp Check Timer" : "Pause the StartUp Check Timer";
   program.frmMain.tmrMailStartUp.Enabled = !paused;
@@ -21,8 +19,8 @@ void showPaused(Program& program, bool paused) {
 
 void finishCountdown(Program& program) {
   program.frmMain.tmrMailStartUp.Enabled = false;
-  pauseBar(program).Visible = false;
   program.StartUpDone = true;
+  SetInterfaceState(program);
 }
 
 }  // namespace
@@ -35,13 +33,13 @@ void BeginStartUpCountdown(Program& program) {
     return;
   }
   program.StartUpDone = false;
-  pauseBar(program).Visible = true;
   showPaused(program, false);
+  SetInterfaceState(program);
 }
 
 /// A deletion that is under way is not overtaken: the countdown waits for it.
 void tmrMailStartUp_Timer(Program& program) {
-  if (IsBusy(program) || IsEnding(program)) return;
+  if (program.activity != Activity::Idle) return;
   const int delay = program.options.StartUpDelay;
   program.frmMain.StatusBar.Panels(3).Text = countdownText(delay - program.StartUpSeconds);
   ++program.StartUpSeconds;
@@ -72,7 +70,8 @@ void SuspendStartUpTimer(Program& program, TimerAction action) {
   const bool suspend = action == TimerAction::Suspend;
   if (suspend) program.StartUpWasRunning = program.frmMain.tmrMailStartUp.Enabled;
   program.StartUpPaused = !suspend && program.StartUpWasRunning;
-  pauseBar(program).Buttons.front().Enabled = !suspend;
+  program.StartUpHeld = suspend;
+  SetInterfaceState(program);
   ToggleStartUpPause(program);
 }
 

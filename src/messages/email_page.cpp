@@ -58,7 +58,7 @@ void lvwEmail_Click(Program& program) {
 
 /// What the list and its menu do in place of a button. While a check or a deletion runs they are as dead as it is.
 void pressInPlace(Program& program, const char* key) {
-  if (!IsBusy(program)) program.frmMain.tbrEmail[key].click();
+  if (program.activity == Activity::Idle) program.frmMain.tbrEmail[key].click();
 }
 
 void lvwEmail_RightClick(Program& program) {
@@ -81,8 +81,6 @@ void tbrEmail_ButtonClick(Program& program, const Button& button) {
 }
 
 }  // namespace
-
-bool IsBusy(const Program& program) { return !program.frmMain.fraEmailToolBar.Enabled; }
 
 void ConnectEmailPage(Program& program) {
   MainWindow& frmMain = program.frmMain;

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <array>
-
 #include "platform/controls/list_view.h"
 #include "platform/controls/menu.h"
 #include "platform/controls/simple_controls.h"
@@ -40,12 +38,6 @@ struct EmailPage {
   MenuEntry mnuRestoreColWidth{"&Restore Column Width Now"};
   PopupMenu mnuColumns{"imlPopMenu", {&mnuRestoreColWidth}, {}};  ///< of the list's headers
 };
-
-/// The buttons that need a selected message: they come on only by a click on a row.
-inline constexpr std::array messageActions = {"EmailPreview", "EmailReply", "EmailOpen", "EmailDelete"};
-
-/// A check or a deletion is under way: its client, the list and the order of the messages are not to be touched.
-bool IsBusy(const Program& program);
 
 /// Sets the handlers of the page's controls.
 void ConnectEmailPage(Program& program);

@@ -1,5 +1,6 @@
 #include "messages/message_list.h"
 
+#include "app/interface_state.h"
 #include "app/program.h"
 #include "app/status_bar.h"
 #include "messages/decisions/empty_list.h"
@@ -22,7 +23,7 @@ void countPicture(Program& program, std::string_view picture) {
   if (picture == "DeleteAttach") ++counts.ListDeleteAttachCount;
   if (picture == "AttachNew") ++counts.ListNewAttachCount;
   if (picture == "Attach") ++counts.ListAttachCount;
-  if (picture.starts_with("Spam")) program.frmMain.tbrEmail["EmailSpam"].Enabled = true;
+  if (picture.starts_with("Spam")) program.SpamListed = true;
 }
 
 std::vector<ListView::Row> rowsOf(Program& program, std::int16_t account) {
@@ -46,7 +47,7 @@ std::string tabCaption(const Accounts::Row& account) {
 void ShowAccountMessages(Program& program, std::int16_t account) {
   if (program.accounts.AcntNum() == 0) return;
   MainWindow& frmMain = program.frmMain;
-  frmMain.tbrEmail["EmailSpam"].Enabled = false;
+  program.SpamListed = false;
   program.listCounts = {};
   ForgetListTip(program);
   frmMain.lvwEmail.EmptyText = emptyListText(program.accounts[account]);
@@ -77,13 +78,8 @@ void SetAccountTabImage(Program& program, std::int16_t account) {
 }
 
 void EnableMessageActions(Program& program, bool enabled) {
-  MainWindow& frmMain = program.frmMain;
-  for (const auto* key : messageActions) frmMain.tbrEmail[key].Enabled = enabled;
-  for (MenuEntry* entry : frmMain.mnuEmailPopMenu.Entries) entry->Enabled = enabled;
-  // An open preview works on the selected message too.
-  for (const auto* key : {"Save", "Print", "Delete", "Reply", "Open"}) {
-    program.frmPreview.tbrButtons[key].Enabled = enabled;
-  }
+  program.MessageSelected = enabled;
+  SetInterfaceState(program);
 }
 
 }  // namespace velmora

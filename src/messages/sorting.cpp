@@ -55,7 +55,7 @@ void lvwEmail_ColumnClick(Program& program, const std::string& header) {
   const std::int16_t account = program.accounts.AcntCurrent;
   if (program.accounts[account].AcntMsgCount == 0 || program.options.MessageSort == 0) return;
   // A check or a deletion that is under way counts on the order.
-  if (IsBusy(program)) return;
+  if (program.activity != Activity::Idle) return;
   program.options.SortColumnLastUsed = program.SortColumnName = header;
   if (program.LastClickedColumn == header) program.options.SortOrder = program.options.SortOrder == 0 ? 1 : 0;
   program.LastClickedColumn = header;

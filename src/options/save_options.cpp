@@ -51,9 +51,10 @@ void SaveOptions(Program& program) {
   program.DefaultClientValid = isUsableFile(program.platform, program.options.DefaultClient, ".exe");
   FollowSoundOptions(program);
   writeOptions(program.platform.settings(), program.options);
-  if (!IsBusy(program)) FollowSortOptions(program);
+  const bool idle = program.activity == Activity::Idle;
+  if (idle) FollowSortOptions(program);
   followTiming(program, before);
-  if (!IsBusy(program) && !program.AcntDirty) ShowAccount(program, program.accounts.AcntCurrent);
+  if (idle && !program.unsaved.AcntDirty) ShowAccount(program, program.accounts.AcntCurrent);
 }
 
 }  // namespace velmora

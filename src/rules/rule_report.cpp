@@ -5,8 +5,8 @@
 #include <exception>
 #include <utility>
 
+#include "app/interface_state.h"
 #include "app/program.h"
-#include "app/shut_down.h"
 #include "checking/auto_check.h"
 #include "checking/check_cycle.h"
 #include "checking/deletion.h"
@@ -43,7 +43,7 @@ bool isCurrent(const RuleReportWindow& window, const Side& side) { return window
 
 void setCanDelete(Program& program, bool canDelete) {
   program.frmRuleReport.CanDelete = canDelete;
-  FollowInRuleReport(program);
+  SetInterfaceState(program);
 }
 
 void TabStripRuleReport_Click(Program& program) {
@@ -157,9 +157,9 @@ void tbrDeleteNow_Click(Program& program) {
   const Side& side = currentSide(program.frmRuleReport);
   SuspendAutoCheck(program, TimerAction::Suspend);
   program.StopRequested = false;
-  SetCheckingInterface(program, false, false);
+  SetCheckingInterface(program, Activity::Deleting);
   if (program.RuleReportOpen) DeleteNow(program, side);
-  SetCheckingInterface(program, true, false);
+  SetCheckingInterface(program, Activity::Idle);
   if (program.RuleReportOpen) {
     program.frmRuleReport.activate.raise();
   } else {
@@ -187,15 +187,11 @@ void ConnectRuleReport(Program& program) {
 }
 
 void ShowRuleReport(Program& program) {
-  if (IsEnding(program) || program.RuleReportOpen) return;
+  if (program.activity == Activity::Ending || program.RuleReportOpen) return;
   if (!wantsRuleReport(program.accounts, program.rules.live)) return;
   frmRuleReport_Load(program);
   program.frmRuleReport.AlwaysOnTop = true;
   program.frmRuleReport.Visible = true;
-}
-
-void FollowInRuleReport(Program& program) {
-  program.frmRuleReport.tbrRuleReport["DeleteNow"].Enabled = program.frmRuleReport.CanDelete && !IsBusy(program);
 }
 
 void frmRuleReport_Unload(Program& program) {

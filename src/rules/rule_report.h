@@ -10,9 +10,6 @@ void ConnectRuleReport(Program& program);
 /// Opens the Rule Report at the end of a check, if the rules ask for it and it isn't open.
 void ShowRuleReport(Program& program);
 
-/// Brings the button that deletes in line with what is under way.
-void FollowInRuleReport(Program& program);
-
 /// Closes the window, if it is open.
 void frmRuleReport_Unload(Program& program);
 

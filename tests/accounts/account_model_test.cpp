@@ -328,12 +328,12 @@ class AccountModel : public PlainAccounts {
   void compareStates() {
     MainWindow& main = program.frmMain;
     const bool changed = dirty(), some = count() > 0, movable = count() > 1 && !changed;
-    EXPECT_THAT((std::vector<bool>{program.AcntDirty, main.tbrButtons[saveAccountBar].Enabled,
+    EXPECT_THAT((std::vector<bool>{program.unsaved.AcntDirty, main.tbrButtons[saveAccountBar].Enabled,
                                    main.tbrButtons[cancelAccountBar].Enabled, !main.tbrAcnts.Enabled,
                                    !main.tbrMainButtons.Enabled}),
                 testing::Each(changed));
-    EXPECT_EQ(main.tbrMoveButtons["Backward"].Enabled.get(), movable && onPage_ != 1);
-    EXPECT_EQ(main.tbrMoveButtons["Forward"].Enabled.get(), movable && onPage_ != count());
+    EXPECT_EQ(main.tbrMoveButtons["Backward"].Enabled.get(), movable && current_ != 1);
+    EXPECT_EQ(main.tbrMoveButtons["Forward"].Enabled.get(), movable && current_ != count());
     EXPECT_THAT((std::vector<bool>{main.tbrAcnts["AcntDelete"].Enabled, main.tbrAcnts["AcntTest"].Enabled,
                                    main.tbrEmail["EmailNew"].Enabled, main.tbrEmail["EmailCheck"].Enabled,
                                    main.tbrButtons[closeBar].Enabled, main.tbrButtons[checkAllBar].Enabled,

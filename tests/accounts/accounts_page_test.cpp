@@ -51,7 +51,7 @@ TEST_F(AccountsPageTest, AValidDefaultHidesTheAccountsOwnPathsAndKeepsThem) {
   EXPECT_EQ(page().lblClientName.Caption.get(), "Mail.EXE");
   EXPECT_FALSE(page().txtAcntClient.Enabled || page().txtAcntSound.Enabled || page().chkAcntSoundOn.Visible);
   EXPECT_EQ(page().lblAcntRunSize.Caption.get() + page().lblAcntPlaySound.Caption.get(), "Run: MaximizedSound: On");
-  EXPECT_FALSE(program.AcntDirty);
+  EXPECT_FALSE(program.unsaved.AcntDirty);
   type(&AccountsPage::txtAcntServer, "elsewhere");
   save();
   EXPECT_EQ(stored("AcntServer1") + stored("AcntClient1") + stored("AcntSoundOn1"), "elsewhere/own.exe0");
@@ -124,7 +124,7 @@ TEST_F(AccountsPageTest, ATestStaysOnThePageAndTellsOfTheLastAccountsCheck) {
   EXPECT_EQ(page().TabStripAcnts.Tabs(1).Image.get(), "MailNo");
   EXPECT_EQ(panel(3) + "|" + panel(4), "of the last|" + program.NextCheckText);
   EXPECT_TRUE(page().fraAcnt.Enabled && page().tmrMailTime.Enabled);
-  EXPECT_FALSE(program.TestInProgress);
+  EXPECT_EQ(program.activity, Activity::Idle);
   platform.servers["Work"].greeting = "-ERR go away\r\n";
   press("AcntTest");
   EXPECT_EQ(titles().back(), "Velmora - Test Connection Failure") << "nothing silences a test";

@@ -110,7 +110,7 @@ TEST_F(StartUp, TheEmailClientIsTheDefaultOneOrTheAccounts) {
 
 TEST_F(StartUp, HelpOpensAtThePagesTopic) {
   start();
-  program.frmMain.tbrButtons[helpBar]["Help"].click();
+  program.frmMain.tbrButtons[emailHelpBar]["Help"].click();
   EXPECT_EQ(platform.helpShown, std::vector<int>{130});
 }
 

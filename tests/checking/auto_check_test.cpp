@@ -349,10 +349,10 @@ TEST_F(StartUpCheck, CanBePausedAndHeldWhileADialogIsOpen) {
 
 TEST_F(StartUpCheck, WaitsForADeletion) {
   start();
-  SetCheckingInterface(program, false, false);
+  SetCheckingInterface(program, Activity::Deleting);
   for (int i = 0; i < 5; ++i) second();
   EXPECT_EQ(checks(), 0);
-  SetCheckingInterface(program, true, false);
+  SetCheckingInterface(program, Activity::Idle);
   for (int i = 0; i < 3; ++i) second();
   EXPECT_EQ(checks(), 1);
 }

@@ -32,7 +32,7 @@ TEST_F(CheckCycle, ShowsHowFarItHasComeAndOffersOnlyToStop) {
       EXPECT_FALSE(frame->Enabled);
     }
     for (const TabStrip* strip : {&frmMain.TabStripEmail, &frmMain.TabStripAcnts}) EXPECT_FALSE(strip->Enabled);
-    for (const std::size_t bar : {helpBar, closeBar, checkAllBar, startClientBar}) {
+    for (const std::size_t bar : {emailHelpBar, closeBar, checkAllBar, startClientBar}) {
       EXPECT_FALSE(frmMain.tbrButtons[bar].Enabled);
     }
     EXPECT_TRUE(frmMain.tbrButtons[stopRetrievalBar].Enabled && frmMain.tbrButtons[stopRetrievalBar].Visible);

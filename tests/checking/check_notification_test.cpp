@@ -190,7 +190,7 @@ TEST_F(Notification, QuittingInTheMiddleTellsNothingAndStartsNothing) {
       QuitApplication(next);
     };
     AutoCheckAccounts(next);
-    EXPECT_TRUE(IsEnding(next));
+    EXPECT_EQ(next.activity, Activity::Ending);
     EXPECT_FALSE(next.frmMessage.Visible);
     EXPECT_FALSE(next.frmMain.Visible);
     EXPECT_TRUE(platform.asked.empty() && platform.played.empty());

@@ -37,10 +37,10 @@ constexpr int leastHeight = 235;
 
 /// The small toolbars under each page, from left to right.
 const std::array<std::vector<std::size_t>, pageCount> buttonRows = {{
-    {checkAllBar, stopRetrievalBar, pauseStartUpBar, startClientBar, closeBar, helpBar},
-    {6, 7, accountsHelpBar},
-    {9, 10, rulesHelpBar},
-    {12, 13, 11},
+    {checkAllBar, stopRetrievalBar, pauseStartUpBar, startClientBar, closeBar, emailHelpBar},
+    {saveAccountBar, cancelAccountBar, accountsHelpBar},
+    {saveRulesBar, cancelRulesBar, rulesHelpBar},
+    {saveOptionsBar, cancelOptionsBar, optionsHelpBar},
 }};
 
 /// A box without margins of its own, for parts that stand in other parts.

@@ -1,0 +1,110 @@
+#include "app/interface_state.h"
+
+#include "app/decisions/offers.h"
+#include "app/program.h"
+
+namespace velmora {
+
+namespace {
+
+Situation situationOf(const Program& program) {
+  return {.activity = program.activity,
+          .unsaved = program.unsaved,
+          .page = program.CurrentPage,
+          .accounts = program.accounts.AcntNum(),
+          .account = program.accounts.AcntCurrent,
+          .messageSelected = program.MessageSelected,
+          .spamListed = program.SpamListed,
+          .marksReported = program.frmRuleReport.CanDelete,
+          .startUpCheckWaits = !program.StartUpDone,
+          .startUpTimerHeld = program.StartUpHeld};
+}
+
+void setEmailPage(EmailPage& page, const Offers& on) {
+  page.fraEmailToolBar.Enabled = on[Offer::EmailTools];
+  page.TabStripEmail.Enabled = on[Offer::EmailTabs];
+  page.lvwEmail.Enabled = on[Offer::EmailList];
+  page.tbrEmail["EmailPreview"].Enabled = on[Offer::EmailPreview];
+  page.tbrEmail["EmailDelete"].Enabled = on[Offer::EmailDelete];
+  page.tbrEmail["EmailSpam"].Enabled = on[Offer::EmailSpam];
+  page.tbrEmail["EmailReply"].Enabled = on[Offer::EmailReply];
+  page.tbrEmail["EmailOpen"].Enabled = on[Offer::EmailOpen];
+  page.tbrEmail["EmailNew"].Enabled = on[Offer::EmailNew];
+  page.tbrEmail["EmailCheck"].Enabled = on[Offer::EmailCheck];
+  page.mnuEmailPreview.Enabled = on[Offer::MenuPreview];
+  page.mnuEmailDelete.Enabled = on[Offer::MenuDelete];
+  page.mnuEmailReply.Enabled = on[Offer::MenuReply];
+  page.mnuEmailOpen.Enabled = on[Offer::MenuOpen];
+}
+
+void setAccountsPage(AccountsPage& page, const Offers& on) {
+  page.fraAcntToolBar.Enabled = on[Offer::AcntToolsFrame];
+  page.tbrAcnts.Enabled = on[Offer::AcntTools];
+  page.tbrAcnts["AcntAdd"].Enabled = on[Offer::AcntAdd];
+  page.tbrAcnts["AcntDelete"].Enabled = on[Offer::AcntDelete];
+  page.tbrAcnts["AcntTest"].Enabled = on[Offer::AcntTest];
+  page.tbrMoveButtons["Backward"].Enabled = on[Offer::AcntBackward];
+  page.tbrMoveButtons["Forward"].Enabled = on[Offer::AcntForward];
+  page.TabStripAcnts.Enabled = on[Offer::AcntTabs];
+  page.fraAcnt.Enabled = on[Offer::AcntFields];
+  page.fraAcnt.Visible = on[Offer::AcntFieldsShown];
+}
+
+void setSmallButtons(std::array<Toolbar, buttonBarCount>& bars, const Offers& on) {
+  bars[emailHelpBar].Enabled = on[Offer::EmailHelp];
+  bars[stopRetrievalBar].Visible = on[Offer::StopShown];
+  bars[closeBar].Enabled = on[Offer::Close];
+  bars[checkAllBar].Enabled = on[Offer::CheckAll];
+  bars[startClientBar].Enabled = on[Offer::StartClient];
+  bars[accountsHelpBar].Enabled = on[Offer::AcntHelp];
+  bars[saveAccountBar].Enabled = on[Offer::AcntSave];
+  bars[cancelAccountBar].Enabled = on[Offer::AcntCancel];
+  bars[rulesHelpBar].Enabled = on[Offer::RulesHelp];
+  bars[saveRulesBar].Enabled = on[Offer::RulesSave];
+  bars[cancelRulesBar].Enabled = on[Offer::RulesCancel];
+  bars[optionsHelpBar].Enabled = on[Offer::OptionsHelp];
+  bars[saveOptionsBar].Enabled = on[Offer::OptionsSave];
+  bars[cancelOptionsBar].Enabled = on[Offer::OptionsCancel];
+  bars[pauseStartUpBar].Visible = on[Offer::StartUpPauseShown];
+  bars[pauseStartUpBar].Buttons.front().Enabled = on[Offer::StartUpPause];
+}
+
+void setTray(Tray& tray, const Offers& on) {
+  tray.mnuTrayCheckAll.Enabled = on[Offer::TrayCheckAll];
+  tray.mnuTrayNewMessage.Enabled = on[Offer::TrayNewMessage];
+  tray.mnuTrayRunClient.Enabled = on[Offer::TrayRunClient];
+  tray.mnuTrayAutoCheck.Enabled = on[Offer::TrayAutoCheck];
+  tray.mnuTraySounds.Enabled = on[Offer::TraySounds];
+  tray.mnuTrayOptions.Enabled = on[Offer::TrayOptions];
+  tray.mnuTrayMenuColours.Enabled = on[Offer::TrayMenuColours];
+  tray.mnuTrayUpdates.Enabled = on[Offer::TrayUpdates];
+  tray.mnuTrayAbout.Enabled = on[Offer::TrayAbout];
+  tray.mnuTrayHelp.Enabled = on[Offer::TrayHelp];
+}
+
+void setPreview(Toolbar& buttons, const Offers& on) {
+  buttons.Enabled = on[Offer::PreviewTools];
+  buttons["Save"].Enabled = on[Offer::PreviewSave];
+  buttons["Print"].Enabled = on[Offer::PreviewPrint];
+  buttons["Delete"].Enabled = on[Offer::PreviewDelete];
+  buttons["Reply"].Enabled = on[Offer::PreviewReply];
+  buttons["Open"].Enabled = on[Offer::PreviewOpen];
+}
+
+}  // namespace
+
+void SetInterfaceState(Program& program) {
+  const Offers on = offersIn(situationOf(program));
+  MainWindow& frmMain = program.frmMain;
+  frmMain.fraMainButtons.Enabled = on[Offer::MainButtonsFrame];
+  frmMain.tbrMainButtons.Enabled = on[Offer::MainButtons];
+  frmMain.fraNoAcntsBanner.Visible = on[Offer::NoAcntsBannerShown];
+  setEmailPage(frmMain, on);
+  setAccountsPage(frmMain, on);
+  setSmallButtons(frmMain.tbrButtons, on);
+  setTray(frmMain, on);
+  setPreview(program.frmPreview.tbrButtons, on);
+  program.frmRuleReport.tbrRuleReport["DeleteNow"].Enabled = on[Offer::ReportDelete];
+}
+
+}  // namespace velmora

@@ -1,0 +1,117 @@
+#include "app/decisions/offers.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <iterator>
+#include <set>
+
+#include "accounts/decisions/accounts.h"
+
+namespace velmora {
+namespace {
+
+using OfferSet = std::set<Offer>;
+
+OfferSet setOf(const Offers& offers) {
+  OfferSet on;
+  for (std::size_t i = 0; i < offerCount; ++i) {
+    if (offers[static_cast<Offer>(i)]) on.insert(static_cast<Offer>(i));
+  }
+  return on;
+}
+
+/// What one change of the situation turns on or off.
+OfferSet turnedBy(Situation situation, const std::function<void(Situation&)>& change) {
+  OfferSet turned;
+  const OfferSet before = setOf(offersIn(situation));
+  change(situation);
+  const OfferSet after = setOf(offersIn(situation));
+  std::set_symmetric_difference(before.begin(), before.end(), after.begin(), after.end(),
+                                std::inserter(turned, turned.end()));
+  return turned;
+}
+
+using enum Offer;
+
+/// What a check, a test and a deletion shut.
+const OfferSet shutWhileBusy = {MainButtonsFrame, EmailTools,      EmailTabs,      AcntToolsFrame, AcntTabs,
+                                AcntFields,       EmailHelp,       Close,          CheckAll,       StartClient,
+                                PreviewTools,     TrayCheckAll,    TrayNewMessage, TrayRunClient,  TraySounds,
+                                TrayOptions,      TrayMenuColours, TrayUpdates,    TrayAbout,      TrayHelp};
+
+OfferSet also(OfferSet set, std::initializer_list<Offer> more) {
+  set.insert(more);
+  return set;
+}
+
+TEST(OffersOfTheProgram, FollowEachValue) {
+  const Situation someAccounts{.accounts = 2, .account = 1};
+  const Situation busyHands{.accounts = 2,
+                            .account = 1,
+                            .messageSelected = true,
+                            .spamListed = true,
+                            .marksReported = true,
+                            .startUpCheckWaits = true};
+  const OfferSet selection = {MenuPreview, MenuDelete};
+  const struct {
+    const char* what;
+    Situation before;
+    std::function<void(Situation&)> change;
+    OfferSet turned;
+  } cases[] = {
+      {"a check", someAccounts, [](Situation& s) { s.activity = Activity::Checking; },
+       also(shutWhileBusy, {StopShown})},
+      {"a test", someAccounts, [](Situation& s) { s.activity = Activity::Testing; }, shutWhileBusy},
+      {"a deletion over all that a user has before him", busyHands,
+       [](Situation& s) { s.activity = Activity::Deleting; },
+       also(shutWhileBusy, {MenuPreview, MenuDelete, ReportDelete, StartUpPauseShown})},
+      {"an account more",
+       {.accounts = 0},
+       [](Situation& s) { s.accounts = s.account = 1; },
+       {EmailList, EmailNew, EmailCheck, AcntDelete, AcntTest, AcntFieldsShown, NoAcntsBannerShown, Close, CheckAll,
+        TrayCheckAll, TrayNewMessage, TrayRunClient, TrayAutoCheck, TraySounds, TrayOptions, TrayMenuColours}},
+      {"the last page without accounts", {}, [](Situation& s) { s.page = optionsPage; }, {NoAcntsBannerShown}},
+      {"as many as there may be", someAccounts, [](Situation& s) { s.accounts = mostAccounts; }, {AcntAdd}},
+      {"the last account", someAccounts, [](Situation& s) { s.account = 2; }, {AcntBackward, AcntForward}},
+      {"a changed account",
+       someAccounts,
+       [](Situation& s) { s.unsaved.AcntDirty = true; },
+       {MainButtons, AcntTools, AcntForward, AcntSave, AcntCancel}},
+      {"changed rules",
+       someAccounts,
+       [](Situation& s) { s.unsaved.RulesDirty = true; },
+       {MainButtons, RulesSave, RulesCancel}},
+      {"changed options",
+       someAccounts,
+       [](Situation& s) { s.unsaved.OptionsDirty = true; },
+       {MainButtons, OptionsSave, OptionsCancel}},
+      {"a message",
+       someAccounts,
+       [](Situation& s) { s.messageSelected = true; },
+       {EmailPreview, EmailDelete, MenuPreview, MenuDelete, PreviewSave, PreviewDelete}},
+      {"spam", someAccounts, [](Situation& s) { s.spamListed = true; }, {EmailSpam}},
+      {"spam of nobody", {}, [](Situation& s) { s.spamListed = true; }, {}},
+      {"marks in the report", someAccounts, [](Situation& s) { s.marksReported = true; }, {ReportDelete}},
+      {"the countdown", someAccounts, [](Situation& s) { s.startUpCheckWaits = true; }, {StartUpPauseShown}},
+      {"a dialog over the countdown", someAccounts, [](Situation& s) { s.startUpTimerHeld = true; }, {StartUpPause}},
+  };
+  for (const auto& [what, before, change, turned] : cases) EXPECT_EQ(turnedBy(before, change), turned) << what;
+}
+
+// Changes that nobody has saved yet stay shut in, whatever else goes on and comes to its end.
+TEST(OffersOfTheProgram, UnsavedChangesShutTheMainButtonsThroughoutACheck) {
+  for (const auto page : {&UnsavedChanges::AcntDirty, &UnsavedChanges::RulesDirty, &UnsavedChanges::OptionsDirty}) {
+    for (const auto activity : {Activity::Checking, Activity::Testing, Activity::Deleting, Activity::Idle}) {
+      Situation situation{.activity = activity, .accounts = 2, .account = 1};
+      situation.unsaved.*page = true;
+      const Offers on = offersIn(situation);
+      EXPECT_FALSE(on[MainButtons]);
+      EXPECT_EQ(on[AcntSave] || on[RulesSave] || on[OptionsSave], activity == Activity::Idle);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace velmora
