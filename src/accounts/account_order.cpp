@@ -11,6 +11,7 @@
 #include "app/tray.h"
 #include "checking/start_up_check.h"
 #include "messages/email_page.h"
+#include "platform/set_for_now.h"
 
 namespace velmora {
 
@@ -67,7 +68,7 @@ void dropLast(Program& program) {
 /// The lists are read anew from what is now kept.
 void showWhatIsLeft(Program& program) {
   Accounts& accounts = program.accounts;
-  for (std::int16_t number = 1; number <= accounts.AcntNum(); ++number) {
+  for (const std::int16_t number : accounts.numbers()) {
     accounts.LoadAccount(program.platform.settings(), number);
     accounts.CopyAccountToEdit(number);
   }
@@ -98,14 +99,13 @@ void deleteAccount(Program& program, std::int16_t deleted) {
 void DeleteAccount(Program& program) {
   Accounts& accounts = program.accounts;
   const std::int16_t deleted = accounts.AcntCurrent;
-  program.AcntBusy = true;
+  const SetForNow busy(program.AcntBusy, true);
   const Answer answer = program.platform.MsgBox(deleteWarning(accounts[deleted].AcntName));
   if (answer == Answer::Yes) {
     deleteAccount(program, deleted);
   } else {
     program.frmMain.TabStripAcnts.SelectTab(deleted);
   }
-  program.AcntBusy = false;
 }
 
 void SwapAccounts(Program& program, std::int16_t account, std::int16_t offset) {
@@ -114,14 +114,15 @@ void SwapAccounts(Program& program, std::int16_t account, std::int16_t offset) {
   std::swap(accounts[account], accounts[other]);
   accounts.CopyAccountToEdit(account);
   program.messages.SwapAccounts(account, other);
-  for (std::int16_t number = 1; number <= accounts.AcntNum(); ++number) {
+  for (const std::int16_t number : accounts.numbers()) {
     accounts.SaveAccountFields(program.platform.settings(), number);
   }
   onBothStrips(program, [account, other](TabStrip& strip) { swapTabs(strip, account, other); });
   accounts.AcntCurrent = other;
-  program.AcntBusy = true;
-  program.frmMain.TabStripAcnts.SelectTab(other);
-  program.AcntBusy = false;
+  {
+    const SetForNow busy(program.AcntBusy, true);
+    program.frmMain.TabStripAcnts.SelectTab(other);
+  }
   ShowAccount(program, other);
   ShowAccountAgain(program, other);
 }

@@ -13,6 +13,7 @@
 #include "messages/email_page.h"
 #include "messages/message_list.h"
 #include "platform/file_name.h"
+#include "platform/set_for_now.h"
 #include "platform/usable_file.h"
 
 namespace velmora {
@@ -83,7 +84,7 @@ void showClientAndSound(Program& program) {
 }
 
 void fillControls(Program& program) {
-  const bool wasLoading = std::exchange(program.AcntLoading, true);
+  const SetForNow loading(program.AcntLoading, true);
   AccountsPage& page = program.frmMain;
   const Account& account = edited(program);
   for (const auto& [box, member] : textInputs) (page.*box).Text = account.*member;
@@ -91,7 +92,6 @@ void fillControls(Program& program) {
   page.txtAcntColour.BackColour = account.AcntColour;
   page.fraColourBox.Visible = false;
   showClientAndSound(program);
-  program.AcntLoading = wasLoading;
 }
 
 /// What can be done to a changed account, and to one that isn't.
@@ -201,9 +201,8 @@ void TabStripAcnts_Click(Program& program) {
     ShowAccount(program, selected);
     return;
   }
-  program.AcntBusy = true;
+  const SetForNow busy(program.AcntBusy, true);
   leaveChangedAccount(program, selected);
-  program.AcntBusy = false;
 }
 
 /// A key reaches the buttons during a test as well.
@@ -220,6 +219,7 @@ void tbrMoveButtons_ButtonClick(Program& program, const Button& button) {
 }
 
 void connectInputs(Program& program) {
+  const SetForNow loading(program.AcntLoading, true);
   AccountsPage& page = program.frmMain;
   for (const TextInput& input : textInputs) {
     (page.*input.box).Text.watch([&program, &input](const std::string&) { takeText(program, input); });
@@ -237,9 +237,7 @@ void connectInputs(Program& program) {
 }  // namespace
 
 void ConnectAccountsPage(Program& program) {
-  program.AcntLoading = true;
   connectInputs(program);
-  program.AcntLoading = false;
   AccountsPage& page = program.frmMain;
   page.tbrAcnts.ButtonClick = [&program](Button& button) { tbrAcnts_ButtonClick(program, button); };
   page.tbrMoveButtons.ButtonClick = [&program](Button& button) { tbrMoveButtons_ButtonClick(program, button); };
@@ -263,13 +261,12 @@ void AccountDirtyCheck(Program& program) {
 bool SettleChanges(Program& program) {
   if (!program.unsaved.AcntDirty) return true;
   if (program.AcntBusy) return false;
-  program.AcntBusy = true;
+  const SetForNow busy(program.AcntBusy, true);
   const Answer answer = askAboutChanges(program);
   onAccountOfPage(program, [&] {
     if (answer == Answer::Yes) SaveAccount(program);
     if (answer == Answer::Cancel) ShowAccount(program, program.accounts.AcntCurrent);
   });
-  program.AcntBusy = false;
   return !program.unsaved.AcntDirty;
 }
 

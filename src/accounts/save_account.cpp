@@ -6,6 +6,7 @@
 #include "app/pages.h"
 #include "app/program.h"
 #include "app/status_bar.h"
+#include "platform/set_for_now.h"
 #include "platform/text.h"
 #include "platform/usable_file.h"
 
@@ -101,7 +102,7 @@ void SaveAccount(Program& program) {
 void AddAccount(Program& program) {
   Accounts& accounts = program.accounts;
   MainWindow& frmMain = program.frmMain;
-  program.AcntBusy = true;
+  const SetForNow busy(program.AcntBusy, true);
   const Account added = newAccount(accounts);
   const auto number = static_cast<std::int16_t>(accounts.AcntNum() + 1);
   accounts.ResizeAccounts(number);
@@ -117,7 +118,6 @@ void AddAccount(Program& program) {
   resetRow(program, number);
   ShowAccount(program, number);
   RefreshAccountPanels(program, number);
-  program.AcntBusy = false;
   frmMain.txtAcntName.SetFocus();
 }
 

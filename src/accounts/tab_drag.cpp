@@ -18,7 +18,7 @@ constexpr std::int16_t noDropPicture = 2;
 void noteEdges(Program& program, TabStrip& strip) {
   auto& edges = program.accounts.TabEdges;
   edges[0] = 0;
-  for (std::int16_t i = 1; i <= program.accounts.AcntNum(); ++i) {
+  for (const std::int16_t i : program.accounts.numbers()) {
     const auto index = static_cast<std::size_t>(i);
     edges[index] = edges[index - 1] + strip.Tabs(i).Width;
   }

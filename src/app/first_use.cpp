@@ -7,6 +7,7 @@
 #include "app/pages.h"
 #include "app/program.h"
 #include "checking/auto_check.h"
+#include "options/decisions/maker.h"
 
 namespace velmora {
 
@@ -30,7 +31,7 @@ void ConnectFirstUse(Program& program) {
   window.Caption = program.AppTitle + " - First Time Use";
   window.lblWelcome.Caption = "Welcome to " + program.AppTitle;
   window.lblVersion.Caption = "Version " VELMORA_SHORT_VERSION;
-  window.lblNotice.Caption = "2026, by Kestrum";
+  window.lblNotice.Caption = std::string(makersNotice);
   for (std::size_t i = 0; i < steps.size(); ++i) window.lblSteps.at(i).Caption = steps.at(i);
   window.tbrButtons.ButtonClick = [&program](Button&) { frmFirstUse_Unload(program); };
   window.Help = [&program] { program.platform.showHelp(programHelp); };

@@ -112,7 +112,7 @@ bool Main(Program& program) {
   const bool isFirstRun = fromText<std::int16_t>(firstUse, 0) == 0;
   program.AppTitle = program.platform.applicationTitle();
   Form_Load(program);
-  NextAutoCheck(program, extraMinutesAtStart(program.options, program.platform.now()));
+  NextAutoCheck(program, extraMinutesAtStart(program.options, program.platform.now()), false);
   ChooseRunningTimer(program);
   showOrHide(program);
   if (isFirstRun) firstRun(program);

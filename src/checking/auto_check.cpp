@@ -10,8 +10,8 @@
 
 namespace velmora {
 
-void NextAutoCheck(Program& program, int extraMinutes) {
-  const NextCheck next = nextAutoCheck(program.options, program.platform.now(), extraMinutes, program.NoCheckPostponed);
+void NextAutoCheck(Program& program, int extraMinutes, bool postponed) {
+  const NextCheck next = nextAutoCheck(program.options, program.platform.now(), extraMinutes, postponed);
   program.NextCheckText = program.SavedNextCheckText = next.NextCheckText;
   program.NextCheckTime = program.SavedNextCheckTime = next.NextCheckTime;
   program.NoCheckPostponed = next.NoCheckPostponed;

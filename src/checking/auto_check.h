@@ -6,8 +6,9 @@ struct Program;
 
 enum class TimerAction { Suspend, Restore };
 
-/// Works out when the next timed check happens, and keeps a copy.
-void NextAutoCheck(Program& program, int extraMinutes);
+/// Works out when the next timed check happens, and keeps a copy. The check before it may have been put off to the end
+/// of the quiet period.
+void NextAutoCheck(Program& program, int extraMinutes, bool postponed);
 
 /// A second has passed with Auto Check on: the clock, the check that may be due, the tray.
 void tmrMailTime_Timer(Program& program);

@@ -28,6 +28,27 @@ void noteCheckTime(Program& program, std::int16_t account) {
       "Checked: " + time + " on " + formatDateTime(now, "mmm d/yy", program.platform.monthNames());
 }
 
+/// One account from start to finish. The outcome is left in the account and on the screen.
+///
+/// The time of the next check is worked out anew behind each account of a walk, always as behind the first, so that all
+/// are told alike whether this check had been put off. Else the second one would take the end of the quiet period,
+/// which the first has just put the next check off to, for reached.
+void CheckAccount(Program& program, std::int16_t account, bool postponed) {
+  Accounts::Row& row = program.accounts[account];
+  row.AcntChecked = true;
+  program.frmMain.lvwEmail.EmptyText = "Checking...";
+  program.frmMain.lvwEmail.Clear();
+  RetrieveAccount(program, account);
+  row.AcntStatusText = statusTextAfterCheck(row, program.StopRequested);
+  noteCheckTime(program, account);
+  if (program.options.UseInterval != 1) {
+    program.NextCheckText = autoCheckOff;
+  } else if (row.AcntEnabled != 0) {
+    NextAutoCheck(program, 0, postponed);
+  }
+  ShowAccountMessages(program, account);
+}
+
 /// What opens both checks that the user asks for.
 void beginUsersCheck(Program& program) {
   EndStartUpCountdown(program);
@@ -45,24 +66,17 @@ void endUsersCheck(Program& program) {
   ShowRuleReport(program);
 }
 
-/// The time of the next check is worked out anew behind each account of a walk, always as behind the first. Else the
-/// second one would take the end of the quiet period, which the first has just put that check off to, for reached.
-void checkInWalk(Program& program, std::int16_t number, bool postponed) {
-  program.NoCheckPostponed = postponed;
-  CheckAccount(program, number);
-}
-
 /// Returns whether anything was checked, which a stop counts as.
 bool walkAllAccounts(Program& program) {
   bool checked = false;
-  for (std::int16_t number = 1; number <= program.accounts.AcntNum(); ++number) {
+  for (const std::int16_t number : program.accounts.numbers()) {
     if (program.StopRequested) {
       program.frmMain.ProgressBar.Visible = false;
       return true;
     }
     program.frmMain.TabStripEmail.SelectTab(number);
     if (program.accounts[number].AcntEnabled == 0) continue;
-    checkInWalk(program, number, false);
+    CheckAccount(program, number, false);
     checked = true;
   }
   return checked;
@@ -84,7 +98,7 @@ void followWithTab(Program& program, std::int16_t number) {
 /// counts as found, too.
 WalkFindings walkEnabledAccounts(Program& program, std::string& lines, bool postponed) {
   WalkFindings found;
-  for (std::int16_t number = 1; number <= program.accounts.AcntNum(); ++number) {
+  for (const std::int16_t number : program.accounts.numbers()) {
     const Accounts::Row& account = program.accounts[number];
     if (account.AcntEnabled == 1) {
       if (program.StopRequested) {
@@ -92,7 +106,7 @@ WalkFindings walkEnabledAccounts(Program& program, std::string& lines, bool post
         break;
       }
       followWithTab(program, number);
-      checkInWalk(program, number, postponed);
+      CheckAccount(program, number, postponed);
       lines += "      " + account.AcntStatusText + "\r\n";
       ++program.AccountInfoLines;
     }
@@ -114,8 +128,7 @@ WalkFindings timedWalk(Program& program, bool atStartUp) {
   found.TotalMessages = program.TotalMessages;
   found.TotalNew = program.TotalNew;
   if (atStartUp && program.options.UseInterval == 1) {
-    program.NoCheckPostponed = postponed;
-    NextAutoCheck(program, 1);
+    NextAutoCheck(program, 1, postponed);
     program.frmMain.StatusBar.Panels(4).Text = program.NextCheckText;
   }
   ShowAccountAgain(program, current);
@@ -130,22 +143,6 @@ void tellOfWalk(Program& program, const WalkFindings& found) {
 }
 
 }  // namespace
-
-void CheckAccount(Program& program, std::int16_t account) {
-  Accounts::Row& row = program.accounts[account];
-  row.AcntChecked = true;
-  program.frmMain.lvwEmail.EmptyText = "Checking...";
-  program.frmMain.lvwEmail.Clear();
-  RetrieveAccount(program, account);
-  row.AcntStatusText = statusTextAfterCheck(row, program.StopRequested);
-  noteCheckTime(program, account);
-  if (program.options.UseInterval != 1) {
-    program.NextCheckText = autoCheckOff;
-  } else if (row.AcntEnabled != 0) {
-    NextAutoCheck(program, 0);
-  }
-  ShowAccountMessages(program, account);
-}
 
 void CheckAllAccounts(Program& program) {
   const std::int16_t current = program.accounts.AcntCurrent;
@@ -162,7 +159,7 @@ void CheckAllAccounts(Program& program) {
 
 void CheckCurrentAccount(Program& program) {
   beginUsersCheck(program);
-  CheckAccount(program, program.accounts.AcntCurrent);
+  CheckAccount(program, program.accounts.AcntCurrent, false);
   SetCheckingInterface(program, Activity::Idle);
   PlayCheckSound(program, program.accounts.AcntCurrent);
   SuspendAutoCheck(program, TimerAction::Restore);
@@ -196,7 +193,7 @@ void SetCheckingInterface(Program& program, Activity activity) {
 
 void ReportIncompleteAccounts(Program& program) {
   int incomplete = 0;
-  for (std::int16_t number = 1; number <= program.accounts.AcntNum(); ++number) {
+  for (const std::int16_t number : program.accounts.numbers()) {
     if (std::exchange(program.accounts[number].AcntIncomplete, false)) ++incomplete;
   }
   if (incomplete == 0) return;

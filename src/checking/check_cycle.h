@@ -8,9 +8,6 @@ namespace velmora {
 
 struct Program;
 
-/// One account from start to finish. The outcome is left in the account and on the screen.
-void CheckAccount(Program& program, std::int16_t account);
-
 /// All enabled accounts, on the user's command.
 void CheckAllAccounts(Program& program);
 

@@ -117,7 +117,7 @@ void DeleteSelection(Program& program) {
 void DeleteSpamMessages(Program& program) {
   SuspendAutoCheck(program, TimerAction::Suspend);
   withInterfaceOff(program, [&program](std::int16_t /*current*/) {
-    for (std::int16_t number = 1; number <= program.accounts.AcntNum(); ++number) {
+    for (const std::int16_t number : program.accounts.numbers()) {
       if (program.accounts[number].AcntSpamCount <= 0) continue;
       ShowAccountAgain(program, number);
       DeleteMessages(program, number, true);

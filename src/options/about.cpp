@@ -1,4 +1,5 @@
 #include "app/program.h"
+#include "options/decisions/maker.h"
 
 namespace velmora {
 
@@ -18,7 +19,7 @@ void OpenHomePage(Program& program) { program.platform.open(homePage); }
 
 void ConnectAbout(Program& program) {
   MainWindow& frmMain = program.frmMain;
-  frmMain.lblAboutTitle.Caption = program.AppTitle + " " VELMORA_VERSION ", 2026, by Kestrum";
+  frmMain.lblAboutTitle.Caption = program.AppTitle + " " VELMORA_VERSION ", " + std::string(makersNotice);
   frmMain.lblAboutWebSite.Caption = homePage;
   frmMain.lblAboutWebSite.Click = [&program] { OpenHomePage(program); };
   frmMain.lblAboutEmail.Caption = supportAddress;

@@ -32,8 +32,7 @@ void followRunStartUp(Program& program) {
 void followTiming(Program& program, const Options& before) {
   const Options& now = program.options;
   if (now.UseInterval == 1 && timingOf(now) != timingOf(before)) {
-    program.NoCheckPostponed = false;
-    NextAutoCheck(program, 0);
+    NextAutoCheck(program, 0, false);
   } else if (now.UseInterval == 1 && before.UseInterval != now.UseInterval) {
     program.NextCheckText = program.SavedNextCheckText;
     program.NextCheckTime = program.SavedNextCheckTime;

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <utility>
 
+#include "platform/ascii.h"
 #include "platform/text.h"
 
 namespace velmora {
@@ -27,10 +28,7 @@ std::string_view nextToken(std::string_view pattern) {
   return pattern.substr(0, end);
 }
 
-char letterOf(std::string_view token) {
-  const char first = token.front();
-  return first >= 'A' && first <= 'Z' ? static_cast<char>(first - 'A' + 'a') : first;
-}
+char letterOf(std::string_view token) { return ascii::lower(token.front()); }
 
 void appendMonth(std::string& text, const DateTime& moment, std::size_t width, const MonthNames& months) {
   const auto index = static_cast<std::size_t>(std::clamp(moment.month, 1, 12) - 1);

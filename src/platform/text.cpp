@@ -5,16 +5,11 @@
 #include <cmath>
 #include <limits>
 
+#include "platform/ascii.h"
 #include "platform/characters.h"
 #include "platform/failure.h"
 
 namespace velmora::text {
-
-namespace {
-
-char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-
-}  // namespace
 
 std::string_view left(std::string_view text, std::size_t count) {
   std::string_view rest = text;
@@ -59,7 +54,8 @@ std::string replaceAll(std::string_view text, std::string_view what, std::string
 }
 
 bool equalsIgnoringCase(std::string_view a, std::string_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return lower(x) == lower(y); });
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](char x, char y) { return ascii::lower(x) == ascii::lower(y); });
 }
 
 bool endsWithIgnoringCase(std::string_view text, std::string_view end) {

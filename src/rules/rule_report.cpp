@@ -123,7 +123,7 @@ void selectMarked(Program& program, std::int16_t account) {
 
 /// Messages to delete go by way of a selection, spam by its marks.
 void deleteSide(Program& program, const Side& side) {
-  for (std::int16_t account = 1; account <= program.accounts.AcntNum(); ++account) {
+  for (const std::int16_t account : program.accounts.numbers()) {
     if (program.accounts[account].*side.marks < 1) continue;
     ShowAccountAgain(program, account);
     if (!side.spam) selectMarked(program, account);

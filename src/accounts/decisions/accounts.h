@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <ranges>
 #include <span>
 #include <string>
 #include <vector>
@@ -59,6 +60,9 @@ class Accounts {
   Accounts() : TabEdges(1), rows_(1), edit_(1) { BlankAccountRow(); }
 
   std::int16_t AcntNum() const { return static_cast<std::int16_t>(rows_.size() - 1); }
+  /// The accounts, by number, as many as there are at the call.
+  auto numbers() const { return std::views::iota(std::int16_t{1}, static_cast<std::int16_t>(rows_.size())); }
+
   std::int16_t AcntCurrent = 0;  ///< the account whose tab is selected, 0 while there is none
 
   /// The right edge of each account's tab, as of the last press on a strip; the total width in entry 0.

@@ -59,7 +59,7 @@ std::optional<std::int16_t> findNext(const Accounts& accounts, std::int16_t& acc
 TrayLook trayLook(const Accounts& accounts, bool newOnly, std::int16_t TrayAccount) {
   int reached = 0;
   int messages = 0;
-  for (std::int16_t number = 1; number <= accounts.AcntNum(); ++number) {
+  for (const std::int16_t number : accounts.numbers()) {
     if (!accounts[number].AcntChecked || !accounts[number].AcntConnected) continue;
     ++reached;
     messages += shownCount(accounts[number], newOnly);

@@ -41,7 +41,7 @@ std::int16_t messageLines(std::int16_t AccountInfoLines) {
 std::vector<std::int16_t> soundingAccounts(const Accounts& accounts, std::int16_t account, std::int16_t ShowEmail,
                                            bool DefaultSoundValid) {
   std::vector<std::int16_t> sounding;
-  for (std::int16_t number = 1; number <= accounts.AcntNum(); ++number) {
+  for (const std::int16_t number : accounts.numbers()) {
     if (account != 0 && number != account) continue;
     const Accounts::Row& row = accounts[number];
     const bool oneForAll = account == 0 && DefaultSoundValid;

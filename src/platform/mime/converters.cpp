@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <utility>
 
+#include "platform/ascii.h"
+
 namespace velmora::mime {
 
 namespace {
@@ -52,20 +54,17 @@ constexpr std::array aliases = {
 constexpr std::array<std::string_view, 7> keepByteOrder = {"UTF-16", "UTF16", "UNICODE", "CSUNICODE",
                                                            "UTF-32", "UTF32", "UCS-2"};
 
-char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
-
 /// What a name of a charset is made of (RFC 2978 section 2.3). A slash would let iconv take what follows as its own
 /// options.
 bool isOfName(char c) {
-  return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
-         std::string_view("-_.:+()").find(c) != std::string_view::npos;
+  return ascii::isCapital(c) || ascii::isDigit(c) || std::string_view("-_.:+()").find(c) != std::string_view::npos;
 }
 
 /// The system's name, blank where it can be none.
 std::string systemName(std::string_view charset) {
   if (charset.size() > longestName) return {};
   std::string name(charset);
-  std::transform(name.begin(), name.end(), name.begin(), upper);
+  std::transform(name.begin(), name.end(), name.begin(), ascii::upper);
   if (!std::all_of(name.begin(), name.end(), isOfName)) return {};
   if (name.starts_with("X-")) name.erase(0, 2);
   const auto alias = std::find_if(aliases.begin(), aliases.end(), [&](const Alias& a) { return a.mail == name; });

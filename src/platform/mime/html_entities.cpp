@@ -8,6 +8,7 @@
 #include <optional>
 #include <unordered_map>
 
+#include "platform/ascii.h"
 #include "platform/characters.h"
 
 namespace velmora::mime {
@@ -43,11 +44,8 @@ struct Reference {
   std::size_t size;  ///< bytes of the text that it takes
 };
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
-
 int valueOf(char c, int base) {
-  const int value = isDigit(c) ? c - '0' : isLetter(c) ? (c | 0x20) - 'a' + 10 : base;
+  const int value = ascii::isDigit(c) ? c - '0' : ascii::isLetter(c) ? (c | 0x20) - 'a' + 10 : base;
   return value < base ? value : -1;
 }
 
@@ -71,7 +69,7 @@ std::optional<Reference> oldName(std::string_view name, std::string_view text, H
     const auto found = names().find(name.substr(0, size));
     if (found == names().end() || found->second > lastOfOldNames) continue;
     const std::string_view next = text.substr(1 + size, 1);
-    const bool goesOn = !next.empty() && (isLetter(next[0]) || isDigit(next[0]) || next[0] == '=');
+    const bool goesOn = !next.empty() && (ascii::isLetter(next[0]) || ascii::isDigit(next[0]) || next[0] == '=');
     if (goesOn && place == HtmlPlace::Attribute) return std::nullopt;
     return Reference{found->second, 1 + size};
   }
@@ -82,7 +80,7 @@ std::optional<Reference> oldName(std::string_view name, std::string_view text, H
 std::optional<Reference> referenceIn(std::string_view text, HtmlPlace place) {
   if (text.substr(1, 1) == "#") return numbered(text);
   std::size_t end = 1;
-  while (end < text.size() && end <= longestName && (isLetter(text[end]) || isDigit(text[end]))) ++end;
+  while (end < text.size() && end <= longestName && (ascii::isLetter(text[end]) || ascii::isDigit(text[end]))) ++end;
   const std::string_view name = text.substr(1, end - 1);
   if (text.substr(end, 1) == ";") {
     if (const auto found = names().find(name); found != names().end()) return Reference{found->second, end + 1};

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 
+#include "platform/ascii.h"
 #include "platform/mime/html_entities.h"
 #include "platform/mime/html_writer.h"
 #include "platform/text.h"
@@ -22,15 +23,13 @@ constexpr std::array<std::string_view, 7> usedAttributes = {"style",  "href",  "
 constexpr std::array<std::string_view, 6> rawElements = {"style", "script", "title", "iframe", "noembed", "noframes"};
 
 bool isWhite(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f'; }
-bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
 bool endsName(char c) { return isWhite(c) || c == '/' || c == '>'; }
 
 /// In small letters. No name that means anything is longer than this.
 std::string nameOf(std::string_view text) {
   constexpr std::size_t longest = 16;
   std::string name(text.substr(0, longest));
-  std::transform(name.begin(), name.end(), name.begin(),
-                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c; });
+  std::transform(name.begin(), name.end(), name.begin(), ascii::lower);
   return name;
 }
 
@@ -66,9 +65,9 @@ class Tokenizer {
   bool readMarkup() {
     if (html_[at_] != '<') return false;
     const char next = charAt(at_ + 1);
-    if (isLetter(next)) {
+    if (ascii::isLetter(next)) {
       readStartTag();
-    } else if (next == '/' && isLetter(charAt(at_ + 2))) {
+    } else if (next == '/' && ascii::isLetter(charAt(at_ + 2))) {
       readEndTag();
     } else if (html_.substr(at_).starts_with("<!--")) {
       readComment();

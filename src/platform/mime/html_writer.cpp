@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 
+#include "platform/ascii.h"
 #include "platform/text.h"
 
 namespace velmora::mime {
@@ -51,7 +52,7 @@ std::string plainStyle(const HtmlAttributes& attributes) {
   constexpr std::size_t longest = 4096;
   std::string style;
   for (const char c : valueOf(attributes, "style").substr(0, longest)) {
-    if (c > ' ') style += c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    if (c > ' ') style += ascii::lower(c);
   }
   return style;
 }

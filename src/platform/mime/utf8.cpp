@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/characters.h"
 #include "platform/mail_bounds.h"
 
 namespace velmora::mime {
@@ -27,47 +28,15 @@ std::size_t sequenceSize(unsigned first) {
   return 0;
 }
 
-/// Overlong forms, surrogates and what lies beyond U+10FFFF show in the second byte.
-bool validSecond(unsigned first, unsigned second) {
-  switch (first) {
-    case 0xE0:
-      return within(second, 0xA0, 0xBF);
-    case 0xED:
-      return within(second, 0x80, 0x9F);
-    case 0xF0:
-      return within(second, 0x90, 0xBF);
-    case 0xF4:
-      return within(second, 0x80, 0x8F);
-    default:
-      return within(second, 0x80, 0xBF);
-  }
-}
-
 /// The size of the valid character at `index`, 0 where there is none.
 std::size_t characterSize(std::string_view text, std::size_t index) {
-  const unsigned first = byteAt(text, index);
-  const std::size_t size = sequenceSize(first);
-  if (size <= 1) return size;
-  if (size > text.size() - index || !validSecond(first, byteAt(text, index + 1))) return 0;
-  for (std::size_t i = 2; i < size; ++i)
-    if (!within(byteAt(text, index + i), 0x80, 0xBF)) return 0;
-  return size;
-}
-
-/// Only for characters up to U+FFFF.
-void append(std::string& text, char32_t character) {
-  const auto low = [character](unsigned shift) { return static_cast<char>(0x80 | ((character >> shift) & 0x3F)); };
-  if (character < 0x800) {
-    text += static_cast<char>(0xC0 | (character >> 6));
-  } else {
-    text += static_cast<char>(0xE0 | (character >> 12));
-    text += low(6);
-  }
-  text += low(0);
+  const std::size_t size = text::characterSize(text.substr(index));
+  return size == 1 && byteAt(text, index) >= 0x80 ? 0 : size;
 }
 
 void appendWindows1252(std::string& text, unsigned byte) {
-  append(text, byte < 0xA0 ? Windows1252[byte - 0x80] : static_cast<char32_t>(byte));
+  std::array<char, 4> bytes{};
+  text.append(bytes.data(), text::encode(byte < 0xA0 ? Windows1252[byte - 0x80] : byte, bytes.data()));
 }
 
 /// Needs no second look, as what may begin a control character does.

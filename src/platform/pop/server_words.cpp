@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <span>
 
+#include "platform/ascii.h"
+#include "platform/characters.h"
 #include "platform/failure.h"
 #include "platform/text.h"
 
@@ -47,8 +49,7 @@ constexpr std::array<std::string_view, 8> encryptionPhrases = {
 
 std::string lowered(std::string_view words) {
   std::string result(words);
-  std::ranges::transform(result, result.begin(),
-                         [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+  std::ranges::transform(result, result.begin(), ascii::lower);
   return result;
 }
 
@@ -58,44 +59,19 @@ std::optional<std::int32_t> firstSign(std::span<const Sign> signs, auto matches)
   return found->number;
 }
 
-struct Utf8Form {
-  unsigned char firstLow, firstHigh;
-  std::size_t length;
-  unsigned char secondLow, secondHigh;
-};
-
-// Without the control characters U+0000 to U+001F and U+007F to U+009F, and without surrogates and overlong forms.
-constexpr std::array utf8Forms = {
-    Utf8Form{0x20, 0x7E, 1, 0, 0},       Utf8Form{0xC2, 0xC2, 2, 0xA0, 0xBF}, Utf8Form{0xC3, 0xDF, 2, 0x80, 0xBF},
-    Utf8Form{0xE0, 0xE0, 3, 0xA0, 0xBF}, Utf8Form{0xE1, 0xEC, 3, 0x80, 0xBF}, Utf8Form{0xED, 0xED, 3, 0x80, 0x9F},
-    Utf8Form{0xEE, 0xEF, 3, 0x80, 0xBF}, Utf8Form{0xF0, 0xF0, 4, 0x90, 0xBF}, Utf8Form{0xF1, 0xF3, 4, 0x80, 0xBF},
-    Utf8Form{0xF4, 0xF4, 4, 0x80, 0x8F},
-};
-
-bool within(char c, unsigned low, unsigned high) {
-  const auto byte = static_cast<unsigned char>(c);
-  return byte >= low && byte <= high;
-}
-
-bool startsWith(std::string_view text, const Utf8Form& form) {
-  if (text.size() < form.length || !within(text[0], form.firstLow, form.firstHigh)) return false;
-  if (form.length > 1 && !within(text[1], form.secondLow, form.secondHigh)) return false;
-  const auto continues = [](char c) { return within(c, 0x80, 0xBF); };
-  return form.length < 3 || std::ranges::all_of(text.substr(2, form.length - 2), continues);
-}
-
-/// Bytes of the character that the text starts with, 0 where it starts with none that can be shown.
-std::size_t characterLength(std::string_view text) {
-  const auto form = std::ranges::find_if(utf8Forms, [&](const Utf8Form& f) { return startsWith(text, f); });
-  return form == utf8Forms.end() ? 0 : form->length;
+/// Whether a character can be shown: a byte that is none can't, nor can a control character.
+bool isShown(std::string_view character) {
+  constexpr char32_t lastControl = 0x9F;
+  if (character.size() > 1) return text::decoded(character) > lastControl;
+  return character[0] >= ' ' && character[0] <= '~';
 }
 
 std::string cleaned(std::string_view text) {
   std::string clean;
   while (!text.empty()) {
-    const std::size_t length = characterLength(text);
-    clean.append(text.substr(0, length));
-    text.remove_prefix(std::max<std::size_t>(length, 1));
+    const std::string_view character = text.substr(0, text::characterSize(text));
+    if (isShown(character)) clean.append(character);
+    text.remove_prefix(character.size());
   }
   return std::string(text::trim(clean));
 }
@@ -120,7 +96,7 @@ std::string withoutSecret(std::string_view words, std::string_view secret) {
   return shown.append(words);
 }
 
-bool isPlain(char c) { return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+bool isPlain(char c) { return ascii::isDigit(c) || ascii::isLetter(c); }
 
 /// The first letter or digit, blank where there is none.
 std::string firstPlain(std::string_view text) {

@@ -15,7 +15,7 @@ constexpr std::string_view setSection = "Rules";
 
 std::string ruleSection(std::size_t index) { return "Rule" + std::to_string(index + 1); }
 
-std::string entryKey(std::int16_t slot) { return "Description" + std::to_string(slot); }
+std::string entryKey(std::size_t slot) { return "Description" + std::to_string(slot); }
 
 /// A record that is fresh holds the default.
 template <class Record>
@@ -52,17 +52,17 @@ void writeField(IniFile& file, std::string_view section, const Field<Record>& fi
 void readRule(IniFile& file, const std::string& section, Rule& rule) {
   rule = {};
   for (const auto& field : ruleFields()) readField(file, section, field, rule);
-  rule.DescCount = std::clamp<std::int16_t>(rule.DescCount, 0, mostEntries);
-  for (std::int16_t slot = 1; slot <= rule.DescCount; ++slot) {
-    rule.Description.at(static_cast<std::size_t>(slot)) = file.KeyGet(section, entryKey(slot), "") + ' ';
+  rule.DescCount = static_cast<std::int16_t>(entryCount(rule));
+  for (std::size_t slot = 1; slot <= entryCount(rule); ++slot) {
+    rule.Description.at(slot) = file.KeyGet(section, entryKey(slot), "") + ' ';
   }
   joinEntries(rule);
 }
 
 void writeRule(IniFile& file, const std::string& section, const Rule& rule) {
   for (const auto& field : ruleFields()) writeField(file, section, field, rule);
-  for (std::int16_t slot = 1; slot <= std::min(rule.DescCount, mostEntries); ++slot) {
-    file.KeySave(keepableEntry(rule.Description.at(static_cast<std::size_t>(slot))), section, entryKey(slot));
+  for (std::size_t slot = 1; slot <= entryCount(rule); ++slot) {
+    file.KeySave(keepableEntry(rule.Description.at(slot)), section, entryKey(slot));
   }
 }
 

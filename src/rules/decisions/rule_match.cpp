@@ -114,8 +114,7 @@ const std::string& RuledMessage::inCapitals(std::string MailMessage::*field) {
 
 bool ruleFits(const Rule& rule, RuledMessage& message) {
   std::array<RuleEntry, mostEntries> parsed;
-  const auto entries =
-      std::span(parsed).first(static_cast<std::size_t>(std::clamp<std::int16_t>(rule.DescCount, 0, mostEntries)));
+  const auto entries = std::span(parsed).first(entryCount(rule));
   for (std::size_t i = 0; i < entries.size(); ++i) entries[i] = parseRuleEntry(rule.Description.at(i + 1));
   std::size_t matched = 0;
   for (const RuleEntry& entry : entries) {

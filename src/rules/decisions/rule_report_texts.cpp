@@ -16,7 +16,7 @@ std::string lineOf(const Accounts::Row& account, std::int16_t marks) {
 
 bool wantsRuleReport(const Accounts& accounts, const RuleSetHead& rules) {
   if (rules.Show != 1) return false;
-  for (std::int16_t number = 1; number <= accounts.AcntNum(); ++number) {
+  for (const std::int16_t number : accounts.numbers()) {
     const Accounts::Row& account = accounts[number];
     if (account.AcntDeleteCount < 1 && account.AcntSpamCount < 1) continue;
     return rules.ShowNew == 0 || (rules.ShowNew == 1 && account.AcntHasNew);
@@ -26,7 +26,7 @@ bool wantsRuleReport(const Accounts& accounts, const RuleSetHead& rules) {
 
 MarkedAccounts markedAccounts(const Accounts& accounts, std::int16_t AccountState::*marks, std::string_view nothing) {
   MarkedAccounts result;
-  for (std::int16_t number = 1; number <= accounts.AcntNum(); ++number) {
+  for (const std::int16_t number : accounts.numbers()) {
     const std::int16_t count = accounts[number].*marks;
     if (count < 1) continue;
     ++result.count;

@@ -21,16 +21,16 @@ constexpr auto fields = std::to_array<Field<Rule>>({
     {"DescCount", &Rule::DescCount},
 });
 
-std::size_t entryCount(const Rule& rule) {
-  return static_cast<std::size_t>(std::clamp<std::int16_t>(rule.DescCount, 0, mostEntries));
-}
-
 void dropFurtherEntries(Rule& rule) {
   std::fill(rule.Description.begin() + 1 + static_cast<std::ptrdiff_t>(entryCount(rule)), rule.Description.end(), "");
   joinEntries(rule);
 }
 
 }  // namespace
+
+std::size_t entryCount(const Rule& rule) {
+  return static_cast<std::size_t>(std::clamp<std::int16_t>(rule.DescCount, 0, mostEntries));
+}
 
 std::span<const Field<RuleSetHead>> ruleSetFields() { return setFields; }
 std::span<const Field<Rule>> ruleFields() { return fields; }

@@ -33,6 +33,9 @@ struct Rule {
   std::array<std::string, mostEntries + 1> Description;
 };
 
+/// The entries that a rule has, within the bounds of its slots whatever DescCount says.
+std::size_t entryCount(const Rule& rule);
+
 /// A rule on the Rules page.
 struct WorkingRule : Rule {
   std::int16_t RedoCount = 0;  ///< the highest DescCount since the rule was loaded

@@ -14,6 +14,7 @@
 #include <array>
 
 #include "platform/qt/widgets/harmless_text.h"
+#include "platform/text.h"
 
 // NOLINTBEGIN(cppcoreguidelines-owning-memory): Qt takes what it is given
 
@@ -43,21 +44,11 @@ constexpr std::size_t MostOfAPiece = 16'000;
 
 constexpr milliseconds slice{5};
 
-/// The beginning that fits `most` bytes and cuts no character.
-std::string_view beginning(std::string_view text, std::size_t most) {
-  if (text.size() <= most) return text;
-  constexpr std::size_t mostContinuing = 3;
-  const auto continues = [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U; };
-  std::size_t size = most;
-  while (size > 1 && most - size < mostContinuing && continues(text[size])) --size;
-  return text.substr(0, size);
-}
-
 /// What is shown in a paragraph of its own of a line that needs several.
 std::string_view brokenOff(std::string_view text) {
   const auto blank = text.find_last_of(' ', MostOfALine - 1);
   const bool nearby = blank != std::string_view::npos && blank >= NearlyAll;
-  return beginning(text, nearby ? blank + 1 : MostOfALine);
+  return text::leftBytes(text, nearby ? blank + 1 : MostOfALine);
 }
 
 /// The first line with its end, or as much of it as one paragraph holds.
@@ -112,7 +103,7 @@ TextView::TextView(QWidget* parent, std::size_t mostBytes) : QPlainTextEdit(pare
 
 void TextView::showText(std::string_view text) {
   clear();
-  rest_ = beginning(text, mostBytes_);
+  rest_ = text::leftBytes(text, mostBytes_);
   notShown_ = text.size() - rest_.size();
   broken_ = false;
   load(slice);

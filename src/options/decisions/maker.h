@@ -1,0 +1,10 @@
+#pragma once
+
+#include <string_view>
+
+namespace velmora {
+
+/// Who made the program, and when, as its windows say.
+inline constexpr std::string_view makersNotice = "2026, by Kestrum";
+
+}  // namespace velmora
