@@ -99,7 +99,7 @@ void deleteAccount(Program& program, std::int16_t deleted) {
 void DeleteAccount(Program& program) {
   Accounts& accounts = program.accounts;
   const std::int16_t deleted = accounts.AcntCurrent;
-  const SetForNow busy(program.AcntBusy, true);
+  const SetForNow busy(program.acnts.AcntBusy, true);
   const Answer answer = program.platform.MsgBox(deleteWarning(accounts[deleted].AcntName));
   if (answer == Answer::Yes) {
     deleteAccount(program, deleted);
@@ -120,7 +120,7 @@ void SwapAccounts(Program& program, std::int16_t account, std::int16_t offset) {
   onBothStrips(program, [account, other](TabStrip& strip) { swapTabs(strip, account, other); });
   accounts.AcntCurrent = other;
   {
-    const SetForNow busy(program.AcntBusy, true);
+    const SetForNow busy(program.acnts.AcntBusy, true);
     program.frmMain.TabStripAcnts.SelectTab(other);
   }
   ShowAccount(program, other);

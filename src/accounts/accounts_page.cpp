@@ -60,10 +60,11 @@ void followSound(Program& program) {
   Accounts::Row& row = program.accounts[program.accounts.AcntCurrent];
   const std::string& path = edited(program).AcntSound;
   row.AcntSoundValid = isUsableFile(program.platform, path, ".wav");
-  const std::string& used = program.DefaultSoundValid ? program.options.DefaultSound : path;
-  page.lblSoundName.Caption = program.DefaultSoundValid || row.AcntSoundValid ? fileNamePart(used) : std::string();
-  page.chkAcntSoundOn.Visible = !program.DefaultSoundValid && row.AcntSoundValid;
-  page.lblAcntPlaySound.Visible = program.DefaultSoundValid;
+  const std::string& used = program.sounds.DefaultSoundValid ? program.options.DefaultSound : path;
+  page.lblSoundName.Caption =
+      program.sounds.DefaultSoundValid || row.AcntSoundValid ? fileNamePart(used) : std::string();
+  page.chkAcntSoundOn.Visible = !program.sounds.DefaultSoundValid && row.AcntSoundValid;
+  page.lblAcntPlaySound.Visible = program.sounds.DefaultSoundValid;
 }
 
 /// A default wins over the account's own path, which is kept for the time without one.
@@ -76,7 +77,7 @@ void showClientAndSound(Program& program) {
   MainWindow& page = program.frmMain;
   const Account& account = edited(program);
   showPath(page.txtAcntClient, account.AcntClient, program.DefaultClientValid, usingDefaultClient);
-  showPath(page.txtAcntSound, account.AcntSound, program.DefaultSoundValid, usingDefaultSound);
+  showPath(page.txtAcntSound, account.AcntSound, program.sounds.DefaultSoundValid, usingDefaultSound);
   followClient(program);
   followSound(program);
   page.lblAcntRunSize.Caption = program.EditOptions.RunSize == 1 ? "Run: Normal" : "Run: Maximized";
@@ -84,7 +85,7 @@ void showClientAndSound(Program& program) {
 }
 
 void fillControls(Program& program) {
-  const SetForNow loading(program.AcntLoading, true);
+  const SetForNow loading(program.acnts.AcntLoading, true);
   AccountsPage& page = program.frmMain;
   const Account& account = edited(program);
   for (const auto& [box, member] : textInputs) (page.*box).Text = account.*member;
@@ -125,7 +126,7 @@ void onAccountOfPage(Program& program, const std::function<void()>& act) {
 
 /// The user has changed something. A screen reader can write where nobody else can: that is taken back.
 bool isUsersChange(Program& program) {
-  if (program.AcntLoading) return false;
+  if (program.acnts.AcntLoading) return false;
   if (program.accounts.AcntNum() > 0 && program.frmMain.fraAcnt.Enabled) return true;
   onAccountOfPage(program, [&program] { fillControls(program); });
   return false;
@@ -151,7 +152,7 @@ void txtAcntClient_Change(Program& program) {
 }
 
 void txtAcntSound_Change(Program& program) {
-  if (!isUsersChange(program) || program.DefaultSoundValid) return;
+  if (!isUsersChange(program) || program.sounds.DefaultSoundValid) return;
   edited(program).AcntSound = program.frmMain.txtAcntSound.Text;
   followSound(program);
   AccountDirtyCheck(program);
@@ -192,16 +193,16 @@ void leaveChangedAccount(Program& program, std::int16_t target) {
 }
 
 void TabStripAcnts_Click(Program& program) {
-  if (program.AcntBusy || program.accounts.AcntNum() == 0) return;
+  if (program.acnts.AcntBusy || program.accounts.AcntNum() == 0) return;
   MainWindow& frmMain = program.frmMain;
-  if (!program.AcntLoading && frmMain.State == WindowState::Normal) frmMain.txtAcntName.SetFocus();
+  if (!program.acnts.AcntLoading && frmMain.State == WindowState::Normal) frmMain.txtAcntName.SetFocus();
   const auto selected = static_cast<std::int16_t>(frmMain.TabStripAcnts.SelectedItem());
   if (!program.unsaved.AcntDirty) {
     program.accounts.AcntCurrent = selected;
     ShowAccount(program, selected);
     return;
   }
-  const SetForNow busy(program.AcntBusy, true);
+  const SetForNow busy(program.acnts.AcntBusy, true);
   leaveChangedAccount(program, selected);
 }
 
@@ -219,7 +220,7 @@ void tbrMoveButtons_ButtonClick(Program& program, const Button& button) {
 }
 
 void connectInputs(Program& program) {
-  const SetForNow loading(program.AcntLoading, true);
+  const SetForNow loading(program.acnts.AcntLoading, true);
   AccountsPage& page = program.frmMain;
   for (const TextInput& input : textInputs) {
     (page.*input.box).Text.watch([&program, &input](const std::string&) { takeText(program, input); });
@@ -255,13 +256,13 @@ void ShowAccount(Program& program, std::int16_t number) {
 }
 
 void AccountDirtyCheck(Program& program) {
-  if (!program.AcntLoading) showDirty(program, differs(program));
+  if (!program.acnts.AcntLoading) showDirty(program, differs(program));
 }
 
 bool SettleChanges(Program& program) {
   if (!program.unsaved.AcntDirty) return true;
-  if (program.AcntBusy) return false;
-  const SetForNow busy(program.AcntBusy, true);
+  if (program.acnts.AcntBusy) return false;
+  const SetForNow busy(program.acnts.AcntBusy, true);
   const Answer answer = askAboutChanges(program);
   onAccountOfPage(program, [&] {
     if (answer == Answer::Yes) SaveAccount(program);

@@ -50,6 +50,12 @@ struct AccountsPage {
   Label lblAcntPlaySound;
 };
 
+/// What the page keeps beside its controls.
+struct AccountsPageState {
+  bool AcntBusy = false;     ///< the program changes tabs itself: clicks on them do nothing
+  bool AcntLoading = false;  ///< the program fills the controls itself: their changes do nothing
+};
+
 /// Ties the page's controls to what they do.
 void ConnectAccountsPage(Program& program);
 

@@ -55,13 +55,13 @@ void renameOnScreen(Program& program, std::int16_t account, const std::string& f
 void takeOver(const Program& program, const Account& edit, Accounts::Row& row) {
   Account taken = edit;
   if (program.DefaultClientValid) taken.AcntClient = row.AcntClient;
-  if (program.DefaultSoundValid) {
+  if (program.sounds.DefaultSoundValid) {
     taken.AcntSound = row.AcntSound;
     taken.AcntSoundOn = row.AcntSoundOn;
   }
   static_cast<Account&>(row) = std::move(taken);
   if (!program.DefaultClientValid) row.AcntClientValid = isUsableFile(program.platform, row.AcntClient, ".exe");
-  if (!program.DefaultSoundValid) row.AcntSoundValid = isUsableFile(program.platform, row.AcntSound, ".wav");
+  if (!program.sounds.DefaultSoundValid) row.AcntSoundValid = isUsableFile(program.platform, row.AcntSound, ".wav");
 }
 
 Account newAccount(const Accounts& accounts) {
@@ -102,7 +102,7 @@ void SaveAccount(Program& program) {
 void AddAccount(Program& program) {
   Accounts& accounts = program.accounts;
   MainWindow& frmMain = program.frmMain;
-  const SetForNow busy(program.AcntBusy, true);
+  const SetForNow busy(program.acnts.AcntBusy, true);
   const Account added = newAccount(accounts);
   const auto number = static_cast<std::int16_t>(accounts.AcntNum() + 1);
   accounts.ResizeAccounts(number);

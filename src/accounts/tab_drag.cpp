@@ -34,7 +34,7 @@ void strip_MouseDown(Program& program, TabStrip& strip, std::int16_t source, Mou
     program.accounts.AcntCurrent = pressed;
     strip.SelectTab(pressed);
   }
-  program.DragSource = source;
+  program.tabDrag.DragSource = source;
   program.frmMain.tmrDragTab.Enabled = false;
   program.frmMain.tmrDragTab.Enabled = true;
 }
@@ -43,7 +43,7 @@ void strip_MouseDown(Program& program, TabStrip& strip, std::int16_t source, Mou
 void tmrDragTab_Timer(Program& program) {
   MainWindow& frmMain = program.frmMain;
   frmMain.tmrDragTab.Enabled = false;
-  TabStrip& strip = program.DragSource == onEmailStrip ? frmMain.TabStripEmail : frmMain.TabStripAcnts;
+  TabStrip& strip = program.tabDrag.DragSource == onEmailStrip ? frmMain.TabStripEmail : frmMain.TabStripAcnts;
   strip.Dragging = strip.Enabled && !program.unsaved.AcntDirty;
 }
 

@@ -14,9 +14,9 @@ struct ChildWindow {
 };
 
 std::array<ChildWindow, 3> childWindows(Program& program) {
-  return {{{program.frmFirstUse, program.FirstUseOpen},
-           {program.frmMessage, program.AutoMessageOpen},
-           {program.frmPreview, program.PreviewOpen}}};
+  return {{{program.frmFirstUse, program.frmFirstUse.FirstUseOpen},
+           {program.frmMessage, program.frmMessage.AutoMessageOpen},
+           {program.frmPreview, program.frmPreview.PreviewOpen}}};
 }
 
 }  // namespace

@@ -39,13 +39,13 @@ void ConnectFirstUse(Program& program) {
 }
 
 void ShowFirstUse(Program& program) {
-  program.FirstUseOpen = true;
+  program.frmFirstUse.FirstUseOpen = true;
   SuspendAutoCheck(program, TimerAction::Suspend);
   program.frmFirstUse.Visible = true;
 }
 
 void frmFirstUse_Unload(Program& program) {
-  if (!std::exchange(program.FirstUseOpen, false)) return;
+  if (!std::exchange(program.frmFirstUse.FirstUseOpen, false)) return;
   program.frmFirstUse.Visible = false;
   LetAutoCheckGoOn(program);
 }

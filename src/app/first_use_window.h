@@ -10,6 +10,8 @@ namespace velmora {
 
 /// The welcome: tells a new user once how to set up an account.
 struct FirstUseWindow : Form {
+  bool FirstUseOpen = false;
+
   Label lblWelcome;
   Label lblVersion;
   Label lblNotice;

@@ -13,11 +13,11 @@ Situation situationOf(const Program& program) {
           .page = program.CurrentPage,
           .accounts = program.accounts.AcntNum(),
           .account = program.accounts.AcntCurrent,
-          .messageSelected = program.MessageSelected,
-          .spamListed = program.SpamListed,
+          .messageSelected = program.list.MessageSelected,
+          .spamListed = program.list.SpamListed,
           .marksReported = program.frmRuleReport.CanDelete,
-          .startUpCheckWaits = !program.StartUpDone,
-          .startUpTimerHeld = program.StartUpHeld};
+          .startUpCheckWaits = !program.startUp.StartUpDone,
+          .startUpTimerHeld = program.startUp.StartUpHeld};
 }
 
 void setEmailPage(EmailPage& page, const Offers& on) {

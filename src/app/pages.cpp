@@ -77,14 +77,14 @@ void ShowNoAccounts(Program& program) {
   MainWindow& frmMain = program.frmMain;
   program.accounts.BlankAccountRow();
   for (TabStrip* strip : {&frmMain.TabStripEmail, &frmMain.TabStripAcnts}) strip->Add("", "MailNo");
-  program.AcntLastShown = 0;
-  program.listCounts = {};
+  program.list.AcntLastShown = 0;
+  program.list.listCounts = {};
   frmMain.lvwEmail.EmptyText = "";
   frmMain.lvwEmail.Clear();
   frmMain.StatusBar.Panels(1).Text = "No Accounts have been created...";
   for (const int number : {2, 3}) frmMain.StatusBar.Panels(number).Text = "";
   frmMain.StatusBar.Panels(2).Picture = "";
-  frmMain.StatusBar.Panels(4).Text = program.NextCheckText;
+  frmMain.StatusBar.Panels(4).Text = program.autoCheck.NextCheckText;
   ShowAccount(program, 0);
 }
 
@@ -110,7 +110,7 @@ void tbrMainButtons_ButtonClick(Program& program, const Button& button) {
 }
 
 void tbrButtons_ButtonClick(Program& program, const Button& button) {
-  if (button.Key == "StopRetrieval") program.StopRequested = true;
+  if (button.Key == "StopRetrieval") program.connection.StopRequested = true;
   if (button.Key == "CheckAll") CheckAllAccounts(program);
   if (button.Key == "Close") CloseToTray(program);
   if (button.Key == "StartEmailClient") StartClientProgram(program);

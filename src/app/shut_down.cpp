@@ -20,23 +20,30 @@ void saveSortState(Program& program) {
   settings.SaveSetting(optionsSection, "SortOrder", toText(program.options.SortOrder));
 }
 
-/// The question stands over the account that it speaks of.
+/// The question stands over the page that it speaks of.
 bool mayEnd(Program& program) {
-  if (program.unsaved.AcntDirty) mnuTrayShow_Click(program);
-  return SettleChanges(program);
+  if (program.unsaved.any()) mnuTrayShow_Click(program);
+  return SettleChanges(program) && !program.unsaved.any();
 }
 
 }  // namespace
 
 void Form_Unload(Program& program) {
-  if (program.options.CloseButton == 1 && !program.QuitRequested) {
+  if (program.options.CloseButton == 1) {
     CloseToTray(program);
-    return;
+  } else {
+    QuitApplication(program);
   }
-  if (!program.QuitRequested && !mayEnd(program)) return;
+}
+
+void QuitApplication(Program& program) {
+  if (mayEnd(program)) EndApplication(program);
+}
+
+void EndApplication(Program& program) {
   // A check that is under way must end without a word; it finds its client gone.
-  program.StopRequested = true;
-  program.PopClient.reset();
+  program.connection.StopRequested = true;
+  program.connection.PopClient.reset();
   SetCheckingInterface(program, Activity::Ending);
   program.frmMain.TrayData.Visible = false;
   SaveColumnWidths(program);
@@ -48,15 +55,6 @@ void Form_Unload(Program& program) {
   DeleteTemporaryFiles(program);
   program.frmMain.Visible = false;
   program.platform.quit();
-}
-
-void QuitApplication(Program& program) {
-  if (mayEnd(program)) EndApplication(program);
-}
-
-void EndApplication(Program& program) {
-  program.QuitRequested = true;
-  Form_Unload(program);
 }
 
 }  // namespace velmora

@@ -4,15 +4,14 @@ namespace velmora {
 
 struct Program;
 
-/// The user closes the window. With the option for it the window only goes to the tray; otherwise, or where quitting
-/// was asked for, everything is saved and released and the program ends.
+/// The user closes the window. With the option for it the window only goes to the tray; otherwise this is quitting.
 void Form_Unload(Program& program);
 
-/// The user ends the program, whatever closing the window means. Changes of an account that he did not save are asked
-/// about first, here and where closing ends the program; he may go back to them instead.
+/// The user ends the program, whatever closing the window means. Changes that he did not save are asked about
+/// first; he may go back to them instead.
 void QuitApplication(Program& program);
 
-/// Ends the program and asks nobody, for the desktop's session ends.
+/// Saves and releases everything, ends the program and asks nobody, for the desktop's session ends.
 void EndApplication(Program& program);
 
 }  // namespace velmora

@@ -121,7 +121,7 @@ bool Main(Program& program) {
 }
 
 void Form_Load(Program& program) {
-  program.popEvents = makePopEvents(program);
+  program.connection.popEvents = makePopEvents(program);
   CreatePopClient(program);
   program.frmMain.Caption = program.AppTitle;
   AddToTray(program);
@@ -133,7 +133,7 @@ void Form_Load(Program& program) {
   program.EditOptions = program.options;
   StartSorting(program);
   program.DefaultClientValid = isUsableFile(program.platform, program.options.DefaultClient, ".exe");
-  program.CurrentTime = checkTime(program.platform.now());
+  program.autoCheck.CurrentTime = checkTime(program.platform.now());
   loadAccounts(program, count);
   ShowClock(program);
   StartRules(program);

@@ -11,11 +11,11 @@ std::string tipOfPanel(const Program& program, int number, const std::string& te
   const MonthNames& months = program.platform.monthNames();
   switch (number) {
     case 2:
-      return countTip(program.accounts[program.accounts.AcntCurrent], program.listCounts, text);
+      return countTip(program.accounts[program.accounts.AcntCurrent], program.list.listCounts, text);
     case 3:
       return lastCheckTip(text, now, months);
     case 4:
-      return nextCheckTip(text, program.NextCheckTime, months);
+      return nextCheckTip(text, program.autoCheck.NextCheckTime, months);
     case StatusBar::panelCount:
       return clockTip(now, months);
     default:
@@ -28,12 +28,12 @@ std::string tipOfPanel(const Program& program, int number, const std::string& te
 void RefreshAccountPanels(Program& program, std::int16_t account) {
   StatusBar& bar = program.frmMain.StatusBar;
   const Accounts::Row& row = program.accounts[account];
-  const CountPanel count = countPanel(row, program.listCounts);
+  const CountPanel count = countPanel(row, program.list.listCounts);
   bar.Panels(1).Text = row.AcntStatusText;
   bar.Panels(2).Text = count.text;
   bar.Panels(2).Picture = std::string(count.picture);
   bar.Panels(3).Text = row.AcntLastCheckText;
-  bar.Panels(4).Text = program.NextCheckText;
+  bar.Panels(4).Text = program.autoCheck.NextCheckText;
 }
 
 void ShowClock(Program& program) {

@@ -79,8 +79,8 @@ void ShowPlainTrayPicture(Program& program) { showInTray(program, plainPicture, 
 
 void UpdateTrayIcon(Program& program) {
   if (!isInTray(program)) return;
-  const TrayLook look = trayLook(program.accounts, program.options.ShowNewOnly == 1, program.TrayAccount);
-  program.TrayAccount = look.nextAccount;
+  const TrayLook look = trayLook(program.accounts, program.options.ShowNewOnly == 1, program.trayTurn.TrayAccount);
+  program.trayTurn.TrayAccount = look.nextAccount;
   program.frmMain.TrayData.Picture = look.picture;
   program.frmMain.TrayData.Tip = look.tip;
 }
@@ -113,7 +113,7 @@ void mnuTrayAutoCheck_Click(Program& program) {
   const bool wasOn = program.options.UseInterval == 1;
   program.EditOptions.UseInterval = wasOn ? 0 : 1;
   if (wasOn && isInTray(program)) program.frmMain.TrayData.Picture = TrayPicture{autoCheckOffPicture};
-  program.NoCheckPostponed = false;
+  program.autoCheck.NoCheckPostponed = false;
   saveFromTray(program);
 }
 

@@ -37,6 +37,10 @@ struct Tray {
       {}};
 };
 
+struct TrayTurn {
+  std::int16_t TrayAccount = 0;  ///< whose picture the tray shows next
+};
+
 /// Sets the handlers of picture and menu.
 void ConnectTray(Program& program);
 

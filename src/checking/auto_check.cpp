@@ -12,18 +12,18 @@ namespace velmora {
 
 void NextAutoCheck(Program& program, int extraMinutes, bool postponed) {
   const NextCheck next = nextAutoCheck(program.options, program.platform.now(), extraMinutes, postponed);
-  program.NextCheckText = program.SavedNextCheckText = next.NextCheckText;
-  program.NextCheckTime = program.SavedNextCheckTime = next.NextCheckTime;
-  program.NoCheckPostponed = next.NoCheckPostponed;
+  program.autoCheck.NextCheckText = program.autoCheck.SavedNextCheckText = next.NextCheckText;
+  program.autoCheck.NextCheckTime = program.autoCheck.SavedNextCheckTime = next.NextCheckTime;
+  program.autoCheck.NoCheckPostponed = next.NoCheckPostponed;
 }
 
 /// Auto Check can be switched on while a check or a deletion is under way. What is due then waits for its end.
 void tmrMailTime_Timer(Program& program) {
   ShowClock(program);
   if (program.accounts.AcntNum() == 0 || program.activity == Activity::Ending) return;
-  program.CurrentTime = checkTime(program.platform.now());
-  if (isDue(program.NextCheckTime, program.CurrentTime) && program.activity == Activity::Idle) {
-    program.StopRequested = false;
+  program.autoCheck.CurrentTime = checkTime(program.platform.now());
+  if (isDue(program.autoCheck.NextCheckTime, program.autoCheck.CurrentTime) && program.activity == Activity::Idle) {
+    program.connection.StopRequested = false;
     AutoCheckAccounts(program);
     program.frmMain.Pointer = MousePointer::Default;
   }
@@ -51,8 +51,8 @@ void ChooseRunningTimer(Program& program) {
   frmMain.tmrMailTime.Enabled = autoCheck;
   frmMain.tmrStatusBar.Enabled = !autoCheck;
   frmMain.mnuTrayAutoCheck.Caption = autoCheck ? "&Auto Check - On|#AutoCheckOn" : "&Auto Check - Off|#AutoCheckOff";
-  if (!autoCheck) program.NextCheckText = autoCheckOff;
-  frmMain.StatusBar.Panels(4).Text = program.NextCheckText;
+  if (!autoCheck) program.autoCheck.NextCheckText = autoCheckOff;
+  frmMain.StatusBar.Panels(4).Text = program.autoCheck.NextCheckText;
 }
 
 }  // namespace velmora

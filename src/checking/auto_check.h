@@ -1,8 +1,20 @@
 #pragma once
 
+#include <string>
+
 namespace velmora {
 
 struct Program;
+
+/// When the next timed check comes.
+struct AutoCheckTimes {
+  std::string CurrentTime;  ///< "dd/mm/yy-hh:mm", as of the last tick of tmrMailTime
+  std::string NextCheckText;
+  std::string NextCheckTime;       ///< in the form of CurrentTime
+  std::string SavedNextCheckText;  ///< for when Auto Check is switched on again, as is the next one
+  std::string SavedNextCheckTime;
+  bool NoCheckPostponed = false;  ///< the next one was put off to the end of the quiet period
+};
 
 enum class TimerAction { Suspend, Restore };
 

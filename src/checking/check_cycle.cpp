@@ -39,10 +39,10 @@ void CheckAccount(Program& program, std::int16_t account, bool postponed) {
   program.frmMain.lvwEmail.EmptyText = "Checking...";
   program.frmMain.lvwEmail.Clear();
   RetrieveAccount(program, account);
-  row.AcntStatusText = statusTextAfterCheck(row, program.StopRequested);
+  row.AcntStatusText = statusTextAfterCheck(row, program.connection.StopRequested);
   noteCheckTime(program, account);
   if (program.options.UseInterval != 1) {
-    program.NextCheckText = autoCheckOff;
+    program.autoCheck.NextCheckText = autoCheckOff;
   } else if (row.AcntEnabled != 0) {
     NextAutoCheck(program, 0, postponed);
   }
@@ -53,14 +53,14 @@ void CheckAccount(Program& program, std::int16_t account, bool postponed) {
 void beginUsersCheck(Program& program) {
   EndStartUpCountdown(program);
   SuspendAutoCheck(program, TimerAction::Suspend);
-  program.NoCheckPostponed = false;
-  program.StopRequested = false;
+  program.autoCheck.NoCheckPostponed = false;
+  program.connection.StopRequested = false;
   SetCheckingInterface(program, Activity::Checking);
 }
 
 /// What closes them.
 void endUsersCheck(Program& program) {
-  program.StopRequested = false;
+  program.connection.StopRequested = false;
   program.frmMain.Pointer = MousePointer::Default;
   ReportIncompleteAccounts(program);
   ShowRuleReport(program);
@@ -70,7 +70,7 @@ void endUsersCheck(Program& program) {
 bool walkAllAccounts(Program& program) {
   bool checked = false;
   for (const std::int16_t number : program.accounts.numbers()) {
-    if (program.StopRequested) {
+    if (program.connection.StopRequested) {
       program.frmMain.ProgressBar.Visible = false;
       return true;
     }
@@ -83,9 +83,9 @@ bool walkAllAccounts(Program& program) {
 }
 
 void beginTotals(Program& program) {
-  program.AccountInfoLines = 0;
-  program.TotalMessages = 0;
-  program.TotalNew = 0;
+  program.walk.AccountInfoLines = 0;
+  program.walk.TotalMessages = 0;
+  program.walk.TotalNew = 0;
 }
 
 void followWithTab(Program& program, std::int16_t number) {
@@ -101,14 +101,14 @@ WalkFindings walkEnabledAccounts(Program& program, std::string& lines, bool post
   for (const std::int16_t number : program.accounts.numbers()) {
     const Accounts::Row& account = program.accounts[number];
     if (account.AcntEnabled == 1) {
-      if (program.StopRequested) {
+      if (program.connection.StopRequested) {
         program.frmMain.ProgressBar.Visible = false;
         break;
       }
       followWithTab(program, number);
       CheckAccount(program, number, postponed);
       lines += "      " + account.AcntStatusText + "\r\n";
-      ++program.AccountInfoLines;
+      ++program.walk.AccountInfoLines;
     }
     found.anyMessages |= account.AcntHasMessages;
     found.anyNew |= account.AcntHasNew;
@@ -122,14 +122,14 @@ WalkFindings timedWalk(Program& program, bool atStartUp) {
   SetCheckingInterface(program, Activity::Checking);
   std::string lines;
   // The check at start-up is none that was put off.
-  const bool postponed = !atStartUp && program.NoCheckPostponed;
+  const bool postponed = !atStartUp && program.autoCheck.NoCheckPostponed;
   WalkFindings found = walkEnabledAccounts(program, lines, postponed);
-  program.AccountInfoText = "Account Information:\r\n" + lines;
-  found.TotalMessages = program.TotalMessages;
-  found.TotalNew = program.TotalNew;
+  program.walk.AccountInfoText = "Account Information:\r\n" + lines;
+  found.TotalMessages = program.walk.TotalMessages;
+  found.TotalNew = program.walk.TotalNew;
   if (atStartUp && program.options.UseInterval == 1) {
     NextAutoCheck(program, 1, postponed);
-    program.frmMain.StatusBar.Panels(4).Text = program.NextCheckText;
+    program.frmMain.StatusBar.Panels(4).Text = program.autoCheck.NextCheckText;
   }
   ShowAccountAgain(program, current);
   SetCheckingInterface(program, Activity::Idle);
@@ -197,8 +197,8 @@ void ReportIncompleteAccounts(Program& program) {
     if (std::exchange(program.accounts[number].AcntIncomplete, false)) ++incomplete;
   }
   if (incomplete == 0) return;
-  program.platform.MsgBox(incompleteWarning(program.AppTitle, incomplete, program.IncompleteAccounts));
-  program.IncompleteAccounts.clear();
+  program.platform.MsgBox(incompleteWarning(program.AppTitle, incomplete, program.walk.IncompleteAccounts));
+  program.walk.IncompleteAccounts.clear();
 }
 
 }  // namespace velmora

@@ -1,12 +1,22 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "app/decisions/activity.h"
 
 namespace velmora {
 
 struct Program;
+
+/// What a walk over the accounts found.
+struct WalkTotals {
+  std::int16_t TotalMessages = 0;
+  std::int16_t TotalNew = 0;
+  std::string IncompleteAccounts;  ///< one name a line
+  std::string AccountInfoText;
+  std::int16_t AccountInfoLines = 0;
+};
 
 /// All enabled accounts, on the user's command.
 void CheckAllAccounts(Program& program);

@@ -12,6 +12,8 @@ namespace velmora {
 /// The Auto Check Message: the small window that tells what a timed check found, and closes by itself when its time is
 /// over.
 struct CheckMessageWindow : Form {
+  bool AutoMessageOpen = false;
+
   Frame fraMsg;  ///< its caption is the headline
   Label lblMsg;
   Property<std::int16_t> LabelLines = std::int16_t{0};  ///< accounts that lblMsg has room for, below its heading

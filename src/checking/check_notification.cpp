@@ -24,7 +24,7 @@ void PlayWave(Program& program, const std::string& path) {
 std::string soundOf(const Program& program, std::int16_t account) {
   const Accounts::Row& row = program.accounts[account];
   if (!row.AcntConnected) return row.AcntSoundOn != 0 ? program.platform.soundFile("Error.wav") : std::string();
-  if (program.DefaultSoundValid) return program.options.DefaultSound;
+  if (program.sounds.DefaultSoundValid) return program.options.DefaultSound;
   return row.AcntSoundValid ? row.AcntSound : std::string();
 }
 
@@ -47,13 +47,13 @@ void startCountDown(Program& program) {
 void frmMessage_Load(Program& program) {
   CheckMessageWindow& window = program.frmMessage;
   SuspendAutoCheck(program, TimerAction::Suspend);
-  program.AutoMessageOpen = true;
+  program.frmMessage.AutoMessageOpen = true;
   window.Caption = program.AppTitle + ":  Auto Check - " +
                    formatDateTime(program.platform.now(), "mmmm d, yyyy", program.platform.monthNames());
-  window.lblMsg.Caption = messageText(program.AccountInfoText, program.AccountInfoLines);
-  window.LabelLines = messageLines(program.AccountInfoLines);
+  window.lblMsg.Caption = messageText(program.walk.AccountInfoText, program.walk.AccountInfoLines);
+  window.LabelLines = messageLines(program.walk.AccountInfoLines);
   startCountDown(program);
-  window.lblAutoCheck.Caption = "Next " + program.NextCheckText;
+  window.lblAutoCheck.Caption = "Next " + program.autoCheck.NextCheckText;
 }
 
 void showMessage(Program& program, const std::string& headline) {
@@ -100,23 +100,24 @@ void AnnounceCheck(Program& program, const WalkFindings& found) {
 }
 
 void PlayCheckSound(Program& program, std::int16_t account) {
-  if (!program.SoundMaster || program.options.PlaySound == 0) return;
+  if (!program.sounds.SoundMaster || program.options.PlaySound == 0) return;
   for (const std::int16_t number :
-       soundingAccounts(program.accounts, account, program.options.ShowEmail, program.DefaultSoundValid)) {
+       soundingAccounts(program.accounts, account, program.options.ShowEmail, program.sounds.DefaultSoundValid)) {
     const bool goesOn =
-        program.SoundMaster && program.activity != Activity::Ending && number <= program.accounts.AcntNum();
+        program.sounds.SoundMaster && program.activity != Activity::Ending && number <= program.accounts.AcntNum();
     if (goesOn) PlaySoundFile(program, number);
   }
 }
 
 void FollowSoundOptions(Program& program) {
-  program.SoundMaster = program.options.PlaySound != 0;
-  program.DefaultSoundValid = isUsableFile(program.platform, program.options.DefaultSound, ".wav");
-  program.frmMain.mnuTraySounds.Caption = program.SoundMaster ? "Soun&ds - On|#SoundOn" : "Soun&ds - Off|#SoundOff";
+  program.sounds.SoundMaster = program.options.PlaySound != 0;
+  program.sounds.DefaultSoundValid = isUsableFile(program.platform, program.options.DefaultSound, ".wav");
+  program.frmMain.mnuTraySounds.Caption =
+      program.sounds.SoundMaster ? "Soun&ds - On|#SoundOn" : "Soun&ds - Off|#SoundOff";
 }
 
 void frmMessage_Unload(Program& program) {
-  if (!std::exchange(program.AutoMessageOpen, false)) return;
+  if (!std::exchange(program.frmMessage.AutoMessageOpen, false)) return;
   program.frmMessage.tmrMessage.Enabled = false;
   program.frmMessage.Visible = false;
   LetAutoCheckGoOn(program);

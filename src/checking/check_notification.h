@@ -8,6 +8,11 @@ namespace velmora {
 
 struct Program;
 
+struct SoundState {
+  bool DefaultSoundValid = false;  ///< the default sound is there: it plays for all accounts
+  bool SoundMaster = true;         ///< sounds are on
+};
+
 /// Sets the handlers of the Auto Check Message.
 void ConnectMessage(Program& program);
 

@@ -13,7 +13,7 @@ void TestCurrentAccount(Program& program) {
   const Accounts& accounts = program.accounts;
   EndStartUpCountdown(program);
   SuspendAutoCheck(program, TimerAction::Suspend);
-  program.StopRequested = false;  // a walk that was stopped leaves it
+  program.connection.StopRequested = false;  // a walk that was stopped leaves it
   SetCheckingInterface(program, Activity::Testing);
   TestConnection(program, accounts.AcntCurrent);
   ShowAccount(program, accounts.AcntCurrent);
@@ -21,7 +21,7 @@ void TestCurrentAccount(Program& program) {
   SuspendAutoCheck(program, TimerAction::Restore);
   StatusBar& bar = program.frmMain.StatusBar;
   bar.Panels(3).Text = accounts[accounts.AcntNum()].AcntLastCheckText;  // of the last one, whichever is shown
-  bar.Panels(4).Text = program.NextCheckText;
+  bar.Panels(4).Text = program.autoCheck.NextCheckText;
 }
 
 }  // namespace velmora

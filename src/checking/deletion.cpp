@@ -58,7 +58,7 @@ bool deleteOnServer(Program& program, std::int16_t account, const Numbers& chose
   try {
     PrepareConnection(program, account);
     currentClient(program).Connect();
-    if (program.PopConnected) markOnServer(program, account, chosen);
+    if (program.connection.PopConnected) markOnServer(program, account, chosen);
     CloseConnection(program);
     return true;
   } catch (const std::exception& failure) {
@@ -92,7 +92,7 @@ void removeFromStore(Program& program, std::int16_t account, const Numbers& chos
 /// is shown again afterwards.
 void withInterfaceOff(Program& program, const std::function<void(std::int16_t current)>& deletion) {
   const std::int16_t current = program.accounts.AcntCurrent;
-  program.StopRequested = false;
+  program.connection.StopRequested = false;
   SetCheckingInterface(program, Activity::Deleting);
   deletion(current);
   ShowAccountAgain(program, current);

@@ -25,7 +25,7 @@ void showProgress(Program& program, std::int32_t position, std::int32_t total) {
   frmMain.ProgressBar.Value = position;
   const double share = total > 0 ? static_cast<double>(position) / total : 1.0;
   frmMain.StatusBar.Panels(3).Text = std::to_string(std::lrint(share * 100)) + " % Complete";
-  frmMain.StatusBar.Panels(4).Text = "Retrieving... (" + std::to_string(program.ReceivedCount) + " of " +
+  frmMain.StatusBar.Panels(4).Text = "Retrieving... (" + std::to_string(program.connection.ReceivedCount) + " of " +
                                      std::to_string(currentClient(program).Messages().Count()) + ")";
 }
 
@@ -40,11 +40,11 @@ class PopEvents : public IPopClientNotify {
  public:
   explicit PopEvents(Program& program) : program_(program) {}
 
-  void Connected(PopClient& /*owner*/) override { program_.PopConnected = true; }
+  void Connected(PopClient& /*owner*/) override { program_.connection.PopConnected = true; }
 
   void Progress(PopClient& /*owner*/, std::int32_t position, std::int32_t total) override {
     program_.frmMain.ProgressBar.Width = program_.frmMain.StatusBar.Panels(1).Width;
-    if (program_.StopRequested) {
+    if (program_.connection.StopRequested) {
       stopRetrieval(program_);
     } else {
       showProgress(program_, std::min(position, total), total);
@@ -53,7 +53,8 @@ class PopEvents : public IPopClientNotify {
 
   void Received(PopClient& /*owner*/, const PopMessage& /*message*/) override {
     // It begins with 1, so that the last message of the largest mailbox would take it beyond its bound.
-    if (program_.ReceivedCount < std::numeric_limits<std::int16_t>::max()) ++program_.ReceivedCount;
+    if (program_.connection.ReceivedCount < std::numeric_limits<std::int16_t>::max())
+      ++program_.connection.ReceivedCount;
   }
 
  private:
@@ -64,11 +65,11 @@ class PopEvents : public IPopClientNotify {
 bool retrieve(Program& program, std::int16_t account) {
   PrepareConnection(program, account);
   currentClient(program).Connect();
-  if (!program.PopConnected) return true;
+  if (!program.connection.PopConnected) return true;
   program.accounts[account].AcntConnected = true;
   if (program.frmMain.State != WindowState::Minimised) program.frmMain.ProgressBar.Visible = true;
   ProcessMessages(program, account);
-  if (program.StopRequested) return false;
+  if (program.connection.StopRequested) return false;
   CloseConnection(program);
   return true;
 }
@@ -85,7 +86,7 @@ void showStopping(Program& program) {
   frmMain.tbrButtons[stopRetrievalBar].Buttons.front().Caption = "Terminating...      ";
   frmMain.ProgressBar.Visible = false;
   frmMain.StatusBar.Panels(1).Text = "Terminating Connection...Please Wait";
-  frmMain.StatusBar.Panels(4).Text = "Stopping Retrieve... " + std::to_string(program.ReceivedCount);
+  frmMain.StatusBar.Panels(4).Text = "Stopping Retrieve... " + std::to_string(program.connection.ReceivedCount);
   frmMain.tmrRetrieveMessage.Enabled = false;
 }
 
@@ -94,18 +95,18 @@ void showStopping(Program& program) {
 std::unique_ptr<IPopClientNotify> makePopEvents(Program& program) { return std::make_unique<PopEvents>(program); }
 
 void CreatePopClient(Program& program) {
-  program.PopClient = program.platform.makePopClient();
-  program.PopClient->Notification(program.popEvents.get());
+  program.connection.PopClient = program.platform.makePopClient();
+  program.connection.PopClient->Notification(program.connection.popEvents.get());
 }
 
 PopClient& currentClient(Program& program) {
-  if (!program.PopClient) throw invalidCallFailure();
-  return *program.PopClient;
+  if (!program.connection.PopClient) throw invalidCallFailure();
+  return *program.connection.PopClient;
 }
 
 FailureReport lastClientFailure(const Program& program) {
-  if (!program.PopClient) return {};
-  return {program.PopClient->LastError(), program.PopClient->ErrorText()};
+  if (!program.connection.PopClient) return {};
+  return {program.connection.PopClient->LastError(), program.connection.PopClient->ErrorText()};
 }
 
 void PrepareConnection(Program& program, std::int16_t account) {
@@ -124,7 +125,7 @@ void PrepareConnection(Program& program, std::int16_t account) {
   client.Password(settings.AcntPassword);
   client.Blocking(true);
   client.AuxiliaryMode(0);
-  program.PopConnected = false;
+  program.connection.PopConnected = false;
 }
 
 void CloseConnection(Program& program) {
@@ -132,7 +133,7 @@ void CloseConnection(Program& program) {
   frmMain.tmrRetrieveMessage.Enabled = false;
   frmMain.Pointer = MousePointer::Default;
   frmMain.ProgressBar.Visible = false;
-  if (program.PopClient) program.PopClient->Disconnect();
+  if (program.connection.PopClient) program.connection.PopClient->Disconnect();
 }
 
 void RetrieveAccount(Program& program, std::int16_t account) {
@@ -151,7 +152,7 @@ void TestConnection(Program& program, std::int16_t account) {
     currentClient(program).Connect();
     currentClient(program).Messages().ListMessages();
     CloseConnection(program);
-    if (program.PopConnected) program.platform.MsgBox(testSucceeded(program.AppTitle));
+    if (program.connection.PopConnected) program.platform.MsgBox(testSucceeded(program.AppTitle));
   } catch (const std::exception& failure) {
     CloseConnection(program);
     ShowFailure(program, account, failure, failure_title::test);
@@ -173,12 +174,13 @@ void ShowFailure(Program& program, std::int16_t account, const std::exception& f
 
 void tmrRetrieveMessage_Timer(Program& program) {
   constexpr int frames = 8;
-  program.AnimationFrame = program.AnimationFrame >= frames ? 1 : program.AnimationFrame + 1;
+  program.connection.AnimationFrame =
+      program.connection.AnimationFrame >= frames ? 1 : program.connection.AnimationFrame + 1;
   const bool tests = program.activity == Activity::Testing;
   TabStrip& strip = tests ? program.frmMain.TabStripAcnts : program.frmMain.TabStripEmail;
   const int tab = tests ? program.accounts.AcntCurrent : strip.SelectedItem();
-  strip.Tabs(tab).Image = spinPicture(program.AnimationFrame);
-  if (program.StopRequested) showStopping(program);
+  strip.Tabs(tab).Image = spinPicture(program.connection.AnimationFrame);
+  if (program.connection.StopRequested) showStopping(program);
 }
 
 }  // namespace velmora

@@ -13,6 +13,16 @@ namespace velmora {
 struct AccountState;
 struct Program;
 
+/// The one connection. A stop replaces the client while it works.
+struct Connection {
+  std::unique_ptr<IPopClientNotify> popEvents;
+  std::shared_ptr<velmora::PopClient> PopClient;
+  bool PopConnected = false;
+  bool StopRequested = false;  ///< the only value that crosses from a button to a running check
+  std::int16_t ReceivedCount = 0;
+  int AnimationFrame = 0;  ///< 1 to 8 once the tab animation has run
+};
+
 /// The receiver of the POP client's events.
 std::unique_ptr<IPopClientNotify> makePopEvents(Program& program);
 

@@ -19,20 +19,20 @@ void showPaused(Program& program, bool paused) {
 
 void finishCountdown(Program& program) {
   program.frmMain.tmrMailStartUp.Enabled = false;
-  program.StartUpDone = true;
+  program.startUp.StartUpDone = true;
   SetInterfaceState(program);
 }
 
 }  // namespace
 
 void BeginStartUpCountdown(Program& program) {
-  program.StartUpPaused = false;
+  program.startUp.StartUpPaused = false;
   const bool wanted = program.options.EmailCheckStartUp == 1 && program.accounts.AcntNum() >= 1;
   if (!wanted) {
     finishCountdown(program);
     return;
   }
-  program.StartUpDone = false;
+  program.startUp.StartUpDone = false;
   showPaused(program, false);
   SetInterfaceState(program);
 }
@@ -41,36 +41,36 @@ void BeginStartUpCountdown(Program& program) {
 void tmrMailStartUp_Timer(Program& program) {
   if (program.activity != Activity::Idle) return;
   const int delay = program.options.StartUpDelay;
-  program.frmMain.StatusBar.Panels(3).Text = countdownText(delay - program.StartUpSeconds);
-  ++program.StartUpSeconds;
-  if (program.StartUpSeconds <= delay) return;
+  program.frmMain.StatusBar.Panels(3).Text = countdownText(delay - program.startUp.StartUpSeconds);
+  ++program.startUp.StartUpSeconds;
+  if (program.startUp.StartUpSeconds <= delay) return;
   finishCountdown(program);
-  program.StopRequested = false;
+  program.connection.StopRequested = false;
   StartUpCheckAccounts(program);
   program.frmMain.Pointer = MousePointer::Default;
 }
 
 /// The panel shows the last account, whichever one is on the screen.
 void EndStartUpCountdown(Program& program) {
-  if (program.StartUpDone) return;
+  if (program.startUp.StartUpDone) return;
   finishCountdown(program);
   StatusBar& bar = program.frmMain.StatusBar;
   bar.Panels(3).Text = program.accounts[program.accounts.AcntNum()].AcntLastCheckText;
-  bar.Panels(4).Text = program.NextCheckText;
+  bar.Panels(4).Text = program.autoCheck.NextCheckText;
 }
 
 void ToggleStartUpPause(Program& program) {
-  if (program.StartUpDone) return;
-  program.StartUpPaused = !program.StartUpPaused;
-  showPaused(program, program.StartUpPaused);
+  if (program.startUp.StartUpDone) return;
+  program.startUp.StartUpPaused = !program.startUp.StartUpPaused;
+  showPaused(program, program.startUp.StartUpPaused);
 }
 
 void SuspendStartUpTimer(Program& program, TimerAction action) {
-  if (program.options.EmailCheckStartUp == 0 || program.StartUpDone) return;
+  if (program.options.EmailCheckStartUp == 0 || program.startUp.StartUpDone) return;
   const bool suspend = action == TimerAction::Suspend;
-  if (suspend) program.StartUpWasRunning = program.frmMain.tmrMailStartUp.Enabled;
-  program.StartUpPaused = !suspend && program.StartUpWasRunning;
-  program.StartUpHeld = suspend;
+  if (suspend) program.startUp.StartUpWasRunning = program.frmMain.tmrMailStartUp.Enabled;
+  program.startUp.StartUpPaused = !suspend && program.startUp.StartUpWasRunning;
+  program.startUp.StartUpHeld = suspend;
   SetInterfaceState(program);
   ToggleStartUpPause(program);
 }

@@ -6,6 +6,15 @@ namespace velmora {
 
 struct Program;
 
+/// The countdown to the check at start-up.
+struct StartUpCountdown {
+  bool StartUpDone = true;         ///< the check has happened, or never will
+  bool StartUpPaused = false;      ///< the countdown stands
+  bool StartUpHeld = false;        ///< by SuspendStartUpTimer
+  bool StartUpWasRunning = false;  ///< what SuspendStartUpTimer has to restore
+  int StartUpSeconds = 0;          ///< gone by
+};
+
 /// Begins to count the seconds to the check at start-up, where the user wants one and there are accounts.
 void BeginStartUpCountdown(Program& program);
 

@@ -38,20 +38,20 @@ void restoreKeptWidths(Program& program) {
 }
 
 void lvwEmail_ItemClick(Program& program) {
-  program.ItemUnderPointer = true;
-  program.HoverMessage = 1;
+  program.pointer.ItemUnderPointer = true;
+  program.pointer.HoverMessage = 1;
 }
 
 void lvwEmail_Click(Program& program) {
   if (program.accounts[program.accounts.AcntCurrent].AcntMsgCount == 0) return;
   ListView& list = program.frmMain.lvwEmail;
-  bool onRow = program.ItemUnderPointer;
+  bool onRow = program.pointer.ItemUnderPointer;
   try {
-    program.SelectedMessage = static_cast<std::int16_t>(list.SelectedItem());
+    program.list.SelectedMessage = static_cast<std::int16_t>(list.SelectedItem());
   } catch (const RunTimeFailure&) {
     onRow = false;  // none is selected: the last selected message stays, but nothing is to be done with it
   }
-  if (!onRow) list.Deselect(program.SelectedMessage);
+  if (!onRow) list.Deselect(program.list.SelectedMessage);
   EnableMessageActions(program, onRow);
   if (onRow) FollowInPreview(program);
 }
@@ -64,12 +64,12 @@ void pressInPlace(Program& program, const char* key) {
 void lvwEmail_RightClick(Program& program) {
   lvwEmail_Click(program);
   program.frmMain.mnuEmailPopMenu.PopUp();
-  program.ItemUnderPointer = program.HoverMessage >= 1;
+  program.pointer.ItemUnderPointer = program.pointer.HoverMessage >= 1;
 }
 
 /// Keeps the dotted focus mark off a list that the pointer isn't on.
 void lvwEmail_GotFocus(Program& program) {
-  if (program.HoverMessage == 0) program.frmMain.cmdTakeFocus.SetFocus();
+  if (program.pointer.HoverMessage == 0) program.frmMain.cmdTakeFocus.SetFocus();
 }
 
 void tbrEmail_ButtonClick(Program& program, const Button& button) {
@@ -96,8 +96,8 @@ void ConnectEmailPage(Program& program) {
   frmMain.TabStripEmail.Click = [&program] { TabStripEmail_Click(program); };
   for (TabStrip* strip : {&frmMain.TabStripEmail, &frmMain.TabStripAcnts}) {
     strip->GotFocus = [&program] {
-      const bool otherWindow =
-          program.PreviewOpen || program.RuleReportOpen || program.AutoMessageOpen || program.FirstUseOpen;
+      const bool otherWindow = program.frmPreview.PreviewOpen || program.frmRuleReport.RuleReportOpen ||
+                               program.frmMessage.AutoMessageOpen || program.frmFirstUse.FirstUseOpen;
       if (!otherWindow) program.frmMain.cmdTakeFocus.SetFocus();
     };
   }
@@ -112,12 +112,12 @@ void TabStripEmail_Click(Program& program) {
   if (program.accounts.AcntNum() == 0) return;
   const auto account = static_cast<std::int16_t>(program.frmMain.TabStripEmail.SelectedItem());
   program.accounts.AcntCurrent = account;
-  if (account != program.AcntLastShown) ShowAccountMessages(program, account);
+  if (account != program.list.AcntLastShown) ShowAccountMessages(program, account);
 }
 
 void ShowAccountAgain(Program& program, std::int16_t account) {
   program.accounts.AcntCurrent = account;
-  program.AcntLastShown = 0;
+  program.list.AcntLastShown = 0;
   if (account == 0) return;
   program.frmMain.TabStripEmail.SelectTab(account);
   TabStripEmail_Click(program);

@@ -37,7 +37,7 @@ bool isCutOff(const Program& program, const MailMessage& message, std::size_t zo
 /// The text in full where the cell cuts it off, a line for each part between commas.
 std::string tipText(Program& program, std::size_t zone) {
   const std::int16_t account = program.accounts.AcntCurrent;
-  const std::int16_t number = program.HoverMessage;
+  const std::int16_t number = program.pointer.HoverMessage;
   if (number < 1 || number > program.accounts[account].AcntMsgCount) return {};
   const MailMessage& message = program.messages.at(account, number);
   if (!isCutOff(program, message, zone)) return {};
@@ -47,15 +47,15 @@ std::string tipText(Program& program, std::size_t zone) {
 }  // namespace
 
 void lvwEmail_MouseMove(Program& program, std::int32_t row, std::int32_t x) {
-  program.ItemUnderPointer = row > 0;
-  if (row > 0) program.HoverMessage = static_cast<std::int16_t>(row);
+  program.pointer.ItemUnderPointer = row > 0;
+  if (row > 0) program.pointer.HoverMessage = static_cast<std::int16_t>(row);
   const std::int16_t zone = columnZone(program.frmMain.lvwEmail, x);
-  if (program.HoverMessage == program.TipMessage && zone == program.ColumnZone) return;
-  program.TipMessage = program.HoverMessage;
-  program.ColumnZone = zone;
+  if (program.pointer.HoverMessage == program.pointer.TipMessage && zone == program.pointer.ColumnZone) return;
+  program.pointer.TipMessage = program.pointer.HoverMessage;
+  program.pointer.ColumnZone = zone;
   if (zone == noZone) {
-    program.ItemUnderPointer = false;
-    program.HoverMessage = 0;
+    program.pointer.ItemUnderPointer = false;
+    program.pointer.HoverMessage = 0;
     ForgetListTip(program);
     return;
   }
@@ -65,8 +65,8 @@ void lvwEmail_MouseMove(Program& program, std::int32_t row, std::int32_t x) {
 }
 
 void ForgetListTip(Program& program) {
-  program.TipMessage = 0;
-  program.ColumnZone = noZone;
+  program.pointer.TipMessage = 0;
+  program.pointer.ColumnZone = noZone;
   program.frmMain.tipEmail.ToolText = "";
 }
 

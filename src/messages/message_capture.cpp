@@ -50,7 +50,7 @@ void captureMessages(Program& program, std::int16_t account) {
     fillMessage(message, currentClient(program).Messages().Item(index++), program.platform.monthNames());
     if (isIncomplete(message)) row.AcntIncomplete = true;
   }
-  if (row.AcntIncomplete) program.IncompleteAccounts += row.AcntName + "\r\n";
+  if (row.AcntIncomplete) program.walk.IncompleteAccounts += row.AcntName + "\r\n";
 }
 
 /// Only the rows up to the present count are compared: an identifier that stood beyond it is new again.
@@ -83,11 +83,11 @@ void markByRules(Program& program, std::int16_t account) {
 void countMessages(Program& program, std::int16_t account) {
   Accounts::Row& row = program.accounts[account];
   for (MailMessage& message : MessagesOf(program, account)) message.PrevMsgID = message.MsgID;
-  addTo(program.TotalMessages, row.AcntMsgCount);
+  addTo(program.walk.TotalMessages, row.AcntMsgCount);
   if (row.AcntMsgCount <= row.AcntPrevCount) return;
   row.AcntHasNew = true;
   row.AcntNewCount = static_cast<std::int16_t>(row.AcntMsgCount - row.AcntPrevCount);
-  addTo(program.TotalNew, row.AcntNewCount);
+  addTo(program.walk.TotalNew, row.AcntNewCount);
   row.AcntPrevCount = row.AcntMsgCount;
 }
 
@@ -105,7 +105,7 @@ void fetchMessages(Program& program, std::int16_t account) {
     CloseConnection(program);
     return;
   }
-  program.ReceivedCount = 1;
+  program.connection.ReceivedCount = 1;
   currentClient(program).Messages().FetchAll();
   CloseConnection(program);
   captureMessages(program, account);
@@ -120,7 +120,7 @@ void retrieveMessages(Program& program, std::int16_t account) {
     markByRules(program, account);
     countMessages(program, account);
   }
-  if (program.options.MessageSort == 1) SortMessages(program, account, program.SortColumnName);
+  if (program.options.MessageSort == 1) SortMessages(program, account, program.order.SortColumnName);
 }
 
 }  // namespace
@@ -130,8 +130,8 @@ void ProcessMessages(Program& program, std::int16_t account) {
     retrieveMessages(program, account);
   } catch (const std::exception& failure) {
     CloseConnection(program);
-    const bool silenced = program.StopRequested || (program.options.SuppressRetrieveErrors == 1 &&
-                                                    isSilencedOnRetrieve(lastClientFailure(program).number));
+    const bool silenced = program.connection.StopRequested || (program.options.SuppressRetrieveErrors == 1 &&
+                                                               isSilencedOnRetrieve(lastClientFailure(program).number));
     if (!silenced) ShowFailure(program, account, failure, failure_title::processing);
     ClearRetrieval(program.accounts[account]);
     program.accounts[account].AcntIncomplete = false;

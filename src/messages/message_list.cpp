@@ -19,11 +19,11 @@ ListView::Row rowOf(const MailMessage& message) {
 
 /// What the row's picture means for the counts of attachments and for the button that deletes all spam.
 void countPicture(Program& program, std::string_view picture) {
-  AttachmentCounts& counts = program.listCounts;
+  AttachmentCounts& counts = program.list.listCounts;
   if (picture == "DeleteAttach") ++counts.ListDeleteAttachCount;
   if (picture == "AttachNew") ++counts.ListNewAttachCount;
   if (picture == "Attach") ++counts.ListAttachCount;
-  if (picture.starts_with("Spam")) program.SpamListed = true;
+  if (picture.starts_with("Spam")) program.list.SpamListed = true;
 }
 
 std::vector<ListView::Row> rowsOf(Program& program, std::int16_t account) {
@@ -47,17 +47,17 @@ std::string tabCaption(const Accounts::Row& account) {
 void ShowAccountMessages(Program& program, std::int16_t account) {
   if (program.accounts.AcntNum() == 0) return;
   MainWindow& frmMain = program.frmMain;
-  program.SpamListed = false;
-  program.listCounts = {};
+  program.list.SpamListed = false;
+  program.list.listCounts = {};
   ForgetListTip(program);
   frmMain.lvwEmail.EmptyText = emptyListText(program.accounts[account]);
   frmMain.lvwEmail.SetRows(rowsOf(program, account));
-  if (program.accounts[account].AcntMsgCount > 0) program.SelectedMessage = 1;
+  if (program.accounts[account].AcntMsgCount > 0) program.list.SelectedMessage = 1;
   frmMain.TabStripEmail.Tabs(account).Caption = tabCaption(program.accounts[account]);
   SetAccountTabImage(program, account);
   EnableMessageActions(program, false);
   RefreshAccountPanels(program, account);
-  program.AcntLastShown = account;
+  program.list.AcntLastShown = account;
 }
 
 std::span<MailMessage> MessagesOf(Program& program, std::int16_t account) {
@@ -66,7 +66,7 @@ std::span<MailMessage> MessagesOf(Program& program, std::int16_t account) {
 
 const MailMessage* SelectedMail(Program& program) {
   const auto messages = MessagesOf(program, program.accounts.AcntCurrent);
-  const std::int16_t number = program.SelectedMessage;
+  const std::int16_t number = program.list.SelectedMessage;
   const bool isThere = number >= 1 && static_cast<std::size_t>(number) <= messages.size();
   return isThere ? &messages[static_cast<std::size_t>(number - 1)] : nullptr;
 }
@@ -78,7 +78,7 @@ void SetAccountTabImage(Program& program, std::int16_t account) {
 }
 
 void EnableMessageActions(Program& program, bool enabled) {
-  program.MessageSelected = enabled;
+  program.list.MessageSelected = enabled;
   SetInterfaceState(program);
 }
 

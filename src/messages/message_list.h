@@ -3,11 +3,21 @@
 #include <cstdint>
 #include <span>
 
+#include "app/decisions/status_panels.h"
 #include "messages/decisions/message_store.h"
 
 namespace velmora {
 
 struct Program;
+
+/// What the list shows, and what the user has chosen in it.
+struct ShownMessages {
+  std::int16_t AcntLastShown = 0;    ///< whose messages the list holds: a click on its tab does nothing
+  std::int16_t SelectedMessage = 0;  ///< what the actions on a message work on
+  bool MessageSelected = false;      ///< these actions may be pressed
+  bool SpamListed = false;           ///< rows of spam are among the messages
+  AttachmentCounts listCounts;
+};
 
 /// Shows an account's messages on the Email page: list, tab, buttons and status panels. Whatever changes a message
 /// calls it; the list is never edited row by row, so that row n is message n. Without accounts it does nothing.

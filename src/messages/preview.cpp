@@ -36,7 +36,7 @@ void fill(PreviewWindow& window, const MailMessage& message) {
 
 void frmPreview_Load(Program& program) {
   PreviewWindow& window = program.frmPreview;
-  program.PreviewOpen = true;
+  program.frmPreview.PreviewOpen = true;
   SuspendAutoCheck(program, TimerAction::Suspend);
   window.Caption = program.AppTitle + " - Preview  ";
   window.centre.raise();
@@ -57,7 +57,7 @@ void TabStrip_Click(PreviewWindow& window) {
 void deleteMessage(Program& program) {
   program.frmPreview.Visible = false;
   SuspendAutoCheck(program, TimerAction::Suspend);
-  program.frmMain.lvwEmail.DeselectAllBut(program.SelectedMessage);
+  program.frmMain.lvwEmail.DeselectAllBut(program.list.SelectedMessage);
   DeleteSelection(program);
   frmPreview_Unload(program);
 }
@@ -79,7 +79,7 @@ void ConnectPreview(Program& program) {
   window.TabStrip.Click = [&window] { TabStrip_Click(window); };
   window.tbrButtons.ButtonClick = [&program](Button& button) { tbrButtons_ButtonClick(program, button); };
   window.Activate = [&program] {
-    if (!program.AutoMessageOpen && !program.RuleReportOpen) focusText(program.frmPreview);
+    if (!program.frmMessage.AutoMessageOpen && !program.frmRuleReport.RuleReportOpen) focusText(program.frmPreview);
   };
   window.Help = [&program] { program.platform.showHelp(previewHelp); };
   window.Close = [&program] { frmPreview_Unload(program); };
@@ -87,7 +87,7 @@ void ConnectPreview(Program& program) {
 
 void PreviewMessage(Program& program) {
   if (SelectedMail(program) == nullptr) return;
-  if (!program.PreviewOpen) frmPreview_Load(program);
+  if (!program.frmPreview.PreviewOpen) frmPreview_Load(program);
   FollowInPreview(program);
   program.frmPreview.Visible = true;
   program.frmPreview.activate.raise();
@@ -95,13 +95,13 @@ void PreviewMessage(Program& program) {
 
 void FollowInPreview(Program& program) {
   const MailMessage* message = SelectedMail(program);
-  if (program.PreviewOpen && message != nullptr) fill(program.frmPreview, *message);
+  if (program.frmPreview.PreviewOpen && message != nullptr) fill(program.frmPreview, *message);
 }
 
 void frmPreview_Unload(Program& program) {
-  if (!program.PreviewOpen) return;
+  if (!program.frmPreview.PreviewOpen) return;
   DeleteTemporaryFiles(program);
-  program.PreviewOpen = false;
+  program.frmPreview.PreviewOpen = false;
   program.frmPreview.Visible = false;
   fill(program.frmPreview, {});
   LetAutoCheckGoOn(program);
@@ -114,7 +114,7 @@ void SaveMessageAs(Program& program) {
   const std::string proposed = proposedFileName(message->Subject);
   const std::string content = messageFileText(*message);
   const auto chosen = program.platform.askForFile({proposed, messageFilter});
-  if (!program.PreviewOpen) return;  // the program has ended meanwhile
+  if (!program.frmPreview.PreviewOpen) return;  // the program has ended meanwhile
   // A cancelled dialog keeps the name that it was given, and the message is written under it all the same, in the
   // current folder. But nobody has been asked there whether to replace a file.
   const std::string path = chosen ? *chosen : savedName(proposed, fileEndings(messageFilter));

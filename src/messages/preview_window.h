@@ -14,6 +14,8 @@ namespace velmora {
 /// The window that shows one message: its header fields, and on two tabs its text and its raw form. Both tabs' boxes
 /// take the same place; the one that is visible lies in front.
 struct PreviewWindow : Form {
+  bool PreviewOpen = false;
+
   Label lblPrvFrom{"From:"};
   Label lblPrvTo{"To:"};
   Label lblPrvDate{"Date:"};

@@ -29,25 +29,25 @@ void SortMessages(Program& program, std::int16_t account, const std::string& col
 }
 
 void SortColumnFromOption(Program& program, std::int16_t option) {
-  if (option == 0) program.SortColumnName = program.options.SortColumnLastUsed;
+  if (option == 0) program.order.SortColumnName = program.options.SortColumnLastUsed;
   if (option >= 1 && option <= static_cast<std::int16_t>(sortColumns.size())) {
-    program.SortColumnName = sortColumns[static_cast<std::size_t>(option - 1)].name;
+    program.order.SortColumnName = sortColumns[static_cast<std::size_t>(option - 1)].name;
   }
 }
 
 void StartSorting(Program& program) {
   SortColumnFromOption(program, program.options.SortColumn);
-  program.LastClickedColumn = program.SortColumnName;
-  if (program.options.MessageSort == 1) showOnHeaders(program, program.SortColumnName);
+  program.order.LastClickedColumn = program.order.SortColumnName;
+  if (program.options.MessageSort == 1) showOnHeaders(program, program.order.SortColumnName);
 }
 
 void FollowSortOptions(Program& program) {
   showOnHeaders(program, "");
   if (program.options.MessageSort != 1) return;
   SortColumnFromOption(program, program.options.SortColumn);
-  showOnHeaders(program, program.SortColumnName);
+  showOnHeaders(program, program.order.SortColumnName);
   const std::int16_t account = program.accounts.AcntCurrent;
-  SortMessages(program, account, program.SortColumnName);
+  SortMessages(program, account, program.order.SortColumnName);
   ShowAccountMessages(program, account);
 }
 
@@ -56,9 +56,9 @@ void lvwEmail_ColumnClick(Program& program, const std::string& header) {
   if (program.accounts[account].AcntMsgCount == 0 || program.options.MessageSort == 0) return;
   // A check or a deletion that is under way counts on the order.
   if (program.activity != Activity::Idle) return;
-  program.options.SortColumnLastUsed = program.SortColumnName = header;
-  if (program.LastClickedColumn == header) program.options.SortOrder = program.options.SortOrder == 0 ? 1 : 0;
-  program.LastClickedColumn = header;
+  program.options.SortColumnLastUsed = program.order.SortColumnName = header;
+  if (program.order.LastClickedColumn == header) program.options.SortOrder = program.options.SortOrder == 0 ? 1 : 0;
+  program.order.LastClickedColumn = header;
   SortMessages(program, account, header);
   ShowAccountMessages(program, account);
 }

@@ -7,6 +7,12 @@ namespace velmora {
 
 struct Program;
 
+/// The column that messages are sorted by. The order, up or down, is the option SortOrder.
+struct SortState {
+  std::string SortColumnName;
+  std::string LastClickedColumn;  ///< a click on it again turns the order round
+};
+
 /// Sorts an account's messages by a column, in the order in force, and shows both on the list's headers. A column that
 /// is none of the five calls for no picture and no sort, a blank one for nothing at all.
 void SortMessages(Program& program, std::int16_t account, const std::string& column);

@@ -34,8 +34,8 @@ void followTiming(Program& program, const Options& before) {
   if (now.UseInterval == 1 && timingOf(now) != timingOf(before)) {
     NextAutoCheck(program, 0, false);
   } else if (now.UseInterval == 1 && before.UseInterval != now.UseInterval) {
-    program.NextCheckText = program.SavedNextCheckText;
-    program.NextCheckTime = program.SavedNextCheckTime;
+    program.autoCheck.NextCheckText = program.autoCheck.SavedNextCheckText;
+    program.autoCheck.NextCheckTime = program.autoCheck.SavedNextCheckTime;
   }
   ChooseRunningTimer(program);
 }

@@ -41,7 +41,7 @@ void look(Program& program, std::size_t& looked, std::size_t bytes) {
   if (looked < betweenTurns) return;
   looked = 0;
   program.platform.yield();
-  if (program.StopRequested) throw Stopped();
+  if (program.connection.StopRequested) throw Stopped();
 }
 
 }  // namespace

@@ -92,9 +92,9 @@ void startCountDown(Program& program) {
 
 void frmRuleReport_Load(Program& program) {
   RuleReportWindow& window = program.frmRuleReport;
-  program.RuleReportOpen = true;
+  program.frmRuleReport.RuleReportOpen = true;
   SuspendAutoCheck(program, TimerAction::Suspend);
-  if (program.AutoMessageOpen) program.frmMessage.AlwaysOnTop = false;
+  if (program.frmMessage.AutoMessageOpen) program.frmMessage.AlwaysOnTop = false;
   fill(program);
   window.TabStripRuleReport.SelectTab(1);
   TabStripRuleReport_Click(program);
@@ -156,11 +156,11 @@ const Side& currentSide(const RuleReportWindow& window) {
 void tbrDeleteNow_Click(Program& program) {
   const Side& side = currentSide(program.frmRuleReport);
   SuspendAutoCheck(program, TimerAction::Suspend);
-  program.StopRequested = false;
+  program.connection.StopRequested = false;
   SetCheckingInterface(program, Activity::Deleting);
-  if (program.RuleReportOpen) DeleteNow(program, side);
+  if (program.frmRuleReport.RuleReportOpen) DeleteNow(program, side);
   SetCheckingInterface(program, Activity::Idle);
-  if (program.RuleReportOpen) {
+  if (program.frmRuleReport.RuleReportOpen) {
     program.frmRuleReport.activate.raise();
   } else {
     SuspendAutoCheck(program, TimerAction::Restore);
@@ -187,7 +187,7 @@ void ConnectRuleReport(Program& program) {
 }
 
 void ShowRuleReport(Program& program) {
-  if (program.activity == Activity::Ending || program.RuleReportOpen) return;
+  if (program.activity == Activity::Ending || program.frmRuleReport.RuleReportOpen) return;
   if (!wantsRuleReport(program.accounts, program.rules.live)) return;
   frmRuleReport_Load(program);
   program.frmRuleReport.AlwaysOnTop = true;
@@ -195,11 +195,11 @@ void ShowRuleReport(Program& program) {
 }
 
 void frmRuleReport_Unload(Program& program) {
-  if (!std::exchange(program.RuleReportOpen, false)) return;
+  if (!std::exchange(program.frmRuleReport.RuleReportOpen, false)) return;
   program.frmRuleReport.tmrRuleReport.Enabled = false;
   program.frmRuleReport.Visible = false;
   LetAutoCheckGoOn(program);
-  if (program.AutoMessageOpen) program.frmMessage.AlwaysOnTop = true;
+  if (program.frmMessage.AutoMessageOpen) program.frmMessage.AlwaysOnTop = true;
 }
 
 }  // namespace velmora

@@ -14,6 +14,8 @@ namespace velmora {
 /// The small window that tells after a check what the rules have marked, and deletes it at a click. It closes by itself
 /// when its time is over.
 struct RuleReportWindow : Form {
+  bool RuleReportOpen = false;
+
   TabStrip TabStripRuleReport;
   Image imgRuleDelete{"Delete"};  ///< a picture of the message list's
   Image imgRuleSpam{"Spam"};      ///< likewise

@@ -216,7 +216,7 @@ class AccountModel : public PlainAccounts {
   void checkByItself() {
     const bool startUp = oneIn(2);
     if (count() > 0 && (startUp ? countsDown_ : autoCheck_)) modelCheckAll(false);
-    program.NextCheckTime = "";
+    program.autoCheck.NextCheckTime = "";
     (startUp ? program.frmMain.tmrMailStartUp : program.frmMain.tmrMailTime).tick();
   }
   void testConnection() {
@@ -342,7 +342,7 @@ class AccountModel : public PlainAccounts {
                 testing::Each(some));
     EXPECT_THAT((std::vector<bool>{main.fraAcnt.Enabled, main.fraAcntToolBar.Enabled, main.fraMainButtons.Enabled,
                                    main.fraEmailToolBar.Enabled, main.TabStripEmail.Enabled, main.TabStripAcnts.Enabled,
-                                   main.tbrAcnts["AcntAdd"].Enabled, !program.AcntBusy,
+                                   main.tbrAcnts["AcntAdd"].Enabled, !program.acnts.AcntBusy,
                                    main.tmrMailTime.Enabled == autoCheck_, main.tmrMailStartUp.Enabled == countsDown_}),
                 testing::Each(true));
     for (const Button& button : main.tbrEmail.Buttons) EXPECT_TRUE(some || !button.Enabled) << button.Key;
@@ -375,7 +375,7 @@ class AccountModel : public PlainAccounts {
     }
     EXPECT_EQ(std::tie(live, working), std::tie(live_, working_));
     EXPECT_EQ((Texts{panel(1), panel(3), panel(4)}),
-              (Texts{panels_[0], panels_[1], autoCheck_ ? program.NextCheckText : "Auto Check Off"}));
+              (Texts{panels_[0], panels_[1], autoCheck_ ? program.autoCheck.NextCheckText : "Auto Check Off"}));
     for (std::int16_t number = 1; number <= program.accounts.AcntNum(); ++number) compareAccount(number);
     compareTree();
     comparePage();

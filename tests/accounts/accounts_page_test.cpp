@@ -44,7 +44,7 @@ TEST_F(AccountsPageTest, AValidDefaultHidesTheAccountsOwnPathsAndKeepsThem) {
   cancel();
   program.options.DefaultClient = "/apps/Mail.EXE";
   program.options.DefaultSound = "C:\\Sounds\\ding.wav";
-  program.DefaultClientValid = program.DefaultSoundValid = true;
+  program.DefaultClientValid = program.sounds.DefaultSoundValid = true;
   program.frmMain.tbrMainButtons["Accounts"].click();
   EXPECT_EQ(page().txtAcntClient.Text.get(), "Using Default Email Client");
   EXPECT_EQ(page().txtAcntSound.Text.get(), "Using Default Sound File");
@@ -105,7 +105,7 @@ TEST_F(AccountsPageTest, ATestStaysOnThePageAndTellsOfTheLastAccountsCheck) {
   option("SuppressConnectErrors", "1");
   open();
   program.accounts[2].AcntLastCheckText = "of the last";
-  program.StopRequested = true;  // by whoever stopped the last check
+  program.connection.StopRequested = true;  // by whoever stopped the last check
   int yields = 0;
   platform.onYield = [&] {
     if (++yields > 1) return;
@@ -122,7 +122,7 @@ TEST_F(AccountsPageTest, ATestStaysOnThePageAndTellsOfTheLastAccountsCheck) {
   EXPECT_EQ(yields, 2);
   EXPECT_THAT(titles(), ElementsAre("Velmora - Test Connection Successfull"));
   EXPECT_EQ(page().TabStripAcnts.Tabs(1).Image.get(), "MailNo");
-  EXPECT_EQ(panel(3) + "|" + panel(4), "of the last|" + program.NextCheckText);
+  EXPECT_EQ(panel(3) + "|" + panel(4), "of the last|" + program.autoCheck.NextCheckText);
   EXPECT_TRUE(page().fraAcnt.Enabled && page().tmrMailTime.Enabled);
   EXPECT_EQ(program.activity, Activity::Idle);
   platform.servers["Work"].greeting = "-ERR go away\r\n";

@@ -188,11 +188,12 @@ TEST_P(SimulatedWeeks, KeepToThePlainRulesSecondBySecond) {
     if (due) plain.next(now, 0);
     expected += due ? 1 : 0;
     tick();
-    const bool same = checks() == expected && program.NextCheckTime == plain.time;
-    ASSERT_TRUE(same) << stretch.what << " at " << program.CurrentTime << ": " << program.NextCheckTime << " for "
-                      << plain.time << ", " << checks() << " checks for " << expected;
+    const bool same = checks() == expected && program.autoCheck.NextCheckTime == plain.time;
+    ASSERT_TRUE(same) << stretch.what << " at " << program.autoCheck.CurrentTime << ": "
+                      << program.autoCheck.NextCheckTime << " for " << plain.time << ", " << checks() << " checks for "
+                      << expected;
     if (due) {
-      ASSERT_EQ(program.NextCheckText, plain.says()) << stretch.what;
+      ASSERT_EQ(program.autoCheck.NextCheckText, plain.says()) << stretch.what;
     }
   }
   EXPECT_EQ(jump, stretch.jumps.end()) << stretch.what;
@@ -203,7 +204,7 @@ TEST_F(AutoCheck, TheFirstIntervalAtStartCountsItsExtraMinute) {
   option("Minutes", "10");
   platform.clock.second = 20;
   start();
-  EXPECT_EQ(program.NextCheckTime, "15/11/26-16:32");
+  EXPECT_EQ(program.autoCheck.NextCheckTime, "15/11/26-16:32");
 }
 
 TEST_F(AutoCheck, SwitchedOffAndOnItKeepsItsTime) {
@@ -212,23 +213,23 @@ TEST_F(AutoCheck, SwitchedOffAndOnItKeepsItsTime) {
   const auto toggle = [this] { program.frmMain.mnuTrayAutoCheck.Click(); };
   EXPECT_EQ(panel(4), "Auto Check at 4:51 PM");
   EXPECT_EQ(program.frmMain.mnuTrayAutoCheck.Caption.get(), "&Auto Check - On|#AutoCheckOn");
-  program.NoCheckPostponed = true;
+  program.autoCheck.NoCheckPostponed = true;
   toggle();
   EXPECT_EQ(panel(4), "Auto Check Off");
   EXPECT_EQ(platform.tree.values["Settings\\Options/UseInterval"], "0");
   EXPECT_EQ(program.frmMain.mnuTrayAutoCheck.Caption.get(), "&Auto Check - Off|#AutoCheckOff");
-  EXPECT_FALSE(program.NoCheckPostponed);
+  EXPECT_FALSE(program.autoCheck.NoCheckPostponed);
   platform.clock.minute = 40;
   tick();
   EXPECT_TRUE(program.frmMain.tmrStatusBar.Enabled);
   toggle();
   EXPECT_EQ(panel(4), "Auto Check at 4:51 PM") << "not half an hour from now";
-  EXPECT_EQ(program.NextCheckTime, "15/11/26-16:51");
-  program.NoCheckPostponed = true;
+  EXPECT_EQ(program.autoCheck.NextCheckTime, "15/11/26-16:51");
+  program.autoCheck.NoCheckPostponed = true;
   program.EditOptions.Hours = 1;
   SaveOptions(program);
   EXPECT_EQ(panel(4), "Auto Check at 6:10 PM") << "another timing counts from now";
-  EXPECT_FALSE(program.NoCheckPostponed);
+  EXPECT_FALSE(program.autoCheck.NoCheckPostponed);
 }
 
 TEST_F(AutoCheck, SwitchedOnInTheMiddleOfACheckItWaitsForItsEnd) {
@@ -260,11 +261,11 @@ TEST_F(AutoCheck, AStoppedCheckStandsInTheWayOfNoOther) {
   auto& line = platform.servers["Work"].line;
   line.onReceive = [this] { stop(); };
   tick();
-  EXPECT_TRUE(program.StopRequested);
+  EXPECT_TRUE(program.connection.StopRequested);
   line.onReceive = nullptr;
   checkAll();
   EXPECT_EQ(checks(), 2);
-  program.StopRequested = true;
+  program.connection.StopRequested = true;
   tick();
   EXPECT_EQ(checks(), 3);
   EXPECT_EQ(program.accounts[1].AcntStatusText, "Work - No Messages");
@@ -275,10 +276,10 @@ TEST_F(AutoCheck, EveryEnabledAccountsCheckMovesTheNextTime) {
   option("Minutes", "10");
   start();
   platform.clock.minute = 40;
-  program.NoCheckPostponed = true;
+  program.autoCheck.NoCheckPostponed = true;
   checkAll();
   EXPECT_EQ(panel(4), "Auto Check at 4:50 PM");
-  EXPECT_FALSE(program.NoCheckPostponed) << "a check by hand lets the next time be worked out afresh";
+  EXPECT_FALSE(program.autoCheck.NoCheckPostponed) << "a check by hand lets the next time be worked out afresh";
   platform.clock.minute = 45;
   program.frmMain.TabStripEmail.SelectTab(2);
   check();

@@ -54,16 +54,16 @@ TEST_F(CheckCycle, ShowsHowFarItHasComeAndOffersOnlyToStop) {
 TEST_F(CheckCycle, ProgressNeverPassesItsTotal) {
   addAccount("Work");
   start();
-  program.ReceivedCount = 1;
+  program.connection.ReceivedCount = 1;
   auto events = makePopEvents(program);
   platform.servers["Work"].messages = {message("a")};
   check();
-  events->Progress(*program.PopClient, 300, 200);
+  events->Progress(*program.connection.PopClient, 300, 200);
   EXPECT_EQ(program.frmMain.ProgressBar.Value.get(), 200);
   EXPECT_EQ(panel(3), "100 % Complete");
-  events->Progress(*program.PopClient, 25, 200);
+  events->Progress(*program.connection.PopClient, 25, 200);
   EXPECT_EQ(panel(3), "12 % Complete") << "half to even";
-  events->Progress(*program.PopClient, 0, 0);
+  events->Progress(*program.connection.PopClient, 0, 0);
   EXPECT_EQ(panel(3), "100 % Complete");
 }
 
@@ -89,7 +89,7 @@ TEST_F(CheckCycle, StopEndsTheFetchAndTheWalk) {
   EXPECT_EQ(panel(2), "");
   EXPECT_EQ(program.accounts[2].AcntLastCheckText, "Not Checked") << "no further account is tried";
   EXPECT_TRUE(platform.asked.empty()) << "a stop is no failure, and counts as a check";
-  EXPECT_FALSE(program.StopRequested);
+  EXPECT_FALSE(program.connection.StopRequested);
   first.line.onReceive = nullptr;
   check();
   EXPECT_EQ(program.accounts[1].AcntStatusText, "Work - 3 Messages");
@@ -128,14 +128,15 @@ TEST_F(CheckCycle, TimedWalksTellWhatTheyFound) {
   addAccount("Off", false);
   addAccount("Home").messages = {message("h")};
   start();
-  program.TotalMessages = 99;
+  program.walk.TotalMessages = 99;
   std::vector<int> tabs;
   platform.servers["Home"].line.onReceive = [&] { tabs.push_back(program.frmMain.TabStripEmail.SelectedItem()); };
   AutoCheckAccounts(program);
-  EXPECT_EQ(program.AccountInfoText, "Account Information:\r\n      Work - 2 Messages\r\n      Home - 1 Message\r\n");
-  EXPECT_EQ(program.AccountInfoLines, 2);
-  EXPECT_EQ(program.TotalMessages, 3);
-  EXPECT_EQ(program.TotalNew, 3);
+  EXPECT_EQ(program.walk.AccountInfoText,
+            "Account Information:\r\n      Work - 2 Messages\r\n      Home - 1 Message\r\n");
+  EXPECT_EQ(program.walk.AccountInfoLines, 2);
+  EXPECT_EQ(program.walk.TotalMessages, 3);
+  EXPECT_EQ(program.walk.TotalNew, 3);
   EXPECT_EQ(tabs.front(), 3) << "the tab follows the walk";
   EXPECT_EQ(program.frmMain.lvwEmail.Rows().size(), 2U);
 
@@ -144,7 +145,7 @@ TEST_F(CheckCycle, TimedWalksTellWhatTheyFound) {
   StartUpCheckAccounts(program);
   EXPECT_EQ(tabs.front(), 1) << "but not in a window that nobody sees";
   EXPECT_EQ(program.frmMain.lvwEmail.Rows().size(), 2U);
-  EXPECT_EQ(program.TotalNew, 0);
+  EXPECT_EQ(program.walk.TotalNew, 0);
   EXPECT_EQ(panel(4), "Auto Check Off");
 }
 
@@ -191,7 +192,7 @@ TEST_F(CheckCycle, MailboxesBeyondAllCountingAreToldAsOverflow) {
 TEST_F(CheckCycle, ChecksByHandNeverRunOutOfTotals) {
   addAccount("Work").messages = {message("a")};
   start();
-  program.TotalMessages = program.TotalNew = 32767;
+  program.walk.TotalMessages = program.walk.TotalNew = 32767;
   check();
   EXPECT_TRUE(platform.asked.empty());
   EXPECT_EQ(program.accounts[1].AcntStatusText, "Work - 1 Message");

@@ -45,7 +45,7 @@ TEST_F(Notification, WhatIsToldFollowsTheOption) {
   for (const auto& [ShowEmail, found, headline] : cases) {
     program.options.ShowEmail = ShowEmail;
     AnnounceCheck(program, found);
-    EXPECT_EQ(program.AutoMessageOpen ? window().fraMsg.Caption.get() : "", headline) << ShowEmail;
+    EXPECT_EQ(program.frmMessage.AutoMessageOpen ? window().fraMsg.Caption.get() : "", headline) << ShowEmail;
     frmMessage_Unload(program);
   }
 }
@@ -87,7 +87,7 @@ TEST_F(Notification, ChecksByHandSoundButShowNoMessage) {
   };
   checkAll();
   EXPECT_EQ(platform.played.size(), 3U);
-  EXPECT_FALSE(program.AutoMessageOpen);
+  EXPECT_FALSE(program.frmMessage.AutoMessageOpen);
 }
 
 TEST_F(Notification, TheMessageHoldsAutoCheckAndClosesByItself) {
@@ -130,7 +130,7 @@ TEST_F(Notification, WhatADisabledAccountHasFromBeforeIsTold) {
   check();
   platform.servers["Old"].messages.clear();
   AutoCheckAccounts(program);
-  EXPECT_TRUE(program.AutoMessageOpen);
+  EXPECT_TRUE(program.frmMessage.AutoMessageOpen);
 }
 
 TEST_F(Notification, ManyAccountsAreCutOffWithAWord) {
@@ -168,7 +168,7 @@ TEST_F(Notification, TimedChecksSoundWithoutTheMessageUntilSoundsAreSwitchedOff)
   };
   AutoCheckAccounts(program);
   EXPECT_THAT(platform.played, ElementsAre("/1.wav", "/2.wav"));
-  EXPECT_FALSE(program.AutoMessageOpen);
+  EXPECT_FALSE(program.frmMessage.AutoMessageOpen);
 }
 
 TEST_F(Notification, QuittingInTheMiddleTellsNothingAndStartsNothing) {

@@ -305,7 +305,7 @@ class DeletionModel : public test::RandomSteps {
   /// The Rule Report's, for which all is done with, whatever came of it.
   void deleteNow() {
     ShowRuleReport(program);
-    if (!program.RuleReportOpen) return;
+    if (!program.frmRuleReport.RuleReportOpen) return;
     const bool spam = oneIn(2);
     for (Model& model : models_) {
       std::size_t& marks = spam ? model.spamCount : model.deleteCount;
@@ -372,7 +372,7 @@ class DeletionModel : public test::RandomSteps {
     EXPECT_EQ(program.accounts.AcntCurrent, current_);
     EXPECT_EQ(program.frmMain.TabStripEmail.SelectedItem(), static_cast<int>(current_));
     EXPECT_EQ(panel(1), shown().status);
-    EXPECT_TRUE(program.frmMain.fraEmailToolBar.Enabled && !program.PreviewOpen);
+    EXPECT_TRUE(program.frmMain.fraEmailToolBar.Enabled && !program.frmPreview.PreviewOpen);
     Texts rows, expected;
     for (const auto& row : program.frmMain.lvwEmail.Rows())
       rows.push_back(row.Cells[2] + " " + row.Picture + (row.Bold ? " bold" : ""));

@@ -74,7 +74,7 @@ TEST_F(Deletion, NothingElseWorksMeanwhile) {
   deleteRows({1});
   EXPECT_TRUE(seen);
   EXPECT_EQ(platform.asked.size(), 1U);
-  EXPECT_FALSE(program.PreviewOpen);
+  EXPECT_FALSE(program.frmPreview.PreviewOpen);
   EXPECT_THAT(listed(), ElementsAre("b", "c", "d"));
   EXPECT_TRUE(program.frmMain.tmrMailTime.Enabled);
 }

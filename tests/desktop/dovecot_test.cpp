@@ -96,7 +96,7 @@ TEST_F(Mailboxes, FortyMessagesOfManyKindsComeInAsPeopleReadThem) {
   EXPECT_EQ(account("work").AcntStatusText, "work - 14 Messages");
   EXPECT_EQ(account("home").AcntStatusText, "home - 13 Messages");
   EXPECT_EQ(account("club").AcntStatusText, "club - 13 Messages");
-  EXPECT_EQ(program.TotalMessages, 40);
+  EXPECT_EQ(program.walk.TotalMessages, 40);
 
   struct Sample {
     const char* mailbox;

@@ -65,12 +65,12 @@ TEST_F(MarkedMail, IsToldOfInASmallWindowAboveAllOthers) {
   inReport<QToolButton>("DeleteNow").setFocus();
   QTest::keyClick(&report_, Qt::Key_Escape);
   EXPECT_FALSE(report_.isVisible());
-  EXPECT_FALSE(program.RuleReportOpen);
+  EXPECT_FALSE(program.frmRuleReport.RuleReportOpen);
   press("CheckAll");
   ASSERT_TRUE(isActive(report_));
   EXPECT_TRUE(inReport<QTabBar>("TabStripRuleReport").hasFocus());
   report_.close();
-  EXPECT_FALSE(program.RuleReportOpen);
+  EXPECT_FALSE(program.frmRuleReport.RuleReportOpen);
 }
 
 TEST_F(MarkedMail, GrowsWithTheAccountsUpToABound) {

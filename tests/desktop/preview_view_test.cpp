@@ -74,7 +74,7 @@ TEST_F(PreviewOnScreen, ClosesByItsBoxAndStaysLargeEnough) {
   preview_->resize(800, 600);
   EXPECT_TRUE(QTest::qWaitFor([&] { return body().width() > textWidth; }));
   preview_->close();
-  EXPECT_FALSE(program.PreviewOpen);
+  EXPECT_FALSE(program.frmPreview.PreviewOpen);
   press("EmailPreview");
   EXPECT_TRUE(preview_->isVisible());
 }

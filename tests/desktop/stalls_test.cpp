@@ -49,7 +49,7 @@ class Stalls : public test::NetworkedProgram, public testing::WithParamInterface
   void whileTheLastComes(Act act) {
     watch_ = std::make_unique<QTimer>();
     QObject::connect(watch_.get(), &QTimer::timeout, [this, act] {
-      if (program.ReceivedCount != 3) return;
+      if (program.connection.ReceivedCount != 3) return;
       watch_->stop();
       act();
     });
@@ -83,7 +83,7 @@ TEST_P(Stalls, StopEndsAFetchThatStandsStill) {
   for (std::int16_t tab = 1; tab <= 2; ++tab) {
     program.frmMain.TabStripEmail.SelectTab(tab);
     program.frmMain.TabStripEmail.Click();
-    program.ReceivedCount = 0;
+    program.connection.ReceivedCount = 0;
     EXPECT_LT(stopInTheLast().value_or(never), promptly);
     EXPECT_EQ(program.accounts[tab].AcntStatusText, program.accounts[tab].AcntName + " - User Stopped Retrieval");
     EXPECT_EQ(tabImage(tab), "MailError");

@@ -56,7 +56,7 @@ TEST_F(TimedWindows, TheMessageTellsAllInItsCornerAndClosesByItself) {
   EXPECT_LT(message_.height(), height) << "two lines less";
   EXPECT_TRUE(QTest::qWaitFor([this] { return in<QLabel>(message_, "lblMsgCountDown").text() == "0"; }));
   EXPECT_TRUE(QTest::qWaitFor([this] { return !message_.isVisible(); }));
-  EXPECT_FALSE(program.AutoMessageOpen);
+  EXPECT_FALSE(program.frmMessage.AutoMessageOpen);
 }
 
 TEST_F(TimedWindows, TheWelcomeIsReadWholeAndClosedByEsc) {
@@ -69,7 +69,7 @@ TEST_F(TimedWindows, TheWelcomeIsReadWholeAndClosedByEsc) {
     EXPECT_GE(label->height(), label->heightForWidth(label->width())) << label->text().toStdString();
   }
   QTest::keyClick(welcome, Qt::Key_Escape);
-  EXPECT_FALSE(program.FirstUseOpen);
+  EXPECT_FALSE(program.frmFirstUse.FirstUseOpen);
 }
 
 }  // namespace

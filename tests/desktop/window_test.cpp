@@ -78,9 +78,9 @@ TEST_F(Window, ClicksAndKeysChooseMessages) {
   EXPECT_FALSE(preview.isEnabled());
   clickAt(middleOf(1));
   EXPECT_TRUE(preview.isEnabled());
-  EXPECT_EQ(program.SelectedMessage, 2);
+  EXPECT_EQ(program.list.SelectedMessage, 2);
   QTest::keyClick(&list(), Qt::Key_Down);
-  EXPECT_EQ(program.SelectedMessage, 3);
+  EXPECT_EQ(program.list.SelectedMessage, 3);
   clickAt(QPoint(20, list().viewport()->height() - 5));
   EXPECT_FALSE(preview.isEnabled());
   EXPECT_TRUE(list().selectionModel()->selectedRows().isEmpty());
@@ -169,11 +169,11 @@ TEST_F(Window, TheKeyboardAloneDoesEverything) {
   ASSERT_EQ(list().model()->rowCount(), 3);
   type(Qt::Key_Down);
   EXPECT_TRUE(list().hasFocus()) << "keys that nothing else wants are the list's";
-  EXPECT_EQ(program.SelectedMessage, 1);
+  EXPECT_EQ(program.list.SelectedMessage, 1);
   type(Qt::Key_End);
-  EXPECT_EQ(program.SelectedMessage, 3);
+  EXPECT_EQ(program.list.SelectedMessage, 3);
   type(Qt::Key_Up, Qt::ShiftModifier);
-  EXPECT_EQ(program.SelectedMessage, 2);
+  EXPECT_EQ(program.list.SelectedMessage, 2);
   EXPECT_TRUE(program.frmMain.lvwEmail.IsSelected(3));
   type(Qt::Key_Return);
   ASSERT_TRUE(isActive(*preview_));
@@ -194,7 +194,7 @@ TEST_F(Window, TheKeyboardAloneDoesEverything) {
   QTest::keyClick(view_.get(), Qt::Key_R, Qt::ControlModifier);
   EXPECT_EQ(platform.servers["Work"].logins, logins + 1) << "from any page";
   QTest::keyClick(view_.get(), Qt::Key_Escape);
-  EXPECT_FALSE(program.StopRequested) << "nothing runs that could be stopped";
+  EXPECT_FALSE(program.connection.StopRequested) << "nothing runs that could be stopped";
 }
 
 TEST_F(Window, WhatIsHighlightedIsWhatIsChosen) {
@@ -205,7 +205,7 @@ TEST_F(Window, WhatIsHighlightedIsWhatIsChosen) {
   press("EmailCheck");
   clickAt(middleOf(0));
   QTest::mouseClick(list().viewport(), Qt::MiddleButton, Qt::NoModifier, middleOf(2));
-  EXPECT_EQ(program.SelectedMessage, 3);
+  EXPECT_EQ(program.list.SelectedMessage, 3);
   EXPECT_FALSE(program.frmMain.lvwEmail.IsSelected(1));
   QTest::keyClick(&list(), Qt::Key_Space, Qt::ControlModifier);
   EXPECT_FALSE(find<QToolButton>("EmailDelete").isEnabled()) << "nothing is selected";

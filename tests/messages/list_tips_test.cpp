@@ -36,9 +36,9 @@ TEST_F(ListTips, OfferTheWholeTextWhereTheColumnCutsItOff) {
   EXPECT_EQ(tipAt(1, 199), "");
   EXPECT_EQ(tipAt(1, 200), "a@b.org\r\nc@d.org\r\ne@f.org");
   EXPECT_EQ(tipAt(1, 599), "one\r\n two and all that follows") << "subjects go the same way";
-  EXPECT_EQ(program.HoverMessage, 1);
+  EXPECT_EQ(program.pointer.HoverMessage, 1);
   EXPECT_EQ(tipAt(1, 600), "");
-  EXPECT_EQ(program.HoverMessage, 0);
+  EXPECT_EQ(program.pointer.HoverMessage, 0);
   EXPECT_EQ(tipAt(2, 0), "a long sender that is cut off");
   program.messages.at(1, 1).New = true;
   EXPECT_EQ(tipAt(1, 0), "nineteen@letter.org") << "bold is wider";
@@ -58,8 +58,8 @@ TEST_F(ListTips, FollowTheOptionsAndTheLastRow) {
   program.options.FromToolTips = program.options.SubjectToolTips = 0;
   EXPECT_EQ(tipAt(2, 0), before) << "an option that is off leaves the last tip in place";
   tipAt(0, 0);
-  EXPECT_EQ(program.HoverMessage, 2) << "beside the rows the last row counts";
-  EXPECT_FALSE(program.ItemUnderPointer);
+  EXPECT_EQ(program.pointer.HoverMessage, 2) << "beside the rows the last row counts";
+  EXPECT_FALSE(program.pointer.ItemUnderPointer);
   program.accounts[1].AcntMsgCount = 1;
   EXPECT_EQ(tipAt(0, 250), "") << "a message that is gone has none";
 }

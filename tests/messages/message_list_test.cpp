@@ -43,7 +43,7 @@ TEST_F(MessageList, ShowsEachMessageAsARow) {
 
 TEST_F(MessageList, ARightClickOffersTheMenuWhereverItFalls) {
   EXPECT_FALSE(actionsEnabled());
-  EXPECT_EQ(program.SelectedMessage, 1);
+  EXPECT_EQ(program.list.SelectedMessage, 1);
   int opened = 0;
   program.frmMain.mnuEmailPopMenu.opened.watch([&] { ++opened; });
   list().MouseMove(2, 0);
@@ -57,7 +57,7 @@ TEST_F(MessageList, ARightClickOffersTheMenuWhereverItFalls) {
   EXPECT_EQ(opened, 2);
   EXPECT_FALSE(actionsEnabled());
   EXPECT_FALSE(list().IsSelected(2));
-  EXPECT_EQ(program.SelectedMessage, 2);
+  EXPECT_EQ(program.list.SelectedMessage, 2);
 }
 
 TEST_F(MessageList, TheFocusStaysAwayWithoutAPointer) {

@@ -49,16 +49,16 @@ TEST_F(Preview, ShowsTheSelectedMessageAndHoldsTimedChecks) {
   preview(2);
   EXPECT_TRUE(window().rtbBody.Visible) << "each showing begins with the first tab";
   check();
-  EXPECT_TRUE(program.PreviewOpen);
+  EXPECT_TRUE(program.frmPreview.PreviewOpen);
   EXPECT_FALSE(window().tbrButtons["Delete"].Enabled) << "no message is selected after a fill";
   EXPECT_TRUE(window().tbrButtons["Exit Preview"].Enabled);
 }
 
 TEST_F(Preview, NeedsAMessage) {
   for (const auto none : {std::int16_t{0}, std::int16_t{3}}) {
-    program.SelectedMessage = none;
+    program.list.SelectedMessage = none;
     PreviewMessage(program);
-    EXPECT_FALSE(program.PreviewOpen);
+    EXPECT_FALSE(program.frmPreview.PreviewOpen);
   }
 }
 
@@ -78,7 +78,7 @@ TEST_F(Preview, SavesUnderTheChosenNameOrWhereNoneIsUnderTheProposedOne) {
   EXPECT_TRUE(platform.written.contains("profile.eml")) << "nor where programs would read it";
   platform.chosenFile = "/home/me/letter.txt";
   platform.onFileAsked = [this] {
-    program.SelectedMessage = 1;  // as a check does, if to another number
+    program.list.SelectedMessage = 1;  // as a check does, if to another number
   };
   press("Save");
   EXPECT_EQ(platform.written["/home/me/letter.txt"], window().rtbRawMsg.Text.get() + "\r\n");
@@ -90,7 +90,7 @@ TEST_F(Preview, IsOutOfSightWhileItsMessageIsDeleted) {
   platform.servers["Work"].line.onReceive = [&] { EXPECT_FALSE(window().Visible); };
   press("Delete");
   EXPECT_EQ(platform.servers["Work"].messages.size(), 1U);
-  EXPECT_FALSE(program.PreviewOpen);
+  EXPECT_FALSE(program.frmPreview.PreviewOpen);
 }
 
 TEST(FileName, IsWhatAnySystemTakes) {
@@ -144,7 +144,7 @@ TEST_F(Preview, GoesWithTheMainWindow) {
   }
   EXPECT_TRUE(window().Visible);
   QuitApplication(program);
-  EXPECT_FALSE(program.PreviewOpen);
+  EXPECT_FALSE(program.frmPreview.PreviewOpen);
 }
 
 }  // namespace

@@ -84,7 +84,8 @@ TEST_F(RuleReport, OpensAfterEveryKindOfCheckIfTheRulesWantIt) {
       program.accounts[1].AcntPrevCount = c.firstHasNew ? 0 : 1;
       program.accounts[2].AcntPrevCount = c.secondHasNew ? 0 : 1;
       run(program);
-      EXPECT_EQ(program.RuleReportOpen, c.opens) << c.show << c.showNew << c.firstHasNew << c.secondHasNew;
+      EXPECT_EQ(program.frmRuleReport.RuleReportOpen, c.opens)
+          << c.show << c.showNew << c.firstHasNew << c.secondHasNew;
       press("Exit");
     }
   }
@@ -127,17 +128,17 @@ TEST_F(RuleReport, ClosesOneTickAfterItsTime) {
   EXPECT_EQ(window().tbrRuleReport["Timer"].Caption.get(), "Stop Timer   ");
   tick();
   tick();
-  EXPECT_TRUE(program.RuleReportOpen);
+  EXPECT_TRUE(program.frmRuleReport.RuleReportOpen);
   EXPECT_THAT(shown, ElementsAre("2", "2", "1", "0"));
   tick();
-  EXPECT_FALSE(program.RuleReportOpen);
+  EXPECT_FALSE(program.frmRuleReport.RuleReportOpen);
 
   checkAll();
   program.rules.live.Time = 1;
   tick();
-  EXPECT_TRUE(program.RuleReportOpen) << "it begins anew each time";
+  EXPECT_TRUE(program.frmRuleReport.RuleReportOpen) << "it begins anew each time";
   tick();
-  EXPECT_FALSE(program.RuleReportOpen) << "the time of now counts";
+  EXPECT_FALSE(program.frmRuleReport.RuleReportOpen) << "the time of now counts";
 }
 
 TEST_F(RuleReport, TheTabAtThePressIsTheOneThatCounts) {
@@ -215,7 +216,7 @@ TEST_F(RuleReport, KeepsAboveTheOtherTimedWindow) {
   program.frmMessage.AlwaysOnTop = false;
   window().Close();
   EXPECT_FALSE(program.frmMessage.AlwaysOnTop);
-  program.AutoMessageOpen = true;
+  program.frmMessage.AutoMessageOpen = true;
   program.frmMessage.AlwaysOnTop = true;
   checkAll();
   EXPECT_TRUE(window().AlwaysOnTop);
