@@ -42,15 +42,6 @@ class Deletion : public test::RunningProgram {
   }
 };
 
-TEST_F(Deletion, WithNothingSelectedItStillAsks) {
-  DeleteMessages(program, 1, false);
-  const Question& question = platform.asked.at(0);
-  EXPECT_THAT(question.text, StartsWith("Ready to Delete 0 Message(s) from 'Work' "));
-  EXPECT_EQ(question.buttons, Question::Buttons::YesNo);
-  EXPECT_EQ(question.icon, Question::Icon::Critical);
-  EXPECT_EQ(onServer("Work").size(), 4U);
-}
-
 TEST_F(Deletion, NothingElseWorksMeanwhile) {
   option("UseInterval", "1");
   program.options.UseInterval = 1;

@@ -278,50 +278,6 @@ TEST_F(Failing, AddressesAreToldOf) {
   EXPECT_EQ(account("Last").AcntStatusText, "Last - 3 Messages");
 }
 
-TEST_F(Servers, BrokenMessagesComeInAsWellAsTheyCan) {
-  const std::string line(1'000'000, 'x');
-  struct Broken {
-    std::string what;
-    std::string sent;  ///< between the status line and the final dot
-    std::string subject;
-    std::string bodyHas;
-  };
-  const std::vector<Broken> messages = {
-      {"bare LF", "Subject: lf\nFrom: a@example.org\n\nOne\nTwo\n", "lf", "One\r\nTwo"},
-      {"NUL", std::string("Subject: n\0ul\r\n\r\nBo\0dy\r\n", 24), "n ul", "Bo"},
-      {"8-bit header", "Subject: caf\xE9\r\n\r\nBody\r\n", "café", "Body"},
-      {"no blank line", "Subject: cut\r\nFrom: a@example.org\r\nThis is text.\r\n", "cut", ""},
-      {"header only", "Subject: head\r\n", "head", ""},
-      {"body only", "\r\nJust text.\r\n", "", "Just text."},
-      {"nothing at all", "", "", ""},
-      {"dots not stuffed", "Subject: dots\r\n\r\n.hidden\r\n...\r\n..two\r\n", "dots", "hidden\r\n..\r\n.two"},
-      {"a dot in a dot", "Subject: end\r\n\r\n..\r\nAfter it\r\n", "end", ".\r\nAfter it"},
-      {"one line of a megabyte", "Subject: long\r\n\r\n" + line + "\r\n", "long", line},
-      {"bare CR", "Subject: cr\r\n\r\nOne\rTwo\r\n", "cr", "Two"},
-  };
-  for (const bool pipelining : {false, true}) {
-    MemoryServer& script = serve(pipelining ? "pipelined" : "one by one").script;
-    script.pipelining = pipelining;
-    script.messages.clear();
-    for (const auto& broken : messages) {
-      script.messages.push_back({"uid" + std::to_string(script.messages.size()), ""});
-      script.answers["RETR " + std::to_string(script.messages.size())] = "+OK\r\n" + broken.sent + ".\r\n";
-    }
-  }
-  start();
-  checkAll();
-  EXPECT_TRUE(platform.asked.empty());
-  for (const std::string name : {"pipelined", "one by one"}) {
-    ASSERT_EQ(account(name).AcntMsgCount, std::ssize(messages));
-    std::int16_t number = 0;
-    for (const auto& broken : messages) {
-      const MailMessage& got = mail(name, ++number);
-      EXPECT_EQ(got.Subject, broken.subject) << broken.what;
-      EXPECT_TRUE(got.Body.find(broken.bodyHas) != std::string::npos) << broken.what << ": " << got.Body.substr(0, 80);
-    }
-  }
-}
-
 TEST_F(Servers, HearWhichNameIsWanted) {
   QTcpServer listener;
   listener.listen(QHostAddress::LocalHost);

@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QDialog>
-#include <QElapsedTimer>
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QLabel>
@@ -269,21 +268,6 @@ TEST_F(Window, ATipShowsExactlyWhatACellCutsOff) {
   EXPECT_LT(plainTip(std::string(100000, 'x')).size(), 2500) << "no tip fills the screen";
 }
 
-TEST_F(Window, ThePanelsOfTheStatusBarHaveTips) {
-  openOn({message("one")});
-  auto& bar = find<QWidget>("StatusBar");
-  const auto tipOf = [&](const char* label) {
-    QToolTip::hideText();
-    restPointerOn(bar, find<QLabel>(label).parentWidget()->geometry().center());
-    return tip();
-  };
-  EXPECT_EQ(tipOf("StatusBar1"), plainTip("Work - 1 Message"));
-  EXPECT_EQ(tipOf("StatusBar2"), plainTip("1 New Message"));
-  EXPECT_EQ(tipOf("StatusBar3"), plainTip("Last Check: November 15, 2026 at 4:21 PM"));
-  EXPECT_EQ(tipOf("StatusBar4"), plainTip("Auto Check is Off"));
-  EXPECT_EQ(tipOf("StatusBar5"), plainTip("Current: November 15, 2026 4:21 PM"));
-}
-
 TEST_F(Window, HostileTextIsShownAsItIs) {
   openOn({{"u", "From: a\1b\r\nSubject: x\u202Efdp.exe " + std::string(20000, 'y') + "\r\n\r\n"}});
   EXPECT_EQ(shown(0, 0), "a\u2401b");
@@ -304,28 +288,6 @@ TEST_F(Window, AnEmptyListSaysWhy) {
   platform.servers["Work"].messages.clear();
   press("EmailCheck");
   EXPECT_NE(list().viewport()->grab().toImage(), before);
-}
-
-TEST_F(Window, TheAboutSectionLeadsToTheWorld) {
-  open();
-  press("Options");
-  emit find<QLabel>("lblAboutWebSite").linkActivated("#");
-  emit find<QLabel>("lblAboutEmail").linkActivated("#");
-  press("ReadMe");
-  press("Update");
-  EXPECT_THAT(platform.opened, testing::ElementsAre("https://velmora.example/", "mailto: support@velmora.example",
-                                                    "/share/ReadMe.rtf", "https://velmora.example/"));
-}
-
-TEST_F(Window, ThirtyThousandRowsCostTheScreenNothing) {
-  addAccount("Work");
-  open();
-  std::vector<ListView::Row> rows(30000, {{"From", "To", "Subject", "Date", "1 KB"}, "New", true});
-  QElapsedTimer time;
-  time.start();
-  program.frmMain.lvwEmail.SetRows(std::move(rows));
-  view_->grab();
-  EXPECT_LT(time.elapsed(), 2000) << "painting asks for the rows in sight only";
 }
 
 TEST_F(Window, AfterACheckTheKeyboardIsWhereItWas) {
