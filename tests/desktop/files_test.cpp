@@ -4,8 +4,11 @@
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTimer>
 
 #include "options/decisions/ini_file.h"
@@ -54,6 +57,23 @@ TEST_F(RealFiles, WhatIsNoFileOrTooLargeIsNotRead) {
   IniFile(platform_, path()).KeySave("v", "s", "k");
   EXPECT_EQ(static_cast<std::size_t>(large.size()), largestReadFile + 1) << "nor is it replaced";
   EXPECT_EQ(platform_.programFile("../../x"), platform_.programFile("x"));
+}
+
+TEST_F(RealFiles, QuestionsShowPlainTextAndTakeEscForNo) {
+  using enum Question::Buttons;
+  for (const auto& [buttons, key, answer] : {std::tuple{YesNo, Qt::Key_Escape, Answer::No},
+                                             {YesNoCancel, Qt::Key_Escape, Answer::No},
+                                             {YesNoCancel, Qt::Key_Return, Answer::Yes},
+                                             {Ok, Qt::Key_Escape, Answer::Ok}}) {
+    QTimer::singleShot(0, [key = key] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      EXPECT_EQ(box->findChild<QLabel*>("qt_msgbox_label")->textFormat(), Qt::PlainText) << "a server's words";
+      QTest::keyClick(box, key);
+    });
+    Question question;
+    question.buttons = buttons;
+    EXPECT_EQ(platform_.MsgBox(question), answer);
+  }
 }
 
 TEST_F(RealFiles, AreSavedUnderTheNameThatTheDialogShows) {

@@ -80,6 +80,9 @@ TEST_F(Window, ClicksAndKeysChooseMessages) {
   EXPECT_EQ(program.SelectedMessage, 2);
   QTest::keyClick(&list(), Qt::Key_Down);
   EXPECT_EQ(program.SelectedMessage, 3);
+  QTest::mouseDClick(list().viewport(), Qt::LeftButton, Qt::NoModifier, middleOf(0));
+  EXPECT_TRUE(preview_->isVisible());
+  preview_->close();
   clickAt(QPoint(20, list().viewport()->height() - 5));
   EXPECT_FALSE(preview.isEnabled());
   EXPECT_TRUE(list().selectionModel()->selectedRows().isEmpty());
@@ -130,9 +133,17 @@ TEST_F(Window, StaysAliveDuringACheck) {
   EXPECT_FALSE(find<QProgressBar>("ProgressBar").isVisible());
 }
 
-TEST_F(Window, TheClockTicksByItself) {
-  addAccount("Work");
+TEST_F(Window, TimersTickByThemselves) {
+  auto& server = addAccount("Work");
+  server.messages = {message("one")};
+  option("EmailCheckStartUp", "1");
+  bool turned = false;
+  server.line.onReceive = [&] {
+    turned = turned || QTest::qWaitFor([this] { return tabImage(1).starts_with("MailSpin"); });
+  };
   open();
+  EXPECT_TRUE(QTest::qWaitFor([this] { return list().model()->rowCount() == 1; })) << "the check at start-up";
+  EXPECT_TRUE(turned) << "the picture of the account that is checked";
   platform.clock.minute = 22;
   EXPECT_TRUE(QTest::qWaitFor([&] { return find<QLabel>("StatusBar5").text() == "Nov 15/26 4:22 PM"; }));
 }
