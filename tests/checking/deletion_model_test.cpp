@@ -150,15 +150,16 @@ class DeletionModel : public test::RandomSteps {
 
   /// Now and then the account's next connection breaks at any byte, or the server refuses something.
   void befall() {
-    Model& model = any();
+    Model& model = oneIn(3) ? any() : shown();
     test::MemoryLine& line = server(model).line;
-    const bool breaks = oneIn(3), refuses = oneIn(6);
+    const bool breaks = oneIn(3), refuses = oneIn(3);
     isTroubled_ = breaks || refuses;
     if (breaks) (oneIn(2) ? line.dropAfter : line.silentAfter) = random(oneIn(2) ? 300 : 1200);
     line.faultyConnections = line.connections + 1;
     const Texts noes = {"-ERR [IN-USE] locked\r\n", "?\r\n", MemoryServer::hangUp};
-    const auto* command = std::array{"PASS", "STAT", "DELE", "RSET", "QUIT"}[random(5)];
+    const auto* command = std::array{"PASS", "DELE 1", "DELE 2", "DELE 3", "QUIT", "QUIT"}[random(6)];
     if (refuses) server(model).answers[command] = noes[random(noes.size())];
+    if (refuses && oneIn(3)) server(model).answers["RSET"] = noes[random(noes.size())];
     const Answer answer = std::array{Answer::No, Answer::Ok, Answer::Yes, Answer::Yes, Answer::Yes}[random(5)];
     platform.answers.assign(2 * models_.size(), answer);
   }
