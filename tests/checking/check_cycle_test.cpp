@@ -172,14 +172,5 @@ TEST_F(CheckCycle, FailuresAreToldUnlessTheirKindIsSilenced) {
   for (const auto& [name, server] : platform.servers) EXPECT_FALSE(server.line.open) << name;
 }
 
-TEST_F(CheckCycle, ChecksByHandNeverRunOutOfTotals) {
-  addAccount("Work").messages = {message("a")};
-  start();
-  program.TotalMessages = program.TotalNew = 32767;
-  check();
-  EXPECT_TRUE(platform.asked.empty());
-  EXPECT_EQ(program.accounts[1].AcntStatusText, "Work - 1 Message");
-}
-
 }  // namespace
 }  // namespace velmora

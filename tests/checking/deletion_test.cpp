@@ -89,14 +89,5 @@ TEST_F(Deletion, LeavesMessagesThatNothingTellsApart) {
   EXPECT_EQ(listed().size(), 1U);
 }
 
-TEST_F(Deletion, OfSpamShowsTheAccountAtHand) {
-  program.messages.at(2, 1).Spam = true;
-  program.accounts[2].AcntSpamCount = 1;
-  server("Home").line.onReceive = [&] { EXPECT_EQ(program.accounts.AcntCurrent, 2); };
-  DeleteSpamMessages(program);
-  EXPECT_THAT(platform.asked.at(0).text, StartsWith("Ready to Delete 1 Spam Message(s) from 'Home' "));
-  EXPECT_TRUE(server("Home").messages.empty());
-}
-
 }  // namespace
 }  // namespace velmora

@@ -78,26 +78,6 @@ TEST_F(ManyAccounts, HaveTheSelectedTabInSight) {
   }
 }
 
-TEST_F(ManyAccounts, AreSelectedByAPressOnWhatIsSeenOfATab) {
-  open();
-  for (const auto& each : strips) {
-    auto& bar = strip(each);
-    const auto edge = [&bar] { return QPoint(leftArrow(bar).x() - 2, bar.height() / 2); };
-    bar.setCurrentIndex(0);
-    if (isInSight(bar, bar.tabAt(edge()) + 1)) view_->resize(view_->width() + 40, view_->height());
-    QCoreApplication::processEvents();
-    const int half = bar.tabAt(edge()) + 1;
-    ASSERT_FALSE(isInSight(bar, half));
-    hold(bar, edge());
-    EXPECT_EQ(current(), half);
-    EXPECT_EQ(bar.currentIndex(), half - 1);
-    EXPECT_TRUE(isInSight(bar, half));
-    drop(bar, edge());
-    EXPECT_EQ(current(), half);
-    EXPECT_EQ(nameAt(half), nameOf(half)) << "a pointer that rests drags nothing";
-  }
-}
-
 TEST_F(ManyAccounts, AreDraggedAsFarAsTheArrowsScroll) {
   open();
   for (const auto& each : strips) {

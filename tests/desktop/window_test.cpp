@@ -207,25 +207,6 @@ TEST_F(Window, TheKeyboardAloneDoesEverything) {
   EXPECT_FALSE(program.StopRequested) << "nothing runs that could be stopped";
 }
 
-TEST_F(Window, WhatIsHighlightedIsWhatIsChosen) {
-  addAccount("Work").messages = {message("one"), message("two"), message("three")};
-  addAccount("Home");
-  option("MessageSort", "0");
-  open();
-  press("EmailCheck");
-  clickAt(middleOf(0));
-  QTest::mouseClick(list().viewport(), Qt::MiddleButton, Qt::NoModifier, middleOf(2));
-  EXPECT_EQ(program.SelectedMessage, 3);
-  EXPECT_FALSE(program.frmMain.lvwEmail.IsSelected(1));
-  QTest::keyClick(&list(), Qt::Key_Space, Qt::ControlModifier);
-  EXPECT_FALSE(find<QToolButton>("EmailDelete").isEnabled()) << "nothing is selected";
-  program.frmMain.TabStripEmail.Enabled = false;
-  auto& tabs = find<QTabBar>("TabStripEmail");
-  tabs.setCurrentIndex(1);  // as a screen reader does
-  EXPECT_EQ(tabs.currentIndex(), 0);
-  EXPECT_EQ(program.accounts.AcntCurrent, 1);
-}
-
 TEST_F(Window, TheKeyboardsFocusStaysWhereItIsBrought) {
   openOn({message("one")});
   list().setFocus(Qt::TabFocusReason);
