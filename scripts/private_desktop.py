@@ -5,8 +5,32 @@ import pathlib
 import re
 import subprocess
 import tempfile
+import time
 
 DOVECOT = pathlib.Path(__file__).with_name("dovecot")
+
+
+class WaitedInVain(Exception):
+    pass
+
+
+def rest():
+    time.sleep(0.05)
+
+
+def wait_for(what, condition, limit=60, forgive=(), rest=rest):
+    """Returns the first true result of a condition. Failures to be forgiven count as none."""
+    until = time.monotonic() + limit
+    while True:
+        try:
+            found = condition()
+        except forgive:
+            found = None
+        if found:
+            return found
+        if time.monotonic() > until:
+            raise WaitedInVain(f"waited in vain for {what}")
+        rest()
 
 
 def make_folder(stack):

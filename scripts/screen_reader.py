@@ -3,9 +3,10 @@
 Needs Debian's python3-pyatspi, which only the system's own Python has.
 """
 
-import time
+import functools
 
 import gi
+import private_desktop
 import pyatspi
 from private_desktop import tell
 
@@ -20,23 +21,8 @@ LABELS = {pyatspi.ROLE_LABEL}
 CLOSED = BUTTONS | LISTS | TABS | FIELDS | LABELS  # nothing in them is looked through
 
 
-class WaitedInVain(Exception):
-    pass
-
-
-def wait_for(what, condition, limit=30):
-    """Returns the first true result of a condition."""
-    until = time.monotonic() + limit
-    while True:
-        try:
-            found = condition()
-        except GLib.Error:  # the widget went away while it was being looked at
-            found = None
-        if found:
-            return found
-        if time.monotonic() > until:
-            raise WaitedInVain(f"waited in vain for {what}")
-        time.sleep(0.05)
+# A widget may go away while it is being looked at.
+wait_for = functools.partial(private_desktop.wait_for, forgive=GLib.Error)
 
 
 def velmora(process=None):

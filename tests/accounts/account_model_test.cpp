@@ -1,42 +1,120 @@
 #include <gmock/gmock.h>
 
-#include "accounts/plain_accounts.h"
-#include "app/shut_down.h"
-#include "rules/save_rules.h"
+#include <algorithm>
+
+#include "support/random_steps.h"
 
 namespace velmora {
 namespace {
 
-using namespace test;
+using test::MemorySettings;
+using Texts = std::vector<std::string>;
+using Tree = std::map<std::string, std::string>;
 
-/// Does the same to the program and to a model of its accounts, each step first to the model.
-class AccountModel : public PlainAccounts {
+/// What the user types into a box, and the value that it stands for.
+struct Input {
+  TextBox AccountsPage::*box;
+  std::string Account::*member;
+  Texts texts;
+};
+
+const Texts names = {"", " ", "Work", "WORK", "No", "\"Work\"", "Zürich", "ZÜRICH", "Straße", "sTRAßE", "new account2"};
+const Texts paths = {"/opt/a.exe", "C:\\Mail\\B.EXE", "/opt/a.wav", "C:\\Mail\\B.WAV", "/opt/a.txt", ""};
+const std::vector<Input> inputs = {
+    {&AccountsPage::txtAcntServer, &Account::AcntServer, {"Alpha", "Beta", "", "Müller"}},
+    {&AccountsPage::txtAcntPort, &Account::AcntPort, {"110", "995", "", "pop"}},
+    {&AccountsPage::txtAcntLoginID, &Account::AcntLoginID, {"user", "", "Üser"}},
+    {&AccountsPage::txtAcntPassword, &Account::AcntPassword, {"secret", " pass=\"word\" "}},
+    {&AccountsPage::txtAcntName, &Account::AcntName, names},
+    {&AccountsPage::txtAcntClient, &Account::AcntClient, paths},
+    {&AccountsPage::txtAcntSound, &Account::AcntSound, paths}};
+const std::vector<std::pair<CheckBox AccountsPage::*, std::int16_t Account::*>> ticks = {
+    {&AccountsPage::chkAcntEnabled, &Account::AcntEnabled},
+    {&AccountsPage::chkAcntSecure, &Account::AcntSecure},
+    {&AccountsPage::chkAcntSoundOn, &Account::AcntSoundOn}};
+constexpr std::array colours = {0xFF0000, 0xFFFF00, 0x00FF00, 0xFF00FF, 0x0000FF, 0x000000};
+
+/// In upper case, as far as the texts above need it.
+std::string folded(std::string text) {
+  for (char& c : text) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+  const auto at = text.find("ü");
+  return at == std::string::npos ? text : text.replace(at, 2, "Ü");
+}
+
+/// The values of an account as the settings tree holds them under its number.
+Tree kept(const Account& account, const std::string& number = "") {
+  MemorySettings tree;
+  for (const auto& field : accountFields()) saveField(tree, {"Settings", number}, field, account);
+  return tree.values;
+}
+
+std::string learnt(const AccountState& state) {
+  std::string all = state.AcntStatusText + "|" + state.AcntLastCheckTime + "|" + state.AcntLastCheckText;
+  for (const auto count : {&AccountState::AcntMsgCount, &AccountState::AcntNewCount, &AccountState::AcntPrevCount,
+                           &AccountState::AcntSpamCount, &AccountState::AcntDeleteCount})
+    all += " " + std::to_string(state.*count);
+  for (const auto flag : {&AccountState::AcntConnected, &AccountState::AcntChecked, &AccountState::AcntHasMessages,
+                          &AccountState::AcntHasNew, &AccountState::AcntSoundValid, &AccountState::AcntClientValid})
+    all += state.*flag ? " yes" : " no";
+  return all;
+}
+
+/// An account, and its messages by their subjects.
+struct Model : Accounts::Row {
+  Texts rows;
+
+  std::string caption() const { return rows.empty() ? AcntName : AcntName + "  (" + std::to_string(rows.size()) + ")"; }
+  std::string picture() const {
+    const std::string state = AcntChecked && !AcntConnected ? "MailError" : rows.empty() ? "MailNo" : "MailYes";
+    return AcntEnabled != 0 ? state : state + "Disabled";
+  }
+};
+
+/// Does the same to the program and to a model of its accounts, each step first to the model. Only what checks find is
+/// taken over from the program.
+class AccountModel : public test::RandomSteps {
  protected:
   void SetUp() override {
-    for (const auto* host : {"Alpha", "Beta", "Gamma"})
-      platform.servers[host].line.onReceive = [this] { program.frmMain.tmrRetrieveMessage.tick(); };
     platform.files = {paths.begin(), paths.end() - 1};
-    for (const auto& [name, value] : {std::pair{"SortColumn", "3"},
-                                      {"SortOrder", "0"},
-                                      {"UseInterval", "1"},
-                                      {"EmailCheckStartUp", "1"},
-                                      {"QuickCheck", "0"}})
-      option(name, value);
-    showEmail_ = GetParam() / 3 % 3;
-    option("ShowEmail", std::to_string(showEmail_));
-    option("DefaultClient", defaultClient);
-    option("DefaultSound", defaultSound);
-    set("Settings/FirstUse", "1");
     for (const auto* name : {"Alpha", "Beta", "Gamma"})
-      if (GetParam() % 3 != 0) keepAccount(name);
+      if (GetParam() % 3 != 0) addAccount(name);
+    counted_ = GetParam() % 3 != 0;
+    for (std::size_t i = 1; counted_ && i <= 3; ++i) platform.tree.values.merge(kept(Account(), std::to_string(i)));
+    start();
     accounts_[0].AcntEnabled = 0;
     accounts_[0].AcntName = accounts_[0].AcntPort = "";
-    begin();
+    for (std::int16_t number = 1; number <= program.accounts.AcntNum(); ++number) {
+      static_cast<Accounts::Row&>(accounts_.emplace_back()) = program.accounts[number];
+    }
+    show(std::min<std::size_t>(1, count()));
+  }
+
+  std::size_t count() const { return accounts_.size() - 1; }
+  Model& current() { return accounts_[current_]; }
+  bool dirty() {
+    Account page = page_;
+    page.AcntColourIndex = accounts_[onPage_].AcntColourIndex;
+    return kept(page) != kept(accounts_[onPage_]);
+  }
+  bool isFile(const std::string& path, const std::string& ending) {
+    return path.size() > 4 && folded(path.substr(path.size() - 4)) == ending && platform.files.contains(path);
+  }
+  void expectDialog(const std::string& title, const std::string& says, Answer answer = Answer::Ok) {
+    dialogs_.emplace_back(title, says);
+    platform.answers.push_back(answer);
+  }
+  void followFiles(const Account& account) {
+    current().AcntClientValid = isFile(account.AcntClient, ".EXE");
+    current().AcntSoundValid = isFile(account.AcntSound, ".WAV");
+  }
+  void show(std::size_t number) {
+    current_ = onPage_ = number;
+    page_ = current();
+    followFiles(page_);
   }
 
   void goTo(std::int16_t page) {
     if (!dirty()) shownPage_ = page;
-    if (!dirty() && page == emailPage && count() > 0) selectEmailTab(current_);
     if (!dirty() && page == accountsPage && count() > 0) show(current_);
     program.frmMain.tbrMainButtons[PageBanners[static_cast<std::size_t>(page)]].click();
   }
@@ -45,7 +123,6 @@ class AccountModel : public PlainAccounts {
     if (shownPage_ != page) goTo(page);
     return shownPage_ == page;
   }
-  void switchPage() { goTo(static_cast<std::int16_t>(random(pageCount))); }
 
   void add() {
     reach(accountsPage);
@@ -58,8 +135,7 @@ class AccountModel : public PlainAccounts {
       Model& account = accounts_.emplace_back();
       account.AcntStatusText = account.AcntName = "New Account" + std::to_string(k);
       account.AcntLastCheckText = "Not Checked";
-      account.AcntLastCheckTime = now("h:mm:ss AM/PM");
-      panels_ = {account.AcntStatusText, account.AcntLastCheckText};
+      account.AcntLastCheckTime = "4:21:05 PM";
       show(count());
       counted_ = true;
     }
@@ -67,34 +143,40 @@ class AccountModel : public PlainAccounts {
   }
 
   void typeInto(const Input& input, const std::string& text) {
-    const bool client = input.member == &Account::AcntClient, sound = input.member == &Account::AcntSound;
-    if ((client && (hidesClient_ || hasClient_)) || (sound && (hidesSound_ || hasSound_))) return;
-    if (std::exchange(page_.*input.member, text) != text) followFiles(page_, client, sound);
-    if (sound) seesTick_ = current().AcntSoundValid;
+    page_.*input.member = text;
+    followFiles(page_);
     (program.frmMain.*input.box).Text = text;
   }
-  void tick(std::size_t number) {
-    const auto& [box, member] = ticks[number];
-    if (member == &Account::AcntSoundOn && !seesTick_) return;
-    (program.frmMain.*box).Value = page_.*member = static_cast<std::int16_t>(1 - page_.*member);
-  }
-  void pickColour(std::size_t box) {
-    page_.AcntColour = colours[box];
-    page_.AcntColourIndex = static_cast<std::int32_t>(box + 1);
-    program.frmMain.lblColourBox[box].Click();
-  }
-  /// Something else, what was there before, or what a check needs.
+  /// Something else, or what was there before.
   void type() {
     if (!reach(accountsPage) || count() == 0) return;
-    if (oneIn(4)) tick(random(ticks.size()));
-    if (oneIn(8)) pickColour(random(colours.size()));
+    const auto& [tick, ticked] = ticks[random(ticks.size())];
+    if (ticked != &Account::AcntSoundOn || current().AcntSoundValid)
+      (program.frmMain.*tick).Value = page_.*ticked = static_cast<std::int16_t>(random(2));
+    if (oneIn(8)) {
+      const std::size_t box = random(colours.size());
+      page_.AcntColour = colours[box];
+      page_.AcntColourIndex = static_cast<std::int32_t>(box + 1);
+      program.frmMain.lblColourBox[box].Click();
+    }
     const Input& input = inputs[oneIn(4) ? 4 : random(inputs.size())];
     typeInto(input, oneIn(4) ? current().*input.member : input.texts[random(input.texts.size())]);
-    for (std::size_t i = oneIn(3) ? 0 : 4; i < 4; ++i) typeInto(inputs[i], inputs[i].texts[i == 0 ? random(3) : 0]);
   }
   void save() {
     if (dirty()) modelSave();
     program.frmMain.tbrButtons[saveAccountBar]["SaveAccount"].click();
+  }
+  void modelSave() {
+    Model& account = current();
+    const auto isNamesake = [&](const Model& each) {
+      return each.AcntName != account.AcntName && folded(each.AcntName) == folded(page_.AcntName);
+    };
+    if (page_.AcntName.find_first_not_of(' ') == std::string::npos) return expectDialog("Blank Account Name", "");
+    if (std::any_of(accounts_.begin(), accounts_.end(), isNamesake))
+      return expectDialog("Duplicate Account Name", "'" + page_.AcntName + "'");
+    account.AcntStatusText.replace(0, account.AcntName.size(), page_.AcntName);
+    static_cast<Account&>(account) = page_;
+    show(current_);
   }
   void cancel() {
     if (dirty()) show(current_);
@@ -106,21 +188,19 @@ class AccountModel : public PlainAccounts {
     if (count() > 0 && !dirty()) {
       const Answer answer = std::array{Answer::Yes, Answer::Yes, Answer::No, Answer::Ok}[random(4)];
       expectDialog("Delete Account - Proceed With Caution", "'" + current().AcntName + "'", answer);
-      if (answer == Answer::Yes) modelRemove();
+      if (answer == Answer::Yes) accounts_.erase(accounts_.begin() + static_cast<long>(current_));
+      if (answer == Answer::Yes) show(std::min(current_, count()));
     }
     program.frmMain.tbrAcnts["AcntDelete"].click();
   }
-  void modelRemove() {
-    accounts_.erase(accounts_.begin() + static_cast<long>(current_));
-    if (count() > 0) return showAll(std::min(current_, count()));
-    startsUp_ = autoCheck_ = countsDown_ = false;
-    takeDefaults();
-    showNone();
-  }
   void removeAll() {
-    for (std::size_t left = oneIn(2) ? 2 * count() : 0; left > 0; --left) remove();
+    for (std::size_t left = 2 * count(); left > 0; --left) remove();
   }
 
+  void modelSwap(std::size_t other) {
+    std::swap(current(), accounts_[other]);
+    show(other);
+  }
   void move() {
     reach(accountsPage);
     const bool back = oneIn(2);
@@ -128,23 +208,18 @@ class AccountModel : public PlainAccounts {
     program.frmMain.tbrMoveButtons[back ? "Backward" : "Forward"].click();
   }
 
-  /// Whether the account may be left.
-  bool modelAsk() {
-    const Answer answer = std::array{Answer::Yes, Answer::No, Answer::Cancel}[random(3)];
-    expectDialog("Changes Not Saved!", "'" + current().AcntName + "'", answer);
-    if (answer == Answer::Yes) modelSave();
-    if (answer == Answer::Cancel) show(current_);
-    return answer != Answer::No;
-  }
-  void modelLeave(std::size_t target) {
-    if (target == current_ || !modelAsk()) return;
-    show(current_);
-    show(target);
-  }
   void modelPress(bool onEmail, MouseButton button, std::size_t target) {
     const bool clicks = button == MouseButton::Left;
-    if (dirty()) return clicks ? modelLeave(target) : void();
-    if (clicks || target != current_) onEmail ? selectEmailTab(target) : show(target);
+    if (!dirty()) {
+      if (clicks || target != current_) onEmail ? void(current_ = target) : show(target);
+    } else if (clicks && target != current_) {
+      const Answer answer = std::array{Answer::Yes, Answer::No, Answer::Cancel}[random(3)];
+      expectDialog("Changes Not Saved!", "'" + current().AcntName + "'", answer);
+      if (answer == Answer::Yes) modelSave();
+      if (answer == Answer::No) return;
+      show(current_);  // a name that isn't taken is lost, too
+      show(target);
+    }
   }
 
   /// Presses a tab as the desktop tells of it, and perhaps holds it long enough to drag it somewhere.
@@ -190,98 +265,18 @@ class AccountModel : public PlainAccounts {
     if (x >= 0) strip.DragDrop(x);
   }
 
-  /// Mail comes in or goes, and servers break and recover.
-  void deliver() {
-    auto& server = platform.servers[inputs[0].texts[random(3)]];
-    if (server.messages.size() > 5 || (!server.messages.empty() && oneIn(5)))
-      server.messages.erase(server.messages.begin() + static_cast<long>(random(server.messages.size())));
-    else
-      server.messages.push_back(test::message("ASDX"[random(4)] + std::to_string(++delivered_)));
-    server.answers.clear();
-    if (oneIn(5)) server.answers[oneIn(2) ? "PASS" : "RETR"] = "-ERR not now\r\n";
-  }
-
-  void checkOne() {
+  /// Mail comes in, and the accounts learn of it.
+  void check() {
     if (!reach(emailPage) || count() == 0) return;
-    countsDown_ = false;
-    modelCheck(current());
-    modelSounds(current_);
-    list(current_);
-    check();
-  }
-  void checkEach() {
-    if (count() > 0) modelCheckAll(true);
-    shownPage_ == emailPage ? checkAll() : choose(program.frmMain.mnuTrayCheckAll);
-  }
-  void checkByItself() {
-    const bool startUp = oneIn(2);
-    if (count() > 0 && (startUp ? countsDown_ : autoCheck_)) modelCheckAll(false);
-    program.autoCheck.NextCheckTime = "";
-    (startUp ? program.frmMain.tmrMailStartUp : program.frmMain.tmrMailTime).tick();
-  }
-  void testConnection() {
-    reach(accountsPage);
-    if (count() > 0 && !dirty()) {
-      isReached(current()) ? expectDialog("Velmora - Test Connection Successfull")
-                           : expectDialog("Velmora - Test Connection Failure", "Account: " + current().AcntName + " ");
-      countsDown_ = false;
-      show(current_);
-      panels_[1] = accounts_.back().AcntLastCheckText;
-    }
-    program.frmMain.tbrAcnts["AcntTest"].click();
-  }
-
-  static void choose(const MenuEntry& entry) {
-    if (entry.Enabled) entry.Click();
-  }
-  void switchAutoCheck() {
-    if (count() > 0) {
-      autoCheck_ = !autoCheck_;
-      takeDefaults();
-      list(current_);
-      const std::size_t tab = acntTab_;
-      if (!dirty()) show(current_);
-      acntTab_ = tab;  // selected when its page is entered
-    }
-    choose(program.frmMain.mnuTrayAutoCheck);
-  }
-
-  void changeFiles() {
-    const Texts files = {defaultClient, defaultSound, paths[random(paths.size() - 1)]};
-    const std::string& path = files[random(files.size())];
-    if (platform.files.erase(path) == 0) platform.files.insert(path);
-  }
-
-  void changeRules() {
-    stored_.resize(random(4));
-    for (std::string& account : stored_)
-      account =
-          count() > 0 && !oneIn(3) ? accounts_[1 + random(count())].AcntName : names[2 + random(names.size() - 2)];
-    live_ = working_ = stored_;
-    const auto size = static_cast<std::int16_t>(stored_.size());
-    program.rules.ResizeRules(size);
-    program.rules.working.RuleCount = size;
-    for (std::int16_t i = 0; i < size; ++i) {
-      WorkingRule& rule = program.rules.working[static_cast<std::int16_t>(i + 1)];
-      rule.Account = stored_[static_cast<std::size_t>(i)];
-      rule.Action = i % 2 == 0 ? Rule::markAsSpam : Rule::deleteFromServer;
-      rule.DescCount = 1;
-      rule.Description[1] = i % 2 == 0 ? "Subject Contains S " : "Subject Contains D ";
-    }
-    WriteRules(program, platform.programFile("Rules.ini"));
-    if (size > 0) program.rules.working[1].Account = working_[0] = "Work";
-  }
-
-  void restart() {
-    platform.hasQuit = false;
-    if (oneIn(2)) {
-      const bool ends = !dirty() || (modelAsk() && !dirty());
-      QuitApplication(program);
-      EXPECT_EQ(platform.hasQuit, ends);
-    }
-    std::destroy_at(&program);
-    std::construct_at(&program, platform);
-    begin();
+    for (const auto* host : {"Alpha", "Beta"})
+      if (oneIn(2)) platform.servers[host].messages.push_back(test::message("u" + std::to_string(++delivered_)));
+    platform.clock.minute = static_cast<int>(random(60));
+    RunningProgram::check();
+    platform.asked.clear();
+    static_cast<AccountState&>(current()) = program.accounts[program.accounts.AcntCurrent];
+    current().rows.clear();
+    for (const auto& row : program.frmMain.lvwEmail.Rows()) current().rows.push_back(row.Cells[2]);
+    platform.clock.minute = 21;
   }
 
   void compareAccount(std::int16_t number) {
@@ -290,8 +285,7 @@ class AccountModel : public PlainAccounts {
     EXPECT_EQ(kept(program.accounts[number]), kept(model));
     EXPECT_EQ(learnt(program.accounts[number]), learnt(model));
     Texts rows;
-    for (const auto& mail : program.messages.Messages(number, model.AcntMsgCount))
-      rows.push_back(mail.Subject + (mail.New ? " new" : ""));
+    for (const auto& mail : program.messages.Messages(number, model.AcntMsgCount)) rows.push_back(mail.Subject);
     EXPECT_EQ(rows, model.rows);
     TabStrip::Tab& other = program.frmMain.TabStripAcnts.Tabs(number);
     EXPECT_EQ((Texts{tab(number), tabImage(number), other.Caption, other.Image}),
@@ -305,28 +299,14 @@ class AccountModel : public PlainAccounts {
     for (const auto& value : platform.tree.values)
       if (value.first.starts_with("Settings/Acnt")) found.insert(value);
     EXPECT_EQ(found, expected);
-    EXPECT_EQ(platform.tree.values["Settings\\Options/UseInterval"], autoCheck_ ? "1" : "0");
-    EXPECT_EQ(platform.tree.values["Settings\\Options/EmailCheckStartUp"], startsUp_ ? "1" : "0");
   }
 
   void comparePage() {
-    MainWindow& page = program.frmMain;
-    for (const auto& [box, member, texts] : inputs) {
-      const bool client = member == &Account::AcntClient, sound = member == &Account::AcntSound;
-      const bool hidden = (client && hidesClient_) || (sound && hidesSound_);
-      const std::string notice = client ? "Using Default Email Client" : "Using Default Sound File";
-      EXPECT_EQ((page.*box).Text.get(), hidden ? notice : page_.*member);
-      EXPECT_EQ((page.*box).Enabled.get(), !hidden);
-    }
-    for (const auto& [box, member] : ticks) EXPECT_EQ((page.*box).Value.get(), page_.*member);
-    EXPECT_EQ(page.txtAcntColour.BackColour.get(), page_.AcntColour);
-    EXPECT_EQ(page.chkAcntSoundOn.Visible.get(), seesTick_);
-    EXPECT_EQ(page.lblAcntPlaySound.Visible.get(), hidesSound_);
-  }
-
-  /// What can be done now, by a changed page or without accounts, and which page shows.
-  void compareStates() {
     MainWindow& main = program.frmMain;
+    for (const auto& [box, member, texts] : inputs) EXPECT_EQ((main.*box).Text.get(), page_.*member);
+    for (const auto& [box, member] : ticks) EXPECT_EQ((main.*box).Value.get(), page_.*member);
+    EXPECT_EQ(main.txtAcntColour.BackColour.get(), page_.AcntColour);
+    EXPECT_EQ(main.chkAcntSoundOn.Visible.get(), accounts_[onPage_].AcntSoundValid);
     const bool changed = dirty(), some = count() > 0, movable = count() > 1 && !changed;
     EXPECT_THAT((std::vector<bool>{program.unsaved.AcntDirty, main.tbrButtons[saveAccountBar].Enabled,
                                    main.tbrButtons[cancelAccountBar].Enabled, !main.tbrAcnts.Enabled,
@@ -340,15 +320,7 @@ class AccountModel : public PlainAccounts {
                                    main.lvwEmail.Enabled, main.mnuTrayAutoCheck.Enabled, main.mnuTrayCheckAll.Enabled,
                                    main.mnuTrayOptions.Enabled}),
                 testing::Each(some));
-    EXPECT_THAT((std::vector<bool>{main.fraAcnt.Enabled, main.fraAcntToolBar.Enabled, main.fraMainButtons.Enabled,
-                                   main.fraEmailToolBar.Enabled, main.TabStripEmail.Enabled, main.TabStripAcnts.Enabled,
-                                   main.tbrAcnts["AcntAdd"].Enabled, !program.acnts.AcntBusy,
-                                   main.tmrMailTime.Enabled == autoCheck_, main.tmrMailStartUp.Enabled == countsDown_}),
-                testing::Each(true));
-    for (const Button& button : main.tbrEmail.Buttons) EXPECT_TRUE(some || !button.Enabled) << button.Key;
     EXPECT_EQ(program.CurrentPage, shownPage_);
-    for (std::size_t page = 0; page < pageCount; ++page)
-      EXPECT_EQ(main.fraMain[page].Visible.get(), static_cast<std::int16_t>(page) == shownPage_);
     EXPECT_EQ(main.fraNoAcntsBanner.Visible.get(), !some && shownPage_ != optionsPage);
   }
 
@@ -358,54 +330,55 @@ class AccountModel : public PlainAccounts {
       EXPECT_EQ(platform.asked[i].title, dialogs_[i].first);
       EXPECT_THAT(platform.asked[i].text, testing::HasSubstr(dialogs_[i].second));
     }
-    EXPECT_EQ(platform.played, heard_);
     ASSERT_EQ(program.accounts.AcntNum(), static_cast<int>(count()));
     const auto& [email, accounts] = std::tie(program.frmMain.TabStripEmail, program.frmMain.TabStripAcnts);
     const auto orOne = [](std::size_t number) { return std::max<std::size_t>(1, number); };  // a tab stands for none
     EXPECT_THAT((std::vector<int>{program.accounts.AcntCurrent, email.SelectedItem(), accounts.SelectedItem(),
                                   email.Count(), accounts.Count()}),
-                testing::ElementsAre(current_, orOne(current_), orOne(acntTab_), orOne(count()), orOne(count())));
-    Texts rows, live, working;
-    for (const auto& row : program.frmMain.lvwEmail.Rows()) rows.push_back(row.Cells[2] + (row.Bold ? " new" : ""));
-    for (const auto& rule : program.rules.live.rules()) live.push_back(rule.Account);
-    for (const auto& rule : program.rules.working.rules()) working.push_back(rule.Account);
-    EXPECT_EQ(rows, count() > 0 ? accounts_[current_].rows : Texts()) << "what a click on a row would mean";
-    if (shownPage_ == emailPage) {
-      EXPECT_EQ(program.frmMain.lvwEmail.EmptyText.get().empty(), count() == 0);
-    }
-    EXPECT_EQ(std::tie(live, working), std::tie(live_, working_));
-    EXPECT_EQ((Texts{panel(1), panel(3), panel(4)}),
-              (Texts{panels_[0], panels_[1], autoCheck_ ? program.autoCheck.NextCheckText : "Auto Check Off"}));
+                testing::ElementsAre(current_, orOne(current_), orOne(onPage_), orOne(count()), orOne(count())));
+    Texts rows;
+    for (const auto& row : program.frmMain.lvwEmail.Rows()) rows.push_back(row.Cells[2]);
+    EXPECT_EQ(rows, current().rows) << "what a click on a row would mean";
+    const std::string none = "No Accounts have been created...";
+    EXPECT_EQ(panel(1) + "|" + panel(3),
+              count() == 0 ? none + "|" : current().AcntStatusText + "|" + current().AcntLastCheckText);
     for (std::int16_t number = 1; number <= program.accounts.AcntNum(); ++number) compareAccount(number);
     compareTree();
     comparePage();
-    compareStates();
   }
 
   void forgetStep() override {
     dialogs_.clear();
-    heard_.clear();
     platform.asked.clear();
     platform.answers.clear();
-    platform.played.clear();
-    platform.clock.minute = static_cast<int>(random(60));
   }
 
   void run(int steps) {
     using Self = AccountModel;
-    const Lots<Self> lots = {{5, &Self::add},           {16, &Self::type},          {7, &Self::save},
-                             {2, &Self::cancel},        {2, &Self::remove},         {1, &Self::removeAll},
-                             {3, &Self::move},          {8, &Self::press},          {3, &Self::switchPage},
-                             {8, &Self::deliver},       {4, &Self::checkOne},       {4, &Self::checkEach},
-                             {1, &Self::checkByItself}, {2, &Self::testConnection}, {3, &Self::switchAutoCheck},
-                             {4, &Self::changeFiles},   {3, &Self::changeRules},    {1, &Self::restart}};
-    take(steps, lots);
+    take<Self>(steps, {{5, &Self::add},
+                       {12, &Self::type},
+                       {7, &Self::save},
+                       {2, &Self::cancel},
+                       {2, &Self::remove},
+                       {1, &Self::removeAll},
+                       {3, &Self::move},
+                       {8, &Self::press},
+                       {6, &Self::check}});
   }
+
+  int delivered_ = 0;
+  std::vector<Model> accounts_{1};  ///< by number; the first stands for none
+  std::size_t current_ = 0;
+  std::size_t onPage_ = 0;  ///< the Accounts page's; the Email page may have gone on to another
+  std::int16_t shownPage_ = emailPage;
+  Account page_;  ///< the Accounts page
+  bool counted_ = false;
+  std::vector<std::pair<std::string, std::string>> dialogs_;  ///< titles, and what their texts hold
 };
 
 TEST_P(AccountModel, IsFollowedAtEveryStep) { run(300); }
 
-INSTANTIATE_TEST_SUITE_P(Seeds, AccountModel, testing::Range(1U, 25U));
+INSTANTIATE_TEST_SUITE_P(Seeds, AccountModel, testing::Range(1U, 13U));
 
 }  // namespace
 }  // namespace velmora

@@ -59,12 +59,37 @@ TEST_F(AccountsPageTest, AValidDefaultHidesTheAccountsOwnPathsAndKeepsThem) {
 
 TEST_F(AccountsPageTest, ANewNameTakesThePlaceOfTheOldOneAndOfNoLetterElsewhere) {
   addAccount("e").messages = {test::message("one")};
+  platform.written["/home/Rules.ini"] =
+      "[Rules]\nRuleCount=2\n[Rule1]\nAccount=e\nDescCount=0\n[Rule2]\nAccount=All Accounts\nDescCount=0\n";
   open();
   check();
-  type(&AccountsPage::txtAcntName, "Reserve");
-  save();
+  program.rules.working[1].Account = "e";
+  const auto rename = [this](const char* name) {
+    type(&AccountsPage::txtAcntName, name);
+    save();
+    return program.rules.live[1].Account + "|" + program.rules.live[2].Account;
+  };
+  EXPECT_EQ(rename("Reserve"), "Reserve|All Accounts");
+  EXPECT_EQ(program.rules.working[1].Account, "Reserve");
   EXPECT_EQ(tab(1), "Reserve  (1)");
   EXPECT_EQ(panel(1), "Reserve - 1 Message");
+  rename("All Accounts");
+  EXPECT_EQ(rename("e"), "Reserve|All Accounts") << "a rule for all is nobody's";
+}
+
+TEST_F(AccountsPageTest, WithoutTheLastAccountNothingChecksByItself) {
+  addAccount("Work");
+  option("UseInterval", "1");
+  option("EmailCheckStartUp", "1");
+  open();
+  EXPECT_TRUE(page().tmrMailTime.Enabled && page().tmrMailStartUp.Enabled);
+  platform.answers = {Answer::Yes};
+  press("AcntDelete");
+  EXPECT_FALSE(page().tmrMailTime.Enabled || page().tmrMailStartUp.Enabled);
+  EXPECT_TRUE(page().tmrStatusBar.Enabled);
+  EXPECT_EQ(panel(4), "Auto Check Off");
+  for (const auto* key : {"UseInterval", "EmailCheckStartUp"})
+    EXPECT_EQ(platform.tree.values["Settings\\Options/" + std::string(key)], "0");
 }
 
 TEST_F(AccountsPageTest, QuittingInACheckAsksAboutChangesButTheEndOfTheSessionDoesNot) {

@@ -9,17 +9,6 @@ namespace {
 
 using test::MemorySettings;
 
-TEST(Accounts, AreKeptUnderTheirNames) {
-  MemorySettings tree;
-  Accounts accounts;
-  accounts.ResizeAccounts(1);
-  accounts.SaveAccountFields(tree, 1);
-  EXPECT_THAT(tree.written,
-              testing::UnorderedElementsAre("AcntEnabled1", "AcntName1", "AcntServer1", "AcntSecure1", "AcntPort1",
-                                            "AcntLoginID1", "AcntPassword1", "AcntColour1", "AcntColourIndex1",
-                                            "AcntClient1", "AcntSound1", "AcntSoundOn1"));
-}
-
 TEST(Accounts, CountIsWhatTheTreeSaysWhereThatMakesSense) {
   for (const auto& [stored, count] : {std::pair{"3", 3}, {"-4", 0}, {"many", 0}, {"", 0}, {"70000", 0}}) {
     MemorySettings tree;

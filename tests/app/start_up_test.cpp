@@ -108,27 +108,5 @@ TEST_F(StartUp, TheEmailClientIsTheDefaultOneOrTheAccounts) {
   EXPECT_EQ(platform.asked.size(), 2U);
 }
 
-TEST_F(StartUp, HelpOpensAtThePagesTopic) {
-  start();
-  program.frmMain.tbrButtons[emailHelpBar]["Help"].click();
-  EXPECT_EQ(platform.helpShown, std::vector<int>{130});
-}
-
-TEST_F(StartUp, AMinimisedWindowGoesUnlessItIsBroughtBackMeanwhile) {
-  addAccount("Work");
-  start();
-  program.frmMain.State = WindowState::Minimised;
-  platform.onYield = [&] {
-    EXPECT_TRUE(program.frmMain.Visible) << "the event loop runs once before the window goes";
-    program.frmMain.State = WindowState::Normal;
-  };
-  program.frmMain.Resize();
-  EXPECT_TRUE(program.frmMain.Visible);
-  platform.onYield = nullptr;
-  program.frmMain.State = WindowState::Minimised;
-  program.frmMain.Resize();
-  EXPECT_FALSE(program.frmMain.Visible);
-}
-
 }  // namespace
 }  // namespace velmora

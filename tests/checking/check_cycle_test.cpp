@@ -95,14 +95,6 @@ TEST_F(CheckCycle, StopEndsTheFetchAndTheWalk) {
   EXPECT_EQ(program.accounts[1].AcntStatusText, "Work - 3 Messages");
 }
 
-TEST_F(CheckCycle, AStopWithNothingToFetchStillCounts) {
-  addAccount("Work").line.onReceive = [this] { stop(); };
-  start();
-  check();
-  EXPECT_EQ(program.accounts[1].AcntStatusText, "Work - User Stopped Retrieval");
-  EXPECT_TRUE(platform.asked.empty());
-}
-
 TEST_F(CheckCycle, ChecksOfTheUserHoldAutoCheckOffMeanwhile) {
   auto& server = addAccount("Work");
   option("UseInterval", "1");
@@ -179,23 +171,6 @@ TEST_F(CheckCycle, FailuresAreToldUnlessTheirKindIsSilenced) {
   EXPECT_THAT(toldOf(1, 0), ElementsAre("refused", "handshake", "password", "fetch 0", "fetch 1", "fetch 2"));
   EXPECT_THAT(toldOf(0, 1), ElementsAre("refused", "timed out", "handshake", "no POP3", "password", "in use"));
   for (const auto& [name, server] : platform.servers) EXPECT_FALSE(server.line.open) << name;
-}
-
-TEST_F(CheckCycle, MailboxesBeyondAllCountingAreToldAsOverflow) {
-  addAccount("Work").answers["STAT"] = "+OK 32768 1000\r\n";
-  start();
-  check();
-  ASSERT_EQ(platform.asked.size(), 1U);
-  EXPECT_THAT(platform.asked[0].text, HasSubstr("6 - Overflow"));
-}
-
-TEST_F(CheckCycle, ChecksByHandNeverRunOutOfTotals) {
-  addAccount("Work").messages = {message("a")};
-  start();
-  program.walk.TotalMessages = program.walk.TotalNew = 32767;
-  check();
-  EXPECT_TRUE(platform.asked.empty());
-  EXPECT_EQ(program.accounts[1].AcntStatusText, "Work - 1 Message");
 }
 
 }  // namespace

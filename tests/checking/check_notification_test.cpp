@@ -64,17 +64,52 @@ TEST_F(Notification, SoundsCanBeSwitchedOff) {
   EXPECT_THAT(platform.played, IsEmpty());
 }
 
-TEST_F(Notification, OneSoundForAllIsSilentWhereTheFirstAccountWantsNoneOfItsFailure) {
+/// 1 has new mail, 2 only old, 3 none; 4, which has new mail, is off, and 5 is silent.
+TEST(SoundingAccounts, AreThoseWhoseFindingsAreTold) {
+  Accounts accounts;
+  accounts.ResizeAccounts(5);
+  for (const auto number : std::to_array<std::int16_t>({1, 4, 5})) accounts[number].AcntHasNew = true;
+  for (const auto number : std::to_array<std::int16_t>({1, 2, 4, 5})) accounts[number].AcntHasMessages = true;
+  accounts[4].AcntEnabled = accounts[5].AcntSoundOn = 0;
+  const auto sounding = [&](std::int16_t account, std::int16_t ShowEmail, bool oneForAll = false) {
+    return soundingAccounts(accounts, account, ShowEmail, oneForAll);
+  };
+  EXPECT_THAT(sounding(0, 0), ElementsAre(1));
+  EXPECT_THAT(sounding(0, 1), ElementsAre(1, 2));
+  EXPECT_THAT(sounding(0, 2), ElementsAre(1, 2, 3));
+  EXPECT_THAT(sounding(0, 3), IsEmpty());
+  EXPECT_THAT(sounding(4, 0), ElementsAre(4)) << "which the user checked";
+  EXPECT_THAT(sounding(5, 0), IsEmpty());
+  EXPECT_THAT(sounding(2, 0), IsEmpty());
+  EXPECT_THAT(sounding(5, 0, true), IsEmpty()) << "one for all is for a walk";
+  accounts[1].AcntHasNew = false;
+  EXPECT_THAT(sounding(0, 0, true), ElementsAre(5)) << "whatever its own is";
+}
+
+TEST_F(Notification, EachSoundIsTheDefaultOneOrTheAccountsOrThatOfAFailure) {
   option("ShowEmail", "2");
-  option("DefaultSound", "/1.wav");
-  platform.servers.erase("New");
+  set("Settings/AcntSound2", "/gone.wav");
+  platform.servers.erase("Empty");
   start();
+  checkAll();
+  EXPECT_THAT(platform.played, ElementsAre("/1.wav", "/home/Sounds/Error.wav"));
+  program.options.DefaultSound = "/default.wav";
+  program.sounds.DefaultSoundValid = true;
+  for (const auto account : std::to_array<std::int16_t>({1, 3})) {
+    platform.played.clear();
+    program.frmMain.TabStripEmail.SelectTab(account);
+    check();
+    EXPECT_THAT(platform.played, ElementsAre(account == 1 ? "/default.wav" : "/home/Sounds/Error.wav"));
+  }
+  platform.played.clear();
+  platform.servers.erase("New");
   program.accounts[1].AcntSoundOn = 0;
   checkAll();
-  EXPECT_THAT(platform.played, IsEmpty());
-  program.accounts[1].AcntSoundOn = 1;
+  EXPECT_THAT(platform.played, IsEmpty()) << "the first speaks for all, and is silent about failures";
+  platform.asked.clear();
+  for (std::int16_t i = 1; i <= 3; ++i) program.accounts[i].AcntEnabled = 0;
   checkAll();
-  EXPECT_THAT(platform.played, ElementsAre("/home/Sounds/Error.wav"));
+  EXPECT_THAT(titles(), ElementsAre("Velmora - No Accounts Checked"));
 }
 
 TEST_F(Notification, ChecksByHandSoundButShowNoMessage) {

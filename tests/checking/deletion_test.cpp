@@ -42,15 +42,6 @@ class Deletion : public test::RunningProgram {
   }
 };
 
-TEST_F(Deletion, WithNothingSelectedItStillAsks) {
-  DeleteMessages(program, 1, false);
-  const Question& question = platform.asked.at(0);
-  EXPECT_THAT(question.text, StartsWith("Ready to Delete 0 Message(s) from 'Work' "));
-  EXPECT_EQ(question.buttons, Question::Buttons::YesNo);
-  EXPECT_EQ(question.icon, Question::Icon::Critical);
-  EXPECT_EQ(onServer("Work").size(), 4U);
-}
-
 TEST_F(Deletion, NothingElseWorksMeanwhile) {
   option("UseInterval", "1");
   program.options.UseInterval = 1;
@@ -96,15 +87,6 @@ TEST_F(Deletion, LeavesMessagesThatNothingTellsApart) {
   deleteRows({1, 3});
   EXPECT_EQ(onServer("Work").size(), 2U);
   EXPECT_EQ(listed().size(), 1U);
-}
-
-TEST_F(Deletion, OfSpamShowsTheAccountAtHand) {
-  program.messages.at(2, 1).Spam = true;
-  program.accounts[2].AcntSpamCount = 1;
-  server("Home").line.onReceive = [&] { EXPECT_EQ(program.accounts.AcntCurrent, 2); };
-  DeleteSpamMessages(program);
-  EXPECT_THAT(platform.asked.at(0).text, StartsWith("Ready to Delete 1 Spam Message(s) from 'Home' "));
-  EXPECT_TRUE(server("Home").messages.empty());
 }
 
 }  // namespace

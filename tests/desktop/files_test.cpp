@@ -4,8 +4,11 @@
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTimer>
 
 #include "options/decisions/ini_file.h"
@@ -14,7 +17,6 @@
 #include "platform/qt/services/qt_platform.h"
 #include "platform/qt/strings.h"
 #include "support/full_disk.h"
-#include "support/killed_child.h"
 
 namespace velmora {
 namespace {
@@ -29,29 +31,16 @@ class RealFiles : public testing::Test {
 };
 
 TEST_F(RealFiles, OnAFullDiskTheOldOneStays) {
+  EXPECT_TRUE(platform_.writeFile(path(), "older"));
+  QFile::setPermissions(qt(path()), ownersFile | QFileDevice::ReadOther);
   EXPECT_TRUE(platform_.writeFile(path(), "old"));
+  EXPECT_FALSE(QFile::permissions(qt(path())) & QFileDevice::ReadOther);
   {
     const test::FullDisk disk(100);
     EXPECT_FALSE(platform_.writeFile(path(), std::string(200, 'x')));
   }
   EXPECT_EQ(platform_.readFile(path()), "old");
   EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files), QStringList("Rules.ini")) << "nothing is left beside it";
-}
-
-TEST_F(RealFiles, KilledAtAnyWriteAreWholeAndTheUsersAlone) {
-  bool isThrough = false;
-  for (int call = 1; !isThrough; ++call) {
-    platform_.writeFile(path(), "old");
-    QFile::setPermissions(qt(path()), ownersFile | QFileDevice::ReadOther);
-    isThrough = test::survives(call, [this] { platform_.writeFile(path(), "new"); });
-    const auto found = platform_.readFile(path());
-    EXPECT_TRUE(found == "new" || (!isThrough && found == "old")) << call;
-    EXPECT_TRUE(call > 2 || !isThrough) << "there was something to be killed at";
-    for (const QFileInfo& file : QDir(folder_.path()).entryInfoList(QDir::Files | QDir::Hidden)) {
-      const bool isOld = found == "old" && file.fileName() == "Rules.ini";
-      EXPECT_TRUE(isOld || file.size() == 0 || !file.permission(QFileDevice::ReadOther)) << call;
-    }
-  }
 }
 
 TEST_F(RealFiles, WhatIsNoFileOrTooLargeIsNotRead) {
@@ -68,6 +57,23 @@ TEST_F(RealFiles, WhatIsNoFileOrTooLargeIsNotRead) {
   IniFile(platform_, path()).KeySave("v", "s", "k");
   EXPECT_EQ(static_cast<std::size_t>(large.size()), largestReadFile + 1) << "nor is it replaced";
   EXPECT_EQ(platform_.programFile("../../x"), platform_.programFile("x"));
+}
+
+TEST_F(RealFiles, QuestionsShowPlainTextAndTakeEscForNo) {
+  using enum Question::Buttons;
+  for (const auto& [buttons, key, answer] : {std::tuple{YesNo, Qt::Key_Escape, Answer::No},
+                                             {YesNoCancel, Qt::Key_Escape, Answer::No},
+                                             {YesNoCancel, Qt::Key_Return, Answer::Yes},
+                                             {Ok, Qt::Key_Escape, Answer::Ok}}) {
+    QTimer::singleShot(0, [key = key] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      EXPECT_EQ(box->findChild<QLabel*>("qt_msgbox_label")->textFormat(), Qt::PlainText) << "a server's words";
+      QTest::keyClick(box, key);
+    });
+    Question question;
+    question.buttons = buttons;
+    EXPECT_EQ(platform_.MsgBox(question), answer);
+  }
 }
 
 TEST_F(RealFiles, AreSavedUnderTheNameThatTheDialogShows) {

@@ -1,14 +1,11 @@
 #include <gmock/gmock.h>
 
 #include <QDir>
-#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QRegularExpression>
 #include <QScrollBar>
-#include <QTcpServer>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include "platform/qt/help/help_browser.h"
@@ -17,11 +14,6 @@
 
 namespace velmora {
 namespace {
-
-void write(const QString& path, const QByteArray& bytes) {
-  QFile file(path);
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-}
 
 int heightOf(HelpBrowser& browser, const QUrl& picture) {
   return browser.loadResource(QTextDocument::ImageResource, picture).value<QImage>().height();
@@ -90,39 +82,6 @@ TEST_F(Help, SearchNarrowsTheContentsAndMarksThePage) {
   EXPECT_EQ(listed(), contents_.count());
   QTest::keyClick(&search_, Qt::Key_Escape);
   EXPECT_FALSE(window_.isVisible());
-}
-
-TEST(HostileHelp, ReachesNothingOutsideItsFolder) {
-  const QTemporaryDir place;
-  QTcpServer server;
-  ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
-  const QString net = "http://127.0.0.1:" + QString::number(server.serverPort()) + "/x.png";
-  const QString folder = place.path() + "/help";
-  const QString secret = place.path() + "/secret.png";
-  const QString linked = folder + "/link.png";
-  ASSERT_TRUE(QDir().mkdir(folder) && QImage(8, 8, QImage::Format_RGB32).save(secret) && QFile::link(secret, linked));
-  write(folder + "/contents.txt", "1 page.html\n2 missing.html\n3 ../secret.png\n4\n\xff\xfe 5 6 7\n");
-  QString page = "<title>\u00c9t\u00e9</title><link rel=stylesheet href=../secret.png></link>";
-  for (const QString& picture : {net, secret, linked}) page += "<img src='" + picture + "'>";
-  write(folder + "/page.html", (page + "<p>words").toUtf8());
-  HelpWindow window(folder);
-  window.showTopic(1);
-  window.grab();
-  auto& browser = *window.findChild<HelpBrowser*>();
-  const auto& contents = *window.findChild<QListWidget*>();
-  ASSERT_EQ(contents.count(), 1);
-  for (const QString& target : {secret, linked, net}) {
-    EXPECT_EQ(heightOf(browser, QUrl::fromUserInput(target)), 1) << target.toStdString();
-  }
-  for (const auto* target : {"http://127.0.0.1/", "file:///etc/passwd", "../secret.png", "link.png", "missing.html"}) {
-    emit browser.anchorClicked(browser.source().resolved(QUrl(target)));
-    EXPECT_EQ(browser.shownPage(), 0) << target;
-    EXPECT_TRUE(browser.toPlainText().endsWith("words")) << target;
-  }
-  window.findChild<QLineEdit*>()->setText("\u00e9T\u00c9");
-  EXPECT_FALSE(contents.item(0)->isHidden()) << "letters of all kinds have two cases";
-  EXPECT_FALSE(server.waitForNewConnection(0));
-  HelpWindow(place.path() + "/nowhere").showTopic(1);
 }
 
 }  // namespace

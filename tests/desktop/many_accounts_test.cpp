@@ -1,15 +1,9 @@
 #include <gmock/gmock.h>
 
-#include <QLabel>
 #include <QTabBar>
-#include <ctime>
-#include <limits>
 
 #include "desktop/opened_window.h"
-#include "platform/mime/gmime_reader.h"
-#include "platform/qt/services/qt_transport.h"
 #include "platform/qt/strings.h"
-#include "support/scripted_server.h"
 
 namespace velmora {
 namespace {
@@ -84,26 +78,6 @@ TEST_F(ManyAccounts, HaveTheSelectedTabInSight) {
   }
 }
 
-TEST_F(ManyAccounts, AreSelectedByAPressOnWhatIsSeenOfATab) {
-  open();
-  for (const auto& each : strips) {
-    auto& bar = strip(each);
-    const auto edge = [&bar] { return QPoint(leftArrow(bar).x() - 2, bar.height() / 2); };
-    bar.setCurrentIndex(0);
-    if (isInSight(bar, bar.tabAt(edge()) + 1)) view_->resize(view_->width() + 40, view_->height());
-    QCoreApplication::processEvents();
-    const int half = bar.tabAt(edge()) + 1;
-    ASSERT_FALSE(isInSight(bar, half));
-    hold(bar, edge());
-    EXPECT_EQ(current(), half);
-    EXPECT_EQ(bar.currentIndex(), half - 1);
-    EXPECT_TRUE(isInSight(bar, half));
-    drop(bar, edge());
-    EXPECT_EQ(current(), half);
-    EXPECT_EQ(nameAt(half), nameOf(half)) << "a pointer that rests drags nothing";
-  }
-}
-
 TEST_F(ManyAccounts, AreDraggedAsFarAsTheArrowsScroll) {
   open();
   for (const auto& each : strips) {
@@ -132,27 +106,6 @@ TEST_F(ManyAccounts, AreDraggedAsFarAsTheArrowsScroll) {
   }
 }
 
-TEST_F(ManyAccounts, ShowWhichOfThemIsBeingChecked) {
-  std::set<int> seen;
-  for (int number = 1; number <= fifty; ++number) {
-    platform.servers[nameOf(number)].line.onReceive = [this, number, &seen] {
-      if (!seen.insert(number).second) return;
-      program.frmMain.tmrRetrieveMessage.tick();
-      auto& bar = find<QTabBar>("TabStripEmail");
-      EXPECT_EQ(bar.currentIndex(), number - 1);
-      EXPECT_TRUE(isInSight(bar, number)) << number;
-      EXPECT_THAT(tabImage(number), testing::StartsWith("MailSpin"));
-      EXPECT_TRUE(find<QLabel>("StatusBar1").text().startsWith(qt(nameOf(number) + " - "))) << number;
-    };
-  }
-  open();
-  find<QTabBar>("TabStripEmail").setCurrentIndex(24);
-  press("CheckAll");
-  EXPECT_EQ(seen.size(), std::size_t{fifty});
-  EXPECT_EQ(current(), 25);
-  EXPECT_TRUE(isInSight(find<QTabBar>("TabStripEmail"), 25));
-}
-
 TEST_F(ManyAccounts, AndTheirFieldsAreReachedByTheKeyboard) {
   open();
   auto& bar = strip(strips[1]);
@@ -171,46 +124,6 @@ TEST_F(ManyAccounts, AndTheirFieldsAreReachedByTheKeyboard) {
                            "txtAcntLoginID", "txtAcntPassword", "Colour", "txtAcntClient", "txtAcntSound"}) {
     EXPECT_TRUE(reached.contains(name)) << name;
   }
-}
-
-TEST_F(ManyAccounts, TakeAsLongToCheckAsTheirServersDo) {
-  test::MemoryServer script;
-  test::ScriptedServer server(script);
-  platform.makeTransport = makeQtTransport;
-  platform.reader = std::make_shared<GmimeReader>();
-  for (int number = 1; number <= fifty; ++number) {
-    set("Settings/AcntServer" + std::to_string(number), "127.0.0.1");
-    set("Settings/AcntPort" + std::to_string(number), std::to_string(server.port()));
-  }
-  open();
-  const auto client = platform.makePopClient();
-  const auto connectToAll = [&] {
-    for (int number = 1; number <= fifty; ++number) {
-      client->HostName("127.0.0.1");
-      client->Port(server.port());
-      client->Login("user");
-      client->Password("secret");
-      client->Connect();
-      EXPECT_EQ(client->Messages().Count(), 0);
-      client->Disconnect();
-    }
-  };
-  // Of the processor's time: others may want the machine too.
-  const auto measure = [](const auto& action, double& least) {
-    const std::clock_t begin = std::clock();
-    action();
-    least = std::min(least, static_cast<double>(std::clock() - begin) * 1000 / CLOCKS_PER_SEC);
-  };
-  double alone = std::numeric_limits<double>::max();
-  double whole = alone;
-  for (int round = 0; round < 3; ++round) {
-    measure(connectToAll, alone);
-    measure([this] { press("CheckAll"); }, whole);
-  }
-  EXPECT_EQ(script.logins, 6 * fifty);
-  EXPECT_TRUE(platform.asked.empty());
-  constexpr double perAccount = 15;
-  EXPECT_LT(whole, 1.5 * alone + perAccount * fifty) << "ms, alone " << alone;
 }
 
 }  // namespace

@@ -6,22 +6,13 @@ import pathlib
 import shutil
 import signal
 import subprocess
-import time
 import unittest
 
 from gi.repository import GLib
 
 from built_program import PROGRAM, BuiltProgramTest, settings_in
 
-from private_desktop import make_folder, open_desktop, tell
-
-
-def wait_for(condition, what, seconds=20):
-    end = time.monotonic() + seconds
-    while not condition():
-        if time.monotonic() > end:
-            raise AssertionError("waited in vain for " + what)
-        time.sleep(0.02)
+from private_desktop import make_folder, open_desktop, tell, wait_for
 
 
 def windows(title):
@@ -39,8 +30,8 @@ class ProgramTest(BuiltProgramTest):
 
     def start_shown(self):
         process = self.start()
-        wait_for(lambda: windows("Velmora") > 0, "the window")
-        wait_for(lambda: "FirstUse=1" in self.text(), "the end of the start")
+        wait_for("the window", lambda: windows("Velmora") > 0)
+        wait_for("the end of the start", lambda: "FirstUse=1" in self.text())
         return process
 
     def test_first_run_and_the_end_of_the_desktops_session(self):
@@ -50,7 +41,7 @@ class ProgramTest(BuiltProgramTest):
             self.assertEqual(windows("Velmora - First Time Use"), 1 if is_first else 0)
             self.assertEqual(self.logon.exists(), is_first, "a user who took it away doesn't want it")
             self.assertIn("Options\\RunStartUp=1", self.text())
-            wait_for(lambda: (self.home / "Kestrum/Velmora/Sounds/Error.wav").exists(), "the sounds")
+            wait_for("the sounds", lambda: (self.home / "Kestrum/Velmora/Sounds/Error.wav").exists())
             self.assertEqual(self.settings.stat().st_mode & 0o777, 0o600)
             for own in (self.settings.parent, self.home / "Kestrum/Velmora"):
                 self.assertEqual(own.stat().st_mode & 0o777, 0o700)
@@ -86,7 +77,7 @@ class ProgramTest(BuiltProgramTest):
         process = subprocess.Popen([odd / "Velmora"], stderr=subprocess.DEVNULL)
         self.addCleanup(process.wait)
         self.addCleanup(process.kill)
-        wait_for(lambda: "FirstUse=1" in self.text(), "the end of the start")
+        wait_for("the end of the start", lambda: "FirstUse=1" in self.text())
         entry = GLib.KeyFile()
         entry.load_from_file(str(self.logon), GLib.KeyFileFlags.NONE)
         words = GLib.shell_parse_argv(entry.get_string("Desktop Entry", "Exec"))[1]
@@ -97,7 +88,7 @@ class ProgramTest(BuiltProgramTest):
         first.kill()
         first.wait()
         self.assertTrue((self.settings.parent / "Velmora.lock").exists())
-        wait_for(lambda: windows("Velmora") == 0, "the window's end")
+        wait_for("the window's end", lambda: windows("Velmora") == 0)
         self.end(self.start_shown())
 
     def test_settings_that_cannot_be_used_are_told_and_left_alone(self):
@@ -109,7 +100,7 @@ class ProgramTest(BuiltProgramTest):
                 os.chown(self.settings, owner, -1)
             if self.settings.stat().st_uid == owner:
                 process = self.start()
-                wait_for(lambda: windows("Velmora - Settings Error") > 0, "the message box")
+                wait_for("the message box", lambda: windows("Velmora - Settings Error") > 0)
                 self.end(process)
                 self.assertEqual(self.settings.read_text(), text)
                 self.assertFalse(self.logon.exists())

@@ -124,6 +124,20 @@ TEST(Privacy, IsAMatterOfOwnerAndRights) {
   EXPECT_FALSE(isPrivate(ownersFolder, 7, 0));
 }
 
+TEST_F(SettingsFile, IsReplacedWholeOnceTheEventLoopTurns) {
+  write("[Settings]\nAcntName1=old\n");
+  QtSettings settings;
+  QFile former(path_);
+  ASSERT_TRUE(former.open(QIODevice::ReadOnly));
+  settings.SaveSetting("Settings", "AcntName1", "new");
+  settings.DeleteSetting("Settings", "Gone");
+  settings.SaveSetting("Settings", "AcntName2", "other");
+  EXPECT_EQ(content(), "[Settings]\nAcntName1=old\n") << "one save of many changes";
+  flush();
+  EXPECT_EQ(content(), "[Settings]\nAcntName1=new\nAcntName2=other\n");
+  EXPECT_EQ(former.readAll(), "[Settings]\nAcntName1=old\n") << "never written in place: a kill would leave half";
+}
+
 TEST_F(SettingsFile, AFullDiskLeavesItAsItWas) {
   QtSettings settings;
   for (int number = 1; number <= 50; ++number)

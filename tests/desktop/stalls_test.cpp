@@ -92,15 +92,6 @@ TEST_P(Stalls, StopEndsAFetchThatStandsStill) {
   EXPECT_FALSE(program.frmMain.tbrButtons[stopRetrievalBar].Visible);
 }
 
-TEST_P(Stalls, StopEndsAFetchThatPoursIn) {
-  ScriptedServer& server = serve("Work", GetParam());
-  server.script.answers["RETR 3"] = "+OK\r\nSubject: c\r\n\r\n" + std::string(8'000'000, 'x');
-  server.chunk = 200;
-  start();
-  EXPECT_LT(stopInTheLast().value_or(never), promptly) << "the program's timers tick meanwhile";
-  EXPECT_EQ(account("Work").AcntStatusText, "Work - User Stopped Retrieval");
-}
-
 TEST_P(Stalls, TheProgramLivesOnWhileAFetchStandsStill) {
   ScriptedServer& server = serveHalf("Work");
   start();
@@ -183,16 +174,6 @@ class DeadPort {
   int listener_;
   std::vector<std::unique_ptr<QTcpSocket>> callers_;
 };
-
-TEST(WaitingTest, TimeThatIsOverIsNotWaitedFor) {
-  Waiting waiting;
-  const QObject context;
-  QTimer::singleShot(5s, &context, [&] { waiting.wake(); });
-  QElapsedTimer clock;
-  clock.start();
-  EXPECT_TRUE(waiting.wait(-5ms));
-  EXPECT_LT(clock.elapsed(), promptly);
-}
 
 TEST(WaitingTest, TransportsTurnTheLoopUntilTheProgramEnds) {
   const auto transport = makeQtTransport();

@@ -60,27 +60,5 @@ TEST_F(MessageList, ARightClickOffersTheMenuWhereverItFalls) {
   EXPECT_EQ(program.list.SelectedMessage, 2);
 }
 
-TEST_F(MessageList, TheFocusStaysAwayWithoutAPointer) {
-  int taken = 0;
-  program.frmMain.cmdTakeFocus.focus.watch([&] { ++taken; });
-  list().MouseMove(0, pastAllColumns);
-  list().GotFocus();
-  EXPECT_EQ(taken, 1);
-  list().MouseMove(1, 0);
-  list().GotFocus();
-  EXPECT_EQ(taken, 1);
-  program.frmMain.TabStripEmail.GotFocus();
-  EXPECT_EQ(taken, 2);
-}
-
-TEST(MessageListWithoutAccounts, DoesNothing) {
-  test::TestPlatform platform;
-  Program program(platform);
-  ASSERT_TRUE(Main(program));
-  ShowAccountMessages(program, 0);
-  EXPECT_TRUE(program.frmMain.lvwEmail.Rows().empty());
-  program.frmMain.lvwEmail.Click();
-}
-
 }  // namespace
 }  // namespace velmora

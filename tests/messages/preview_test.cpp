@@ -54,14 +54,6 @@ TEST_F(Preview, ShowsTheSelectedMessageAndHoldsTimedChecks) {
   EXPECT_TRUE(window().tbrButtons["Exit Preview"].Enabled);
 }
 
-TEST_F(Preview, NeedsAMessage) {
-  for (const auto none : {std::int16_t{0}, std::int16_t{3}}) {
-    program.list.SelectedMessage = none;
-    PreviewMessage(program);
-    EXPECT_FALSE(program.frmPreview.PreviewOpen);
-  }
-}
-
 TEST_F(Preview, SavesUnderTheChosenNameOrWhereNoneIsUnderTheProposedOne) {
   preview(1);
   press("Save");

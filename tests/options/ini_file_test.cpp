@@ -74,42 +74,6 @@ TEST_F(Profiles, AWriteKeepsEveryOtherLine) {
   EXPECT_EQ(save("", "v", "a]b", "k"), "[a]b]\nk=v\n");
 }
 
-TEST_F(Profiles, SectionsComeWithABlankBehindTheLastLine) {
-  platform.written["p"] = "[s]\nk = v\n ; c=d\nrubbish\nl='w'\n[t=u]\n";
-  IniFile file(platform, "p");
-  EXPECT_THAT(file.SectionGet("S"), ElementsAre("k=v", "l='w'", ""));
-  EXPECT_THAT(file.SectionGet(""), ElementsAre("k=v", "l='w'", "")) << "blank keeps the section";
-  EXPECT_THAT(file.SectionGet("t=u"), ElementsAre());
-  EXPECT_THAT(file.SectionGet("u"), ElementsAre());
-  EXPECT_THAT(IniFile(platform, "p").SectionGet(""), ElementsAre());
-  for (const std::size_t length : {2044U, 2045U}) {
-    platform.written["p"] = "[s]\nk=" + std::string(length, 'v');
-    const auto lines = IniFile(platform, "p").SectionGet("s");
-    EXPECT_EQ(lines.size(), length == 2044 ? 2U : 1U);
-    EXPECT_EQ(lines.front().size(), 2046U);
-  }
-}
-
-TEST_F(Profiles, WhatIsNotNamedStaysInForce) {
-  platform.written["p"] = "[Menu]\nMenuStyle=1\nother=2\n";
-  {
-    IniFile file(platform, "p");
-    EXPECT_EQ(file.KeyGet("Menu", "other", ""), "2");
-    EXPECT_EQ(file.KeyValue, "2");
-    EXPECT_EQ(file.KeyGet("NA", "missing", ""), "");
-    EXPECT_EQ(file.KeyGet("NA", "NA", "x"), "x");
-    file.Section = "Menu";
-    file.KeySave("4", "NA", "MenuStyle");
-    for (const auto* value : {"5", "4"}) file.KeySave(value, "NA", "again");
-    EXPECT_EQ(file.KeyGet("na", "MenuStyle", "none"), "none") << "case counts";
-    EXPECT_EQ(platform.written["p"], "[Menu]\nMenuStyle=1\nother=2\n") << "the file changes when the run ends";
-    file.ConfigName("q");
-    EXPECT_EQ(platform.written["p"], "[Menu]\nMenuStyle=4\nother=2\nagain=4\n");
-    EXPECT_EQ(file.KeyGet("Menu", "MenuStyle", "none"), "none");
-  }
-  EXPECT_FALSE(platform.written.contains("q")) << "a run that saves nothing writes nothing";
-}
-
 TEST_F(Profiles, AFileThatCannotBeReadIsLeftAlone) {
   platform.files.insert("p");
   IniFile file(platform, "p");

@@ -1,19 +1,10 @@
 #include <gtest/gtest.h>
 
 #include "platform/controls/timer.h"
-#include "platform/controls/toolbar.h"
+#include "platform/failure.h"
 
 namespace velmora {
 namespace {
-
-TEST(Property, TellsEveryChangeAndNothingElse) {
-  Property<std::string> caption = "Help";
-  std::vector<std::string> told;
-  caption.watch([&](const std::string& text) { told.push_back(text); });
-  caption = "Help";
-  caption = "Stop";
-  EXPECT_EQ(told, (std::vector<std::string>{"Help", "Stop"}));
-}
 
 TEST(Timer, DropsTicksThatFallIntoItsOwnHandlerOnly) {
   Timer clock(1000, true);
@@ -35,20 +26,6 @@ TEST(Timer, DropsTicksThatFallIntoItsOwnHandlerOnly) {
   check.Enabled = false;
   check.tick();
   EXPECT_EQ(checkTicks, 2);
-}
-
-TEST(Toolbar, DisabledButtonsAndBarsDontReact) {
-  Toolbar bar("images", {{"Go", "Go  ", "Goes", "Go"}});
-  int clicks = 0;
-  bar.ButtonClick = [&](Button& button) { clicks += button.Key == "Go"; };
-  bar["Go"].click();
-  bar["Go"].Enabled = false;
-  bar["Go"].click();
-  bar["Go"].Enabled = true;
-  bar.Enabled = false;
-  bar["Go"].click();
-  EXPECT_EQ(clicks, 1);
-  EXPECT_THROW(bar["Stop"], RunTimeFailure);
 }
 
 }  // namespace

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <ctime>
+#include <random>
 
 #include "platform/failure.h"
 
@@ -19,6 +21,16 @@ TEST(Text, FindsInWhateverText) {
   EXPECT_EQ(text::find(halves, "\x84"), std::string::npos);
   EXPECT_EQ(text::find(halves + "x\x84", "\x84"), 2001U);
   EXPECT_EQ(text::find("ab", "abc"), std::string::npos);
+  std::mt19937 random(20261121);
+  const auto some = [&random](std::size_t most) {
+    std::string text;
+    for (std::size_t i = random() % (most + 1); i > 0; --i) text += std::array{"a", "b", "Ä"}[random() % 3];
+    return text;
+  };
+  for (int i = 0; i < 50'000; ++i) {
+    const std::string in = some(40), what = "a" + some(3);
+    ASSERT_EQ(text::find(in, what), in.find(what)) << in << '|' << what;
+  }
   // What begins or ends within a character comes close to being found everywhere.
   std::string letters;
   for (int i = 0; i < 400'000; ++i) letters += "Äz";

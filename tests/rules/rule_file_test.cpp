@@ -98,33 +98,5 @@ TEST_F(RuleFile, NothingOfTheFormerFileStays) {
   EXPECT_EQ(platform.written["Rules.ini"], "[Rules]\nRuleCount=2\n");
 }
 
-TEST_F(RuleFile, TheWorkingSetFollowsTheLiveOne) {
-  Rules rules = read(example);
-  rules.CurrentRule = 5;
-  rules.CopyRulesToWorking();
-  EXPECT_EQ(rules.CurrentRule, 2);
-  EXPECT_EQ(rules.working.Show, 1);
-  EXPECT_EQ(rules.working[1].RedoCount, 2);
-  EXPECT_EQ(rules.working[2].Account, "Home");
-
-  rules.working[1].Name = rules.working[1].Description[1] = "edited";
-  rules.live[1].DescCount = 1;
-  rules.ResizeRules(3);
-  EXPECT_EQ(rules.working[1].Name, "edited");
-  EXPECT_EQ(rules.working[1].Description[0], "Subject Contains free offer ") << "entries that aren't live are lost";
-  EXPECT_EQ(rules.working[1].Description[1], "Subject Contains free offer ");
-  EXPECT_EQ(rules.live[1].Description[2], "");
-  EXPECT_EQ(rules.working[3].Name, "Rule");
-
-  rules.live.Show = 0;
-  for (const auto none : {std::int16_t{0}, std::int16_t{-3}}) {
-    rules.live.RuleCount = none;
-    rules.CopyRulesToWorking();
-    EXPECT_EQ(rules.CurrentRule, 0);
-    EXPECT_EQ(rules.working.RuleCount, none);
-    EXPECT_EQ(rules.working.Show, 1) << "without rules the other values stay";
-  }
-}
-
 }  // namespace
 }  // namespace velmora

@@ -132,35 +132,6 @@ TEST_F(RuleReport, ClosesOneTickAfterItsTime) {
   EXPECT_THAT(shown, ElementsAre("2", "2", "1", "0"));
   tick();
   EXPECT_FALSE(program.frmRuleReport.RuleReportOpen);
-
-  checkAll();
-  program.rules.live.Time = 1;
-  tick();
-  EXPECT_TRUE(program.frmRuleReport.RuleReportOpen) << "it begins anew each time";
-  tick();
-  EXPECT_FALSE(program.frmRuleReport.RuleReportOpen) << "the time of now counts";
-}
-
-TEST_F(RuleReport, TheTabAtThePressIsTheOneThatCounts) {
-  serve("Home");
-  serve("Club", {"s"});
-  start();
-  checkAll();
-  int raised = 0;
-  window().activate.watch([&raised] { ++raised; });
-  platform.onYield = [this] { window().TabStripRuleReport.SelectTab(2); };
-  press("DeleteNow");
-  platform.onYield = nullptr;
-  EXPECT_EQ(raised, 1);
-  EXPECT_EQ(platform.servers["Club"].logins, 1) << "it has nothing to delete";
-  EXPECT_THAT(onServer("Home"), ElementsAre("s", "k"));
-  EXPECT_EQ(window().lblRuleDelete.Caption.get(), "No Messages to Delete");
-  EXPECT_TRUE(canDelete()) << "the tab in front has something left";
-  EXPECT_FALSE(program.frmMain.tmrMailTime.Enabled);
-  platform.onYield = [this] { window().Close(); };
-  press("DeleteNow");
-  EXPECT_THAT(onServer("Home"), ElementsAre("s", "k")) << "it was closed before anything had begun";
-  EXPECT_TRUE(program.frmMain.tmrMailTime.Enabled);
 }
 
 TEST_F(RuleReport, AFailureOfTheProgramsOwnRestoresEverything) {
@@ -210,12 +181,6 @@ TEST_F(RuleReport, StaysOutOfTheWayOfWhatIsUnderWay) {
 TEST_F(RuleReport, KeepsAboveTheOtherTimedWindow) {
   serve("Home");
   start();
-  program.frmMessage.AlwaysOnTop = true;
-  checkAll();
-  EXPECT_TRUE(program.frmMessage.AlwaysOnTop) << "one that isn't up is left alone";
-  program.frmMessage.AlwaysOnTop = false;
-  window().Close();
-  EXPECT_FALSE(program.frmMessage.AlwaysOnTop);
   program.frmMessage.AutoMessageOpen = true;
   program.frmMessage.AlwaysOnTop = true;
   checkAll();

@@ -41,8 +41,6 @@ void SoundServer::catchUp() {
   EXPECT_TRUE(QTest::qWaitFor([&] { return recording().size() >= enough; }, 20'000)) << "the recording stands still";
 }
 
-void SoundServer::forget() { recording_.remove(0, recording().size() / 2 * 2); }
-
 void SoundServer::end() {
   server_.terminate();
   EXPECT_TRUE(server_.state() == QProcess::NotRunning || server_.waitForFinished());

@@ -23,9 +23,6 @@ class SoundServer {
   /// What has been played by now is in the recording when this returns.
   void catchUp();
 
-  /// Forgets what has been recorded.
-  void forget();
-
   void end();
 
  private:

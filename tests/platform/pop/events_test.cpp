@@ -11,29 +11,6 @@ using testing::IsEmpty;
 using testing::Not;
 using testing::StartsWith;
 
-TEST(Events, ComeInOrder) {
-  Desk desk;
-  desk.server.line.certificate = {"CN=mail", 18, "self-signed"};
-  desk.client->Security(3);
-  desk.holds(1);
-  desk.client->Connect();
-  desk.messages().FetchAll();
-  desk.client->Disconnect();
-  EXPECT_THAT(desk.recorder.events, ElementsAre("StateChange 0", "HostCertificate CN=mail 18 self-signed",
-                                                "StateChange 1", "StateChange 2", "Connected", "Done 0", "Done 0",
-                                                "StateChange 3", "StateChange 4", "Disconnected 0", "Done 0"));
-  desk.server.answers["RETR"] = MemoryServer::hangUp;
-  desk.server.messages = {{"uid", "text"}};
-  desk.client->Connect();
-  desk.recorder.events.clear();
-  EXPECT_EQ(failureOf([&] { desk.messages().FetchAll(); }), pop_failure::connectionLost);
-  EXPECT_THAT(desk.recorder.events, ElementsAre("StateChange 3", "Disconnected 30012", "Done 30012"));
-  desk.server.greeting = MemoryServer::hangUp;
-  desk.recorder.events.clear();
-  EXPECT_EQ(failureOf([&] { desk.client->Connect(); }), pop_failure::noGreeting);
-  EXPECT_THAT(desk.recorder.events, Not(Contains(StartsWith("Disconnected")))) << "it was never open";
-}
-
 /// Connects, fetches, deletes one of two messages, and stops at a chance to do so. False where there are fewer.
 bool stopsAt(int chance) {
   Desk desk;
@@ -160,15 +137,6 @@ TEST(Events, FailureOfAHandlerPassesThroughAndTheConnectionCanStillBeEnded) {
   EXPECT_EQ(desk.client->LastError(), 0);
   desk.client->Disconnect();
   EXPECT_EQ(desk.server.commands.back(), "QUIT");
-}
-
-TEST(Events, ReceiverMayGoAtAnyTime) {
-  Desk desk;
-  desk.holds(2);
-  desk.recorder.onEvent = [](PopClient& owner, const std::string&) { owner.Notification(nullptr); };
-  desk.client->Connect();
-  desk.messages().FetchAll();
-  EXPECT_THAT(desk.recorder.events, ElementsAre("StateChange 0"));
 }
 
 TEST(Client, RefusesWhatItDoesNotOffer) {

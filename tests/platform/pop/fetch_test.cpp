@@ -222,25 +222,5 @@ TEST(Fetch, KeepsNoMoreOfAMailboxThanThereIsRoomFor) {
   }
 }
 
-TEST(Fetch, SpendsTheRoomTextByText) {
-  const std::size_t rawMark = mail_bounds::rawMark.size();
-  const std::size_t bodyMark = mail_bounds::bodyMark.size();
-  // Room before and behind it, and what is left of three texts of 1000 bytes.
-  const std::vector<std::array<std::size_t, 5>> cases = {
-      {3500, 500, 1000, 1000, 1000},    {2999, 0, 1000, 1000, 999},     {1800, 0, 1000, 800, bodyMark},
-      {700, 0, 700, rawMark, bodyMark}, {0, 0, 256, rawMark, bodyMark},
-  };
-  for (const auto& [before, behind, from, raw, body] : cases) {
-    ReadMail mail{std::string(1000, 'f'), "", "", {}, std::string(1000, 'r'), std::string(1000, 'b')};
-    mail.Body.reserve(10'000);
-    std::size_t room = before;
-    pop::keepWithin(room, mail);
-    const std::array kept = {before, room, mail.From.size(), mail.Raw.size(), mail.Body.size()};
-    EXPECT_EQ(kept, (std::array{before, behind, from, raw, body}));
-    EXPECT_EQ(mail.Raw.ends_with(mail_bounds::rawMark), raw < 1000);
-    EXPECT_LE(mail.Body.capacity(), 1000U);
-  }
-}
-
 }  // namespace
 }  // namespace velmora::test
