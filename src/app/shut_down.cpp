@@ -41,6 +41,7 @@ void Form_Unload(Program& program) {
   program.frmMain.TrayData.Visible = false;
   SaveColumnWidths(program);
   saveSortState(program);
+  program.platform.settings().Keep();
   frmPreview_Unload(program);
   frmRuleReport_Unload(program);
   frmMessage_Unload(program);

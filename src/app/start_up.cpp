@@ -46,6 +46,7 @@ void firstRun(Program& program) {
   settings.SaveSetting(optionsSection, "RunStartUp", "1");
   program.platform.SetRunAtStartUp();
   settings.SaveSetting(settingsSection, "FirstUse", "1");
+  settings.Keep();
 }
 
 void connectWindow(Program& program) {

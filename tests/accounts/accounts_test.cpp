@@ -13,7 +13,7 @@ TEST(Accounts, AreKeptUnderTheirNames) {
   MemorySettings tree;
   Accounts accounts;
   accounts.ResizeAccounts(1);
-  accounts.SaveAccountFields(tree, 1);
+  Accounts::SaveAccountFields(tree, 1, accounts[1]);
   EXPECT_THAT(tree.written,
               testing::UnorderedElementsAre("AcntEnabled1", "AcntName1", "AcntServer1", "AcntSecure1", "AcntPort1",
                                             "AcntLoginID1", "AcntPassword1", "AcntColour1", "AcntColourIndex1",

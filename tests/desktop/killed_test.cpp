@@ -80,7 +80,7 @@ void expectWhole(const Names& names) {
     }
   }
   settings.SaveSetting(settingsSection, "Probe", "1");
-  QCoreApplication::processEvents();
+  settings.Keep();
   EXPECT_EQ(QtSettings().GetSetting(settingsSection, "Probe", ""), "1");
 }
 
@@ -92,14 +92,14 @@ class Killed : public test::RunningProgram, public testing::WithParamInterface<O
     accounts.ResizeAccounts(count);
     for (std::int16_t number = 1; number <= count; ++number) {
       static_cast<Account&>(accounts[number]) = accountOf(GetParam().before[static_cast<std::size_t>(number - 1)]);
-      accounts.SaveAccountFields(settings_, number);
+      Accounts::SaveAccountFields(settings_, number, accounts[number]);
     }
     settings_.SaveSetting(settingsSection, "AcntNum", std::to_string(count));
     platform.store = &settings_;
     platform.answers = {Answer::Yes};
     start();
     GoToPage(program, accountsPage);
-    QCoreApplication::processEvents();
+    settings_.Keep();
   }
   void TearDown() override { QFile::remove(settings_.fileName()); }
 
@@ -125,10 +125,7 @@ TEST_P(Killed, LeavesAllAsItWasOrAllAsItIsToBe) {
   int call = 0;
   for (bool isThrough = false; !isThrough; ++call) {
     write(before);
-    isThrough = test::survives(call + 1, [this] {
-      GetParam().run(program.frmMain);
-      QCoreApplication::processEvents();
-    });
+    isThrough = test::survives(call + 1, [this] { GetParam().run(program.frmMain); });
     const QByteArray left = content();
     const bool hasHappened = !after.isEmpty() || left != before;
     if (hasHappened && after.isEmpty()) after = left;

@@ -63,8 +63,7 @@ void Accounts::LoadAccount(const SettingsStore& store, std::int16_t number) {
   for (const auto& field : fields) loadField(store, placeOf(number), field, account);
 }
 
-void Accounts::SaveAccountFields(SettingsStore& store, std::int16_t number) const {
-  const Account& account = (*this)[number];
+void Accounts::SaveAccountFields(SettingsStore& store, std::int16_t number, const Account& account) {
   for (const auto& field : fields) saveField(store, placeOf(number), field, account);
 }
 

@@ -82,7 +82,7 @@ class Accounts {
   static std::int16_t storedCount(const SettingsStore& store);
 
   void LoadAccount(const SettingsStore& store, std::int16_t number);
-  void SaveAccountFields(SettingsStore& store, std::int16_t number) const;
+  static void SaveAccountFields(SettingsStore& store, std::int16_t number, const Account& account);
   static void DeleteAccountFields(SettingsStore& store, std::int16_t number);
   void BlankAccountRow();
 

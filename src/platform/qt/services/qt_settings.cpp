@@ -7,6 +7,7 @@
 #include <QSettings>
 #include <QTemporaryFile>
 #include <algorithm>
+#include <utility>
 
 #include "platform/qt/services/private_files.h"
 #include "platform/qt/services/whole_file.h"
@@ -65,6 +66,26 @@ void removeOldDrafts(const QString& folder) {
   }
 }
 
+/// The library puts values into a file's words, but only in a file, and it doesn't notice where a full disk cuts that
+/// short. So it does so in a draft in the same folder, which is read back.
+QByteArray composed(const QMap<QString, QVariant>& values, const QString& folder) {
+  QTemporaryFile draft(folder + "/Velmora.XXXXXX.draft");
+  if (!draft.open()) return {};
+  const QString name = draft.fileName();
+  if (name.isEmpty()) return {};  // it was opened without one, and the folder takes none any more
+  {
+    QSettings settings(name, QSettings::IniFormat);
+    for (auto each = values.begin(); each != values.end(); ++each) settings.setValue(each.key(), each.value());
+  }
+  const QSettings again(name, QSettings::IniFormat);
+  const bool isComplete = std::all_of(values.keyBegin(), values.keyEnd(),
+                                      [&](const QString& key) { return again.value(key) == values.value(key); });
+  QFile written(name);
+  return isComplete && isWhole(name) && written.open(QIODevice::ReadOnly) ? written.readAll() : QByteArray();
+}
+
+std::string reason(const char* words, const QString& file) { return words + utf8(file); }
+
 }  // namespace
 
 QtSettings::QtSettings()
@@ -72,70 +93,50 @@ QtSettings::QtSettings()
       open_(openToOthers(file_)),
       damaged_(!open_ && (!isWhole(file_) || !read())) {
   if (!open_) removeOldDrafts(QFileInfo(file_).path());
-  soon_.setSingleShot(true);
-  QObject::connect(&soon_, &QTimer::timeout, &soon_, [this] { save(); });
 }
-
-QtSettings::~QtSettings() { save(); }
 
 bool QtSettings::read() {
   const QSettings settings(file_, QSettings::IniFormat);
-  values_.clear();
-  for (const QString& key : settings.allKeys()) values_.insert(key, settings.value(key));
+  stored_.clear();
+  for (const QString& key : settings.allKeys()) stored_.insert(key, settings.value(key));
   return settings.status() == QSettings::NoError;
 }
 
 std::string QtSettings::GetSetting(std::string_view section, std::string_view key, std::string_view fallback) const {
-  return utf8(textOf(values_.value(pathOf(section, key), qt(fallback))));
+  const QString path = pathOf(section, key);
+  const QVariant value = changes_.contains(path) ? changes_.value(path) : stored_.value(path);
+  return value.isValid() ? utf8(textOf(value)) : std::string(fallback);
 }
 
 void QtSettings::SaveSetting(std::string_view section, std::string_view key, std::string_view value) {
-  change(pathOf(section, key), qt(value));
+  changes_.insert(pathOf(section, key), qt(value));
 }
 
-void QtSettings::DeleteSetting(std::string_view section, std::string_view key) { change(pathOf(section, key), {}); }
-
-void QtSettings::change(const QString& path, const QVariant& value) {
-  apply(path, value);
-  if (!isKept()) return;
-  changes_.insert(path, value);
-  soon_.start(0);
+void QtSettings::DeleteSetting(std::string_view section, std::string_view key) {
+  changes_.insert(pathOf(section, key), {});
 }
 
-void QtSettings::apply(const QString& path, const QVariant& value) {
-  if (value.isValid()) {
-    values_.insert(path, value);
-  } else {
-    values_.remove(path);
+std::optional<std::string> QtSettings::Keep() { return write(std::exchange(changes_, {})); }
+
+/// A file that has gone is made anew from what was read of it: somebody may be replacing it just now.
+std::optional<std::string> QtSettings::write(const Values& changes) {
+  if (const auto open = open_ ? open_ : openToOthers(file_))
+    return reason("Other users can read or change this:\r\n", *open);
+  const bool isThere = QFile::exists(file_);
+  if (damaged_ || (isThere && !isWhole(file_)))
+    return reason("The settings file is damaged and left as it is:\r\n", file_);
+  if (changes.isEmpty()) return std::nullopt;
+  if (isThere) read();
+  Values values = stored_;
+  for (auto each = changes.begin(); each != changes.end(); ++each) {
+    each->isValid() ? void(values.insert(each.key(), *each)) : void(values.remove(each.key()));
   }
-}
-
-/// Where it can't be written, the next change tries again. A file that has gone is made anew from what was read of it:
-/// somebody may be replacing it just now.
-void QtSettings::save() {
-  if (changes_.isEmpty() || openToOthers(file_)) return;
-  if (QFile::exists(file_) && (!isWhole(file_) || !read())) return;
-  for (auto each = changes_.begin(); each != changes_.end(); ++each) apply(each.key(), each.value());
-  const QByteArray text = composed();
-  if (!text.isEmpty() && writeWholeFile(file_, text)) changes_.clear();
-}
-
-/// The library puts values into a file's words, but only in a file, and it doesn't notice where a full disk cuts that
-/// short. So it does so in a draft, which is read back.
-QByteArray QtSettings::composed() const {
-  QTemporaryFile draft(QFileInfo(file_).path() + "/Velmora.XXXXXX.draft");
-  if (!draft.open()) return {};
-  const QString name = draft.fileName();
-  if (name.isEmpty()) return {};  // it was opened without one, and the folder takes none any more
-  {
-    QSettings settings(name, QSettings::IniFormat);
-    for (auto each = values_.begin(); each != values_.end(); ++each) settings.setValue(each.key(), each.value());
+  const QByteArray text = composed(values, QFileInfo(file_).path());
+  if (text.isEmpty() || !writeWholeFile(file_, text)) {
+    return reason("The disk may be full, or this file or its folder read-only:\r\n", file_);
   }
-  const QSettings again(name, QSettings::IniFormat);
-  const bool isComplete = std::all_of(values_.keyBegin(), values_.keyEnd(),
-                                      [&](const QString& key) { return again.value(key) == values_.value(key); });
-  QFile written(name);
-  return isComplete && isWhole(name) && written.open(QIODevice::ReadOnly) ? written.readAll() : QByteArray();
+  stored_ = values;
+  return std::nullopt;
 }
 
 }  // namespace velmora
