@@ -31,6 +31,9 @@ class SettingsStore {
   /// and the reason comes back, in words for the user. Also where nothing was saved it tells whether something could
   /// be.
   virtual std::optional<std::string> Keep() = 0;
+
+  /// What is stored makes no sense to the caller: from now on nothing is kept, so that it isn't overwritten.
+  virtual void Protect() = 0;
 };
 
 /// One stored value of a record: where it lies in the tree and in the record. Its default is what a new record holds.

@@ -70,8 +70,9 @@ Account accountOf(const std::string& name) {
 void expectWhole(const Names& names) {
   QtSettings settings;
   Accounts accounts;
-  ASSERT_EQ(Accounts::storedCount(settings), static_cast<std::int16_t>(names.size()));
-  accounts.ResizeAccounts(Accounts::storedCount(settings));
+  const std::int16_t count = Accounts::storedCount(settings).count;
+  ASSERT_EQ(count, static_cast<std::int16_t>(names.size()));
+  accounts.ResizeAccounts(count);
   for (std::int16_t number = 1; number <= accounts.AcntNum(); ++number) {
     accounts.LoadAccount(settings, number);
     const Account expected = accountOf(names.at(static_cast<std::size_t>(number - 1)));

@@ -25,6 +25,7 @@ class MemorySettings : public SettingsStore {
   void SaveSetting(std::string_view section, std::string_view key, std::string_view value) override;
   void DeleteSetting(std::string_view section, std::string_view key) override;
   std::optional<std::string> Keep() override;
+  void Protect() override { refusal = "protected"; }
 
  private:
   void change(const std::string& at, std::optional<std::string> value);

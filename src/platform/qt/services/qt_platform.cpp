@@ -186,10 +186,7 @@ bool QtPlatform::isOnlyInstance() {
   return instanceLock_->tryLock() || instanceLock_->error() != QLockFile::LockFailedError;
 }
 
-/// With settings that aren't kept the first-use step runs at every start, though what the user wants isn't known.
-void QtPlatform::SetRunAtStartUp() {
-  if (settings_.isKept()) addLogonEntry();
-}
+void QtPlatform::SetRunAtStartUp() { addLogonEntry(); }
 
 void QtPlatform::ClearRunAtStartUp() { removeLogonEntry(); }
 

@@ -16,9 +16,9 @@ namespace velmora {
 /// somebody else has changed there meanwhile. The file on disk is always a whole one, also where the disk is full, and
 /// only its owner can read it, as it holds passwords.
 ///
-/// A file that can't be read, or that isn't a settings file, is never written: what can be read of it counts, the
-/// rest are defaults. One that others can read or write, or that lies in such a folder, is made its owner's alone;
-/// where that can't be, it is neither read nor written.
+/// A file that can't be read, that isn't a settings file, or of which the end is missing, is never written: what can be
+/// read of it counts, the rest are defaults. One that others can read or write, or that lies in such a folder, is made
+/// its owner's alone; where that can't be, it is neither read nor written.
 class QtSettings : public SettingsStore {
  public:
   QtSettings();
@@ -35,18 +35,18 @@ class QtSettings : public SettingsStore {
   void SaveSetting(std::string_view section, std::string_view key, std::string_view value) override;
   void DeleteSetting(std::string_view section, std::string_view key) override;
   std::optional<std::string> Keep() override;
+  void Protect() override { damaged_ = true; }
 
  private:
   using Values = QMap<QString, QVariant>;
 
-  bool read();
   std::optional<std::string> write(const Values& changes);
 
   QString file_;
   std::optional<QString> open_;
   Values stored_;   ///< what the file held when it was last read
   Values changes_;  ///< since the last Keep; an invalid value is one that was removed
-  bool damaged_;
+  bool damaged_ = false;
 };
 
 }  // namespace velmora
