@@ -102,16 +102,16 @@ class Killed : public test::RunningProgram, public testing::WithParamInterface<O
     GoToPage(program, accountsPage);
     settings_.Keep();
   }
-  void TearDown() override { QFile::remove(settings_.fileName()); }
+  void TearDown() override { QFile::remove(QtSettings::fileName()); }
 
   QByteArray content() const {
-    QFile file(settings_.fileName());
+    QFile file(QtSettings::fileName());
     EXPECT_TRUE(file.open(QIODevice::ReadOnly));
     return file.readAll();
   }
 
   void write(const QByteArray& bytes) const {
-    QFile file(settings_.fileName());
+    QFile file(QtSettings::fileName());
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(bytes);
   }

@@ -38,7 +38,7 @@ class SettingsFile : public testing::Test {
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
   }
 
-  QString path_ = QtSettings().fileName();
+  QString path_ = QtSettings::fileName();
 };
 
 TEST_F(SettingsFile, KeepsEveryTextExactly) {

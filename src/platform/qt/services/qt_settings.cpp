@@ -127,13 +127,15 @@ std::string reason(const char* words, const QString& file) { return words + utf8
 
 }  // namespace
 
-QtSettings::QtSettings() : file_(QSettings("Kestrum", "Velmora").fileName()), open_(openToOthers(file_)) {
+QtSettings::QtSettings() : open_(openToOthers(file_)) {
   if (open_) return;
   removeOldDrafts(QFileInfo(file_).path());
   Contents found = contentsOf(file_);
   stored_ = std::move(found.values);
   damaged_ = !found.whole;
 }
+
+QString QtSettings::fileName() { return QSettings("Kestrum", "Velmora").fileName(); }
 
 std::string QtSettings::GetSetting(std::string_view section, std::string_view key, std::string_view fallback) const {
   const QString path = pathOf(section, key);

@@ -29,7 +29,7 @@ class QtSettings : public SettingsStore {
   const std::optional<QString>& openFile() const { return open_; }
   /// What is saved may outlive the program.
   bool isKept() const { return !damaged_ && !open_; }
-  QString fileName() const { return file_; }
+  static QString fileName();
 
   std::string GetSetting(std::string_view section, std::string_view key, std::string_view fallback) const override;
   void SaveSetting(std::string_view section, std::string_view key, std::string_view value) override;
@@ -42,7 +42,7 @@ class QtSettings : public SettingsStore {
 
   std::optional<std::string> write(const Values& changes);
 
-  QString file_;
+  QString file_ = fileName();
   std::optional<QString> open_;
   Values stored_;   ///< what the file held when it was last read
   Values changes_;  ///< since the last Keep; an invalid value is one that was removed
