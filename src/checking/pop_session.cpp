@@ -159,7 +159,7 @@ void TestConnection(Program& program, std::int16_t account) {
 
 void ClearRetrieval(AccountState& account) {
   account.AcntMsgCount = account.AcntNewCount = account.AcntSpamCount = account.AcntDeleteCount = 0;
-  account.AcntHasMessages = account.AcntConnected = false;
+  account.AcntHasMessages = account.AcntHasNew = account.AcntConnected = false;
 }
 
 void ShowFailure(Program& program, std::int16_t account, const std::exception& failure, std::string_view title) {

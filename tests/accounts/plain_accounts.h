@@ -212,7 +212,7 @@ class PlainAccounts : public RandomSteps {
     const auto growth = static_cast<std::int16_t>(std::max(0, size - account.AcntPrevCount));
     account.AcntChecked = true;
     account.AcntConnected = reached && !breaks;
-    if (reached) account.AcntHasNew = growth > 0;
+    account.AcntHasNew = growth > 0;
     account.AcntHasMessages = size > 0;
     account.AcntMsgCount = size;
     account.AcntNewCount = growth;

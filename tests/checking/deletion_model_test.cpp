@@ -72,7 +72,7 @@ struct Model {
 
   void fail() {
     count = newCount = spamCount = deleteCount = 0;
-    hasMessages = connected = false;
+    hasMessages = hasNew = connected = false;
     status = name + " - Error Accessing Account";
   }
 
@@ -208,7 +208,6 @@ class DeletionModel : public test::RandomSteps {
       return;
     }
     expectDialog(outcome.connected ? "Error Processing Messages" : "Error Establishing Connection");
-    if (outcome.connected) model.hasNew = false;
     model.fail();
   }
 
