@@ -148,7 +148,7 @@ void TestConnection(Program& program, std::int16_t account) {
   try {
     PrepareConnection(program, account);
     currentClient(program).Connect();
-    currentClient(program).Messages().ListMessages();
+    currentClient(program).Messages().ListMessages(PopMessages::Identifiers::Listed);  // nobody reads them here
     CloseConnection(program);
     if (program.PopConnected) program.platform.MsgBox(testSucceeded(program.AppTitle));
   } catch (const std::exception& failure) {

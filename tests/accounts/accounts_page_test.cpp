@@ -164,6 +164,11 @@ TEST_F(AccountsPageTest, ATestStaysOnThePageAndTellsOfTheLastAccountsCheck) {
   EXPECT_EQ(panel(3) + "|" + panel(4), "of the last|" + program.NextCheckText);
   EXPECT_TRUE(page().fraAcnt.Enabled && page().tmrMailTime.Enabled);
   EXPECT_FALSE(program.TestInProgress);
+  platform.servers["Work"].messages = {test::message("a")};
+  platform.servers["Work"].answers["UIDL"] = "-ERR unknown\r\n";
+  press("AcntTest");
+  EXPECT_EQ(titles().back(), "Velmora - Test Connection Successfull");
+  EXPECT_THAT(platform.servers["Work"].commands, testing::Not(testing::Contains(testing::StartsWith("TOP"))));
   platform.servers["Work"].greeting = "-ERR go away\r\n";
   press("AcntTest");
   EXPECT_EQ(titles().back(), "Velmora - Test Connection Failure") << "nothing silences a test";

@@ -74,8 +74,10 @@ class PopMessages {
   /// that came before it. A failure in a pipelined exchange is met with one new login before it is final.
   void FetchAll();
 
-  /// Reads sizes and identifiers without the messages. Blocks while the event loop turns. Throws PopFailure.
-  void ListMessages();
+  /// Reads sizes and identifiers without the messages; where the server has none, they cost a look at the header of
+  /// every message, unless the caller wants only what is listed. Blocks while the event loop turns. Throws PopFailure.
+  enum class Identifiers { All, Listed };
+  void ListMessages(Identifiers wanted = Identifiers::All);
 
  private:
   PopClient& client_;
