@@ -84,19 +84,18 @@ void followWithTab(Program& program, std::int16_t number) {
 WalkFindings walkEnabledAccounts(Program& program, std::string& lines, bool postponed) {
   WalkFindings found;
   for (std::int16_t number = 1; number <= program.accounts.AcntNum(); ++number) {
-    const Accounts::Row& account = program.accounts[number];
-    if (account.AcntEnabled == 1) {
+    if (program.accounts[number].AcntEnabled == 1) {
       if (program.StopRequested) {
         program.frmMain.ProgressBar.Visible = false;
         break;
       }
       followWithTab(program, number);
       checkInWalk(program, number, postponed);
-      lines += "      " + account.AcntStatusText + "\r\n";
+      lines += "      " + program.accounts[number].AcntStatusText + "\r\n";
       ++program.AccountInfoLines;
     }
-    found.anyMessages |= account.AcntHasMessages;
-    found.anyNew |= account.AcntHasNew;
+    found.anyMessages |= program.accounts[number].AcntHasMessages;
+    found.anyNew |= program.accounts[number].AcntHasNew;
   }
   return found;
 }
@@ -131,11 +130,12 @@ void tellOfWalk(Program& program, const WalkFindings& found) {
 }  // namespace
 
 void CheckAccount(Program& program, std::int16_t account) {
-  Accounts::Row& row = program.accounts[account];
-  row.AcntChecked = true;
+  program.accounts[account].AcntChecked = true;
   program.frmMain.lvwEmail.EmptyText = "Checking...";
   program.frmMain.lvwEmail.Clear();
   RetrieveAccount(program, account);
+  // The retrieval blocks while the event loop turns, so no row is held across it.
+  Accounts::Row& row = program.accounts[account];
   row.AcntStatusText = statusTextAfterCheck(row, program.StopRequested);
   noteCheckTime(program, account);
   if (program.options.UseInterval != 1) {
