@@ -39,7 +39,7 @@ void warnOfSettings(QtPlatform& platform) {
   const QtSettings& settings = platform.settingsFile();
   if (settings.isKept()) return;
   Question question;
-  question.text = settings.openFile() ? openSettings(*settings.openFile()) : damagedSettings(settings.fileName());
+  question.text = settings.openFile() ? openSettings(*settings.openFile()) : damagedSettings(QtSettings::fileName());
   question.title = platform.applicationTitle() + " - Settings Error";
   question.icon = Question::Icon::Critical;
   platform.MsgBox(question);

@@ -11,6 +11,7 @@
 #include "app/tray.h"
 #include "checking/start_up_check.h"
 #include "messages/email_page.h"
+#include "options/keep_settings.h"
 #include "platform/set_for_now.h"
 
 namespace velmora {
@@ -37,32 +38,45 @@ void swapTabs(TabStrip& strip, std::int16_t a, std::int16_t b) {
   strip.Tabs(b).Image = image;
 }
 
+/// What showNothingLeft makes of the options, so that it is kept together with the deletion.
+void saveIdleOptions(Program& program) {
+  Options idle = program.EditOptions;
+  idle.SortOrder = program.options.SortOrder;
+  idle.EmailCheckStartUp = idle.UseInterval = 0;
+  writeOptions(program.platform.settings(), idle);
+}
+
+/// Where this can't be, nothing has happened yet.
+bool keepWithout(Program& program, std::int16_t deleted) {
+  const Accounts& accounts = program.accounts;
+  SettingsStore& settings = program.platform.settings();
+  const std::int16_t last = accounts.AcntNum();
+  for (std::int16_t i = 1; i < last && deleted != last; ++i) {
+    Accounts::DeleteAccountFields(settings, i);
+    Accounts::SaveAccountFields(settings, i, accounts[i < deleted ? i : static_cast<std::int16_t>(i + 1)]);
+  }
+  Accounts::DeleteAccountFields(settings, last);
+  settings.SaveSetting(settingsSection, "AcntNum", std::to_string(last - 1));
+  if (last == 1) saveIdleOptions(program);
+  return KeepSettings(program, "The Account was not deleted.");
+}
+
 /// Lets each account behind `deleted` take the number before it, and brings the deleted one's messages behind them all.
 void moveUp(Program& program, std::int16_t deleted) {
   Accounts& accounts = program.accounts;
-  SettingsStore& settings = program.platform.settings();
-  const std::int16_t last = accounts.AcntNum();
-  for (std::int16_t i = 1; i < last; ++i) {
-    Accounts::DeleteAccountFields(settings, i);
-    if (i >= deleted) {
-      const auto next = static_cast<std::int16_t>(i + 1);
-      accounts[i] = accounts[next];
-      program.messages.SwapAccounts(i, next);
-      onBothStrips(program, [i, next](TabStrip& strip) { copyTab(strip, next, i); });
-    }
-    accounts.SaveAccountFields(settings, i);
+  for (std::int16_t i = deleted; i < accounts.AcntNum(); ++i) {
+    const auto next = static_cast<std::int16_t>(i + 1);
+    accounts[i] = accounts[next];
+    program.messages.SwapAccounts(i, next);
+    onBothStrips(program, [i, next](TabStrip& strip) { copyTab(strip, next, i); });
   }
 }
 
 void dropLast(Program& program) {
-  Accounts& accounts = program.accounts;
-  SettingsStore& settings = program.platform.settings();
-  Accounts::DeleteAccountFields(settings, accounts.AcntNum());
   onBothStrips(program, [](TabStrip& strip) { strip.RemoveLast(); });
-  const auto left = static_cast<std::int16_t>(accounts.AcntNum() - 1);
-  accounts.ResizeAccounts(left);
+  const auto left = static_cast<std::int16_t>(program.accounts.AcntNum() - 1);
+  program.accounts.ResizeAccounts(left);
   program.messages.ResizeAccountStore(left);
-  settings.SaveSetting(settingsSection, "AcntNum", std::to_string(left));
 }
 
 /// The lists are read anew from what is now kept.
@@ -88,10 +102,18 @@ void showNothingLeft(Program& program) {
 
 void deleteAccount(Program& program, std::int16_t deleted) {
   Accounts& accounts = program.accounts;
-  if (deleted != accounts.AcntNum()) moveUp(program, deleted);
+  moveUp(program, deleted);
   dropLast(program);
   accounts.AcntCurrent = std::min(deleted, accounts.AcntNum());
   accounts.AcntCurrent > 0 ? showWhatIsLeft(program) : showNothingLeft(program);
+}
+
+bool keepSwapped(Program& program, std::int16_t a, std::int16_t b) {
+  for (std::int16_t number = 1; number <= program.accounts.AcntNum(); ++number) {
+    const std::int16_t from = number == a ? b : number == b ? a : number;
+    Accounts::SaveAccountFields(program.platform.settings(), number, program.accounts[from]);
+  }
+  return KeepSettings(program, "The Account was not moved.");
 }
 
 }  // namespace
@@ -101,7 +123,7 @@ void DeleteAccount(Program& program) {
   const std::int16_t deleted = accounts.AcntCurrent;
   const SetForNow busy(program.acnts.AcntBusy, true);
   const Answer answer = program.platform.MsgBox(deleteWarning(accounts[deleted].AcntName));
-  if (answer == Answer::Yes) {
+  if (answer == Answer::Yes && keepWithout(program, deleted)) {
     deleteAccount(program, deleted);
   } else {
     program.frmMain.TabStripAcnts.SelectTab(deleted);
@@ -111,12 +133,10 @@ void DeleteAccount(Program& program) {
 void SwapAccounts(Program& program, std::int16_t account, std::int16_t offset) {
   Accounts& accounts = program.accounts;
   const auto other = static_cast<std::int16_t>(account + offset);
+  if (!keepSwapped(program, account, other)) return;
   std::swap(accounts[account], accounts[other]);
   accounts.CopyAccountToEdit(account);
   program.messages.SwapAccounts(account, other);
-  for (const std::int16_t number : accounts.numbers()) {
-    accounts.SaveAccountFields(program.platform.settings(), number);
-  }
   onBothStrips(program, [account, other](TabStrip& strip) { swapTabs(strip, account, other); });
   accounts.AcntCurrent = other;
   {

@@ -180,14 +180,15 @@ Answer askAboutChanges(Program& program) {
   return program.platform.MsgBox(changesNotSaved(strip.Tabs(strip.SelectedItem()).Caption.get()));
 }
 
-/// Both answers that leave the account do so even where it could not be saved: its changes are gone then.
+/// Both answers that leave the account do so even where its name is refused: its changes are gone then. One that can't
+/// be kept is not left.
 void leaveChangedAccount(Program& program, std::int16_t target) {
   const std::int16_t current = program.accounts.AcntCurrent;
   if (target == current) return;
   program.frmMain.TabStripAcnts.SelectTab(current);
   const Answer answer = askAboutChanges(program);
   if (answer == Answer::No) return;
-  if (answer == Answer::Yes) SaveAccount(program);
+  if (answer == Answer::Yes && SaveAccount(program) == Saving::NotKept) return;
   ShowAccount(program, current);
   moveTo(program, target);
 }

@@ -6,6 +6,7 @@
 #include "app/pages.h"
 #include "app/program.h"
 #include "app/status_bar.h"
+#include "options/keep_settings.h"
 #include "platform/set_for_now.h"
 #include "platform/text.h"
 #include "platform/usable_file.h"
@@ -51,15 +52,23 @@ void renameOnScreen(Program& program, std::int16_t account, const std::string& f
   frmMain.StatusBar.Panels(1).Text = status;
 }
 
-/// A path that a default hides at present stays as it was.
-void takeOver(const Program& program, const Account& edit, Accounts::Row& row) {
+/// What the working copy makes of the record. A path that a default hides at present stays as it was.
+Account takenOver(const Program& program, const Account& edit, const Account& record) {
   Account taken = edit;
-  if (program.DefaultClientValid) taken.AcntClient = row.AcntClient;
+  if (program.DefaultClientValid) taken.AcntClient = record.AcntClient;
   if (program.sounds.DefaultSoundValid) {
-    taken.AcntSound = row.AcntSound;
-    taken.AcntSoundOn = row.AcntSoundOn;
+    taken.AcntSound = record.AcntSound;
+    taken.AcntSoundOn = record.AcntSoundOn;
   }
-  static_cast<Account&>(row) = std::move(taken);
+  return taken;
+}
+
+bool keep(Program& program, std::int16_t account, const Account& record) {
+  Accounts::SaveAccountFields(program.platform.settings(), account, record);
+  return KeepSettings(program, "The Account was not saved.");
+}
+
+void lookForFiles(const Program& program, Accounts::Row& row) {
   if (!program.DefaultClientValid) row.AcntClientValid = isUsableFile(program.platform, row.AcntClient, ".exe");
   if (!program.sounds.DefaultSoundValid) row.AcntSoundValid = isUsableFile(program.platform, row.AcntSound, ".wav");
 }
@@ -68,6 +77,13 @@ Account newAccount(const Accounts& accounts) {
   Account account;
   account.AcntName = newAccountName(accounts);
   return account;
+}
+
+bool keepAdded(Program& program, std::int16_t number, const Account& added) {
+  SettingsStore& settings = program.platform.settings();
+  Accounts::SaveAccountFields(settings, number, added);
+  settings.SaveSetting(settingsSection, "AcntNum", std::to_string(number));
+  return KeepSettings(program, "No Account was added.");
 }
 
 /// Without accounts there is a tab that stands for none.
@@ -86,35 +102,35 @@ void resetRow(Program& program, std::int16_t account) {
 
 }  // namespace
 
-void SaveAccount(Program& program) {
+Saving SaveAccount(Program& program) {
   const std::int16_t account = program.accounts.AcntCurrent;
-  if (account == 0 || !isNameGood(program, account)) return;
+  if (account == 0 || !isNameGood(program, account)) return Saving::NameRefused;
+  const Account taken = takenOver(program, program.accounts.Edit(account), program.accounts[account]);
+  if (!keep(program, account, taken)) return Saving::NotKept;
   Accounts::Row& row = program.accounts[account];
   const std::string former = row.AcntName;
-  takeOver(program, program.accounts.Edit(account), row);
+  static_cast<Account&>(row) = taken;
+  lookForFiles(program, row);
   renameInRules(program, former, row.AcntName);
-  program.accounts.SaveAccountFields(program.platform.settings(), account);
   renameOnScreen(program, account, former, row.AcntName);
   ShowAccount(program, account);
   program.frmMain.TabStripAcnts.SelectTab(account);
+  return Saving::Done;
 }
 
 void AddAccount(Program& program) {
   Accounts& accounts = program.accounts;
   MainWindow& frmMain = program.frmMain;
-  const SetForNow busy(program.acnts.AcntBusy, true);
   const Account added = newAccount(accounts);
   const auto number = static_cast<std::int16_t>(accounts.AcntNum() + 1);
+  if (!keepAdded(program, number, added)) return;
+  const SetForNow busy(program.acnts.AcntBusy, true);
   accounts.ResizeAccounts(number);
   program.messages.ResizeAccountStore(number);
   accounts.AcntCurrent = number;
-  accounts[number].AcntName.clear();
-  accounts.Edit(number) = added;
+  static_cast<Account&>(accounts[number]) = added;
   for (TabStrip* strip : {&frmMain.TabStripEmail, &frmMain.TabStripAcnts}) addTab(*strip, added.AcntName, number == 1);
   frmMain.TabStripAcnts.SelectTab(number);
-  SaveAccount(program);
-  program.platform.settings().SaveSetting(settingsSection, "AcntNum", std::to_string(number));
-  for (TabStrip* strip : {&frmMain.TabStripEmail, &frmMain.TabStripAcnts}) strip->Tabs(number).Caption = added.AcntName;
   resetRow(program, number);
   ShowAccount(program, number);
   RefreshAccountPanels(program, number);

@@ -48,6 +48,7 @@ void EndApplication(Program& program) {
   program.frmMain.TrayData.Visible = false;
   SaveColumnWidths(program);
   saveSortState(program);
+  program.platform.settings().Keep();
   frmPreview_Unload(program);
   frmRuleReport_Unload(program);
   frmMessage_Unload(program);

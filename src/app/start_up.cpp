@@ -37,6 +37,11 @@ void showOrHide(Program& program) {
   }
 }
 
+/// Settings that can't be kept are no new installation's.
+bool isFirstRun(SettingsStore& settings) {
+  return fromText<std::int16_t>(settings.GetSetting(settingsSection, "FirstUse", "0"), 0) == 0 && !settings.Keep();
+}
+
 /// A new installation starts at logon until the user says otherwise.
 void firstRun(Program& program) {
   ShowFirstUse(program);
@@ -45,6 +50,7 @@ void firstRun(Program& program) {
   settings.SaveSetting(optionsSection, "RunStartUp", "1");
   program.platform.SetRunAtStartUp();
   settings.SaveSetting(settingsSection, "FirstUse", "1");
+  settings.Keep();
 }
 
 void connectWindow(Program& program) {
@@ -108,14 +114,12 @@ void loadAccounts(Program& program, std::int16_t count) {
 
 bool Main(Program& program) {
   if (!program.platform.isOnlyInstance()) return false;
-  const std::string firstUse = program.platform.settings().GetSetting(settingsSection, "FirstUse", "0");
-  const bool isFirstRun = fromText<std::int16_t>(firstUse, 0) == 0;
   program.AppTitle = program.platform.applicationTitle();
   Form_Load(program);
   NextAutoCheck(program, extraMinutesAtStart(program.options, program.platform.now()), false);
   ChooseRunningTimer(program);
   showOrHide(program);
-  if (isFirstRun) firstRun(program);
+  if (isFirstRun(program.platform.settings())) firstRun(program);
   BeginStartUpCountdown(program);
   return true;
 }
@@ -126,7 +130,8 @@ void Form_Load(Program& program) {
   program.frmMain.Caption = program.AppTitle;
   AddToTray(program);
   ArrangeMainWindow(program);
-  const std::int16_t count = Accounts::storedCount(program.platform.settings());
+  const auto [count, isSound] = Accounts::storedCount(program.platform.settings());
+  if (!isSound) program.platform.settings().Protect();
   loadOptions(program.platform.settings(), OptionField::Read::AtStartUp, program.options);
   loadOptions(program.platform.settings(), OptionField::Read::WithTheMenus, program.options);
   SetColumnWidths(program);

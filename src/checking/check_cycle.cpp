@@ -34,11 +34,12 @@ void noteCheckTime(Program& program, std::int16_t account) {
 /// are told alike whether this check had been put off. Else the second one would take the end of the quiet period,
 /// which the first has just put the next check off to, for reached.
 void CheckAccount(Program& program, std::int16_t account, bool postponed) {
-  Accounts::Row& row = program.accounts[account];
-  row.AcntChecked = true;
+  program.accounts[account].AcntChecked = true;
   program.frmMain.lvwEmail.EmptyText = "Checking...";
   program.frmMain.lvwEmail.Clear();
   RetrieveAccount(program, account);
+  // The retrieval blocks while the event loop turns, so no row is held across it.
+  Accounts::Row& row = program.accounts[account];
   row.AcntStatusText = statusTextAfterCheck(row, program.connection.StopRequested);
   noteCheckTime(program, account);
   if (program.options.UseInterval != 1) {
@@ -99,19 +100,18 @@ void followWithTab(Program& program, std::int16_t number) {
 WalkFindings walkEnabledAccounts(Program& program, std::string& lines, bool postponed) {
   WalkFindings found;
   for (const std::int16_t number : program.accounts.numbers()) {
-    const Accounts::Row& account = program.accounts[number];
-    if (account.AcntEnabled == 1) {
+    if (program.accounts[number].AcntEnabled == 1) {
       if (program.connection.StopRequested) {
         program.frmMain.ProgressBar.Visible = false;
         break;
       }
       followWithTab(program, number);
       CheckAccount(program, number, postponed);
-      lines += "      " + account.AcntStatusText + "\r\n";
+      lines += "      " + program.accounts[number].AcntStatusText + "\r\n";
       ++program.walk.AccountInfoLines;
     }
-    found.anyMessages |= account.AcntHasMessages;
-    found.anyNew |= account.AcntHasNew;
+    found.anyMessages |= program.accounts[number].AcntHasMessages;
+    found.anyNew |= program.accounts[number].AcntHasNew;
   }
   return found;
 }

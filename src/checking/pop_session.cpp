@@ -150,7 +150,7 @@ void TestConnection(Program& program, std::int16_t account) {
   try {
     PrepareConnection(program, account);
     currentClient(program).Connect();
-    currentClient(program).Messages().ListMessages();
+    currentClient(program).Messages().ListMessages(PopMessages::Identifiers::Listed);  // nobody reads them here
     CloseConnection(program);
     if (program.connection.PopConnected) program.platform.MsgBox(testSucceeded(program.AppTitle));
   } catch (const std::exception& failure) {
@@ -161,7 +161,7 @@ void TestConnection(Program& program, std::int16_t account) {
 
 void ClearRetrieval(AccountState& account) {
   account.AcntMsgCount = account.AcntNewCount = account.AcntSpamCount = account.AcntDeleteCount = 0;
-  account.AcntHasMessages = account.AcntConnected = false;
+  account.AcntHasMessages = account.AcntHasNew = account.AcntConnected = false;
 }
 
 void ShowFailure(Program& program, std::int16_t account, const std::exception& failure, std::string_view title) {

@@ -48,7 +48,7 @@ void RetrieveAccount(Program& program, std::int16_t account);
 /// Connects, lists the mailbox and says how that went.
 void TestConnection(Program& program, std::int16_t account);
 
-/// What a failed retrieval leaves of an account's counts.
+/// What a failed retrieval leaves of an account: no messages and nothing new, whatever an earlier one found.
 void ClearRetrieval(AccountState& account);
 
 /// The dialog for a failure: of the client where it has one to tell, else of the program.

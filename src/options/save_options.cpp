@@ -8,6 +8,7 @@
 #include "checking/check_notification.h"
 #include "messages/email_page.h"
 #include "messages/sorting.h"
+#include "options/keep_settings.h"
 #include "platform/usable_file.h"
 
 namespace velmora {
@@ -54,6 +55,7 @@ void SaveOptions(Program& program) {
   if (idle) FollowSortOptions(program);
   followTiming(program, before);
   if (idle && !program.unsaved.AcntDirty) ShowAccount(program, program.accounts.AcntCurrent);
+  KeepSettings(program, "The Options hold until " + program.AppTitle + " ends, but were not saved.");
 }
 
 }  // namespace velmora

@@ -4,7 +4,8 @@ namespace velmora {
 
 struct Program;
 
-/// Has the working copy of the options take effect and keeps it.
+/// Has the working copy of the options take effect and keeps it. Where it can't be kept, a message tells that it has
+/// effect until the program ends.
 void SaveOptions(Program& program);
 
 }  // namespace velmora

@@ -67,7 +67,8 @@ class Platform {
   /// Ends the event loop, and with it everything that waits inside it.
   virtual void quit() = 0;
 
-  /// No other instance of the program runs on these settings. The answer holds until the program ends.
+  /// No other instance of the program runs on these settings. The answer holds until the program ends; to be asked
+  /// before the settings are used.
   virtual bool isOnlyInstance() = 0;
 
   /// Makes and removes the entry that starts the program at logon. Failures are silent.

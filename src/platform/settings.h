@@ -2,6 +2,7 @@
 
 #include <concepts>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -11,7 +12,8 @@
 
 namespace velmora {
 
-/// The user's settings tree: sections of keys with texts. All values are text, numbers in decimal digits.
+/// The user's settings tree: sections of keys with texts. All values are text, numbers in decimal digits. What is saved
+/// and removed counts at once, and outlives the program once it is kept.
 class SettingsStore {
  public:
   virtual ~SettingsStore() = default;
@@ -24,6 +26,14 @@ class SettingsStore {
 
   /// Removes the one key.
   virtual void DeleteSetting(std::string_view section, std::string_view key) = 0;
+
+  /// Keeps all that was saved and removed since the last time, or nothing of it: then the tree is again what it was,
+  /// and the reason comes back, in words for the user. Also where nothing was saved it tells whether something could
+  /// be.
+  virtual std::optional<std::string> Keep() = 0;
+
+  /// What is stored makes no sense to the caller: from now on nothing is kept, so that it isn't overwritten.
+  virtual void Protect() = 0;
 };
 
 /// One stored value of a record: where it lies in the tree and in the record. Its default is what a new record holds.

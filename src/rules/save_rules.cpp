@@ -2,6 +2,7 @@
 
 #include "app/program.h"
 #include "options/decisions/ini_file.h"
+#include "options/keep_settings.h"
 #include "rules/decisions/rule_file.h"
 
 namespace velmora {
@@ -20,10 +21,12 @@ void ReadRules(Program& program, const std::string& path) {
   showFileName(program);
 }
 
-void WriteRules(Program& program, const std::string& path) {
+bool WriteRules(Program& program, const std::string& path) {
   showFileName(program);
-  IniFile file(program.platform, path);
-  writeRules(file, program.rules);
+  if (IniFile file(program.platform, path); writeRules(file, program.rules)) return true;
+  TellNotSaved(program, "The Rules were not saved.",
+               "The disk may be full, or this file or its folder read-only:\r\n" + path);
+  return false;
 }
 
 void StartRules(Program& program) {

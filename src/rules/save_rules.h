@@ -9,9 +9,9 @@ struct Program;
 /// Fills the live set from the Rules file at `path`.
 void ReadRules(Program& program, const std::string& path);
 
-/// Brings the working set into the live one and into the file. A write that fails is not told: the live set is then
-/// newer than the file, which stays as it was.
-void WriteRules(Program& program, const std::string& path);
+/// Brings the working set into the file and into the live one. Where the file can't be written, a message tells so, and
+/// file and live set stay as they were. Returns whether it was.
+bool WriteRules(Program& program, const std::string& path);
 
 /// Reads the user's rules when the program starts.
 void StartRules(Program& program);

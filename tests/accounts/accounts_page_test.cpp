@@ -5,6 +5,7 @@
 #include "app/shut_down.h"
 #include "app/tray.h"
 #include "checking/check_cycle.h"
+#include "rules/save_rules.h"
 #include "support/running_program.h"
 
 namespace velmora {
@@ -55,6 +56,44 @@ TEST_F(AccountsPageTest, AValidDefaultHidesTheAccountsOwnPathsAndKeepsThem) {
   type(&AccountsPage::txtAcntServer, "elsewhere");
   save();
   EXPECT_EQ(stored("AcntServer1") + stored("AcntClient1") + stored("AcntSoundOn1"), "elsewhere/own.exe0");
+}
+
+TEST_F(AccountsPageTest, WhatCannotBeKeptIsToldAndNotDone) {
+  for (const auto* name : {"One", "Two"}) addAccount(name);
+  open();
+  const auto saveRules = [this] {
+    platform.canWriteFiles = false;
+    program.rules.working.Show = 1;
+    EXPECT_FALSE(WriteRules(program, "/home/Rules.ini") || program.rules.live.Show == 1);
+  };
+  const std::pair<std::string, std::function<void()>> operations[] = {
+      {"No Account was added.", [this] { press("AcntAdd"); }},
+      {"The Account was not deleted.", [this] { press("AcntDelete"); }},
+      {"The Account was not moved.", [this] { page().tbrMoveButtons["Forward"].click(); }},
+      {"The Rules were not saved.", saveRules},
+      {"The Options hold until Velmora ends", [this] { page().mnuTraySounds.Click(); }},
+      {"The Account was not saved.", [this] { save(); }},
+      {"The Account was not saved.", [this] { page().TabStripAcnts.SelectTab(2); }},
+  };
+  platform.tree.Keep();
+  platform.tree.refusal = "Disk full";
+  const auto before = platform.tree.values;
+  for (const auto& [loss, run] : operations) {
+    platform.answers = {Answer::Yes, Answer::Yes};
+    if (loss == "The Account was not saved.") type(&AccountsPage::txtAcntName, "Three");
+    run();
+    EXPECT_THAT(platform.asked.back().text, testing::StartsWith(loss));
+    EXPECT_EQ(platform.tree.values, before) << loss;
+    EXPECT_EQ(program.accounts.AcntNum(), 2) << loss;
+    EXPECT_EQ(tab(1) + tab(2) + program.accounts[1].AcntName + program.accounts[2].AcntName, "OneTwoOneTwo") << loss;
+    EXPECT_EQ(page().TabStripAcnts.SelectedItem(), 1) << loss;
+  }
+  EXPECT_TRUE(program.unsaved.AcntDirty);
+  EXPECT_EQ(page().txtAcntName.Text.get(), "Three");
+  platform.tree.refusal.reset();
+  save();
+  EXPECT_EQ(stored("AcntName1"), "Three");
+  EXPECT_FALSE(program.unsaved.AcntDirty);
 }
 
 TEST_F(AccountsPageTest, ANewNameTakesThePlaceOfTheOldOneAndOfNoLetterElsewhere) {
@@ -150,6 +189,11 @@ TEST_F(AccountsPageTest, ATestStaysOnThePageAndTellsOfTheLastAccountsCheck) {
   EXPECT_EQ(panel(3) + "|" + panel(4), "of the last|" + program.autoCheck.NextCheckText);
   EXPECT_TRUE(page().fraAcnt.Enabled && page().tmrMailTime.Enabled);
   EXPECT_EQ(program.activity, Activity::Idle);
+  platform.servers["Work"].messages = {test::message("a")};
+  platform.servers["Work"].answers["UIDL"] = "-ERR unknown\r\n";
+  press("AcntTest");
+  EXPECT_EQ(titles().back(), "Velmora - Test Connection Successfull");
+  EXPECT_THAT(platform.servers["Work"].commands, testing::Not(testing::Contains(testing::StartsWith("TOP"))));
   platform.servers["Work"].greeting = "-ERR go away\r\n";
   press("AcntTest");
   EXPECT_EQ(titles().back(), "Velmora - Test Connection Failure") << "nothing silences a test";

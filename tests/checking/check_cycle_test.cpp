@@ -40,11 +40,12 @@ TEST_F(CheckCycle, ShowsHowFarItHasComeAndOffersOnlyToStop) {
     if (!frmMain.tmrRetrieveMessage.Enabled || !panel(3).ends_with("% Complete")) return;
     EXPECT_TRUE(frmMain.Pointer == MousePointer::Hourglass);
     EXPECT_TRUE(frmMain.ProgressBar.Visible);
-    progress.insert(panel(4));
   };
+  frmMain.StatusBar.Panels(4).Text.watch([&](const std::string& text) { progress.insert(text); });
   checkAll();
   EXPECT_EQ(frames.at(0) + frames.at(1), "MailSpin8MailSpin7") << "it turns backwards";
   EXPECT_THAT(progress, testing::IsSupersetOf({"Retrieving... (1 of 3)", "Retrieving... (3 of 3)"}));
+  EXPECT_FALSE(progress.contains("Retrieving... (4 of 3)"));
   EXPECT_FALSE(frmMain.ProgressBar.Visible || frmMain.tbrButtons[stopRetrievalBar].Visible);
   EXPECT_FALSE(frmMain.fraMain[emailPage].Visible);
   EXPECT_FALSE(frmMain.tmrRetrieveMessage.Enabled);

@@ -64,7 +64,11 @@ class ProgramTest(BuiltProgramTest):
     def test_a_second_instance_leaves_without_a_word(self):
         first = self.start_shown()
         shown, settings = windows("Velmora"), self.text()
+        draft = self.settings.parent / "Velmora.aBc123.draft"
+        draft.touch()
+        os.utime(draft, (0, 0))
         self.expect_end(self.start())
+        self.assertTrue(draft.exists(), "what is there is the first one's")
         self.assertEqual((windows("Velmora"), self.text()), (shown, settings))
         self.assertIsNone(first.poll())
         self.end(first)

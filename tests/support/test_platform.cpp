@@ -79,10 +79,31 @@ std::string MemorySettings::GetSetting(std::string_view section, std::string_vie
 
 void MemorySettings::SaveSetting(std::string_view section, std::string_view key, std::string_view value) {
   written.emplace_back(key);
-  values[path(section, key)] = value;
+  change(path(section, key), std::string(value));
 }
 
-void MemorySettings::DeleteSetting(std::string_view section, std::string_view key) { values.erase(path(section, key)); }
+void MemorySettings::DeleteSetting(std::string_view section, std::string_view key) {
+  change(path(section, key), std::nullopt);
+}
+
+std::optional<std::string> MemorySettings::Keep() {
+  const auto former = std::exchange(former_, {});
+  if (refusal) {
+    for (const auto& [at, value] : former) change(at, value);
+    former_.clear();
+  }
+  return refusal;
+}
+
+void MemorySettings::change(const std::string& at, std::optional<std::string> value) {
+  const auto found = values.find(at);
+  former_.try_emplace(at, found == values.end() ? std::nullopt : std::optional(found->second));
+  if (value) {
+    values[at] = *std::move(value);
+  } else {
+    values.erase(at);
+  }
+}
 
 TestPlatform::TestPlatform()
     : makeTransport([this] { return std::make_unique<RoutedTransport>(servers); }),

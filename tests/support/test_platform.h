@@ -19,10 +19,18 @@ class MemorySettings : public SettingsStore {
   std::map<std::string, std::string> values;  ///< by section, "/" and key
   std::vector<std::string> written;           ///< keys, in order
   mutable std::vector<std::string> read;      ///< likewise
+  std::optional<std::string> refusal;         ///< why nothing can be kept
 
   std::string GetSetting(std::string_view section, std::string_view key, std::string_view fallback) const override;
   void SaveSetting(std::string_view section, std::string_view key, std::string_view value) override;
   void DeleteSetting(std::string_view section, std::string_view key) override;
+  std::optional<std::string> Keep() override;
+  void Protect() override { refusal = "protected"; }
+
+ private:
+  void change(const std::string& at, std::optional<std::string> value);
+
+  std::map<std::string, std::optional<std::string>> former_;  ///< what was there before it changed, since the last Keep
 };
 
 /// The outside in memory: a clock that stands, answers by script, and POP3 servers by host name. Tests that want a
@@ -53,6 +61,7 @@ class TestPlatform : public Platform {
   std::vector<int> helpShown;
   std::vector<std::string> started;  ///< path and window state
   bool canStartPrograms = true;
+  bool canWriteFiles = true;
   bool onlyInstance = true;
   bool hasQuit = false;
   int logonEntriesMade = 0;
@@ -84,8 +93,8 @@ class TestPlatform : public Platform {
   }
   void open(const std::string& target) override { opened.push_back(target); }
   bool writeFile(const std::string& path, std::string_view content) override {
-    written[path] = content;
-    return true;
+    if (canWriteFiles) written[path] = content;
+    return canWriteFiles;
   }
   std::optional<std::string> readFile(const std::string& path) const override {
     const auto found = written.find(path);

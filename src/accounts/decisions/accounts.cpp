@@ -53,9 +53,16 @@ std::int16_t Accounts::TabAtPosition(std::int32_t x) const {
   return found == TabEdges.end() ? std::int16_t{0} : static_cast<std::int16_t>(found - TabEdges.begin());
 }
 
-std::int16_t Accounts::storedCount(const SettingsStore& store) {
-  const auto stored = fromText<std::int16_t>(store.GetSetting(settingsSection, "AcntNum", "0"), 0);
-  return std::clamp<std::int16_t>(stored, 0, mostAccounts);
+Accounts::Stored Accounts::storedCount(const SettingsStore& store) {
+  const std::string stored = store.GetSetting(settingsSection, "AcntNum", "");
+  const auto count = fromText<std::int16_t>(stored, -1);
+  if (count >= 0 && count <= mostAccounts) return {count, true};
+  std::int16_t named = 0;
+  const auto hasName = [&store](int number) {
+    return !store.GetSetting(settingsSection, "AcntName" + std::to_string(number), "").empty();
+  };
+  while (named < mostAccounts && hasName(named + 1)) ++named;
+  return {named, stored.empty() && named == 0};
 }
 
 void Accounts::LoadAccount(const SettingsStore& store, std::int16_t number) {
@@ -63,8 +70,7 @@ void Accounts::LoadAccount(const SettingsStore& store, std::int16_t number) {
   for (const auto& field : fields) loadField(store, placeOf(number), field, account);
 }
 
-void Accounts::SaveAccountFields(SettingsStore& store, std::int16_t number) const {
-  const Account& account = (*this)[number];
+void Accounts::SaveAccountFields(SettingsStore& store, std::int16_t number, const Account& account) {
   for (const auto& field : fields) saveField(store, placeOf(number), field, account);
 }
 

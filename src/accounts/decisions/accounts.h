@@ -82,11 +82,16 @@ class Accounts {
   /// Makes room for accounts 0 to `count` and keeps what is there, but for AcntIncomplete and TabEdges, which are lost.
   void ResizeAccounts(std::int16_t count);
 
-  /// The count that the tree holds; nothing sensible there counts as no accounts.
-  static std::int16_t storedCount(const SettingsStore& store);
+  /// The count that the tree holds. Where it holds none, or one that makes no sense, the accounts are those that have a
+  /// name there, up to mostAccounts, and unless there are none at all, the tree is not to be written.
+  struct Stored {
+    std::int16_t count;
+    bool isSound;
+  };
+  static Stored storedCount(const SettingsStore& store);
 
   void LoadAccount(const SettingsStore& store, std::int16_t number);
-  void SaveAccountFields(SettingsStore& store, std::int16_t number) const;
+  static void SaveAccountFields(SettingsStore& store, std::int16_t number, const Account& account);
   static void DeleteAccountFields(SettingsStore& store, std::int16_t number);
   void BlankAccountRow();
 

@@ -22,11 +22,11 @@ IniFile::IniFile(Platform& platform, std::string configName)
     : platform_(platform), configName_(std::move(configName)), failures_(std::uncaught_exceptions()) {}
 
 IniFile::~IniFile() {
-  if (std::uncaught_exceptions() == failures_) store();
+  if (std::uncaught_exceptions() == failures_) Store();
 }
 
 void IniFile::ConfigName(std::string path) {
-  store();
+  Store();
   configName_ = std::move(path);
   loaded_ = false;
 }
@@ -38,10 +38,10 @@ void IniFile::load() {
   profile_ = Profile(content.value_or(""));
 }
 
-void IniFile::store() {
-  if (!std::exchange(changed_, false) || !replaceable_) return;
+bool IniFile::Store() {
+  if (!std::exchange(changed_, false)) return true;
   const std::string text = profile_.text();
-  if (text.size() <= largestReadFile) platform_.writeFile(configName_, text);
+  return replaceable_ && text.size() <= largestReadFile && platform_.writeFile(configName_, text);
 }
 
 std::vector<std::string> IniFile::SectionGet(std::string_view section) {

@@ -14,9 +14,9 @@ class Platform;
 /// name only what changes: "NA", in capitals, as an argument leaves the kept one in force.
 ///
 /// The file is read when it is first needed. What is saved replaces it as a whole when the run ends, so that it is
-/// never seen half written; it stays as it was where it can't be replaced, and where a failure ends the run. No failure
-/// is told: a file that can't be read looks like an empty one, and one that is there but can't be read is never
-/// written, nor is anything that would be too large to be read again. Two runs on the same file don't coexist.
+/// never seen half written; it stays as it was where it can't be replaced, and where a failure ends the run. Only Store
+/// tells of a failure: a file that can't be read looks like an empty one, and one that is there but can't be read is
+/// never written, nor is anything that would be too large to be read again. Two runs on the same file don't coexist.
 class IniFile {
  public:
   /// `configName` is the full path of the file.
@@ -46,9 +46,11 @@ class IniFile {
   /// Forgets what the file holds: only what is saved from now on will be in it. One that can't be read stays.
   void StartAnew();
 
+  /// Writes what was saved now. Returns whether the file holds it.
+  bool Store();
+
  private:
   void load();
-  void store();
 
   Platform& platform_;
   std::string configName_;

@@ -54,7 +54,6 @@ void Fetch::run(const Channel& channel) {
   const auto requests = requestsFor(std::span(listing_).subspan(kept_), channel.maildrop);
   exchange(channel.conversation, requests, channel.pipelined,
            [&](std::size_t /*index*/, const Reply& reply) { take(channel.conversation, reply); });
-  tellProgress(channel.conversation.now());
 }
 
 void Fetch::begin(Listing fresh, const Maildrop& maildrop) {
@@ -93,10 +92,13 @@ void Fetch::keep(Conversation& conversation, Delivery delivery) {
   ++kept_;
   if (kept_ <= told_) return;
   told_ = kept_;
+  position_ = std::max(position_, keptBytes_);
+  if (isThrough()) tellProgress(conversation.now());
   surroundings_.received(message);
 }
 
 void Fetch::whileWaiting(const Conversation& conversation) {
+  if (isThrough()) return;
   position_ = std::max(position_, keptBytes_ + static_cast<std::int64_t>(conversation.messageBytes()));
   if (conversation.now() >= nextProgress_) tellProgress(conversation.now());
 }

@@ -40,6 +40,7 @@ class Fetch {
   void take(Conversation& conversation, const Reply& reply);
   void keep(Conversation& conversation, Delivery delivery);
   void tellProgress(Milliseconds now);
+  bool isThrough() const { return listed_ && kept_ == messages_.size(); }
 
   std::vector<PopMessage>& messages_;
   Listing& listing_;

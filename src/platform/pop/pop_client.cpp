@@ -24,7 +24,7 @@ class PopClient::Implementation {
 
   void connect();
   void fetchAll();
-  void listMessages();
+  void listMessages(PopMessages::Identifiers wanted);
   void disconnect();
 
   std::int16_t count() const { return text::toInt16(count_); }
@@ -37,7 +37,7 @@ class PopClient::Implementation {
   void run(const std::function<void()>& job);
   void open();
   void requireConnected() const;
-  void readListing(const pop::Channel& channel);
+  void readListing(const pop::Channel& channel, PopMessages::Identifiers wanted);
   void leave();
   void end(std::int32_t code, const std::string& text);
   void forgetFailure();
@@ -168,17 +168,17 @@ void PopClient::Implementation::fetchAll() {
   });
 }
 
-void PopClient::Implementation::listMessages() {
-  run([this] {
+void PopClient::Implementation::listMessages(PopMessages::Identifiers wanted) {
+  run([this, wanted] {
     requireConnected();
-    session_->run([this](const pop::Channel& channel) { readListing(channel); }, {});
+    session_->run([this, wanted](const pop::Channel& channel) { readListing(channel, wanted); }, {});
   });
 }
 
-void PopClient::Implementation::readListing(const pop::Channel& channel) {
+void PopClient::Implementation::readListing(const pop::Channel& channel, PopMessages::Identifiers wanted) {
   if (items_.empty()) return;
   listing_ = pop::list(channel);
-  pop::completeIdentifiers(channel, listing_, surroundings_.reader);
+  if (wanted == PopMessages::Identifiers::All) pop::completeIdentifiers(channel, listing_, surroundings_.reader);
   for (std::size_t i = 0; i < items_.size(); ++i) {
     items_[i].Size = static_cast<std::int32_t>(listing_[i].bytes);
     items_[i].Uid = listing_[i].uid;
@@ -243,7 +243,7 @@ void PopClient::Implementation::remember(const PopFailure& failure) {
 std::int16_t PopMessages::Count() const { return client_.implementation_->count(); }
 PopMessage& PopMessages::Item(std::int16_t index) { return client_.implementation_->item(index); }
 void PopMessages::FetchAll() { client_.implementation_->fetchAll(); }
-void PopMessages::ListMessages() { client_.implementation_->listMessages(); }
+void PopMessages::ListMessages(Identifiers wanted) { client_.implementation_->listMessages(wanted); }
 
 PopClient::PopClient(const Surroundings& surroundings)
     : implementation_(std::make_unique<Implementation>(*this, surroundings)) {}

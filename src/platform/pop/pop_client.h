@@ -42,7 +42,8 @@ class IPopClientNotify {
   /// A blocking call ended, well (0) or by this failure.
   virtual void Done(PopClient& /*owner*/, std::int32_t /*code*/, const std::string& /*text*/) {}
   /// Bytes received so far and expected in all, during FetchAll. Raised at most every 50 ms, about every 100 ms while
-  /// nothing comes, and once at the end. The position never falls and may pass the total.
+  /// nothing comes, and once when all is in, before the last message is told to be received. The position never falls
+  /// and may pass the total.
   virtual void Progress(PopClient& /*owner*/, std::int32_t /*position*/, std::int32_t /*total*/) {}
   /// A message is in whole. Told once for each place in the mailbox, in order, also where a fetch had to start over.
   virtual void Received(PopClient& /*owner*/, const PopMessage& /*message*/) {}
@@ -73,8 +74,10 @@ class PopMessages {
   /// that came before it. A failure in a pipelined exchange is met with one new login before it is final.
   void FetchAll();
 
-  /// Reads sizes and identifiers without the messages. Blocks while the event loop turns. Throws PopFailure.
-  void ListMessages();
+  /// Reads sizes and identifiers without the messages; where the server has none, they cost a look at the header of
+  /// every message, unless the caller wants only what is listed. Blocks while the event loop turns. Throws PopFailure.
+  enum class Identifiers { All, Listed };
+  void ListMessages(Identifiers wanted = Identifiers::All);
 
  private:
   PopClient& client_;

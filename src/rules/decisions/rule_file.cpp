@@ -76,18 +76,18 @@ void readRules(IniFile& file, Rules& rules) {
   for (Rule& rule : rules.live.rules()) readRule(file, ruleSection(index++), rule);
 }
 
-void writeRules(IniFile& file, Rules& rules) {
+bool writeRules(IniFile& file, Rules& rules) {
   const auto working = rules.working.rules();
+  file.StartAnew();
+  for (const auto& field : ruleSetFields()) writeField(file, setSection, field, rules.working.head());
+  std::size_t number = 0;
+  for (const Rule& rule : working) writeRule(file, ruleSection(number++), rule);
+  if (!file.Store()) return false;
   rules.live.resize(rules.working.RuleCount);
   rules.live.head() = rules.working.head();
-  const auto live = rules.live.rules();
-  file.StartAnew();
-  for (const auto& field : ruleSetFields()) writeField(file, setSection, field, rules.live.head());
-  for (std::size_t index = 0; index < live.size(); ++index) {
-    live[index] = static_cast<const Rule&>(working[index]);
-    joinEntries(live[index]);
-    writeRule(file, ruleSection(index), live[index]);
-  }
+  std::ranges::copy(working, rules.live.rules().begin());
+  for (Rule& rule : rules.live.rules()) joinEntries(rule);
+  return true;
 }
 
 }  // namespace velmora

@@ -179,17 +179,21 @@ void QtPlatform::provideSounds() {
   }
 }
 
+QtSettings& QtPlatform::settingsFile() {
+  if (!settings_) settings_ = std::make_unique<QtSettings>();
+  return *settings_;
+}
+
 bool QtPlatform::isOnlyInstance() {
-  instanceLock_.emplace(QFileInfo(settings_.fileName()).path() + "/Velmora.lock");
+  const QString folder = QFileInfo(QtSettings::fileName()).path();
+  makePrivateFolder(folder);  // the first start finds none
+  instanceLock_.emplace(folder + "/Velmora.lock");
   instanceLock_->setStaleLockTime(0);  // only the end of the other program frees it, not its age
   // Where no lock can be made, as on a full or read-only disk, the user still gets a program.
   return instanceLock_->tryLock() || instanceLock_->error() != QLockFile::LockFailedError;
 }
 
-/// With settings that aren't kept the first-use step runs at every start, though what the user wants isn't known.
-void QtPlatform::SetRunAtStartUp() {
-  if (settings_.isKept()) addLogonEntry();
-}
+void QtPlatform::SetRunAtStartUp() { addLogonEntry(); }
 
 void QtPlatform::ClearRunAtStartUp() { removeLogonEntry(); }
 

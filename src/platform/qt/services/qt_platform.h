@@ -19,7 +19,8 @@ class QtPlatform : public Platform {
  public:
   explicit QtPlatform(const MailReader& reader);
 
-  const QtSettings& settingsFile() const { return settings_; }
+  /// Read at the first use, so that what is another instance's is left alone until isOnlyInstance was asked.
+  QtSettings& settingsFile();
 
   /// `quit` was called: an event loop that starts after it would never end.
   bool isQuitting() const { return quitting_; }
@@ -30,7 +31,7 @@ class QtPlatform : public Platform {
   std::string applicationTitle() const override;
   DateTime now() const override;
   const MonthNames& monthNames() const override { return monthNames_; }
-  SettingsStore& settings() override { return settings_; }
+  SettingsStore& settings() override { return settingsFile(); }
   Answer MsgBox(const Question& question) override;
   std::optional<std::string> askForFile(const FileQuestion& question) override;
   void yield() override;
@@ -53,10 +54,10 @@ class QtPlatform : public Platform {
 
  private:
   const MailReader& reader_;
-  QtSettings settings_;
+  std::optional<QLockFile> instanceLock_;  ///< outlives the settings that it guards
+  std::unique_ptr<QtSettings> settings_;
   MonthNames monthNames_;
   ServerHabits serverHabits_;
-  std::optional<QLockFile> instanceLock_;
   std::unique_ptr<HelpWindow> help_;
   SoundPlayer soundPlayer_;
   bool quitting_ = false;

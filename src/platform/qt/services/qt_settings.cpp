@@ -7,6 +7,7 @@
 #include <QSettings>
 #include <QTemporaryFile>
 #include <algorithm>
+#include <utility>
 
 #include "platform/qt/services/private_files.h"
 #include "platform/qt/services/whole_file.h"
@@ -38,22 +39,64 @@ bool hasPairedQuotes(const QByteArray& text) {
   return marks % 2 == 0;
 }
 
+/// The library that reads the file skips what it doesn't understand, and would write the rest back without it.
 bool isSettingsLine(const QByteArray& line) {
   const QByteArray text = line.trimmed();
-  if (text.isEmpty() || text.startsWith('[') || text.startsWith(';')) return true;
-  return text.contains('=') && hasPairedQuotes(text);
+  if (text.contains('\0')) return false;
+  if (text.isEmpty() || text.startsWith(';')) return true;
+  return hasPairedQuotes(text) && text.contains(text.startsWith('[') ? ']' : '=');
 }
 
-/// Every line is one of a settings file, the last one included: the library that reads the file skips what it doesn't
-/// understand, and would write the rest back without it.
-bool isWhole(const QString& name) {
+/// What a file of the program's own begins and ends with, so that one that was cut at the end of a line is known for
+/// what it is. One that was written by hand needs neither.
+constexpr char firstLine[] = "; Settings of Velmora. The last line tells that nothing is missing.\n";
+constexpr char lastLine[] = "; Nothing is missing.\n";
+
+/// The lines of a file that can be trusted. The end of one that was cut may be half a value.
+QByteArray goodLines(const QByteArray& bytes) {
+  QByteArrayList lines = bytes.split('\n');
+  lines.removeLast();
+  lines.removeIf([](const QByteArray& line) { return !isSettingsLine(line); });
+  return lines.isEmpty() ? QByteArray() : lines.join('\n') + '\n';
+}
+
+bool isWhole(const QByteArray& bytes) {
+  return goodLines(bytes) == bytes && (!bytes.startsWith(firstLine) || bytes.contains(lastLine));
+}
+
+using Values = QMap<QString, QVariant>;
+
+struct Contents {
+  Values values;
+  bool whole = true;
+};
+
+Contents valuesIn(const QString& name) {
+  const QSettings settings(name, QSettings::IniFormat);
+  Contents contents;
+  for (const QString& key : settings.allKeys()) contents.values.insert(key, settings.value(key));
+  contents.whole = settings.status() == QSettings::NoError;
+  return contents;
+}
+
+bool openDraft(QTemporaryFile& draft, const QString& folder) {
+  draft.setFileTemplate(folder + "/Velmora.XXXXXX.draft");
+  return draft.open() && !draft.fileName().isEmpty();  // a folder that takes none any more gives one without a name
+}
+
+/// Of a damaged file the good lines count. The library reads them from a draft, since a quotation mark without its
+/// partner would swallow them.
+Contents contentsOf(const QString& name) {
   QFile file(name);
-  if (!file.exists()) return true;
-  if (!file.open(QIODevice::ReadOnly)) return false;
+  if (!file.exists()) return {};
+  if (!file.open(QIODevice::ReadOnly)) return {{}, false};
   const QByteArray bytes = file.readAll();
-  if (!bytes.isEmpty() && !bytes.endsWith('\n')) return false;
-  const auto lines = bytes.split('\n');
-  return !bytes.contains('\0') && std::all_of(lines.begin(), lines.end(), isSettingsLine);
+  if (isWhole(bytes)) return valuesIn(name);
+  QTemporaryFile draft;
+  if (!openDraft(draft, QFileInfo(name).path())) return {{}, false};
+  draft.write(goodLines(bytes));
+  draft.flush();
+  return {valuesIn(draft.fileName()).values, false};
 }
 
 /// What a program that was killed in the middle of a save has left, which may hold passwords. One that is as young as a
@@ -65,77 +108,69 @@ void removeOldDrafts(const QString& folder) {
   }
 }
 
+/// The library puts values into a file's words, but only in a file, and it doesn't notice where a full disk cuts that
+/// short. So it does so in a draft, which is read back.
+QByteArray composed(const Values& values, const QString& folder) {
+  QTemporaryFile draft;
+  if (!openDraft(draft, folder)) return {};
+  {
+    QSettings settings(draft.fileName(), QSettings::IniFormat);
+    for (auto each = values.begin(); each != values.end(); ++each) settings.setValue(each.key(), each.value());
+  }
+  QFile written(draft.fileName());
+  if (valuesIn(written.fileName()).values != values || !written.open(QIODevice::ReadOnly)) return {};
+  const QByteArray text = written.readAll();
+  return isWhole(text) ? firstLine + text + lastLine : QByteArray();
+}
+
+std::string reason(const char* words, const QString& file) { return words + utf8(file); }
+
 }  // namespace
 
-QtSettings::QtSettings()
-    : file_(QSettings("Kestrum", "Velmora").fileName()),
-      open_(openToOthers(file_)),
-      damaged_(!open_ && (!isWhole(file_) || !read())) {
-  if (!open_) removeOldDrafts(QFileInfo(file_).path());
-  soon_.setSingleShot(true);
-  QObject::connect(&soon_, &QTimer::timeout, &soon_, [this] { save(); });
+QtSettings::QtSettings() : open_(openToOthers(file_)) {
+  if (open_) return;
+  removeOldDrafts(QFileInfo(file_).path());
+  Contents found = contentsOf(file_);
+  stored_ = std::move(found.values);
+  damaged_ = !found.whole;
 }
 
-QtSettings::~QtSettings() { save(); }
-
-bool QtSettings::read() {
-  const QSettings settings(file_, QSettings::IniFormat);
-  values_.clear();
-  for (const QString& key : settings.allKeys()) values_.insert(key, settings.value(key));
-  return settings.status() == QSettings::NoError;
-}
+QString QtSettings::fileName() { return QSettings("Kestrum", "Velmora").fileName(); }
 
 std::string QtSettings::GetSetting(std::string_view section, std::string_view key, std::string_view fallback) const {
-  return utf8(textOf(values_.value(pathOf(section, key), qt(fallback))));
+  const QString path = pathOf(section, key);
+  const QVariant value = changes_.contains(path) ? changes_.value(path) : stored_.value(path);
+  return value.isValid() ? utf8(textOf(value)) : std::string(fallback);
 }
 
 void QtSettings::SaveSetting(std::string_view section, std::string_view key, std::string_view value) {
-  change(pathOf(section, key), qt(value));
+  changes_.insert(pathOf(section, key), qt(value));
 }
 
-void QtSettings::DeleteSetting(std::string_view section, std::string_view key) { change(pathOf(section, key), {}); }
-
-void QtSettings::change(const QString& path, const QVariant& value) {
-  apply(path, value);
-  if (!isKept()) return;
-  changes_.insert(path, value);
-  soon_.start(0);
+void QtSettings::DeleteSetting(std::string_view section, std::string_view key) {
+  changes_.insert(pathOf(section, key), {});
 }
 
-void QtSettings::apply(const QString& path, const QVariant& value) {
-  if (value.isValid()) {
-    values_.insert(path, value);
-  } else {
-    values_.remove(path);
+std::optional<std::string> QtSettings::Keep() { return write(std::exchange(changes_, {})); }
+
+/// A file that has gone is made anew from what was read of it: somebody may be replacing it just now.
+std::optional<std::string> QtSettings::write(const Values& changes) {
+  if (const auto open = open_ ? open_ : openToOthers(file_))
+    return reason("Other users can read or change this:\r\n", *open);
+  Contents now = contentsOf(file_);
+  if (damaged_ || !now.whole) return reason("The settings file is damaged and left as it is:\r\n", file_);
+  if (changes.isEmpty()) return std::nullopt;
+  Values values = QFile::exists(file_) ? std::move(now.values) : stored_;
+  for (auto each = changes.begin(); each != changes.end(); ++each) {
+    values.insert(each.key(), each.value());
+    if (!each->isValid()) values.remove(each.key());
   }
-}
-
-/// Where it can't be written, the next change tries again. A file that has gone is made anew from what was read of it:
-/// somebody may be replacing it just now.
-void QtSettings::save() {
-  if (changes_.isEmpty() || openToOthers(file_)) return;
-  if (QFile::exists(file_) && (!isWhole(file_) || !read())) return;
-  for (auto each = changes_.begin(); each != changes_.end(); ++each) apply(each.key(), each.value());
-  const QByteArray text = composed();
-  if (!text.isEmpty() && writeWholeFile(file_, text)) changes_.clear();
-}
-
-/// The library puts values into a file's words, but only in a file, and it doesn't notice where a full disk cuts that
-/// short. So it does so in a draft, which is read back.
-QByteArray QtSettings::composed() const {
-  QTemporaryFile draft(QFileInfo(file_).path() + "/Velmora.XXXXXX.draft");
-  if (!draft.open()) return {};
-  const QString name = draft.fileName();
-  if (name.isEmpty()) return {};  // it was opened without one, and the folder takes none any more
-  {
-    QSettings settings(name, QSettings::IniFormat);
-    for (auto each = values_.begin(); each != values_.end(); ++each) settings.setValue(each.key(), each.value());
+  const QByteArray text = composed(values, QFileInfo(file_).path());
+  if (text.isEmpty() || !writeWholeFile(file_, text)) {
+    return reason("The disk may be full, or this file or its folder read-only:\r\n", file_);
   }
-  const QSettings again(name, QSettings::IniFormat);
-  const bool isComplete = std::all_of(values_.keyBegin(), values_.keyEnd(),
-                                      [&](const QString& key) { return again.value(key) == values_.value(key); });
-  QFile written(name);
-  return isComplete && isWhole(name) && written.open(QIODevice::ReadOnly) ? written.readAll() : QByteArray();
+  stored_ = std::move(values);
+  return std::nullopt;
 }
 
 }  // namespace velmora
