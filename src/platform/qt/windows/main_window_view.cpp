@@ -289,7 +289,7 @@ void MainWindowView::showState() {
     showMinimized();
     return;
   }
-  if (!isVisible() && isMinimized()) forgetMinimised(*this);
+  forgetMinimised(*this);
   maximised ? showMaximized() : showNormal();
 }
 
