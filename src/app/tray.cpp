@@ -107,7 +107,7 @@ void Form_Resize(Program& program) {
   // Who brings the window back meanwhile wants to see it.
   if (!isInTray(program) || IsEnding(program)) return;
   GoToTray(program);
-  if (!program.frmMain.TrayData.Docked) tellOfNoTray(program);
+  if (!program.frmMain.TrayData.TrayPresent) tellOfNoTray(program);
 }
 
 void mnuTrayAutoCheck_Click(Program& program) {

@@ -242,7 +242,7 @@ void MainWindowView::followForm() {
       [this](MousePointer pointer) { pointer == MousePointer::Hourglass ? setCursor(Qt::BusyCursor) : unsetCursor(); });
   window_.State.watch([this](WindowState) { showState(); });
   window_.Visible.watch([this](bool) { showState(); });
-  window_.TrayData.Docked.watch([this](bool) { showState(); });
+  window_.TrayData.TrayPresent.watch([this](bool) { showState(); });
   window_.restoreSize.watch([this] { resize(designSize.boundedTo(room())); });
   window_.activate.watch([this] {
     raise();
@@ -277,7 +277,7 @@ void MainWindowView::showState() {
   if (takingOver_) return;
   notePlace();
   const bool minimised = window_.State == WindowState::Minimised;
-  if (minimised ? window_.TrayData.Docked || trayMayCome_.isActive() : !window_.Visible) {
+  if (minimised ? window_.TrayData.TrayPresent || trayMayCome_.isActive() : !window_.Visible) {
     hide();
     return;
   }
