@@ -251,15 +251,17 @@ TEST_F(Window, ATipShowsExactlyWhatACellCutsOff) {
   openOn({message("one", "From: <b>Ann</b> Example <a@b.org>\r\nTo: a@b.org,c@d.org\r\n")});
   const int needed = program.frmMain.TextWidth("<b>Ann</b> Example <a@b.org>", true);
   const QModelIndex cell = list().model()->index(0, 0);
-  QStyleOptionViewItem option;
   // A tip belongs to a width where the style's own layout shortens the text, and to no other.
-  for (int width = needed; width < needed + 40; ++width) {
-    list().setColumnWidth(0, width);
-    QToolTip::hideText();
-    program.frmMain.lvwEmail.MouseMove(0, 5000);
-    restPointerOn(*list().viewport(), middleOf(0, 0));
-    const bool cut = width < list().sizeHintForIndex(cell).width();
-    EXPECT_EQ(!program.frmMain.tipEmail.ToolText.get().empty(), cut) << width - needed;
+  for (const QString& style : {QString("Windows"), QApplication::style()->objectName()}) {
+    QApplication::setStyle(style);
+    for (int width = needed; width < needed + 40; ++width) {
+      list().setColumnWidth(0, width);
+      QToolTip::hideText();
+      program.frmMain.lvwEmail.MouseMove(0, 5000);
+      restPointerOn(*list().viewport(), middleOf(0, 0));
+      const bool cut = width < list().sizeHintForIndex(cell).width();
+      EXPECT_EQ(!program.frmMain.tipEmail.ToolText.get().empty(), cut) << style.toStdString() << width - needed;
+    }
   }
   list().setColumnWidth(0, 100);
   program.frmMain.lvwEmail.MouseMove(0, 5000);

@@ -90,6 +90,7 @@ void MessageListView::measureMargins() {
   constexpr int wide = 1000;
   QStyleOptionViewItem option;
   initViewItemOption(&option);
+  option.showDecorationSelected = true;  // as a tree sets it that selects whole rows
   option.text = "x";
   option.rect = QRect(0, 0, wide, option.decorationSize.height());
   const int besideText = 2 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, &option, this) + 1);
