@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QProgressBar>
 #include <QTabBar>
 #include <QToolTip>
@@ -88,6 +89,17 @@ TEST_F(Window, ClicksAndKeysChooseMessages) {
   clickAt(middleOf(2), Qt::ControlModifier);
   EXPECT_TRUE(program.frmMain.lvwEmail.IsSelected(1));
   EXPECT_TRUE(program.frmMain.lvwEmail.IsSelected(3));
+  const QPoint beside(20, list().viewport()->height() - 5);
+  clickAt(beside, Qt::ControlModifier);
+  EXPECT_TRUE(list().selectionModel()->selectedRows().isEmpty()) << "beside the rows nothing stays selected";
+  QTest::mousePress(list().viewport(), Qt::LeftButton, Qt::NoModifier, middleOf(1));
+  for (const QPoint& at : {middleOf(2), beside}) {
+    QMouseEvent drag(QEvent::MouseMove, at, list().viewport()->mapToGlobal(at), Qt::NoButton, Qt::LeftButton, {});
+    QApplication::sendEvent(list().viewport(), &drag);
+  }
+  QTest::mouseRelease(list().viewport(), Qt::LeftButton, Qt::NoModifier, beside);
+  EXPECT_EQ(list().selectionModel()->selectedRows().size(), 2);
+  EXPECT_TRUE(preview.isEnabled()) << "a drag is judged by what it has selected";
   press("EmailCheck");
   EXPECT_TRUE(list().selectionModel()->selectedRows().isEmpty());
   EXPECT_FALSE(preview.isEnabled());

@@ -1,5 +1,6 @@
 #include "platform/qt/windows/message_list_view.h"
 
+#include <QApplication>
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QHelpEvent>
@@ -124,9 +125,12 @@ void MessageListView::showSelection() {
   const QSignalBlocker quiet(selectionModel());
   for (const auto& index : selectionModel()->selectedRows()) {
     if (list_.IsSelected(index.row() + 1)) continue;
-    selectionModel()->select(index, QItemSelectionModel::Deselect | QItemSelectionModel::Rows);
+  QItemSelection kept;
+  for (const auto& index : selectionModel()->selectedRows()) {
+    if (list_.IsSelected(index.row() + 1)) kept.select(index, index);
   }
   viewport()->update();
+  selectionModel()->select(kept, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
 }
 
 void MessageListView::choose(bool onRow) {
@@ -138,6 +142,7 @@ void MessageListView::choose(bool onRow) {
 void MessageListView::mousePressEvent(QMouseEvent* event) {
   choosing_ = true;
   QTreeView::mousePressEvent(event);
+  pressedAt_ = event->position().toPoint();
 }
 
 void MessageListView::mouseMoveEvent(QMouseEvent* event) {
@@ -151,7 +156,9 @@ void MessageListView::mouseReleaseEvent(QMouseEvent* event) {
   const QPoint position = event->position().toPoint();
   if (event->button() == Qt::RightButton) return;  // its menu follows
   tellPointer(position);
-  choose(indexAt(position).isValid());
+  // A drag may end beside the rows that it has selected.
+  const bool dragged = (position - pressedAt_).manhattanLength() >= QApplication::startDragDistance();
+  choose(dragged ? selectionModel()->hasSelection() : indexAt(position).isValid());
 }
 
 void MessageListView::mouseDoubleClickEvent(QMouseEvent* event) {

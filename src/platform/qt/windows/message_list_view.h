@@ -48,4 +48,6 @@ class MessageListView : public QTreeView {
   bool choosing_ = false;  ///< a button or a key is down: the choice is made at its end
 };
 
+  QPoint menuPlace_;
+  QPoint pressedAt_;
 }  // namespace velmora
