@@ -116,6 +116,11 @@ TEST_F(Window, TheRightButtonOpensTheMenu) {
   EXPECT_EQ(menu->actions().front()->text(), "&Preview");
   EXPECT_TRUE(menu->actions().front()->isEnabled());
   menu->close();
+  QContextMenuEvent byKey(QContextMenuEvent::Keyboard, QPoint(), QCursor::pos());
+  QApplication::sendEvent(list().viewport(), &byKey);
+  const QRect row = list().visualRect(list().model()->index(0, 0));
+  EXPECT_EQ(menu->pos(), list().viewport()->mapToGlobal(row.bottomLeft())) << "at the row, not at the pointer";
+  menu->close();
 }
 
 TEST_F(Window, StaysAliveDuringACheck) {

@@ -150,7 +150,7 @@ QWidget* MainWindowView::makeEmailPage() {
   view->setAccessibleName("Messages");
   list->addWidget(view, 1);
   column->addLayout(list, 1);
-  bind(window_.mnuEmailPopMenu, *new QMenu(view));
+  bind(window_.mnuEmailPopMenu, *new QMenu(view), [view] { return view->menuPlace(); });
   bind(window_.mnuColumns, *new QMenu(view));
   window_.TextWidth = [view](const std::string& text, bool bold) { return view->textWidth(text, bold); };
   list_ = view;

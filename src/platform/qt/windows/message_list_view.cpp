@@ -166,9 +166,16 @@ void MessageListView::mouseDoubleClickEvent(QMouseEvent* event) {
   if (event->button() == Qt::LeftButton && indexAt(event->position().toPoint()).isValid()) tell(list_.DblClick);
 }
 
+QPoint MessageListView::placeAtRow() const {
+  const QRect cell = visualRect(currentIndex());
+  const bool inSight = viewport()->rect().contains(QPoint(0, cell.bottom()));
+  return viewport()->mapToGlobal(inSight ? QPoint(0, cell.bottom()) : QPoint());
+}
+
 void MessageListView::contextMenuEvent(QContextMenuEvent* event) {
   const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
   if (!byKey) tellPointer(event->pos());
+  menuPlace_ = byKey ? placeAtRow() : event->globalPos();
   const bool onRow = byKey ? selectionModel()->hasSelection() : indexAt(event->pos()).isValid();
   choosing_ = false;
   takeSelection();
