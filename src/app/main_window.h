@@ -3,8 +3,10 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 
 #include "accounts/accounts_page.h"
+#include "app/decisions/page.h"
 #include "app/tray.h"
 #include "messages/email_page.h"
 #include "options/options_page.h"
@@ -17,16 +19,6 @@
 
 namespace velmora {
 
-/// The pages, by number.
-inline constexpr std::int16_t emailPage = 0;
-inline constexpr std::int16_t accountsPage = 1;
-inline constexpr std::int16_t rulesPage = 2;
-inline constexpr std::int16_t optionsPage = 3;
-inline constexpr std::size_t pageCount = 4;
-
-/// What lblBanner says of each page, which is also the key of the page's main button.
-inline constexpr std::array<const char*, pageCount> PageBanners = {"Email", "Accounts", "Rules", "Options"};
-
 /// The small toolbars of tbrButtons that procedures name.
 inline constexpr std::size_t helpBar = 0;
 inline constexpr std::size_t stopRetrievalBar = 1;
@@ -38,6 +30,8 @@ inline constexpr std::size_t saveAccountBar = 6;
 inline constexpr std::size_t cancelAccountBar = 7;
 inline constexpr std::size_t rulesHelpBar = 8;
 inline constexpr std::size_t pauseStartUpBar = 14;
+
+struct Shortcut;
 
 /// The only top-level window of the program: four pages of which one shows at a time, the buttons that switch between
 /// them, a row of buttons for each page, the status bar, and what stands for it in the tray.
@@ -78,6 +72,7 @@ struct MainWindow : Form, EmailPage, AccountsPage, RulesPage, OptionsPage, Tray 
   velmora::StatusBar StatusBar;
   velmora::ProgressBar ProgressBar;
   FocusTaker cmdTakeFocus;
+  std::function<void(const Shortcut&)> KeyPress;  ///< the keys of a shortcut were pressed
 
   Timer tmrStatusBar{1000, true};
   Timer tmrMailTime{1000, false};

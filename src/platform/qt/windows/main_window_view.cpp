@@ -13,6 +13,7 @@
 #include <chrono>
 #include <vector>
 
+#include "app/decisions/shortcuts.h"
 #include "app/main_window.h"
 #include "platform/qt/strings.h"
 #include "platform/qt/widgets/bind.h"
@@ -188,52 +189,13 @@ void MainWindowView::addFocusTaker() {
 
 /// What the buttons do, from every page, where they could be pressed.
 void MainWindowView::addShortcuts() {
-  const auto press = [this](const QKeySequence& keys, Toolbar& bar, const char* button, const Frame* frame = nullptr) {
-    auto* shortcut = new QShortcut(keys, this);
-    shortcut->setAutoRepeat(false);  // a key held down would log in over and over
-    connect(shortcut, &QShortcut::activated, this, [&bar, button, frame] {
-      if (bar.Visible && (frame == nullptr || (frame->Enabled && frame->Visible))) bar[button].click();
+  for (const Shortcut& shortcut : shortcuts) {
+    auto* keys = new QShortcut(QKeySequence(shortcut.keys), this);
+    keys->setAutoRepeat(false);  // a key held down would log in over and over
+    connect(keys, &QShortcut::activated, this, [this, &shortcut] {
+      if (window_.KeyPress) window_.KeyPress(shortcut);
     });
-  };
-  press(Qt::Key_F5, window_.tbrButtons[checkAllBar], "CheckAll");
-  press(Qt::CTRL | Qt::Key_R, window_.tbrEmail, "EmailCheck", &window_.fraEmailToolBar);
-  press(QKeySequence::Quit, window_.tbrMainButtons, "Quit", &window_.fraMainButtons);
-  for (int page = 0; page < static_cast<int>(pageCount); ++page) {
-    press(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + page), window_.tbrMainButtons,
-          PageBanners.at(static_cast<std::size_t>(page)), &window_.fraMainButtons);
   }
-  const Frame& accounts = window_.fraMain[accountsPage];
-  press(QKeySequence::New, window_.tbrAcnts, "AcntAdd", &accounts);
-  press(Qt::CTRL | Qt::Key_T, window_.tbrAcnts, "AcntTest", &accounts);
-  press(QKeySequence::Save, window_.tbrButtons[saveAccountBar], "SaveAccount", &accounts);
-  const auto run = [this](const QKeySequence& keys, const std::function<void()>& event) {
-    connect(new QShortcut(keys, this), &QShortcut::activated, this, [&event] {
-      if (event) event();
-    });
-  };
-  run(QKeySequence::HelpContents, window_.Help);
-  connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &MainWindowView::giveUp);
-  run(Qt::CTRL | Qt::Key_0, window_.mnuRestoreColWidth.Click);
-  for (int column = 0; column < static_cast<int>(window_.lvwEmail.Columns.size()); ++column) {
-    connect(new QShortcut(Qt::ALT | static_cast<Qt::Key>(Qt::Key_1 + column), this), &QShortcut::activated, this,
-            [this, column] {
-              ListView& list = window_.lvwEmail;
-              if (list.ColumnClick) list.ColumnClick(list.Columns[static_cast<std::size_t>(column)].Text);
-            });
-  }
-}
-
-/// Ends what was begun and can be given up without a loss, which changes to an account can not.
-void MainWindowView::giveUp() {
-  for (TabStrip* strip : {&window_.TabStripEmail, &window_.TabStripAcnts}) {
-    if (strip->Dragging) {
-      strip->Dragging = false;
-      return;
-    }
-  }
-  window_.fraColourBox.Visible = false;
-  Toolbar& stop = window_.tbrButtons[stopRetrievalBar];
-  if (stop.Visible) stop.Buttons.front().click();
 }
 
 void MainWindowView::followForm() {

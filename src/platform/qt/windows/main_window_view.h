@@ -29,7 +29,6 @@ class MainWindowView : public QMainWindow {
   QWidget* makeButtonRow(std::size_t page);
   void addFocusTaker();
   void addShortcuts();
-  void giveUp();
   void followForm();
   void startTimers();
   void showState();
