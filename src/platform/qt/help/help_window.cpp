@@ -5,7 +5,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QScreen>
+#include <QPalette>
 #include <QShortcut>
 #include <QSignalBlocker>
 #include <QSplitter>
@@ -15,6 +15,7 @@
 #include <initializer_list>
 
 #include "platform/qt/help/help_browser.h"
+#include "platform/qt/widgets/hint_colour.h"
 #include "platform/qt/widgets/icons.h"
 
 // NOLINTBEGIN(cppcoreguidelines-owning-memory): widgets are owned by their parents
@@ -64,7 +65,8 @@ HelpWindow::HelpWindow(const QString& folder) : pages_(readHelpPages(folder)) {
   splitter->setStretchFactor(1, 1);
   splitter->setSizes({contentsWidth, startSize.width() - contentsWidth});
   (new QVBoxLayout(this))->addWidget(splitter);
-  resize(startSize.boundedTo(screen()->availableSize()));
+  resize(inFontOf(*this, startSize).boundedTo(roomFor(*this)));
+  followPalette();
   connect(browser_, &QTextBrowser::sourceChanged, this, &HelpWindow::followPage);
   for (QFrame* part : std::initializer_list<QFrame*>{contents_, browser_}) showFocus(*part);
   addShortcuts();
@@ -114,6 +116,17 @@ QWidget* HelpWindow::makePage() {
 }
 
 void HelpWindow::addShortcuts() {
+void HelpWindow::followPalette() {
+  QPalette colours = search_->palette();
+  colours.setColor(QPalette::PlaceholderText, hintColour(palette()));
+  search_->setPalette(colours);
+}
+
+void HelpWindow::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange && search_ != nullptr) followPalette();
+}
+
   connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, this, [this] {
     search_->setFocus(Qt::ShortcutFocusReason);
     search_->selectAll();

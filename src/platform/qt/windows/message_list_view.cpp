@@ -15,6 +15,7 @@
 #include "platform/qt/strings.h"
 #include "platform/qt/widgets/focus_watcher.h"
 #include "platform/qt/widgets/harmless_text.h"
+#include "platform/qt/widgets/hint_colour.h"
 #include "platform/qt/widgets/list_model.h"
 #include "platform/qt/widgets/tips.h"
 
@@ -222,7 +223,7 @@ void MessageListView::paintEvent(QPaintEvent* event) {
   QTreeView::paintEvent(event);
   if (!list_.Rows().empty() || list_.EmptyText.get().empty()) return;
   QPainter painter(viewport());
-  painter.setPen(palette().color(QPalette::PlaceholderText));
+  painter.setPen(hintColour(palette()));
   painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, qt(list_.EmptyText.get()));
 }
 
