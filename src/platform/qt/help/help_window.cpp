@@ -47,7 +47,7 @@ QToolButton* makeArrow(Qt::ArrowType arrow, const QString& name, const QString& 
 /// Few desktops show by themselves whether the keys go to a list or a text.
 void showFocus(QFrame& part) {
   QObject::connect(qApp, &QApplication::focusChanged, &part, [&part](const QWidget* /*old*/, const QWidget* now) {
-    part.setFrameStyle(now == &part ? QFrame::Box | QFrame::Plain : QFrame::StyledPanel | QFrame::Sunken);
+    part.setFrameStyle(now == &part ? QFrame::Box | QFrame::Plain : QFrame::Panel | QFrame::Sunken);
   });
 }
 

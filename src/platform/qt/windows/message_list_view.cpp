@@ -27,12 +27,32 @@ void tell(const std::function<void()>& event) {
   if (event) event();
 }
 
+/// Reaches to the right edge, where the columns are narrower.
+class Header : public QHeaderView {
+ public:
+  explicit Header(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {}
+
+ protected:
+  void paintEvent(QPaintEvent* event) override {
+    QHeaderView::paintEvent(event);
+    QStyleOptionHeader option;
+    initStyleOption(&option);
+    option.rect = viewport()->rect();
+    option.rect.setLeft(length() - offset());
+    option.position = QStyleOptionHeader::End;
+    QPainter painter(viewport());
+    if (!option.rect.isEmpty()) style()->drawControl(QStyle::CE_HeaderSection, &option, &painter, this);
+  }
+};
+
 }  // namespace
 
 MessageListView::MessageListView(ListView& list, ToolTip& tip, const ImageList& rowPictures,
                                  const ImageList& headerPictures, QWidget* parent)
     : QTreeView(parent), list_(list), tip_(tip) {
   setRootIsDecorated(false);
+  setHeader(new Header(this));                    // NOLINT(cppcoreguidelines-owning-memory): the view owns it
+  setFrameStyle(QFrame::Panel | QFrame::Sunken);  // which has all its lines at every scaling
   setUniformRowHeights(true);
   setAlternatingRowColors(true);
   setSelectionMode(ExtendedSelection);

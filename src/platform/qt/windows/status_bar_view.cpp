@@ -50,7 +50,7 @@ StatusBarView::StatusBarView(StatusBar& bar, ProgressBar& progress, QWidget* par
 
 QWidget* StatusBarView::makePanel(int number) {
   auto* panel = new QFrame(this);
-  panel->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+  panel->setFrameStyle(QFrame::Panel | QFrame::Sunken);  // which has all its lines at every scaling
   auto* row = new QHBoxLayout(panel);
   row->setContentsMargins(6, 2, 6, 2);
   auto* picture = new QLabel(panel);
@@ -61,6 +61,7 @@ QWidget* StatusBarView::makePanel(int number) {
   row->addWidget(text, 1);
   bar_.Panels(number).Text.watch([text](const std::string& shown) { text->setText(harmlessLine(shown)); });
   const ImageList images("imlListViewIcons");
+  row->addStrut(pictureSize);  // also while there is no picture
   bar_.Panels(number).Picture.watch([picture, images](const std::string& key) {
     picture->setPixmap(images.icon(key).pixmap(QSize(pictureSize, pictureSize), picture->devicePixelRatioF()));
     picture->setVisible(!key.empty());
