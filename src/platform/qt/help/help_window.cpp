@@ -17,6 +17,7 @@
 #include "platform/qt/help/help_browser.h"
 #include "platform/qt/widgets/hint_colour.h"
 #include "platform/qt/widgets/icons.h"
+#include "platform/qt/widgets/room.h"
 
 // NOLINTBEGIN(cppcoreguidelines-owning-memory): widgets are owned by their parents
 
@@ -115,7 +116,6 @@ QWidget* HelpWindow::makePage() {
   return side;
 }
 
-void HelpWindow::addShortcuts() {
 void HelpWindow::followPalette() {
   QPalette colours = search_->palette();
   colours.setColor(QPalette::PlaceholderText, hintColour(palette()));
@@ -127,6 +127,7 @@ void HelpWindow::changeEvent(QEvent* event) {
   if (event->type() == QEvent::PaletteChange && search_ != nullptr) followPalette();
 }
 
+void HelpWindow::addShortcuts() {
   connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, this, [this] {
     search_->setFocus(Qt::ShortcutFocusReason);
     search_->selectAll();

@@ -19,6 +19,7 @@
 #include "platform/qt/widgets/bind.h"
 #include "platform/qt/widgets/forget_minimised.h"
 #include "platform/qt/widgets/icons.h"
+#include "platform/qt/widgets/room.h"
 #include "platform/qt/widgets/tab_bar.h"
 #include "platform/qt/windows/accounts_page_view.h"
 #include "platform/qt/windows/message_list_view.h"
@@ -75,6 +76,8 @@ class KeyForwarder : public QWidget {
 MainWindowView::MainWindowView(MainWindow& window) : window_(window) {
   setObjectName("frmMain");
   setWindowIcon(applicationIcon());
+  // What the columns' usual widths are parts of.
+  window_.lvwEmail.Width = inFontOf(*this, QSize(window_.lvwEmail.Width, 0)).width();
   auto* body = new QWidget(this);
   auto* column = new QVBoxLayout(body);
   column->setContentsMargins(6, 4, 6, 4);
@@ -88,7 +91,7 @@ MainWindowView::MainWindowView(MainWindow& window) : window_(window) {
   setCentralWidget(body);
   addFocusTaker();
   addShortcuts();
-  resize(designSize.boundedTo(room()));
+  resize(startSize());
   setMinimumSize(width(), leastHeight);
   followForm();
   startTimers();
@@ -187,7 +190,6 @@ void MainWindowView::addFocusTaker() {
   window_.cmdTakeFocus.focus.watch([taker] { taker->setFocus(); });
 }
 
-/// What the buttons do, from every page, where they could be pressed.
 void MainWindowView::addShortcuts() {
   for (const Shortcut& shortcut : shortcuts) {
     auto* keys = new QShortcut(QKeySequence(shortcut.keys), this);
@@ -205,7 +207,7 @@ void MainWindowView::followForm() {
   window_.State.watch([this](WindowState) { showState(); });
   window_.Visible.watch([this](bool) { showState(); });
   window_.TrayData.TrayPresent.watch([this](bool) { showState(); });
-  window_.restoreSize.watch([this] { resize(designSize.boundedTo(room())); });
+  window_.restoreSize.watch([this] { resize(startSize()); });
   window_.activate.watch([this] {
     raise();
     activateWindow();
@@ -213,11 +215,7 @@ void MainWindowView::followForm() {
   });
 }
 
-/// What the screen has for a window within its frame.
-QSize MainWindowView::room() const {
-  constexpr QSize frame(8, 32);
-  return screen()->availableSize() - frame;
-}
+QSize MainWindowView::startSize() const { return inFontOf(*this, designSize).boundedTo(roomFor(*this)); }
 
 void MainWindowView::startTimers() {
   constexpr std::chrono::milliseconds settling(200);

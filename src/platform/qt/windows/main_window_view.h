@@ -36,7 +36,7 @@ class MainWindowView : public QMainWindow {
   void restorePlace();
   void keepOnScreen();
   static void raiseModal();
-  QSize room() const;
+  QSize startSize() const;
 
   MainWindow& window_;
   QWidget* list_ = nullptr;

@@ -144,14 +144,12 @@ void MessageListView::takeSelection() {
 
 void MessageListView::showSelection() {
   const QSignalBlocker quiet(selectionModel());
-  for (const auto& index : selectionModel()->selectedRows()) {
-    if (list_.IsSelected(index.row() + 1)) continue;
   QItemSelection kept;
   for (const auto& index : selectionModel()->selectedRows()) {
     if (list_.IsSelected(index.row() + 1)) kept.select(index, index);
   }
-  viewport()->update();
   selectionModel()->select(kept, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+  viewport()->update();
 }
 
 void MessageListView::choose(bool onRow) {
@@ -162,8 +160,8 @@ void MessageListView::choose(bool onRow) {
 
 void MessageListView::mousePressEvent(QMouseEvent* event) {
   choosing_ = true;
-  QTreeView::mousePressEvent(event);
   pressedAt_ = event->position().toPoint();
+  QTreeView::mousePressEvent(event);
 }
 
 void MessageListView::mouseMoveEvent(QMouseEvent* event) {
