@@ -44,6 +44,7 @@ void tmrDragTab_Timer(Program& program) {
   MainWindow& frmMain = program.frmMain;
   frmMain.tmrDragTab.Enabled = false;
   TabStrip& strip = program.tabDrag.DragSource == onEmailStrip ? frmMain.TabStripEmail : frmMain.TabStripAcnts;
+  strip.DragIcon = dropPicture;  // the last drag may have been given up outside
   strip.Dragging = strip.Enabled && !program.unsaved.AcntDirty;
 }
 

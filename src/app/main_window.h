@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 
 #include "accounts/accounts_page.h"
 #include "app/decisions/page.h"
@@ -37,6 +38,8 @@ enum ButtonBar : std::size_t {
   pauseStartUpBar,
 };
 inline constexpr std::size_t buttonBarCount = pauseStartUpBar + 1;
+
+struct Shortcut;
 
 /// The only top-level window of the program: four pages of which one shows at a time, the buttons that switch between
 /// them, a row of buttons for each page, the status bar, and what stands for it in the tray.
@@ -77,6 +80,7 @@ struct MainWindow : Form, EmailPage, AccountsPage, RulesPage, OptionsPage, Tray 
   velmora::StatusBar StatusBar;
   velmora::ProgressBar ProgressBar;
   FocusTaker cmdTakeFocus;
+  std::function<void(const Shortcut&)> KeyPress;  ///< the keys of a shortcut were pressed
 
   Timer tmrStatusBar{1000, true};
   Timer tmrMailTime{1000, false};

@@ -1,5 +1,6 @@
 #include "app/pages.h"
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 #include <utility>
@@ -88,8 +89,11 @@ void ShowNoAccounts(Program& program) {
   ShowAccount(program, 0);
 }
 
+/// A check brings the Email page forward, whichever page the user has chosen.
 void ShowHelp(Program& program) {
-  program.platform.showHelp(helpContexts[static_cast<std::size_t>(program.CurrentPage)]);
+  const auto& pages = program.frmMain.fraMain;
+  const auto showing = std::find_if(pages.begin(), pages.end(), [](const Frame& page) { return page.Visible.get(); });
+  program.platform.showHelp(helpContexts.at(static_cast<std::size_t>(showing - pages.begin())));
 }
 
 void GoToPage(Program& program, std::int16_t page) {

@@ -7,6 +7,7 @@
 #include "app/first_use.h"
 #include "app/interface_state.h"
 #include "app/pages.h"
+#include "app/press_shortcut.h"
 #include "app/program.h"
 #include "app/shut_down.h"
 #include "app/status_bar.h"
@@ -60,6 +61,7 @@ void connectWindow(Program& program) {
     bar.ButtonClick = [&program](Button& button) { tbrButtons_ButtonClick(program, button); };
   }
   frmMain.Help = [&program] { ShowHelp(program); };
+  frmMain.KeyPress = [&program](const Shortcut& shortcut) { PressShortcut(program, shortcut); };
   frmMain.Resize = [&program] { Form_Resize(program); };
   frmMain.Close = [&program] { Form_Unload(program); };
   frmMain.tmrStatusBar.Tick = [&program] { tmrStatusBar_Timer(program); };

@@ -106,7 +106,7 @@ void Form_Resize(Program& program) {
   // Who brings the window back meanwhile wants to see it.
   if (!isInTray(program) || program.activity == Activity::Ending) return;
   GoToTray(program);
-  if (!program.frmMain.TrayData.Docked) tellOfNoTray(program);
+  if (!program.frmMain.TrayData.TrayPresent) tellOfNoTray(program);
 }
 
 void mnuTrayAutoCheck_Click(Program& program) {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "platform/controls/count_down.h"
 #include "platform/controls/form.h"
 #include "platform/controls/simple_controls.h"
 #include "platform/controls/timer.h"
@@ -22,9 +23,7 @@ struct CheckMessageWindow : Form {
   Image imgHourGlass{"HourGlass"};
   Toolbar tbrButtons{"imlRuleReport", {{"Close", "Close   ", "Close Auto Check Message", "Exit"}}};
   Timer tmrMessage{1000, false};
-
-  std::int16_t Remaining = 0;  ///< seconds
-  std::int16_t Elapsed = 0;    ///< ticks
+  CountDown countDown{tmrMessage, lblMsgCountDown};
 };
 
 }  // namespace velmora

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "accounts/decisions/account_list.h"
 #include "app/program.h"
 #include "app/shut_down.h"
 #include "checking/auto_check.h"
@@ -35,13 +36,11 @@ void PlaySoundFile(Program& program, std::int16_t account) {
 
 void startCountDown(Program& program) {
   CheckMessageWindow& window = program.frmMessage;
-  window.Elapsed = 0;
-  window.Remaining = program.options.MsgBoxTime;
-  const bool closesByItself = window.Remaining != 0;
+  window.countDown.Begin(program.options.MsgBoxTime);
+  const bool closesByItself = program.options.MsgBoxTime != 0;
   window.tmrMessage.Enabled = closesByItself;
   window.lblMsgCountDown.Visible = closesByItself;
   window.imgHourGlass.Visible = closesByItself;
-  window.lblMsgCountDown.Caption = std::to_string(window.Remaining);
 }
 
 void frmMessage_Load(Program& program) {
@@ -50,8 +49,8 @@ void frmMessage_Load(Program& program) {
   program.frmMessage.AutoMessageOpen = true;
   window.Caption = program.AppTitle + ":  Auto Check - " +
                    formatDateTime(program.platform.now(), "mmmm d, yyyy", program.platform.monthNames());
-  window.lblMsg.Caption = messageText(program.walk.AccountInfoText, program.walk.AccountInfoLines);
-  window.LabelLines = messageLines(program.walk.AccountInfoLines);
+  window.lblMsg.Caption = accountList(program.walk.AccountInfoText, program.walk.AccountInfoLines);
+  window.LabelLines = accountListLines(program.walk.AccountInfoLines);
   startCountDown(program);
   window.lblAutoCheck.Caption = "Next " + program.autoCheck.NextCheckText;
 }
@@ -67,14 +66,7 @@ void showMessage(Program& program, const std::string& headline) {
 }
 
 void tmrMessage_Timer(Program& program) {
-  CheckMessageWindow& window = program.frmMessage;
-  if (window.Elapsed >= program.options.MsgBoxTime) {
-    frmMessage_Unload(program);
-    return;
-  }
-  ++window.Elapsed;
-  --window.Remaining;
-  window.lblMsgCountDown.Caption = std::to_string(window.Remaining);
+  if (!program.frmMessage.countDown.GoOn(program.options.MsgBoxTime)) frmMessage_Unload(program);
 }
 
 }  // namespace

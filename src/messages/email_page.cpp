@@ -51,7 +51,7 @@ void lvwEmail_Click(Program& program) {
   } catch (const RunTimeFailure&) {
     onRow = false;  // none is selected: the last selected message stays, but nothing is to be done with it
   }
-  if (!onRow) list.Deselect(program.list.SelectedMessage);
+  if (!onRow) list.DeselectAll();
   EnableMessageActions(program, onRow);
   if (onRow) FollowInPreview(program);
 }

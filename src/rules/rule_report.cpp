@@ -5,6 +5,7 @@
 #include <exception>
 #include <utility>
 
+#include "accounts/decisions/account_list.h"
 #include "app/interface_state.h"
 #include "app/program.h"
 #include "checking/auto_check.h"
@@ -66,13 +67,9 @@ void fill(Program& program) {
     (window.*side.label).Caption = marked.text;
     most = std::max(most, marked.count);
   }
-  window.LabelLines = reportLines(most);
+  window.LabelLines = accountListLines(most);
   window.Caption = program.AppTitle + " - Rule Report Notification";
   window.lblRuleReport.Caption = "Your Rules indicate the following Account(s) have messages that match your criteria.";
-}
-
-void showRemaining(RuleReportWindow& window) {
-  window.lblRuleReportCountDown.Caption = std::to_string(window.Remaining);
 }
 
 void runTimer(RuleReportWindow& window, bool on) {
@@ -84,10 +81,8 @@ void runTimer(RuleReportWindow& window, bool on) {
 
 void startCountDown(Program& program) {
   RuleReportWindow& window = program.frmRuleReport;
-  window.Elapsed = 0;
+  window.countDown.Begin(program.rules.live.Time);
   runTimer(window, true);
-  window.Remaining = program.rules.live.Time;
-  showRemaining(window);
 }
 
 void frmRuleReport_Load(Program& program) {
@@ -102,14 +97,7 @@ void frmRuleReport_Load(Program& program) {
 }
 
 void tmrRuleReport_Timer(Program& program) {
-  RuleReportWindow& window = program.frmRuleReport;
-  if (window.Elapsed >= program.rules.live.Time) {
-    frmRuleReport_Unload(program);
-    return;
-  }
-  ++window.Elapsed;
-  --window.Remaining;
-  showRemaining(window);
+  if (!program.frmRuleReport.countDown.GoOn(program.rules.live.Time)) frmRuleReport_Unload(program);
 }
 
 /// The list has just been filled, so that no row is selected yet.

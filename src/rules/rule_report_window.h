@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 
+#include "platform/controls/count_down.h"
 #include "platform/controls/form.h"
 #include "platform/controls/simple_controls.h"
 #include "platform/controls/tab_strip.h"
@@ -32,11 +33,10 @@ struct RuleReportWindow : Form {
                          {"DeleteNow", "Delete Now   ", "Delete Messages Now", "DeleteNow"},
                          {"Exit", "Exit  ", "Exit Rule Report", "Exit"}}};
   Timer tmrRuleReport{1000, false};
+  CountDown countDown{tmrRuleReport, lblRuleReportCountDown};
 
   std::int16_t DeleteAccounts = 0;  ///< accounts with messages to delete when the window opened; none after Delete Now
   std::int16_t SpamAccounts = 0;    ///< likewise with spam
-  std::int16_t Remaining = 0;       ///< seconds
-  std::int16_t Elapsed = 0;         ///< ticks
   std::string CurrentTab;           ///< caption of the tab that Delete Now works on
   bool CanDelete = false;           ///< Delete Now has something to do, once nothing else is under way
 };

@@ -166,7 +166,7 @@ TEST_F(TrayIconOfTheProgram, ItsSwitchesLeaveTheOrderThatAHeaderHasChosen) {
 
 TEST_F(TrayIconOfTheProgram, WithoutATrayItSaysSoOnce) {
   option("MinimizeStartUp", "1");
-  program.frmMain.TrayData.Docked = false;
+  program.frmMain.TrayData.TrayPresent = false;
   start();
   EXPECT_TRUE(platform.asked.empty()) << "the tray may come up after the program";
   program.frmMain.mnuTrayShow.Click();

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "accounts/decisions/account_list.h"
 #include "app/shut_down.h"
 #include "checking/check_cycle.h"
 #include "support/running_program.h"
@@ -169,10 +170,17 @@ TEST_F(Notification, WhatADisabledAccountHasFromBeforeIsTold) {
 }
 
 TEST_F(Notification, ManyAccountsAreCutOffWithAWord) {
-  EXPECT_EQ(messageText("15 lines", 15), "15 lines");
-  EXPECT_EQ(messageLines(15), 15);
-  EXPECT_EQ(messageText("16 lines", 16), "16 lines\r\nmore Accounts...");
-  EXPECT_EQ(messageLines(16), 17);
+  const std::string word = "\r\nmore Accounts...";
+  std::string first = "Heading";
+  for (int i = 0; i < 15; ++i) first += "\r\nAccount";
+  EXPECT_EQ(accountList(first + "\r\n", 15), first + "\r\n");
+  EXPECT_EQ(accountListLines(15), 15);
+  EXPECT_EQ(shownOfAccountList(first + "\r\n", 1), first);
+  for (const std::string more : {"\r\nAccount\r\n", "\r\nAccount\r\nAccount\r\nAccount\r\n"}) {
+    EXPECT_EQ(accountList(first + more, 16), first + more + word);
+    EXPECT_EQ(shownOfAccountList(first + more + word, 1), first + "\r\n" + word);
+  }
+  EXPECT_EQ(accountListLines(16), 17);
 }
 
 TEST_F(Notification, TheMessageGoesAndComesWithTheMainWindowAndItsTimeRunsOn) {

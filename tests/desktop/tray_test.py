@@ -117,16 +117,16 @@ class TrayTest(BuiltProgramTest):
         write_settings(self.home, [{"Name": "Work"}], UseInterval=1, Hours=9, **options)
         return super().start()
 
-    def window_state(self):
-        """What the window manager says of the program's window, blank while the window is hidden."""
+    def window_state(self, title="Velmora"):
+        """What the window manager says of a window of the program's, blank while the window is hidden."""
         for window in re.findall("0x[0-9a-f]+", tell("xprop", "-root", "_NET_CLIENT_LIST")):
             properties = tell("xprop", "-id", window, "WM_NAME", "WM_STATE")
-            if '"Velmora"' in properties:
+            if f'"{title}"' in properties:
                 return next(iter(re.findall("window state: (.*)", properties)), "")
         return ""
 
-    def wait_for_window(self, state):
-        wait_for("the window to be " + (state or "hidden"), lambda: self.window_state() == state)
+    def wait_for_window(self, state, title="Velmora"):
+        wait_for("the window to be " + (state or "hidden"), lambda: self.window_state(title) == state)
 
     def visible_window(self):
         """The program's window among those that the window manager knows; the icon is one as well."""
@@ -217,6 +217,21 @@ class TrayTest(BuiltProgramTest):
         tell("xdotool", "key", "q")
         self.expect_end(program)
         self.assertIsNone(place_of_tray_icon())
+
+    def test_what_is_minimised_with_the_welcome_comes_back_with_it(self):
+        titles = ("Velmora", "Velmora - First Time Use")
+        self.start_tray()
+        program = super().start()
+        for minimised in titles * 3:
+            for title in titles:
+                self.wait_for_window("Normal", title)
+            tell("xdotool", "search", "--onlyvisible", "--name", f"^{minimised}$", "windowminimize", "%@")
+            for title in titles:
+                self.wait_for_window("", title)
+            wait_for("the icon", place_of_tray_icon)
+            click_tray_icon("1")
+        self.wait_for_window("Normal")
+        self.end(program)
 
     def test_a_tray_on_the_bus(self):
         host = NotifierHost(self.connect_to_bus())

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QProgressBar>
 #include <QTabBar>
 #include <QToolTip>
@@ -90,6 +91,17 @@ TEST_F(Window, ClicksAndKeysChooseMessages) {
   clickAt(middleOf(2), Qt::ControlModifier);
   EXPECT_TRUE(program.frmMain.lvwEmail.IsSelected(1));
   EXPECT_TRUE(program.frmMain.lvwEmail.IsSelected(3));
+  const QPoint beside(20, list().viewport()->height() - 5);
+  clickAt(beside, Qt::ControlModifier);
+  EXPECT_TRUE(list().selectionModel()->selectedRows().isEmpty()) << "beside the rows nothing stays selected";
+  QTest::mousePress(list().viewport(), Qt::LeftButton, Qt::NoModifier, middleOf(1));
+  for (const QPoint& at : {middleOf(2), beside}) {
+    QMouseEvent drag(QEvent::MouseMove, at, list().viewport()->mapToGlobal(at), Qt::NoButton, Qt::LeftButton, {});
+    QApplication::sendEvent(list().viewport(), &drag);
+  }
+  QTest::mouseRelease(list().viewport(), Qt::LeftButton, Qt::NoModifier, beside);
+  EXPECT_EQ(list().selectionModel()->selectedRows().size(), 2);
+  EXPECT_TRUE(preview.isEnabled()) << "a drag is judged by what it has selected";
   press("EmailCheck");
   EXPECT_TRUE(list().selectionModel()->selectedRows().isEmpty());
   EXPECT_FALSE(preview.isEnabled());
@@ -105,6 +117,11 @@ TEST_F(Window, TheRightButtonOpensTheMenu) {
   ASSERT_NE(menu, nullptr);
   EXPECT_EQ(menu->actions().front()->text(), "&Preview");
   EXPECT_TRUE(menu->actions().front()->isEnabled());
+  menu->close();
+  QContextMenuEvent byKey(QContextMenuEvent::Keyboard, QPoint(), QCursor::pos());
+  QApplication::sendEvent(list().viewport(), &byKey);
+  const QRect row = list().visualRect(list().model()->index(0, 0));
+  EXPECT_EQ(menu->pos(), list().viewport()->mapToGlobal(row.bottomLeft())) << "at the row, not at the pointer";
   menu->close();
 }
 
@@ -242,15 +259,17 @@ TEST_F(Window, ATipShowsExactlyWhatACellCutsOff) {
   openOn({message("one", "From: <b>Ann</b> Example <a@b.org>\r\nTo: a@b.org,c@d.org\r\n")});
   const int needed = program.frmMain.TextWidth("<b>Ann</b> Example <a@b.org>", true);
   const QModelIndex cell = list().model()->index(0, 0);
-  QStyleOptionViewItem option;
   // A tip belongs to a width where the style's own layout shortens the text, and to no other.
-  for (int width = needed; width < needed + 40; ++width) {
-    list().setColumnWidth(0, width);
-    QToolTip::hideText();
-    program.frmMain.lvwEmail.MouseMove(0, 5000);
-    restPointerOn(*list().viewport(), middleOf(0, 0));
-    const bool cut = width < list().sizeHintForIndex(cell).width();
-    EXPECT_EQ(!program.frmMain.tipEmail.ToolText.get().empty(), cut) << width - needed;
+  for (const QString& style : {QString("Windows"), QApplication::style()->objectName()}) {
+    QApplication::setStyle(style);
+    for (int width = needed; width < needed + 40; ++width) {
+      list().setColumnWidth(0, width);
+      QToolTip::hideText();
+      program.frmMain.lvwEmail.MouseMove(0, 5000);
+      restPointerOn(*list().viewport(), middleOf(0, 0));
+      const bool cut = width < list().sizeHintForIndex(cell).width();
+      EXPECT_EQ(!program.frmMain.tipEmail.ToolText.get().empty(), cut) << style.toStdString() << width - needed;
+    }
   }
   list().setColumnWidth(0, 100);
   program.frmMain.lvwEmail.MouseMove(0, 5000);

@@ -9,10 +9,6 @@ constexpr std::int16_t onlyNew = 0;
 constexpr std::int16_t anyMessages = 1;
 constexpr std::int16_t always = 2;
 
-/// From so many accounts on, the message is as high as it gets.
-constexpr std::int16_t manyAccounts = 16;
-constexpr std::int16_t mostLines = 17;
-
 bool wantsSound(const AccountState& account, std::int16_t ShowEmail) {
   return ShowEmail == always || (ShowEmail == onlyNew && account.AcntHasNew) ||
          (ShowEmail == anyMessages && account.AcntHasMessages);
@@ -28,14 +24,6 @@ std::optional<std::string> messageHeadline(std::int16_t ShowEmail, const WalkFin
   if (ShowEmail != anyMessages && ShowEmail != always) return std::nullopt;
   if (found.anyMessages) return headline(std::to_string(found.TotalMessages), " Message(s)");
   return ShowEmail == always ? std::optional(headline("No", " Message(s)")) : std::nullopt;
-}
-
-std::string messageText(std::string_view AccountInfoText, std::int16_t AccountInfoLines) {
-  return std::string(AccountInfoText) + (AccountInfoLines < manyAccounts ? "" : "\r\nmore Accounts...");
-}
-
-std::int16_t messageLines(std::int16_t AccountInfoLines) {
-  return AccountInfoLines < manyAccounts ? AccountInfoLines : mostLines;
 }
 
 std::vector<std::int16_t> soundingAccounts(const Accounts& accounts, std::int16_t account, std::int16_t ShowEmail,

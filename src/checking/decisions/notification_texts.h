@@ -23,10 +23,6 @@ struct WalkFindings {
 /// the present one, "4:05 PM".
 std::optional<std::string> messageHeadline(std::int16_t ShowEmail, const WalkFindings& found, std::string_view time);
 
-/// The lines about accounts in the Auto Check Message, and how many lines it makes room for.
-std::string messageText(std::string_view AccountInfoText, std::int16_t AccountInfoLines);
-std::int16_t messageLines(std::int16_t AccountInfoLines);
-
 /// The accounts whose sounds play, in order: of the one checked, or of all with `account` 0. With a default sound,
 /// which is `DefaultSoundValid`, one speaks for all.
 std::vector<std::int16_t> soundingAccounts(const Accounts& accounts, std::int16_t account, std::int16_t ShowEmail,

@@ -6,6 +6,7 @@
 #include <initializer_list>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/controls/property.h"
@@ -74,8 +75,8 @@ class ListView {
     if (selected_.insert(row).second) selectionChanged.raise();
   }
 
-  void Deselect(std::int32_t row) {
-    if (selected_.erase(row) > 0) selectionChanged.raise();
+  void DeselectAll() {
+    if (!std::exchange(selected_, {}).empty()) selectionChanged.raise();
   }
 
   void DeselectAllBut(std::int32_t row) {

@@ -17,7 +17,7 @@ struct MenuEntry {
   std::function<void()> Click = {};
 };
 
-/// A menu that opens at the pointer.
+/// A menu that opens at the pointer, or where the key that asked for it works.
 struct PopupMenu {
   std::string ImageList;
   std::vector<MenuEntry*> Entries;  ///< in order; they stand beside the menu and live as long

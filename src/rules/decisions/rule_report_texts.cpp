@@ -1,12 +1,10 @@
 #include "rules/decisions/rule_report_texts.h"
 
+#include "accounts/decisions/account_list.h"
+
 namespace velmora {
 
 namespace {
-
-/// From so many accounts on, the report is as high as it gets.
-constexpr std::int16_t manyAccounts = 16;
-constexpr std::int16_t mostLines = 17;
 
 std::string lineOf(const Accounts::Row& account, std::int16_t marks) {
   return account.AcntName + " has " + std::to_string(marks) + (marks < 2 ? " message" : " messages") + "\r\n";
@@ -32,12 +30,9 @@ MarkedAccounts markedAccounts(const Accounts& accounts, std::int16_t AccountStat
     ++result.count;
     result.text += lineOf(accounts[number], count);
   }
-  if (result.count == 0) result.text = nothing;
-  if (result.count >= manyAccounts) result.text += "\r\nmore Accounts...";
+  result.text = result.count == 0 ? std::string(nothing) : accountList(result.text, result.count);
   return result;
 }
-
-std::int16_t reportLines(std::int16_t accounts) { return accounts < manyAccounts ? accounts : mostLines; }
 
 Question deletionTrouble(std::string_view appTitle) {
   Question question;

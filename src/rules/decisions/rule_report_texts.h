@@ -20,9 +20,6 @@ struct MarkedAccounts {
 };
 MarkedAccounts markedAccounts(const Accounts& accounts, std::int16_t AccountState::*marks, std::string_view nothing);
 
-/// Lines that the report makes room for, with at most so many accounts of a kind, and with at least one.
-std::int16_t reportLines(std::int16_t accounts);
-
 /// What is said where a deletion out of the report fails in the middle.
 Question deletionTrouble(std::string_view appTitle);
 

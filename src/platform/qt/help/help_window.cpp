@@ -5,7 +5,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QScreen>
+#include <QPalette>
 #include <QShortcut>
 #include <QSignalBlocker>
 #include <QSplitter>
@@ -15,7 +15,9 @@
 #include <initializer_list>
 
 #include "platform/qt/help/help_browser.h"
+#include "platform/qt/widgets/hint_colour.h"
 #include "platform/qt/widgets/icons.h"
+#include "platform/qt/widgets/room.h"
 
 // NOLINTBEGIN(cppcoreguidelines-owning-memory): widgets are owned by their parents
 
@@ -46,7 +48,7 @@ QToolButton* makeArrow(Qt::ArrowType arrow, const QString& name, const QString& 
 /// Few desktops show by themselves whether the keys go to a list or a text.
 void showFocus(QFrame& part) {
   QObject::connect(qApp, &QApplication::focusChanged, &part, [&part](const QWidget* /*old*/, const QWidget* now) {
-    part.setFrameStyle(now == &part ? QFrame::Box | QFrame::Plain : QFrame::StyledPanel | QFrame::Sunken);
+    part.setFrameStyle(now == &part ? QFrame::Box | QFrame::Plain : QFrame::Panel | QFrame::Sunken);
   });
 }
 
@@ -64,7 +66,8 @@ HelpWindow::HelpWindow(const QString& folder) : pages_(readHelpPages(folder)) {
   splitter->setStretchFactor(1, 1);
   splitter->setSizes({contentsWidth, startSize.width() - contentsWidth});
   (new QVBoxLayout(this))->addWidget(splitter);
-  resize(startSize.boundedTo(screen()->availableSize()));
+  resize(inFontOf(*this, startSize).boundedTo(roomFor(*this)));
+  followPalette();
   connect(browser_, &QTextBrowser::sourceChanged, this, &HelpWindow::followPage);
   for (QFrame* part : std::initializer_list<QFrame*>{contents_, browser_}) showFocus(*part);
   addShortcuts();
@@ -111,6 +114,17 @@ QWidget* HelpWindow::makePage() {
   connect(browser_, &QTextBrowser::backwardAvailable, back->defaultAction(), &QAction::setEnabled);
   connect(browser_, &QTextBrowser::forwardAvailable, forward->defaultAction(), &QAction::setEnabled);
   return side;
+}
+
+void HelpWindow::followPalette() {
+  QPalette colours = search_->palette();
+  colours.setColor(QPalette::PlaceholderText, hintColour(palette()));
+  search_->setPalette(colours);
+}
+
+void HelpWindow::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange && search_ != nullptr) followPalette();
 }
 
 void HelpWindow::addShortcuts() {

@@ -23,9 +23,13 @@ class HelpWindow : public QWidget {
   /// Brings up the window at the page of this context number, or at the first page where none has it.
   void showTopic(int context);
 
+ protected:
+  void changeEvent(QEvent* event) override;
+
  private:
   QWidget* makeContents();
   QWidget* makePage();
+  void followPalette();
   void addShortcuts();
   void narrow();
   void followPage();

@@ -60,9 +60,8 @@ void TrayView::showTip() {
 void TrayView::dock() {
   // Made as soon as there is a tray, wanted or not: it is now that Qt decides on the kind.
   if (host_.Present && !icon_) makeIcon();
-  const bool docked = host_.Present && tray_.TrayData.Visible;
-  if (icon_) icon_->setVisible(docked);
-  tray_.TrayData.Docked = docked;
+  if (icon_) icon_->setVisible(host_.Present && tray_.TrayData.Visible);
+  tray_.TrayData.TrayPresent = host_.Present.get();
 }
 
 }  // namespace velmora

@@ -174,10 +174,10 @@ void bind(ProgressBar& bar, QProgressBar& widget) {
   bar.Value.watch([&widget](std::int32_t value) { widget.setValue(value); });
 }
 
-void bind(PopupMenu& menu, QMenu& widget) {
+void bind(PopupMenu& menu, QMenu& widget, std::function<QPoint()> place) {
   const ImageList images(menu.ImageList);
   for (MenuEntry* entry : menu.Entries) bindEntry(*entry, images, widget);
-  menu.opened.watch([&widget] { widget.popup(QCursor::pos()); });
+  menu.opened.watch([&widget, place = std::move(place)] { widget.popup(place ? place() : QCursor::pos()); });
 }
 
 void bind(Timer& timer, QObject& owner) {

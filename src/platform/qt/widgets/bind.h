@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QPoint>
 #include <QString>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -39,7 +41,9 @@ void bind(TextBox& box, QLineEdit& widget);       ///< to read only
 void bindInput(TextBox& box, QLineEdit& widget);  ///< to be changed by the user
 void bind(CheckBox& box, QCheckBox& widget);
 void bind(RichTextBox& box, TextView& widget);
-void bind(PopupMenu& menu, QMenu& widget);
+
+/// The menu opens at `place` of the screen, blank for the pointer's.
+void bind(PopupMenu& menu, QMenu& widget, std::function<QPoint()> place = {});
 
 /// A text for a widget that takes "&" for the mark of a shortcut: here it is a letter like any other.
 QString literal(const std::string& text);

@@ -14,9 +14,11 @@
 
 namespace velmora {
 
+namespace {
+
 #if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
 
-void forgetMinimised(const QWidget& window) {
+void tellWindowManager(const QWidget& window) {
   const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
   if (x11 == nullptr) return;
   constexpr std::uint32_t words = 9;
@@ -35,8 +37,16 @@ void forgetMinimised(const QWidget& window) {
 
 #else
 
-void forgetMinimised(const QWidget&) {}
+void tellWindowManager(const QWidget&) {}
 
 #endif
+
+}  // namespace
+
+void forgetMinimised(QWidget& window) {
+  if (window.isVisible() || !window.isMinimized()) return;
+  tellWindowManager(window);
+  window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+}
 
 }  // namespace velmora

@@ -6,6 +6,7 @@
 #include <QScrollArea>
 #include <QVBoxLayout>
 
+#include "accounts/decisions/account_list.h"
 #include "checking/check_message_window.h"
 #include "platform/qt/widgets/bind.h"
 #include "platform/qt/widgets/harmless_text.h"
@@ -16,13 +17,13 @@ namespace velmora {
 
 namespace {
 
+constexpr int headings = 1;
+
 /// A long name leaves room for what is said of its account, and for the accounts below it.
 QString shortened(const std::string& lines, const QLabel& label) {
   constexpr int widest = 480;
-  QStringList shown;
-  for (const QString& line : harmlessText(lines).split('\n')) {
-    if (!line.isEmpty()) shown += label.fontMetrics().elidedText(line, Qt::ElideMiddle, widest);
-  }
+  QStringList shown = harmlessText(shownOfAccountList(lines, headings)).split('\n');
+  for (QString& line : shown) line = label.fontMetrics().elidedText(line, Qt::ElideMiddle, widest);
   return shown.join('\n');
 }
 
@@ -76,7 +77,6 @@ QWidget* CheckMessageView::makeFoot() {
 }
 
 void CheckMessageView::prepare() {
-  constexpr int headings = 1;
   lines_->setFocus();
   makeRoom(*lines_, window_.LabelLines + headings, 0);
 }

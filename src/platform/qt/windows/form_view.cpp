@@ -8,6 +8,7 @@
 
 #include "platform/controls/form.h"
 #include "platform/qt/strings.h"
+#include "platform/qt/widgets/forget_minimised.h"
 #include "platform/qt/widgets/icons.h"
 
 namespace velmora {
@@ -21,6 +22,7 @@ void FormView::followForm() {
   form_.AlwaysOnTop.watch([this](bool on) { setAlwaysOnTop(on); });
   form_.Visible.watch([this](bool on) {
     if (on && !form_.HiddenWithMain) arrange();  // else it stands where it stood
+    if (on) forgetMinimised(*this);
     setVisible(on);
   });
   // NOLINTNEXTLINE(cppcoreguidelines-owning-memory): its parent owns it

@@ -13,11 +13,13 @@
 #include <chrono>
 #include <vector>
 
+#include "app/decisions/shortcuts.h"
 #include "app/main_window.h"
 #include "platform/qt/strings.h"
 #include "platform/qt/widgets/bind.h"
 #include "platform/qt/widgets/forget_minimised.h"
 #include "platform/qt/widgets/icons.h"
+#include "platform/qt/widgets/room.h"
 #include "platform/qt/widgets/tab_bar.h"
 #include "platform/qt/windows/accounts_page_view.h"
 #include "platform/qt/windows/message_list_view.h"
@@ -74,6 +76,8 @@ class KeyForwarder : public QWidget {
 MainWindowView::MainWindowView(MainWindow& window) : window_(window) {
   setObjectName("frmMain");
   setWindowIcon(applicationIcon());
+  // What the columns' usual widths are parts of.
+  window_.lvwEmail.Width = inFontOf(*this, QSize(window_.lvwEmail.Width, 0)).width();
   auto* body = new QWidget(this);
   auto* column = new QVBoxLayout(body);
   column->setContentsMargins(6, 4, 6, 4);
@@ -87,7 +91,7 @@ MainWindowView::MainWindowView(MainWindow& window) : window_(window) {
   setCentralWidget(body);
   addFocusTaker();
   addShortcuts();
-  resize(designSize.boundedTo(room()));
+  resize(startSize());
   setMinimumSize(width(), leastHeight);
   followForm();
   startTimers();
@@ -150,7 +154,7 @@ QWidget* MainWindowView::makeEmailPage() {
   view->setAccessibleName("Messages");
   list->addWidget(view, 1);
   column->addLayout(list, 1);
-  bind(window_.mnuEmailPopMenu, *new QMenu(view));
+  bind(window_.mnuEmailPopMenu, *new QMenu(view), [view] { return view->menuPlace(); });
   bind(window_.mnuColumns, *new QMenu(view));
   window_.TextWidth = [view](const std::string& text, bool bold) { return view->textWidth(text, bold); };
   list_ = view;
@@ -186,54 +190,14 @@ void MainWindowView::addFocusTaker() {
   window_.cmdTakeFocus.focus.watch([taker] { taker->setFocus(); });
 }
 
-/// What the buttons do, from every page, where they could be pressed.
 void MainWindowView::addShortcuts() {
-  const auto press = [this](const QKeySequence& keys, Toolbar& bar, const char* button, const Frame* frame = nullptr) {
-    auto* shortcut = new QShortcut(keys, this);
-    shortcut->setAutoRepeat(false);  // a key held down would log in over and over
-    connect(shortcut, &QShortcut::activated, this, [&bar, button, frame] {
-      if (bar.Visible && (frame == nullptr || (frame->Enabled && frame->Visible))) bar[button].click();
+  for (const Shortcut& shortcut : shortcuts) {
+    auto* keys = new QShortcut(QKeySequence(shortcut.keys), this);
+    keys->setAutoRepeat(false);  // a key held down would log in over and over
+    connect(keys, &QShortcut::activated, this, [this, &shortcut] {
+      if (window_.KeyPress) window_.KeyPress(shortcut);
     });
-  };
-  press(Qt::Key_F5, window_.tbrButtons[checkAllBar], "CheckAll");
-  press(Qt::CTRL | Qt::Key_R, window_.tbrEmail, "EmailCheck", &window_.fraEmailToolBar);
-  press(QKeySequence::Quit, window_.tbrMainButtons, "Quit", &window_.fraMainButtons);
-  for (int page = 0; page < static_cast<int>(pageCount); ++page) {
-    press(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + page), window_.tbrMainButtons,
-          PageBanners.at(static_cast<std::size_t>(page)), &window_.fraMainButtons);
   }
-  const Frame& accounts = window_.fraMain[accountsPage];
-  press(QKeySequence::New, window_.tbrAcnts, "AcntAdd", &accounts);
-  press(Qt::CTRL | Qt::Key_T, window_.tbrAcnts, "AcntTest", &accounts);
-  press(QKeySequence::Save, window_.tbrButtons[saveAccountBar], "SaveAccount", &accounts);
-  const auto run = [this](const QKeySequence& keys, const std::function<void()>& event) {
-    connect(new QShortcut(keys, this), &QShortcut::activated, this, [&event] {
-      if (event) event();
-    });
-  };
-  run(QKeySequence::HelpContents, window_.Help);
-  connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &MainWindowView::giveUp);
-  run(Qt::CTRL | Qt::Key_0, window_.mnuRestoreColWidth.Click);
-  for (int column = 0; column < static_cast<int>(window_.lvwEmail.Columns.size()); ++column) {
-    connect(new QShortcut(Qt::ALT | static_cast<Qt::Key>(Qt::Key_1 + column), this), &QShortcut::activated, this,
-            [this, column] {
-              ListView& list = window_.lvwEmail;
-              if (list.ColumnClick) list.ColumnClick(list.Columns[static_cast<std::size_t>(column)].Text);
-            });
-  }
-}
-
-/// Ends what was begun and can be given up without a loss, which changes to an account can not.
-void MainWindowView::giveUp() {
-  for (TabStrip* strip : {&window_.TabStripEmail, &window_.TabStripAcnts}) {
-    if (strip->Dragging) {
-      strip->Dragging = false;
-      return;
-    }
-  }
-  window_.fraColourBox.Visible = false;
-  Toolbar& stop = window_.tbrButtons[stopRetrievalBar];
-  if (stop.Visible) stop.Buttons.front().click();
 }
 
 void MainWindowView::followForm() {
@@ -242,8 +206,8 @@ void MainWindowView::followForm() {
       [this](MousePointer pointer) { pointer == MousePointer::Hourglass ? setCursor(Qt::BusyCursor) : unsetCursor(); });
   window_.State.watch([this](WindowState) { showState(); });
   window_.Visible.watch([this](bool) { showState(); });
-  window_.TrayData.Docked.watch([this](bool) { showState(); });
-  window_.restoreSize.watch([this] { resize(designSize.boundedTo(room())); });
+  window_.TrayData.TrayPresent.watch([this](bool) { showState(); });
+  window_.restoreSize.watch([this] { resize(startSize()); });
   window_.activate.watch([this] {
     raise();
     activateWindow();
@@ -251,11 +215,7 @@ void MainWindowView::followForm() {
   });
 }
 
-/// What the screen has for a window within its frame.
-QSize MainWindowView::room() const {
-  constexpr QSize frame(8, 32);
-  return screen()->availableSize() - frame;
-}
+QSize MainWindowView::startSize() const { return inFontOf(*this, designSize).boundedTo(roomFor(*this)); }
 
 void MainWindowView::startTimers() {
   constexpr std::chrono::milliseconds settling(200);
@@ -277,7 +237,7 @@ void MainWindowView::showState() {
   if (takingOver_) return;
   notePlace();
   const bool minimised = window_.State == WindowState::Minimised;
-  if (minimised ? window_.TrayData.Docked || trayMayCome_.isActive() : !window_.Visible) {
+  if (minimised ? window_.TrayData.TrayPresent || trayMayCome_.isActive() : !window_.Visible) {
     hide();
     return;
   }
@@ -289,7 +249,7 @@ void MainWindowView::showState() {
     showMinimized();
     return;
   }
-  if (!isVisible() && isMinimized()) forgetMinimised(*this);
+  forgetMinimised(*this);
   maximised ? showMaximized() : showNormal();
 }
 

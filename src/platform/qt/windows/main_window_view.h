@@ -29,7 +29,6 @@ class MainWindowView : public QMainWindow {
   QWidget* makeButtonRow(std::size_t page);
   void addFocusTaker();
   void addShortcuts();
-  void giveUp();
   void followForm();
   void startTimers();
   void showState();
@@ -37,7 +36,7 @@ class MainWindowView : public QMainWindow {
   void restorePlace();
   void keepOnScreen();
   static void raiseModal();
-  QSize room() const;
+  QSize startSize() const;
 
   MainWindow& window_;
   QWidget* list_ = nullptr;

@@ -1,5 +1,6 @@
 #include "platform/qt/windows/message_list_view.h"
 
+#include <QApplication>
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QHelpEvent>
@@ -14,6 +15,7 @@
 #include "platform/qt/strings.h"
 #include "platform/qt/widgets/focus_watcher.h"
 #include "platform/qt/widgets/harmless_text.h"
+#include "platform/qt/widgets/hint_colour.h"
 #include "platform/qt/widgets/list_model.h"
 #include "platform/qt/widgets/tips.h"
 
@@ -25,12 +27,32 @@ void tell(const std::function<void()>& event) {
   if (event) event();
 }
 
+/// Reaches to the right edge, where the columns are narrower.
+class Header : public QHeaderView {
+ public:
+  explicit Header(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {}
+
+ protected:
+  void paintEvent(QPaintEvent* event) override {
+    QHeaderView::paintEvent(event);
+    QStyleOptionHeader option;
+    initStyleOption(&option);
+    option.rect = viewport()->rect();
+    option.rect.setLeft(length() - offset());
+    option.position = QStyleOptionHeader::End;
+    QPainter painter(viewport());
+    if (!option.rect.isEmpty()) style()->drawControl(QStyle::CE_HeaderSection, &option, &painter, this);
+  }
+};
+
 }  // namespace
 
 MessageListView::MessageListView(ListView& list, ToolTip& tip, const ImageList& rowPictures,
                                  const ImageList& headerPictures, QWidget* parent)
     : QTreeView(parent), list_(list), tip_(tip) {
   setRootIsDecorated(false);
+  setHeader(new Header(this));                    // NOLINT(cppcoreguidelines-owning-memory): the view owns it
+  setFrameStyle(QFrame::Panel | QFrame::Sunken);  // which has all its lines at every scaling
   setUniformRowHeights(true);
   setAlternatingRowColors(true);
   setSelectionMode(ExtendedSelection);
@@ -90,6 +112,7 @@ void MessageListView::measureMargins() {
   constexpr int wide = 1000;
   QStyleOptionViewItem option;
   initViewItemOption(&option);
+  option.showDecorationSelected = true;  // as a tree sets it that selects whole rows
   option.text = "x";
   option.rect = QRect(0, 0, wide, option.decorationSize.height());
   const int besideText = 2 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, &option, this) + 1);
@@ -121,10 +144,11 @@ void MessageListView::takeSelection() {
 
 void MessageListView::showSelection() {
   const QSignalBlocker quiet(selectionModel());
+  QItemSelection kept;
   for (const auto& index : selectionModel()->selectedRows()) {
-    if (list_.IsSelected(index.row() + 1)) continue;
-    selectionModel()->select(index, QItemSelectionModel::Deselect | QItemSelectionModel::Rows);
+    if (list_.IsSelected(index.row() + 1)) kept.select(index, index);
   }
+  selectionModel()->select(kept, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
   viewport()->update();
 }
 
@@ -136,6 +160,7 @@ void MessageListView::choose(bool onRow) {
 
 void MessageListView::mousePressEvent(QMouseEvent* event) {
   choosing_ = true;
+  pressedAt_ = event->position().toPoint();
   QTreeView::mousePressEvent(event);
 }
 
@@ -150,7 +175,9 @@ void MessageListView::mouseReleaseEvent(QMouseEvent* event) {
   const QPoint position = event->position().toPoint();
   if (event->button() == Qt::RightButton) return;  // its menu follows
   tellPointer(position);
-  choose(indexAt(position).isValid());
+  // A drag may end beside the rows that it has selected.
+  const bool dragged = (position - pressedAt_).manhattanLength() >= QApplication::startDragDistance();
+  choose(dragged ? selectionModel()->hasSelection() : indexAt(position).isValid());
 }
 
 void MessageListView::mouseDoubleClickEvent(QMouseEvent* event) {
@@ -158,9 +185,16 @@ void MessageListView::mouseDoubleClickEvent(QMouseEvent* event) {
   if (event->button() == Qt::LeftButton && indexAt(event->position().toPoint()).isValid()) tell(list_.DblClick);
 }
 
+QPoint MessageListView::placeAtRow() const {
+  const QRect cell = visualRect(currentIndex());
+  const bool inSight = viewport()->rect().contains(QPoint(0, cell.bottom()));
+  return viewport()->mapToGlobal(inSight ? QPoint(0, cell.bottom()) : QPoint());
+}
+
 void MessageListView::contextMenuEvent(QContextMenuEvent* event) {
   const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
   if (!byKey) tellPointer(event->pos());
+  menuPlace_ = byKey ? placeAtRow() : event->globalPos();
   const bool onRow = byKey ? selectionModel()->hasSelection() : indexAt(event->pos()).isValid();
   choosing_ = false;
   takeSelection();
@@ -207,7 +241,7 @@ void MessageListView::paintEvent(QPaintEvent* event) {
   QTreeView::paintEvent(event);
   if (!list_.Rows().empty() || list_.EmptyText.get().empty()) return;
   QPainter painter(viewport());
-  painter.setPen(palette().color(QPalette::PlaceholderText));
+  painter.setPen(hintColour(palette()));
   painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, qt(list_.EmptyText.get()));
 }
 

@@ -20,6 +20,9 @@ class MessageListView : public QTreeView {
   /// How wide a text is in a cell.
   int textWidth(const std::string& text, bool bold) const;
 
+  /// Where on the screen the menu was last asked for: by a key, that is at the row that has the focus.
+  QPoint menuPlace() const { return menuPlace_; }
+
  protected:
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
@@ -41,9 +44,12 @@ class MessageListView : public QTreeView {
   void takeSelection();
   void showSelection();
   void choose(bool onRow);
+  QPoint placeAtRow() const;
 
   ListView& list_;
   ToolTip& tip_;
+  QPoint menuPlace_;
+  QPoint pressedAt_;
   bool pointerOnRow_ = false;
   bool choosing_ = false;  ///< a button or a key is down: the choice is made at its end
 };

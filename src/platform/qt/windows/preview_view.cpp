@@ -10,6 +10,7 @@
 #include "platform/qt/strings.h"
 #include "platform/qt/widgets/bind.h"
 #include "platform/qt/widgets/icons.h"
+#include "platform/qt/widgets/room.h"
 #include "platform/qt/widgets/tab_bar.h"
 #include "platform/qt/widgets/text_view.h"
 
@@ -33,7 +34,7 @@ PreviewView::PreviewView(PreviewWindow& window, QWidget* mainWindow)
   column->addWidget(makeFields());
   column->addWidget(makeText(), 1);
   setMinimumSize(leastSize);
-  resize(startSize);
+  resize(inFontOf(*this, startSize).boundedTo(roomFor(*this)));
   addShortcuts();
   followForm();
 }

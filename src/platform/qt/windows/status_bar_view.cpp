@@ -26,11 +26,19 @@ constexpr std::array stretches = {34, 9, 22, 24, 20};
 
 constexpr int pictureSize = 16;
 
-/// A label that shows as much of its text as there is room for.
+/// What a panel has room for in any font, where the window is wide enough for its design.
+constexpr std::array leastTexts = {"", "", "Checked at: 12:44 PM", "Auto Check at 12:44 PM", "Nov 30/26 12:44 PM"};
+
+/// A label that shows as much of its text as there is room for, and at least one like `least`.
 class PanelText : public QLabel {
  public:
-  using QLabel::QLabel;
-  QSize minimumSizeHint() const override { return {0, QLabel::minimumSizeHint().height()}; }
+  PanelText(const char* least, QWidget* parent) : QLabel(parent), least_(least) {}
+  QSize minimumSizeHint() const override {
+    return {fontMetrics().horizontalAdvance(least_), QLabel::minimumSizeHint().height()};
+  }
+
+ private:
+  QString least_;
 };
 
 }  // namespace
@@ -50,11 +58,12 @@ StatusBarView::StatusBarView(StatusBar& bar, ProgressBar& progress, QWidget* par
 
 QWidget* StatusBarView::makePanel(int number) {
   auto* panel = new QFrame(this);
-  panel->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+  panel->setFrameStyle(QFrame::Panel | QFrame::Sunken);  // which has all its lines at every scaling
   auto* row = new QHBoxLayout(panel);
   row->setContentsMargins(6, 2, 6, 2);
+  row->addStrut(pictureSize);  // also while there is no picture
   auto* picture = new QLabel(panel);
-  auto* text = new PanelText(panel);
+  auto* text = new PanelText(leastTexts.at(static_cast<std::size_t>(number - 1)), panel);
   text->setTextFormat(Qt::PlainText);
   text->setObjectName(QStringLiteral("StatusBar%1").arg(number));
   row->addWidget(picture);

@@ -1,0 +1,59 @@
+#include "app/press_shortcut.h"
+
+#include "app/decisions/shortcuts.h"
+#include "app/program.h"
+
+namespace velmora {
+
+namespace {
+
+bool canBeWorked(const Frame& frame) { return frame.Visible && frame.Enabled; }
+
+void press(Toolbar& bar, const char* button, const Frame& frame) {
+  if (canBeWorked(frame)) bar[button].click();
+}
+
+void giveUp(MainWindow& frmMain) {
+  Toolbar& stop = frmMain.tbrButtons[stopRetrievalBar];
+  const bool dragging = frmMain.TabStripEmail.Dragging || frmMain.TabStripAcnts.Dragging;
+  const Unfinished ended = givenUp({dragging, frmMain.fraColourBox.Visible, stop.Visible});
+  if (ended.drag) frmMain.TabStripEmail.Dragging = frmMain.TabStripAcnts.Dragging = false;
+  if (ended.colourBoxes) frmMain.fraColourBox.Visible = false;
+  if (ended.check) stop["StopRetrieval"].click();
+}
+
+void sortBy(ListView& list, std::size_t column) { list.ColumnClick(list.Columns.at(column).Text); }
+
+}  // namespace
+
+void PressShortcut(Program& program, const Shortcut& shortcut) {
+  MainWindow& frmMain = program.frmMain;
+  const auto number = static_cast<std::size_t>(shortcut.number);
+  if (shortcut.page != anyPage && !canBeWorked(frmMain.fraMain.at(static_cast<std::size_t>(shortcut.page)))) return;
+  switch (shortcut.deed) {
+    case KeyDeed::AddAccount:
+      return frmMain.tbrAcnts["AcntAdd"].click();
+    case KeyDeed::CheckAll:
+      return frmMain.tbrButtons[checkAllBar]["CheckAll"].click();
+    case KeyDeed::CheckCurrent:
+      return press(frmMain.tbrEmail, "EmailCheck", frmMain.fraEmailToolBar);
+    case KeyDeed::GiveUp:
+      return giveUp(frmMain);
+    case KeyDeed::Help:
+      return frmMain.Help();
+    case KeyDeed::Quit:
+      return press(frmMain.tbrMainButtons, "Quit", frmMain.fraMainButtons);
+    case KeyDeed::RestoreWidths:
+      return frmMain.mnuRestoreColWidth.Click();
+    case KeyDeed::SaveAccount:
+      return frmMain.tbrButtons[saveAccountBar]["SaveAccount"].click();
+    case KeyDeed::ShowPage:
+      return press(frmMain.tbrMainButtons, PageBanners.at(number), frmMain.fraMainButtons);
+    case KeyDeed::SortByColumn:
+      return sortBy(frmMain.lvwEmail, number);
+    case KeyDeed::TestAccount:
+      return frmMain.tbrAcnts["AcntTest"].click();
+  }
+}
+
+}  // namespace velmora

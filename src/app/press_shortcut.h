@@ -1,0 +1,11 @@
+#pragma once
+
+namespace velmora {
+
+struct Program;
+struct Shortcut;
+
+/// Does what the keys stand for, if the page that they belong to is showing. A button that is off stays dead.
+void PressShortcut(Program& program, const Shortcut& shortcut);
+
+}  // namespace velmora

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QSize>
+
+class QWidget;
+
+namespace velmora {
+
+/// What the screen has for a window within its frame.
+QSize roomFor(const QWidget& window);
+
+/// A size that was designed for the usual font, in the window's own: a larger one needs more of both.
+QSize inFontOf(const QWidget& window, const QSize& design);
+
+}  // namespace velmora
