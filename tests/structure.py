@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Fails where a source file reaches into a ring or a storey that it must not know.
+"""Fails where a source file reaches into a ring that it must not know, or where a procedure's name breaks the rule.
 
 What is under src/platform/qt may use Qt, what is under src/platform/mime may use the library that reads MIME, all else
 is standard C++. Each folder of the features keeps its decisions in a folder of that name: they never include a
@@ -66,6 +66,11 @@ for file in files:
         faults.append(f"{file} belongs to {library_of.get(file, 'no library')} instead of {ring_of(file)}")
     for angle, quote in re.findall(r'^\s*#\s*include\s*(?:<([^>]+)>|"([^"]+)")', (root / file).read_text(), re.M):
         check(file, angle or quote, bool(angle))
+
+    if file.endswith(".h") and ring_of(file) == PROCEDURES:
+        for name in re.findall(r"^void (\w+)\(Program&", (root / file).read_text(), re.M):
+            if not re.match(r"[A-Z]|\w+_[A-Z]", name):
+                faults.append(f"{file}: {name} is a procedure, and should begin with a capital")
 
 print("\n".join(faults) or f"{len(files)} files keep to the structure")
 sys.exit(1 if faults or len(files) < 50 else 0)

@@ -88,7 +88,7 @@ void showWhatIsLeft(Program& program) {
   }
   program.frmMain.TabStripAcnts.SelectTab(accounts.AcntCurrent);
   ShowAccount(program, accounts.AcntCurrent);
-  ShowAccountAgain(program, accounts.AcntCurrent);
+  ShowTabAnew(program, accounts.AcntCurrent);
 }
 
 /// Without accounts nothing checks by itself any more.
@@ -144,7 +144,7 @@ void SwapAccounts(Program& program, std::int16_t account, std::int16_t offset) {
     program.frmMain.TabStripAcnts.SelectTab(other);
   }
   ShowAccount(program, other);
-  ShowAccountAgain(program, other);
+  ShowTabAnew(program, other);
 }
 
 }  // namespace velmora

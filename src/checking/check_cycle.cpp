@@ -131,7 +131,7 @@ WalkFindings timedWalk(Program& program, bool atStartUp) {
     NextAutoCheck(program, 1, postponed);
     program.frmMain.StatusBar.Panels(4).Text = program.autoCheck.NextCheckText;
   }
-  ShowAccountAgain(program, current);
+  ShowTabAnew(program, current);
   SetCheckingInterface(program, Activity::Idle);
   return found;
 }

@@ -27,7 +27,7 @@ using Numbers = std::vector<std::int16_t>;
 Numbers chosenMessages(Program& program, std::int16_t account, bool ruleMarked) {
   Numbers chosen;
   std::int32_t number = 0;
-  for (const MailMessage& message : MessagesOf(program, account)) {
+  for (const MailMessage& message : messagesOf(program, account)) {
     ++number;
     const bool take = ruleMarked ? message.Spam : program.frmMain.lvwEmail.IsSelected(number);
     if (take) chosen.push_back(static_cast<std::int16_t>(number));
@@ -72,7 +72,7 @@ bool deleteOnServer(Program& program, std::int16_t account, const Numbers& chose
 void countRemaining(Program& program, std::int16_t account) {
   Accounts::Row& row = program.accounts[account];
   row.AcntDeleteCount = row.AcntSpamCount = row.AcntNewCount = 0;
-  for (const MailMessage& message : MessagesOf(program, account)) {
+  for (const MailMessage& message : messagesOf(program, account)) {
     if (message.Delete) ++row.AcntDeleteCount;
     if (message.Spam) ++row.AcntSpamCount;
     if (message.New) ++row.AcntNewCount;
@@ -95,7 +95,7 @@ void withInterfaceOff(Program& program, const std::function<void(std::int16_t cu
   program.connection.StopRequested = false;
   SetCheckingInterface(program, Activity::Deleting);
   deletion(current);
-  ShowAccountAgain(program, current);
+  ShowTabAnew(program, current);
   SetCheckingInterface(program, Activity::Idle);
 }
 
@@ -119,7 +119,7 @@ void DeleteSpamMessages(Program& program) {
   withInterfaceOff(program, [&program](std::int16_t /*current*/) {
     for (const std::int16_t number : program.accounts.numbers()) {
       if (program.accounts[number].AcntSpamCount <= 0) continue;
-      ShowAccountAgain(program, number);
+      ShowTabAnew(program, number);
       DeleteMessages(program, number, true);
     }
   });

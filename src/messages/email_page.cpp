@@ -115,7 +115,7 @@ void TabStripEmail_Click(Program& program) {
   if (account != program.list.AcntLastShown) ShowAccountMessages(program, account);
 }
 
-void ShowAccountAgain(Program& program, std::int16_t account) {
+void ShowTabAnew(Program& program, std::int16_t account) {
   program.accounts.AcntCurrent = account;
   program.list.AcntLastShown = 0;
   if (account == 0) return;

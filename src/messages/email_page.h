@@ -46,7 +46,7 @@ void ConnectEmailPage(Program& program);
 void TabStripEmail_Click(Program& program);
 
 /// Selects an account's tab and fills the list anew, even where it is the one showing.
-void ShowAccountAgain(Program& program, std::int16_t account);
+void ShowTabAnew(Program& program, std::int16_t account);
 
 /// Gives the list its columns' widths, from the settings where the user keeps them.
 void SetColumnWidths(Program& program);

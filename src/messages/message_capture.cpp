@@ -46,7 +46,7 @@ bool isIncomplete(const MailMessage& message) {
 void captureMessages(Program& program, std::int16_t account) {
   Accounts::Row& row = program.accounts[account];
   std::int16_t index = 0;
-  for (MailMessage& message : MessagesOf(program, account)) {
+  for (MailMessage& message : messagesOf(program, account)) {
     fillMessage(message, currentClient(program).Messages().Item(index++), program.platform.monthNames());
     if (isIncomplete(message)) row.AcntIncomplete = true;
   }
@@ -55,7 +55,7 @@ void captureMessages(Program& program, std::int16_t account) {
 
 /// Only the rows up to the present count are compared: an identifier that stood beyond it is new again.
 void markNewMessages(Program& program, std::int16_t account) {
-  const auto messages = MessagesOf(program, account);
+  const auto messages = messagesOf(program, account);
   std::vector<std::string_view> present;
   std::vector<std::string_view> previous;
   for (const MailMessage& message : messages) {
@@ -82,7 +82,7 @@ void markByRules(Program& program, std::int16_t account) {
 
 void countMessages(Program& program, std::int16_t account) {
   Accounts::Row& row = program.accounts[account];
-  for (MailMessage& message : MessagesOf(program, account)) message.PrevMsgID = message.MsgID;
+  for (MailMessage& message : messagesOf(program, account)) message.PrevMsgID = message.MsgID;
   addTo(program.walk.TotalMessages, row.AcntMsgCount);
   if (row.AcntMsgCount <= row.AcntPrevCount) return;
   row.AcntHasNew = true;

@@ -28,7 +28,7 @@ void countPicture(Program& program, std::string_view picture) {
 
 std::vector<ListView::Row> rowsOf(Program& program, std::int16_t account) {
   std::vector<ListView::Row> rows;
-  const auto messages = MessagesOf(program, account);
+  const auto messages = messagesOf(program, account);
   rows.reserve(messages.size());
   for (const MailMessage& message : messages) {
     rows.push_back(rowOf(message));
@@ -60,12 +60,12 @@ void ShowAccountMessages(Program& program, std::int16_t account) {
   program.list.AcntLastShown = account;
 }
 
-std::span<MailMessage> MessagesOf(Program& program, std::int16_t account) {
+std::span<MailMessage> messagesOf(Program& program, std::int16_t account) {
   return program.messages.Messages(account, program.accounts[account].AcntMsgCount);
 }
 
-const MailMessage* SelectedMail(Program& program) {
-  const auto messages = MessagesOf(program, program.accounts.AcntCurrent);
+const MailMessage* selectedMail(Program& program) {
+  const auto messages = messagesOf(program, program.accounts.AcntCurrent);
   const std::int16_t number = program.list.SelectedMessage;
   const bool isThere = number >= 1 && static_cast<std::size_t>(number) <= messages.size();
   return isThere ? &messages[static_cast<std::size_t>(number - 1)] : nullptr;

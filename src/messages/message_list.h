@@ -24,10 +24,10 @@ struct ShownMessages {
 void ShowAccountMessages(Program& program, std::int16_t account);
 
 /// The messages that an account holds now.
-std::span<MailMessage> MessagesOf(Program& program, std::int16_t account);
+std::span<MailMessage> messagesOf(Program& program, std::int16_t account);
 
 /// The message that the actions on one message work on, null where there is none.
-const MailMessage* SelectedMail(Program& program);
+const MailMessage* selectedMail(Program& program);
 
 /// Gives an account's tabs on both strips the picture of its state.
 void SetAccountTabImage(Program& program, std::int16_t account);

@@ -86,7 +86,7 @@ void ConnectPreview(Program& program) {
 }
 
 void PreviewMessage(Program& program) {
-  if (SelectedMail(program) == nullptr) return;
+  if (selectedMail(program) == nullptr) return;
   if (!program.frmPreview.PreviewOpen) frmPreview_Load(program);
   FollowInPreview(program);
   program.frmPreview.Visible = true;
@@ -94,7 +94,7 @@ void PreviewMessage(Program& program) {
 }
 
 void FollowInPreview(Program& program) {
-  const MailMessage* message = SelectedMail(program);
+  const MailMessage* message = selectedMail(program);
   if (program.frmPreview.PreviewOpen && message != nullptr) fill(program.frmPreview, *message);
 }
 
@@ -108,7 +108,7 @@ void frmPreview_Unload(Program& program) {
 }
 
 void SaveMessageAs(Program& program) {
-  const MailMessage* message = SelectedMail(program);
+  const MailMessage* message = selectedMail(program);
   if (message == nullptr) return;
   // A check may come while the dialog is open, and another message be the selected one.
   const std::string proposed = proposedFileName(message->Subject);

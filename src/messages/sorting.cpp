@@ -24,7 +24,7 @@ void SortMessages(Program& program, std::int16_t account, const std::string& col
   const SortColumnField* field = sortColumn(column);
   if (field == nullptr) return;
   std::vector<std::string> keys;
-  for (const MailMessage& message : MessagesOf(program, account)) keys.push_back(sortKey(message, *field));
+  for (const MailMessage& message : messagesOf(program, account)) keys.push_back(sortKey(message, *field));
   program.messages.Reorder(account, exchangeOrder(keys, program.options.SortOrder != 0));
 }
 

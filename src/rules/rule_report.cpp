@@ -103,7 +103,7 @@ void tmrRuleReport_Timer(Program& program) {
 /// The list has just been filled, so that no row is selected yet.
 void selectMarked(Program& program, std::int16_t account) {
   std::int32_t row = 0;
-  for (const MailMessage& message : MessagesOf(program, account)) {
+  for (const MailMessage& message : messagesOf(program, account)) {
     ++row;
     if (message.Delete) program.frmMain.lvwEmail.Select(row);
   }
@@ -113,7 +113,7 @@ void selectMarked(Program& program, std::int16_t account) {
 void deleteSide(Program& program, const Side& side) {
   for (const std::int16_t account : program.accounts.numbers()) {
     if (program.accounts[account].*side.marks < 1) continue;
-    ShowAccountAgain(program, account);
+    ShowTabAnew(program, account);
     if (!side.spam) selectMarked(program, account);
     DeleteMessages(program, account, side.spam, Confirmation::Never);
     program.accounts[account].*side.marks = 0;
@@ -131,7 +131,7 @@ void DeleteNow(Program& program, const Side& side) {
     program.platform.MsgBox(deletionTrouble(program.AppTitle));
   }
   if (isCurrent(program.frmRuleReport, side)) setCanDelete(program, false);
-  ShowAccountAgain(program, current);
+  ShowTabAnew(program, current);
 }
 
 const Side& currentSide(const RuleReportWindow& window) {

@@ -19,7 +19,7 @@ struct RuleReportWindow : Form {
 
   TabStrip TabStripRuleReport;
   Image imgRuleDelete{"Delete"};  ///< a picture of the message list's
-  Image imgRuleSpam{"Spam"};      ///< likewise
+  Image imgRuleSpam{"Spam"};      ///< a picture of the message list's
   Label lblRuleDelete;
   Label lblRuleSpam;
   Property<std::int16_t> LabelLines = std::int16_t{1};  ///< what the two labels above have room for
@@ -36,7 +36,7 @@ struct RuleReportWindow : Form {
   CountDown countDown{tmrRuleReport, lblRuleReportCountDown};
 
   std::int16_t DeleteAccounts = 0;  ///< accounts with messages to delete when the window opened; none after Delete Now
-  std::int16_t SpamAccounts = 0;    ///< likewise with spam
+  std::int16_t SpamAccounts = 0;    ///< accounts with spam when the window opened; none after Delete Now
   std::string CurrentTab;           ///< caption of the tab that Delete Now works on
   bool CanDelete = false;           ///< Delete Now has something to do, once nothing else is under way
 };

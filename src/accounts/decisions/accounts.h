@@ -75,7 +75,7 @@ class Accounts {
   Row& operator[](std::int16_t number);
   const Row& operator[](std::int16_t number) const;
 
-  /// The working copy of the Accounts page. Throws subscriptFailure likewise.
+  /// The working copy of the Accounts page. Throws subscriptFailure outside 0 to AcntNum.
   Account& Edit(std::int16_t number);
   void CopyAccountToEdit(std::int16_t number) { Edit(number) = static_cast<const Account&>((*this)[number]); }
 

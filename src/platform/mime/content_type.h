@@ -10,7 +10,7 @@ struct ContentType {
   std::string Type;
   std::string Subtype;
   std::string Charset;   ///< blank where it isn't told
-  std::string Boundary;  ///< likewise
+  std::string Boundary;  ///< blank where there is none
 
   bool is(std::string_view type) const;
   bool is(std::string_view type, std::string_view subtype) const;

@@ -54,7 +54,7 @@ void bind(Timer& timer, QObject& owner);
 /// Makes a label inside `parent`, which owns it, named `name`.
 QLabel* makeLabel(Label& label, const QString& name, QWidget* parent);
 
-/// Makes a large picture out of an image list, likewise.
+/// Makes a large picture out of an image list inside `parent`, which owns it, named `name`.
 QLabel* makePicture(Image& image, std::string_view imageList, const QString& name, QWidget* parent);
 
 /// How the buttons of a toolbar look.
