@@ -83,6 +83,14 @@ Question unexpectedError(std::string_view appTitle, std::string_view accountName
                             "\r\n\r\n");
 }
 
+Question portError(std::string_view appTitle, std::string_view accountName) {
+  return criticalNotice(appTitle, failure_title::test,
+                        "The Port of the Account " + std::string(accountName) +
+                            " must be a number from 1 to 65535.\r\n\r\n"
+                            "It is usually 110 for Normal, or 995 for Secure. Please change it and save the Account."
+                            "\r\n\r\n");
+}
+
 Question testSucceeded(std::string_view appTitle) {
   Question question;
   question.text = "The Connection Succeeded.\r\n\r\nYou should be able to connect to your" + std::string(15, ' ') +
