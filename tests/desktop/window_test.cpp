@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include <QAccessible>
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QDialog>
@@ -312,7 +313,13 @@ TEST_F(Window, TheAboutSectionLeadsToTheWorld) {
   emit find<QLabel>("lblAboutWebSite").linkActivated("#");
   emit find<QLabel>("lblAboutEmail").linkActivated("#");
   press("ReadMe");
-  press("Update");
+  EXPECT_TRUE(platform.asked.empty());
+  platform.canStartPrograms = false;
+  auto* update = QAccessible::queryAccessibleInterface(&find<QToolButton>("Update"))->actionInterface();
+  update->doAction(QAccessibleActionInterface::pressAction());
+  EXPECT_TRUE(platform.asked.empty()) << "a screen reader's press returns before it is done";
+  QCoreApplication::processEvents();
+  EXPECT_THAT(titles(), testing::ElementsAre("Velmora - Nothing to Open With"));
   EXPECT_THAT(platform.opened, testing::ElementsAre("https://velmora.example/", "mailto: support@velmora.example",
                                                     "/share/ReadMe.rtf", "https://velmora.example/"));
 }
