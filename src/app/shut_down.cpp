@@ -29,6 +29,12 @@ bool mayEnd(Program& program) {
 
 bool IsEnding(const Program& program) { return program.PopClient == nullptr; }
 
+void SaveSession(Program& program) {
+  SaveColumnWidths(program);
+  saveSortState(program);
+  program.platform.settings().Keep();
+}
+
 void Form_Unload(Program& program) {
   if (program.options.CloseButton == 1 && !program.QuitRequested) {
     CloseToTray(program);
@@ -39,9 +45,7 @@ void Form_Unload(Program& program) {
   program.StopRequested = true;
   program.PopClient.reset();
   program.frmMain.TrayData.Visible = false;
-  SaveColumnWidths(program);
-  saveSortState(program);
-  program.platform.settings().Keep();
+  SaveSession(program);
   frmPreview_Unload(program);
   frmRuleReport_Unload(program);
   frmMessage_Unload(program);

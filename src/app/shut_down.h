@@ -15,6 +15,9 @@ void Form_Unload(Program& program);
 /// about first, here and where closing ends the program; he may go back to them instead.
 void QuitApplication(Program& program);
 
+/// Keeps what a normal end keeps, and goes on. What the user has not saved on a page stays unsaved.
+void SaveSession(Program& program);
+
 /// Ends the program and asks nobody, for the desktop's session ends.
 void EndApplication(Program& program);
 
