@@ -176,7 +176,7 @@ TEST_F(AccountsPageTest, ATestStaysOnThePageAndTellsOfTheLastAccountsCheck) {
     save();
     EXPECT_EQ(stored("AcntPort1"), port) << "it can be saved all the same";
     press("AcntTest");
-    EXPECT_THAT(platform.asked.back().text, testing::HasSubstr("Account Work must be a number from 1 to 65535"));
+    EXPECT_THAT(platform.asked.back().text, testing::HasSubstr("The Port must be a number from 1 to 65535"));
   }
   type(&AccountsPage::txtAcntPort, "65535");
   EXPECT_EQ(page().lblAcntPortNotice.Caption.get(), "");
