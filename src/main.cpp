@@ -64,7 +64,7 @@ int main(int argc, char* argv[]) {
   const RuleReportView ruleReport(program.frmRuleReport);
   const CheckMessageView message(program.frmMessage);
   const FirstUseView firstUse(program.frmFirstUse, &view);
-  const EndOfSession endOfSession([&program] { EndApplication(program); });
+  const EndOfSession endOfSession([&program] { SaveSession(program); }, [&program] { EndApplication(program); });
   if (!Main(program) || platform.isQuitting()) return 0;
   QtPlatform::provideSounds();
   // Once the event loop runs: what ends the program also ends the box then.

@@ -229,6 +229,8 @@ void connectInputs(Program& program) {
   for (const TickInput& input : tickInputs) {
     (page.*input.box).Value.watch([&program, &input](std::int16_t) { takeTick(program, input); });
   }
+  page.txtAcntPort.Text.watch(
+      [&page](const std::string& port) { page.lblAcntPortNotice.Caption = isPort(port) ? "" : badPort; });
   page.txtAcntClient.Text.watch([&program](const std::string&) { txtAcntClient_Change(program); });
   page.txtAcntSound.Text.watch([&program](const std::string&) { txtAcntSound_Change(program); });
   for (std::size_t box = 0; box < page.lblColourBox.size(); ++box) {

@@ -35,6 +35,7 @@ struct AccountsPage {
   TextBox txtAcntServer;
   CheckBox chkAcntSecure{"Server Requires Secure Connection"};
   TextBox txtAcntPort{10};
+  Label lblAcntPortNotice;  ///< what is wrong with the port, blank where nothing is
   TextBox txtAcntLoginID;
   TextBox txtAcntPassword;
   ColourBox txtAcntColour;

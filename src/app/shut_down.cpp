@@ -28,6 +28,12 @@ bool mayEnd(Program& program) {
 
 }  // namespace
 
+void SaveSession(Program& program) {
+  SaveColumnWidths(program);
+  saveSortState(program);
+  program.platform.settings().Keep();
+}
+
 void Form_Unload(Program& program) {
   if (program.options.CloseButton == 1) {
     CloseToTray(program);
@@ -46,9 +52,7 @@ void EndApplication(Program& program) {
   program.connection.PopClient.reset();
   SetCheckingInterface(program, Activity::Ending);
   program.frmMain.TrayData.Visible = false;
-  SaveColumnWidths(program);
-  saveSortState(program);
-  program.platform.settings().Keep();
+  SaveSession(program);
   frmPreview_Unload(program);
   frmRuleReport_Unload(program);
   frmMessage_Unload(program);

@@ -11,6 +11,9 @@ void Form_Unload(Program& program);
 /// first; he may go back to them instead.
 void QuitApplication(Program& program);
 
+/// Keeps what a normal end keeps, and goes on. What the user has not saved on a page stays unsaved.
+void SaveSession(Program& program);
+
 /// Saves and releases everything, ends the program and asks nobody, for the desktop's session ends.
 void EndApplication(Program& program);
 

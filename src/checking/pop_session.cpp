@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "accounts/decisions/account_texts.h"
 #include "app/program.h"
 #include "app/shut_down.h"
 #include "messages/decisions/pictures.h"
@@ -147,6 +148,11 @@ void RetrieveAccount(Program& program, std::int16_t account) {
 }
 
 void TestConnection(Program& program, std::int16_t account) {
+  const Account& tested = program.accounts[account];
+  if (!isPort(tested.AcntPort)) {
+    program.platform.MsgBox(portError(program.AppTitle, tested.AcntName));
+    return;
+  }
   try {
     PrepareConnection(program, account);
     currentClient(program).Connect();

@@ -23,7 +23,11 @@ void StartClientProgram(Program& program) {
   if (!startClient(program)) program.platform.MsgBox(clientError(program.AppTitle));
 }
 
-void NewMessage(Program& program) { program.platform.open("mailto:"); }
+void OpenOutside(Program& program, const std::string& target) {
+  if (!program.platform.open(target)) program.platform.MsgBox(nothingOpens(program.AppTitle, target));
+}
+
+void NewMessage(Program& program) { OpenOutside(program, "mailto:"); }
 
 void DeleteTemporaryFiles(Program& program) {
   for (const auto* name : {"temporary.eml", "temporary.msg"}) program.platform.deleteTemporaryFile(name);

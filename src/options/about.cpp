@@ -1,4 +1,5 @@
 #include "app/program.h"
+#include "messages/email_client.h"
 #include "options/decisions/maker.h"
 
 namespace velmora {
@@ -10,12 +11,12 @@ constexpr const char* supportAddress = VELMORA_SUPPORT_ADDRESS;
 
 void tbrOptAbout_ButtonClick(Program& program, const Button& button) {
   if (button.Key == "Update") OpenHomePage(program);
-  if (button.Key == "ReadMe") program.platform.open(program.platform.installedFile("ReadMe.rtf"));
+  if (button.Key == "ReadMe") OpenOutside(program, program.platform.installedFile("ReadMe.rtf"));
 }
 
 }  // namespace
 
-void OpenHomePage(Program& program) { program.platform.open(homePage); }
+void OpenHomePage(Program& program) { OpenOutside(program, homePage); }
 
 void ConnectAbout(Program& program) {
   MainWindow& frmMain = program.frmMain;
@@ -23,7 +24,7 @@ void ConnectAbout(Program& program) {
   frmMain.lblAboutWebSite.Caption = homePage;
   frmMain.lblAboutWebSite.Click = [&program] { OpenHomePage(program); };
   frmMain.lblAboutEmail.Caption = supportAddress;
-  frmMain.lblAboutEmail.Click = [&program] { program.platform.open(std::string("mailto: ") + supportAddress); };
+  frmMain.lblAboutEmail.Click = [&program] { OpenOutside(program, std::string("mailto: ") + supportAddress); };
   frmMain.tbrOptAbout.ButtonClick = [&program](Button& button) { tbrOptAbout_ButtonClick(program, button); };
 }
 

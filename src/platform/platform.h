@@ -86,8 +86,8 @@ class Platform {
   /// one. Silent where it can't.
   virtual void playSound(const std::string& path) = 0;
 
-  /// Opens a file or an address with the program that the desktop has for it.
-  virtual void open(const std::string& target) = 0;
+  /// Opens a file or an address with the program that the desktop has for it. Returns whether there is one.
+  virtual bool open(const std::string& target) = 0;
 
   /// Writes a file that its owner alone can read, or replaces one as a whole. Returns whether that succeeded; what was
   /// there stays where it did not.

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "accounts/decisions/account_texts.h"
 #include "app/shut_down.h"
 #include "app/tray.h"
 #include "checking/check_cycle.h"
@@ -194,6 +195,17 @@ TEST_F(AccountsPageTest, ATestStaysOnThePageAndTellsOfTheLastAccountsCheck) {
   press("AcntTest");
   EXPECT_EQ(titles().back(), "Velmora - Test Connection Successfull");
   EXPECT_THAT(platform.servers["Work"].commands, testing::Not(testing::Contains(testing::StartsWith("TOP"))));
+  for (const auto* port : {"", "abc", "0", "65536", "99999999999"}) {
+    type(&AccountsPage::txtAcntPort, port);
+    EXPECT_EQ(page().lblAcntPortNotice.Caption.get(), badPort);
+    save();
+    EXPECT_EQ(stored("AcntPort1"), port) << "it can be saved all the same";
+    press("AcntTest");
+    EXPECT_THAT(platform.asked.back().text, testing::HasSubstr("The Port must be a number from 1 to 65535"));
+  }
+  type(&AccountsPage::txtAcntPort, "65535");
+  EXPECT_EQ(page().lblAcntPortNotice.Caption.get(), "");
+  save();
   platform.servers["Work"].greeting = "-ERR go away\r\n";
   press("AcntTest");
   EXPECT_EQ(titles().back(), "Velmora - Test Connection Failure") << "nothing silences a test";

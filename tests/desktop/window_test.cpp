@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include <QAccessible>
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QDialog>
@@ -299,6 +300,17 @@ TEST_F(Window, AnEmptyListSaysWhy) {
   platform.servers["Work"].messages.clear();
   press("EmailCheck");
   EXPECT_NE(list().viewport()->grab().toImage(), before);
+}
+
+TEST_F(Window, APressByAScreenReaderReturnsBeforeItIsDone) {
+  open();
+  press("Options");
+  platform.canStartPrograms = false;
+  auto* update = QAccessible::queryAccessibleInterface(&find<QToolButton>("Update"))->actionInterface();
+  update->doAction(QAccessibleActionInterface::pressAction());
+  EXPECT_TRUE(platform.asked.empty());
+  QCoreApplication::processEvents();
+  EXPECT_THAT(titles(), testing::ElementsAre("Velmora - Nothing to Open With"));
 }
 
 TEST_F(Window, AfterACheckTheKeyboardIsWhereItWas) {

@@ -91,7 +91,10 @@ class TestPlatform : public Platform {
     played.push_back(path);
     if (onSound) onSound();
   }
-  void open(const std::string& target) override { opened.push_back(target); }
+  bool open(const std::string& target) override {
+    opened.push_back(target);
+    return canStartPrograms;
+  }
   bool writeFile(const std::string& path, std::string_view content) override {
     if (canWriteFiles) written[path] = content;
     return canWriteFiles;

@@ -1,5 +1,7 @@
 #include "accounts/decisions/account_texts.h"
 
+#include "platform/text.h"
+
 namespace velmora {
 
 namespace {
@@ -7,6 +9,11 @@ namespace {
 const std::string tenBlanks(10, ' ');
 
 }  // namespace
+
+bool isPort(std::string_view text) {
+  const auto number = text::toNumber(text);
+  return number && *number >= 1 && *number <= 65535;
+}
 
 Question blankName() {
   return {"The Account Name box is blank. Please" + tenBlanks + "\r\nre-enter a name for this Account.\r\n\r\n",

@@ -11,6 +11,10 @@ namespace velmora {
 inline constexpr std::string_view usingDefaultClient = "Using Default Email Client";
 inline constexpr std::string_view usingDefaultSound = "Using Default Sound File";
 
+/// A text that the client takes for a port.
+bool isPort(std::string_view text);
+inline constexpr const char* badPort = "Port: must be a number from 1 to 65535.";
+
 /// The two reasons for which an account can't be saved.
 Question blankName();
 Question duplicateName(std::string_view name);

@@ -31,10 +31,13 @@ std::string wordsFor(const FailureReport& report) {
   }
 }
 
-std::string problemWith(std::string_view accountName, std::int32_t number, std::string_view words) {
+std::string problemWith(std::string_view accountName, std::string_view message) {
   return "There was a problem encountered while accessing the Account: " + std::string(accountName) +
-         std::string(15, ' ') + "\r\n\r\nError Message:\r\n" + std::to_string(number) + " - " + std::string(words) +
-         "\r\n\r\n";
+         std::string(15, ' ') + "\r\n\r\nError Message:\r\n" + std::string(message) + "\r\n\r\n";
+}
+
+std::string problemWith(std::string_view accountName, std::int32_t number, std::string_view words) {
+  return problemWith(accountName, std::to_string(number) + " - " + std::string(words));
 }
 
 Question criticalNotice(std::string_view appTitle, std::string_view title, std::string text) {
@@ -81,6 +84,13 @@ Question unexpectedError(std::string_view appTitle, std::string_view accountName
                             "the Title Bar text and any relevant details that might assist in tracking the\r\n"
                             "cause of this error. Thank you for your assistance.\r\n\r\nEmail: " VELMORA_SUPPORT_ADDRESS
                             "\r\n\r\n");
+}
+
+Question portError(std::string_view appTitle, std::string_view accountName) {
+  return criticalNotice(appTitle, failure_title::test,
+                        problemWith(accountName, "The Port must be a number from 1 to 65535.") +
+                            "It is usually 110 for Normal, or 995 for Secure.\r\n"
+                            "Please change it and save the Account.\r\n\r\n");
 }
 
 Question testSucceeded(std::string_view appTitle) {

@@ -38,6 +38,9 @@ Question connectionError(std::string_view appTitle, std::string_view accountName
 Question unexpectedError(std::string_view appTitle, std::string_view accountName, const FailureReport& report,
                          std::string_view title);
 
+/// What a connection test says of an account whose port is none.
+Question portError(std::string_view appTitle, std::string_view accountName);
+
 /// What a connection test that succeeded says.
 Question testSucceeded(std::string_view appTitle);
 

@@ -15,4 +15,13 @@ inline Question clientError(std::string_view appTitle) {
           std::string(appTitle) + " - Email Client Error"};
 }
 
+/// What is said where the desktop has no program for an address or a file.
+inline Question nothingOpens(std::string_view appTitle, const std::string& target) {
+  const bool isMail = target.starts_with("mailto:");
+  return {(isMail ? "There is no program here that writes messages."
+                  : "There is no program here that opens this:\r\n" + target) +
+              "\r\n\r\nPlease choose one in the settings of your desktop.\r\n",
+          std::string(appTitle) + " - Nothing to Open With"};
+}
+
 }  // namespace velmora

@@ -1,5 +1,6 @@
 #include "platform/qt/services/end_of_session.h"
 
+#include <QEvent>
 #include <QGuiApplication>
 #include <utility>
 
@@ -16,11 +17,21 @@
 
 namespace velmora {
 
-EndOfSession::EndOfSession(std::function<void()> end) : end_(std::move(end)) {
-  // How the end is told depends on the display server: X11's session manager asks, elsewhere a signal comes.
+EndOfSession::EndOfSession(std::function<void()> save, std::function<void()> end)
+    : save_(std::move(save)), end_(std::move(end)) {
+  // How the end is told depends on the display server: X11's session manager has all saved first and then tells them to
+  // die, elsewhere a signal comes.
   connect(
-      qGuiApp, &QGuiApplication::commitDataRequest, this, [this] { end_(); }, Qt::DirectConnection);
+      qGuiApp, &QGuiApplication::commitDataRequest, this, [this] { save_(); }, Qt::DirectConnection);
+  qGuiApp->installEventFilter(this);
   watchSignals();
+}
+
+/// The library would close the windows instead, of which one only goes to the tray.
+bool EndOfSession::eventFilter(QObject* watched, QEvent* event) {
+  if (watched != qGuiApp || event->type() != QEvent::Quit) return false;
+  end_();
+  return true;
 }
 
 #ifdef Q_OS_UNIX

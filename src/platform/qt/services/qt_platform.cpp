@@ -211,11 +211,11 @@ void QtPlatform::playSound(const std::string& path) {
   if (!quitting_) soundPlayer_.play(qt(path));
 }
 
-void QtPlatform::open(const std::string& target) {
+bool QtPlatform::open(const std::string& target) {
   const QString text = qt(target);
   const bool isFile = QFileInfo(text).isAbsolute();
   // "mailto: someone" is an address with a blank that belongs to none.
-  QDesktopServices::openUrl(isFile ? QUrl::fromLocalFile(text) : QUrl(QString(text).remove(' ')));
+  return QDesktopServices::openUrl(isFile ? QUrl::fromLocalFile(text) : QUrl(QString(text).remove(' ')));
 }
 
 bool QtPlatform::writeFile(const std::string& path, std::string_view content) {

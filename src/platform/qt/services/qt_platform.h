@@ -42,7 +42,7 @@ class QtPlatform : public Platform {
   void showHelp(int context) override;
   bool startProgram(const std::string& path, std::int16_t windowState) override;
   void playSound(const std::string& path) override;
-  void open(const std::string& target) override;
+  bool open(const std::string& target) override;
   bool writeFile(const std::string& path, std::string_view content) override;
   std::optional<std::string> readFile(const std::string& path) const override;
   std::string programFile(std::string_view name) const override;

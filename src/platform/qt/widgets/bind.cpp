@@ -1,5 +1,7 @@
 #include "platform/qt/widgets/bind.h"
 
+#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QCheckBox>
 #include <QCursor>
 #include <QGroupBox>
@@ -60,8 +62,30 @@ class PlainToolButton : public QToolButton {
   }
 };
 
+/// A press by a screen reader returns at once. What the button does may wait for the user's answer in a box, and the
+/// reader must be able to tell him of it.
+class PlainButtonAccess : public QAccessibleWidget {
+ public:
+  explicit PlainButtonAccess(QWidget* button) : QAccessibleWidget(button, QAccessible::Button) {}
+
+  QStringList actionNames() const override { return QStringList(pressAction()) + QAccessibleWidget::actionNames(); }
+  void doAction(const QString& name) override {
+    if (name != pressAction()) {
+      QAccessibleWidget::doAction(name);
+    } else if (auto* button = qobject_cast<QToolButton*>(widget())) {
+      QMetaObject::invokeMethod(button, &QToolButton::click, Qt::QueuedConnection);
+    }
+  }
+};
+
+QAccessibleInterface* plainButtonAccess(const QString& /*className*/, QObject* object) {
+  auto* button = dynamic_cast<PlainToolButton*>(object);
+  return button == nullptr ? nullptr : new PlainButtonAccess(button);  // NOLINT(cppcoreguidelines-owning-memory): Qt's
+}
+
 QToolButton* makeButton(Button& button, const ImageList& images, ButtonLook look, QWidget* parent) {
-  auto* widget = new PlainToolButton(parent);  // NOLINT(cppcoreguidelines-owning-memory): its parent owns it
+  QAccessible::installFactory(plainButtonAccess);  // once, however often it is called
+  auto* widget = new PlainToolButton(parent);      // NOLINT(cppcoreguidelines-owning-memory): its parent owns it
   const bool under = look == ButtonLook::TextUnderIcon;
   widget->setToolButtonStyle(under ? Qt::ToolButtonTextUnderIcon : Qt::ToolButtonTextBesideIcon);
   widget->setIconSize(under ? QSize(32, 32) : QSize(16, 16));

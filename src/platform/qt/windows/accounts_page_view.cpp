@@ -84,8 +84,10 @@ class Fields {
       box->setStyleSheet("lineedit-password-character: 42");
     }
     bindInput(page_.*row.box, *box);
-    addRow(row.label, box, beside != nullptr ? beside : makeHint(row.hint));
+    auto* hint = beside != nullptr ? nullptr : makeHint(row.hint);
     if (*row.hint != '\0') box->setAccessibleDescription(row.hint);
+    addRow(row.label, box, beside != nullptr ? beside : hint);
+    if (row.box == &AccountsPage::txtAcntPort) showInPlace(page_.lblAcntPortNotice, *hint, *box);
   }
 
   /// A label names the box for a screen reader too.
@@ -142,6 +144,15 @@ class Fields {
     pale->setOpacity(0.65);  // still well readable, which the palette's own pale text is not
     hint->setGraphicsEffect(pale);
     return hint;
+  }
+
+  /// A notice stands where the hint does, dark, and is what a screen reader tells of the box.
+  static void showInPlace(Label& notice, QLabel& hint, QLineEdit& box) {
+    notice.Caption.watch([&hint, &box, usual = hint.text()](const std::string& text) {
+      hint.setText(text.empty() ? usual : qt(text));
+      hint.graphicsEffect()->setEnabled(text.empty());
+      box.setAccessibleDescription(hint.text());
+    });
   }
 
   AccountsPage& page_;
