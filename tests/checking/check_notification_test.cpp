@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <memory>
+
 #include "accounts/decisions/account_list.h"
 #include "app/shut_down.h"
 #include "checking/check_cycle.h"
@@ -144,7 +146,10 @@ TEST_F(Notification, TheMessageHoldsAutoCheckAndClosesByItself) {
   EXPECT_FALSE(window().Visible);
   EXPECT_TRUE(autoCheckRuns());
 
-  AnnounceCheck(program, {true, true, 1, 1});
+  auto starts = std::make_shared<int>(0);
+  window().tmrMessage.Enabled.watch([starts](bool on) { *starts += on ? 1 : 0; });
+  for (int i = 0; i < 2; ++i) AnnounceCheck(program, {true, true, 1, 1});
+  EXPECT_EQ(*starts, 2) << "its first second is a whole one";
   second();
   EXPECT_TRUE(window().Visible) << "its time begins anew";
   for (const bool byButton : {true, false}) {

@@ -7,10 +7,7 @@
 
 namespace velmora {
 
-QSize roomFor(const QWidget& window) {
-  constexpr QSize frame(8, 40);
-  return window.screen()->availableSize() - frame;
-}
+QSize roomFor(const QWidget& window) { return window.screen()->availableSize() - windowFrame; }
 
 QSize inFontOf(const QWidget& window, const QSize& design) {
   constexpr double usualHeight = 15;  // of a line

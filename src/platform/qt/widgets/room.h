@@ -6,6 +6,9 @@ class QWidget;
 
 namespace velmora {
 
+/// What a desktop's frame around a window may take.
+inline constexpr QSize windowFrame(8, 40);
+
 /// What the screen has for a window within its frame.
 QSize roomFor(const QWidget& window);
 

@@ -10,6 +10,7 @@
 #include "platform/qt/strings.h"
 #include "platform/qt/widgets/forget_minimised.h"
 #include "platform/qt/widgets/icons.h"
+#include "platform/qt/widgets/room.h"
 
 namespace velmora {
 
@@ -49,7 +50,7 @@ void FormView::setAlwaysOnTop(bool on) {
 }
 
 void FormView::centreOnScreen() {
-  QRect place(QPoint(), size());
+  QRect place(QPoint(), size() + windowFrame);
   place.moveCenter((parentWidget() != nullptr ? parentWidget() : this)->screen()->availableGeometry().center());
   move(place.topLeft());
 }

@@ -7,8 +7,8 @@
 #include <utility>
 
 #include "accounts/decisions/account_list.h"
+#include "platform/qt/strings.h"
 #include "platform/qt/widgets/bind.h"
-#include "platform/qt/widgets/harmless_text.h"
 #include "platform/qt/widgets/tab_bar.h"
 #include "rules/rule_report_window.h"
 
@@ -57,8 +57,7 @@ QScrollArea* RuleReportView::makeReport() {
     auto* text = makeLabel(*label, name, content);
     text->setAlignment(Qt::AlignTop);
     text->setWordWrap(true);
-    label->Caption.watch(
-        [text = text](const std::string& list) { text->setText(harmlessText(shownOfAccountList(list, 0))); });
+    label->Caption.watch([text = text](const std::string& list) { text->setText(qt(shownOfAccountList(list, 0))); });
     row->addWidget(text, 1);
   }
   return makeLines("fraRuleReport", content);
