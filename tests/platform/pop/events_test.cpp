@@ -6,10 +6,8 @@ namespace velmora::test {
 namespace {
 
 using testing::Contains;
-using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Not;
-using testing::StartsWith;
 
 /// Connects, fetches, deletes one of two messages, and stops at a chance to do so. False where there are fewer.
 bool stopsAt(int chance) {
