@@ -109,7 +109,7 @@ class AccountModel : public test::RandomSteps {
   }
   void show(std::size_t number) {
     current_ = onPage_ = number;
-    page_ = current();
+    page_ = static_cast<const Account&>(current());
     followFiles(page_);
   }
 
@@ -273,7 +273,8 @@ class AccountModel : public test::RandomSteps {
     platform.clock.minute = static_cast<int>(random(60));
     RunningProgram::check();
     platform.asked.clear();
-    static_cast<AccountState&>(current()) = program.accounts[program.accounts.AcntCurrent];
+    const AccountState& found = program.accounts[program.accounts.AcntCurrent];
+    static_cast<AccountState&>(current()) = found;
     current().rows.clear();
     for (const auto& row : program.frmMain.lvwEmail.Rows()) current().rows.push_back(row.Cells[2]);
     platform.clock.minute = 21;

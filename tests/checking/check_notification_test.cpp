@@ -188,26 +188,6 @@ TEST_F(Notification, ManyAccountsAreCutOffWithAWord) {
   EXPECT_EQ(accountListLines(16), 17);
 }
 
-TEST_F(Notification, TheMessageGoesAndComesWithTheMainWindowAndItsTimeRunsOn) {
-  option("MsgBoxTime", "1");
-  start();
-  program.options.ShowEmailMsgBox = 1;
-  for (const int seconds : {0, 2}) {
-    AnnounceCheck(program, {true, true, 1, 1});
-    program.frmMain.Close();
-    EXPECT_FALSE(window().Visible);
-    for (int i = 0; i < seconds; ++i) second();
-    if (seconds > 0) {
-      AnnounceCheck(program, {true, true, 1, 1});
-      EXPECT_FALSE(window().HiddenWithMain) << "a new one finds its place and size anew";
-      frmMessage_Unload(program);
-    }
-    program.frmMain.mnuTrayShow.Click();
-    EXPECT_EQ(window().Visible.get(), seconds == 0);
-    frmMessage_Unload(program);
-  }
-}
-
 TEST_F(Notification, TimedChecksSoundWithoutTheMessageUntilSoundsAreSwitchedOff) {
   option("ShowEmail", "2");
   start();

@@ -10,7 +10,6 @@ namespace {
 using test::MemoryServer;
 using test::message;
 using testing::ElementsAre;
-using testing::StartsWith;
 
 /// What the model of deletions doesn't see.
 class Deletion : public test::RunningProgram {

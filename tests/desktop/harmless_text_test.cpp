@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <QElapsedTimer>
+#include <ctime>
 #include <string>
 #include <string_view>
 #include <tuple>
@@ -50,10 +50,9 @@ TEST(HarmlessLine, IsOneLineOfBoundedLength) {
       {"a", 0, ""}};
   for (const auto& [bytes, most, wanted] : cases) EXPECT_EQ(utf8(harmlessLine(bytes, most)), wanted) << bytes;
   const std::string text(50'000'000, 'x');
-  QElapsedTimer clock;
-  clock.start();
+  const std::clock_t begun = std::clock();
   for (int i = 0; i < 100; ++i) EXPECT_EQ(harmlessLine(text).size(), 1000);
-  EXPECT_LT(clock.elapsed(), 1000);
+  EXPECT_LT(std::clock() - begun, CLOCKS_PER_SEC);
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include <gmock/gmock.h>
 
-#include <QClipboard>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QTabBar>

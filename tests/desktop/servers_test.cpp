@@ -163,10 +163,7 @@ TEST_F(Failing, ServersAreToldOfAndTheNextOneIsTried) {
 TEST_F(Servers, LoseTheChosenMessagesOrNone) {
   const std::vector<Oddity> able = {
       {"nothing odd", [](ScriptedServer&) {}},
-      {"byte by byte", chunks(1)},
       {"pipelines", [](ScriptedServer& server) { server.script.pipelining = true; }},
-      {"hangs up on pipelined commands", pipeliningUpTo(20)},
-      {"no UIDL", answering("UIDL", "-ERR unknown command\r\n")},
       {"resets after QUIT", endingBy(Ending::Reset)},
       {"TLS", [](ScriptedServer&) {}, Protection::Tls},
       {"TLS without a good-bye", endingBy(Ending::WithoutBye), Protection::Tls},

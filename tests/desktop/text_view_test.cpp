@@ -6,10 +6,10 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
-#include <QElapsedTimer>
 #include <QMenu>
 #include <QScrollBar>
 #include <QTest>
+#include <ctime>
 #include <string>
 #include <utility>
 
@@ -101,11 +101,10 @@ TEST_F(TextViewTest, LongLinesAreBrokenForTheEyeOnly) {
 TEST_F(TextViewTest, OpensAtOnceWhateverTheTextIs) {
   for (const auto* part : {"Some words as any letter has.\r\n", "x", "\r\n", "\u0301", "日本語", "a\u05D0"}) {
     const std::string text = repeat(part, Large);
-    QElapsedTimer clock;
-    clock.start();
+    const std::clock_t begun = std::clock();
     view_.showText(text);
     view_.viewport()->repaint();
-    EXPECT_LT(clock.elapsed(), 1000) << part;
+    EXPECT_LT(std::clock() - begun, CLOCKS_PER_SEC) << part;
     QCoreApplication::processEvents();
   }
   view_.showText("next");

@@ -137,12 +137,9 @@ class TrayTest(BuiltProgramTest):
     def place_of_window(self):
         return tell("xdotool", "getwindowgeometry", self.visible_window())
 
-    def press(self, *keys):
-        tell("xdotool", "windowactivate", "--sync", self.visible_window(), "key", *keys)
-
     def close_window(self):
         self.wait_for_window("Normal")
-        self.press("alt+F4")
+        tell("wmctrl", "-F", "-c", "Velmora")
 
     def start_tray(self):
         return run_beside(self.beside, "trayer", "--widthtype", "request", "--heighttype", "pixel", "--height", "24")

@@ -7,8 +7,6 @@
 namespace velmora {
 namespace {
 
-using testing::ElementsAre;
-
 class Profiles : public testing::Test {
  protected:
   std::string get(const std::string& content, const std::string& section, const std::string& key) {

@@ -6,10 +6,8 @@ namespace velmora::test {
 namespace {
 
 using testing::Contains;
-using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Not;
-using testing::StartsWith;
 
 /// Connects, fetches, deletes one of two messages, and stops at a chance to do so. False where there are fewer.
 bool stopsAt(int chance) {
@@ -109,23 +107,6 @@ TEST(Events, ComeWhileMessagesAreRead) {
   }
 }
 
-TEST(Events, BlockingCallsInsideOneAreRefused) {
-  Desk desk;
-  desk.holds(1);
-  int refused = 0;
-  desk.recorder.onEvent = [&](PopClient& owner, const std::string& event) {
-    if (event == "Done 0") return;
-    EXPECT_THROW(owner.Connect(), RunTimeFailure);
-    EXPECT_THROW(owner.Messages().FetchAll(), RunTimeFailure);
-    EXPECT_THROW(owner.Messages().ListMessages(), RunTimeFailure);
-    ++refused;
-  };
-  desk.client->Connect();
-  desk.messages().FetchAll();
-  EXPECT_GT(refused, 4);
-  EXPECT_TRUE(desk.hasAllTexts());
-}
-
 TEST(Events, FailureOfAHandlerPassesThroughAndTheConnectionCanStillBeEnded) {
   Desk desk;
   desk.holds(2);
@@ -139,20 +120,7 @@ TEST(Events, FailureOfAHandlerPassesThroughAndTheConnectionCanStillBeEnded) {
   EXPECT_EQ(desk.server.commands.back(), "QUIT");
 }
 
-TEST(Client, RefusesWhatItDoesNotOffer) {
-  const std::vector<std::function<void(PopClient&)>> calls = {
-      [](PopClient& c) { c.Blocking(false); },
-      [](PopClient& c) { c.AuxiliaryMode(1); },
-      [](PopClient& c) { c.Messages().Item(-1); },
-      [](PopClient& c) { c.Messages().Item(2); },
-  };
-  Desk desk;
-  desk.holds(2);
-  desk.client->Connect();
-  EXPECT_NO_THROW(desk.messages().Item(1));
-  for (const auto& call : calls) EXPECT_THROW(call(*desk.client), RunTimeFailure);
-  EXPECT_EQ(desk.client->LastError(), 0);
-
+TEST(Client, CountsNoFurtherThanTheProgram) {
   Desk huge;
   huge.server.answers["STAT"] = "+OK 32768 1\r\n";
   huge.client->Connect();

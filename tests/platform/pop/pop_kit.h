@@ -33,37 +33,33 @@ class PlainReader : public MailReader {
 /// Writes down what a client tells, and may act on it.
 class Recorder : public IPopClientNotify {
  public:
-  std::vector<std::string> events;  ///< but for the next two
   std::vector<std::pair<std::int32_t, std::int32_t>> progress;
   std::vector<std::string> received;  ///< identifiers
   std::function<void(PopClient&, const std::string&)> onEvent;
 
   void Connected(PopClient& owner) override { note(owner, "Connected"); }
-  void Disconnected(PopClient& owner, std::int32_t code, const std::string& /*text*/) override {
-    note(owner, "Disconnected " + std::to_string(code));
+  void Disconnected(PopClient& owner, std::int32_t /*code*/, const std::string& /*text*/) override {
+    note(owner, "Disconnected");
   }
   void Done(PopClient& owner, std::int32_t code, const std::string& /*text*/) override {
     note(owner, "Done " + std::to_string(code));
   }
   void Progress(PopClient& owner, std::int32_t position, std::int32_t total) override {
     progress.emplace_back(position, total);
-    if (onEvent) onEvent(owner, "Progress");
+    note(owner, "Progress");
   }
   void Received(PopClient& owner, const PopMessage& message) override {
     received.push_back(message.Uid);
-    if (onEvent) onEvent(owner, "Received");
+    note(owner, "Received");
   }
-  void HostCertificate(PopClient& owner, const std::string& certificate, std::int32_t code,
-                       const std::string& text) override {
-    note(owner, "HostCertificate " + certificate + " " + std::to_string(code) + " " + text);
+  void HostCertificate(PopClient& owner, const std::string& /*certificate*/, std::int32_t /*code*/,
+                       const std::string& /*text*/) override {
+    note(owner, "HostCertificate");
   }
-  void StateChange(PopClient& owner, PopState oldState) override {
-    note(owner, "StateChange " + std::to_string(static_cast<int>(oldState)));
-  }
+  void StateChange(PopClient& owner, PopState /*oldState*/) override { note(owner, "StateChange"); }
 
  private:
   void note(PopClient& owner, const std::string& event) {
-    events.push_back(event);
     if (onEvent) onEvent(owner, event);
   }
 };
