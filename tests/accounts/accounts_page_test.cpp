@@ -67,7 +67,7 @@ TEST_F(AccountsPageTest, WhatCannotBeKeptIsToldAndNotDone) {
     program.rules.working.Show = 1;
     EXPECT_FALSE(WriteRules(program, "/home/Rules.ini") || program.rules.live.Show == 1);
   };
-  const std::pair<std::string, std::function<void()>> operations[] = {
+  const std::vector<std::pair<std::string, std::function<void()>>> operations = {
       {"No Account was added.", [this] { press("AcntAdd"); }},
       {"The Account was not deleted.", [this] { press("AcntDelete"); }},
       {"The Account was not moved.", [this] { page().tbrMoveButtons["Forward"].click(); }},

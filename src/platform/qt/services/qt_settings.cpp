@@ -49,8 +49,8 @@ bool isSettingsLine(const QByteArray& line) {
 
 /// What a file of the program's own begins and ends with, so that one that was cut at the end of a line is known for
 /// what it is. One that was written by hand needs neither.
-constexpr char firstLine[] = "; Settings of Velmora. The last line tells that nothing is missing.\n";
-constexpr char lastLine[] = "; Nothing is missing.\n";
+constexpr const char* firstLine = "; Settings of Velmora. The last line tells that nothing is missing.\n";
+constexpr const char* lastLine = "; Nothing is missing.\n";
 
 /// The lines of a file that can be trusted. The end of one that was cut may be half a value.
 QByteArray goodLines(const QByteArray& bytes) {
