@@ -78,8 +78,7 @@ void ShowNoAccounts(Program& program) {
   MainWindow& frmMain = program.frmMain;
   program.accounts.BlankAccountRow();
   for (TabStrip* strip : {&frmMain.TabStripEmail, &frmMain.TabStripAcnts}) strip->Add("", "MailNo");
-  program.list.AcntLastShown = 0;
-  program.list.listCounts = {};
+  program.list = {};
   frmMain.lvwEmail.EmptyText = "";
   frmMain.lvwEmail.Clear();
   frmMain.StatusBar.Panels(1).Text = "No Accounts have been created...";

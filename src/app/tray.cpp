@@ -26,6 +26,7 @@ void tellOfNoTray(Program& program) {
   SettingsStore& settings = program.platform.settings();
   if (settings.GetSetting(settingsSection, "NoTrayTold", "0") != "0") return;
   settings.SaveSetting(settingsSection, "NoTrayTold", "1");
+  settings.Keep();  // nobody has asked for it: where it can't be kept, it is told once more
   program.platform.MsgBox(noTrayNotice(program.AppTitle));
 }
 

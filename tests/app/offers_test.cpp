@@ -93,6 +93,7 @@ TEST(OffersOfTheProgram, FollowEachValue) {
        {EmailPreview, EmailDelete, MenuPreview, MenuDelete, PreviewSave, PreviewDelete}},
       {"spam", someAccounts, [](Situation& s) { s.spamListed = true; }, {EmailSpam}},
       {"spam of nobody", {}, [](Situation& s) { s.spamListed = true; }, {}},
+      {"a message of nobody", {}, [](Situation& s) { s.messageSelected = true; }, {}},
       {"marks in the report", someAccounts, [](Situation& s) { s.marksReported = true; }, {ReportDelete}},
       {"the countdown", someAccounts, [](Situation& s) { s.startUpCheckWaits = true; }, {StartUpPauseShown}},
       {"a dialog over the countdown", someAccounts, [](Situation& s) { s.startUpTimerHeld = true; }, {StartUpPause}},

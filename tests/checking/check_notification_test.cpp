@@ -105,7 +105,7 @@ TEST_F(Notification, EachSoundIsTheDefaultOneOrTheAccountsOrThatOfAFailure) {
     EXPECT_THAT(platform.played, ElementsAre(account == 1 ? "/default.wav" : "/home/Sounds/Error.wav"));
   }
   platform.played.clear();
-  platform.servers.erase("New");
+  program.accounts[1].AcntServer = "Nowhere";
   program.accounts[1].AcntSoundOn = 0;
   checkAll();
   EXPECT_THAT(platform.played, IsEmpty()) << "the first speaks for all, and is silent about failures";

@@ -167,11 +167,13 @@ TEST_F(SettingsFile, WrittenByHandIsReadAsItLooks) {
 
 TEST_F(SettingsFile, DamagedIsReadAsFarAsItCanBeAndNeverWritten) {
   const std::pair<QByteArray, std::string> damaged[] = {
+      {"[Settings]\nAcntNum=1\nAcntPassword1=p\xE4ssw\n", "1"},
       {QByteArray("\x00\xff\x17garbage\n[[[", 15), ""},
       {QByteArray(100000, 'x') + '\n', ""},
       {"no equals sign\n[Settings]\nAcntNum=1\nAcntPassword1=secret\n", "1secret"},
       {"[Settings]\nAcntName1=a\"b\nAcntNum=1\nAcntPassword1=secret\n", "1secret"},
       {"[Settings]\nAcntNum=1\nAcntPassword1=secr", "1"},
+      {"\xEF\xBB\xBFno equals sign\n[Settings]\nAcntNum=1\nAcntPassword1=secret\n", "1secret"},
   };
   for (const auto& [bytes, read] : damaged) {
     write(bytes);
@@ -212,8 +214,11 @@ TEST_F(SettingsFile, CutShortAnywhereIsDamaged) {
     EXPECT_TRUE(settings.Keep());
   }
   const QByteArray whole = content();
-  EXPECT_FALSE(QtSettings().isDamaged());
-  for (qsizetype length = 1; length < whole.size(); ++length) {
+  for (const QByteArray& all : {whole, whole.chopped(1)}) {
+    write(all);
+    EXPECT_EQ(QtSettings().GetSetting("Settings", "AcntNum", "") + (QtSettings().isDamaged() ? " damaged" : ""), "1");
+  }
+  for (qsizetype length = 1; length + 1 < whole.size(); ++length) {
     write(whole.left(length));
     QtSettings settings;
     EXPECT_TRUE(settings.isDamaged()) << length;

@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSettings>
+#include <QStringDecoder>
 #include <QTemporaryFile>
 #include <algorithm>
 #include <utility>
@@ -39,10 +40,17 @@ bool hasPairedQuotes(const QByteArray& text) {
   return marks % 2 == 0;
 }
 
+/// The library would read other bytes as replacement characters, and write those.
+bool isUtf8(const QByteArray& text) {
+  QStringDecoder decoder(QStringDecoder::Utf8);
+  const QString decoded = decoder(text);
+  return !decoder.hasError();
+}
+
 /// The library that reads the file skips what it doesn't understand, and would write the rest back without it.
 bool isSettingsLine(const QByteArray& line) {
   const QByteArray text = line.trimmed();
-  if (text.contains('\0')) return false;
+  if (text.contains('\0') || !isUtf8(text)) return false;
   if (text.isEmpty() || text.startsWith(';')) return true;
   return hasPairedQuotes(text) && text.contains(text.startsWith('[') ? ']' : '=');
 }
@@ -58,6 +66,13 @@ QByteArray goodLines(const QByteArray& bytes) {
   lines.removeLast();
   lines.removeIf([](const QByteArray& line) { return !isSettingsLine(line); });
   return lines.isEmpty() ? QByteArray() : lines.join('\n') + '\n';
+}
+
+/// Without what an editor may add in front or take from the end of a file that it leaves whole.
+QByteArray plain(QByteArray bytes) {
+  if (bytes.startsWith("\xEF\xBB\xBF")) bytes.remove(0, 3);
+  if (bytes.endsWith(QByteArray(lastLine).chopped(1))) bytes.append('\n');
+  return bytes;
 }
 
 bool isWhole(const QByteArray& bytes) {
@@ -90,7 +105,7 @@ Contents contentsOf(const QString& name) {
   QFile file(name);
   if (!file.exists()) return {};
   if (!file.open(QIODevice::ReadOnly)) return {{}, false};
-  const QByteArray bytes = file.readAll();
+  const QByteArray bytes = plain(file.readAll());
   if (isWhole(bytes)) return valuesIn(name);
   QTemporaryFile draft;
   if (!openDraft(draft, QFileInfo(name).path())) return {{}, false};
@@ -153,14 +168,14 @@ void QtSettings::DeleteSetting(std::string_view section, std::string_view key) {
 
 std::optional<std::string> QtSettings::Keep() { return write(std::exchange(changes_, {})); }
 
-/// A file that has gone is made anew from what was read of it: somebody may be replacing it just now.
+/// A file that has gone, or was emptied, is made anew from what was read of it: somebody may be replacing it just now.
 std::optional<std::string> QtSettings::write(const Values& changes) {
   if (const auto open = open_ ? open_ : openToOthers(file_))
     return reason("Other users can read or change this:\r\n", *open);
   Contents now = contentsOf(file_);
   if (damaged_ || !now.whole) return reason("The settings file is damaged and left as it is:\r\n", file_);
   if (changes.isEmpty()) return std::nullopt;
-  Values values = QFile::exists(file_) ? std::move(now.values) : stored_;
+  Values values = now.values.isEmpty() ? stored_ : std::move(now.values);
   for (auto each = changes.begin(); each != changes.end(); ++each) {
     values.insert(each.key(), each.value());
     if (!each->isValid()) values.remove(each.key());
