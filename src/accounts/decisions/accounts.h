@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <ranges>
 #include <span>
 #include <string>
 #include <vector>
@@ -51,6 +50,25 @@ std::span<const Field<Account>> accountFields();
 /// More than anybody has, and few enough that a damaged count does no harm.
 inline constexpr std::int16_t mostAccounts = 1000;
 
+/// The numbers of accounts, from 1 on, to go over in a loop.
+struct AccountNumbers {
+  struct Iterator {
+    std::int16_t number;
+
+    std::int16_t operator*() const { return number; }
+    Iterator& operator++() {
+      ++number;
+      return *this;
+    }
+    bool operator==(const Iterator&) const = default;
+  };
+
+  std::int16_t last;
+
+  Iterator begin() const { return {1}; }
+  Iterator end() const { return {static_cast<std::int16_t>(last + 1)}; }
+};
+
 /// The accounts, numbered from 1 to AcntNum in the order of their tabs: an account is its position. Row 0 is the
 /// placeholder shown while there are none; it is never kept.
 class Accounts {
@@ -61,7 +79,7 @@ class Accounts {
 
   std::int16_t AcntNum() const { return static_cast<std::int16_t>(rows_.size() - 1); }
   /// The accounts, by number, as many as there are at the call.
-  auto numbers() const { return std::views::iota(std::int16_t{1}, static_cast<std::int16_t>(rows_.size())); }
+  AccountNumbers numbers() const { return AccountNumbers{AcntNum()}; }
 
   std::int16_t AcntCurrent = 0;  ///< the account whose tab is selected, 0 while there is none
 

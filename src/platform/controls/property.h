@@ -37,6 +37,7 @@ class Property {
 
   Property& operator=(const Property&) = delete;
   template <class U>
+  // NOLINTNEXTLINE(misc-unconventional-assign-operator): takes values, and is no copy
   requires std::convertible_to<U, T> Property& operator=(U&& given) {
     T value = std::forward<U>(given);
     if (value == value_) return *this;
