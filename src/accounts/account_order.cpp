@@ -13,6 +13,7 @@
 #include "messages/email_page.h"
 #include "options/keep_settings.h"
 #include "platform/set_for_now.h"
+#include "rules/rules_page.h"
 
 namespace velmora {
 
@@ -106,6 +107,7 @@ void deleteAccount(Program& program, std::int16_t deleted) {
   dropLast(program);
   accounts.AcntCurrent = std::min(deleted, accounts.AcntNum());
   accounts.AcntCurrent > 0 ? showWhatIsLeft(program) : showNothingLeft(program);
+  FillRuleAccounts(program);
 }
 
 bool keepSwapped(Program& program, std::int16_t a, std::int16_t b) {
@@ -138,6 +140,7 @@ void SwapAccounts(Program& program, std::int16_t account, std::int16_t offset) {
   accounts.CopyAccountToEdit(account);
   program.messages.SwapAccounts(account, other);
   onBothStrips(program, [account, other](TabStrip& strip) { swapTabs(strip, account, other); });
+  FillRuleAccounts(program);
   accounts.AcntCurrent = other;
   {
     const SetForNow busy(program.acnts.AcntBusy, true);

@@ -10,6 +10,8 @@
 #include "platform/set_for_now.h"
 #include "platform/text.h"
 #include "platform/usable_file.h"
+#include "rules/rules_page.h"
+#include "rules/save_rules.h"
 
 namespace velmora {
 
@@ -26,18 +28,6 @@ bool isNameGood(Program& program, std::int16_t account) {
   if (text::trim(name).empty()) return refuseName(program, blankName());
   if (isNameTaken(program.accounts, account)) return refuseName(program, duplicateName(name));
   return true;
-}
-
-/// In memory only: the Rules file follows when it is next written. A new account had no name that a rule could have,
-/// and a rule for all accounts isn't this one's, whatever that is called.
-void renameInRules(Program& program, const std::string& from, const std::string& to) {
-  if (from.empty() || from == allAccounts || to == allAccounts) return;
-  for (Rule& rule : program.rules.live.rules()) {
-    if (rule.Account == from) rule.Account = to;
-  }
-  for (WorkingRule& rule : program.rules.working.rules()) {
-    if (rule.Account == from) rule.Account = to;
-  }
 }
 
 /// Puts the new name in front of what a check has put behind the old one, wherever that is shown.
@@ -111,8 +101,9 @@ Saving SaveAccount(Program& program) {
   const std::string former = row.AcntName;
   static_cast<Account&>(row) = taken;
   lookForFiles(program, row);
-  renameInRules(program, former, row.AcntName);
+  RenameAccountInRules(program, former, row.AcntName);
   renameOnScreen(program, account, former, row.AcntName);
+  FillRuleAccounts(program);
   ShowAccount(program, account);
   program.frmMain.TabStripAcnts.SelectTab(account);
   return Saving::Done;
@@ -134,6 +125,7 @@ void AddAccount(Program& program) {
   resetRow(program, number);
   ShowAccount(program, number);
   RefreshAccountPanels(program, number);
+  FillRuleAccounts(program);
   frmMain.txtAcntName.SetFocus();
 }
 

@@ -2,10 +2,28 @@
 
 #include "app/decisions/offers.h"
 #include "app/program.h"
+#include "rules/build_rule.h"
 
 namespace velmora {
 
 namespace {
+
+RuleSituation ruleSituationOf(const Program& program) {
+  const auto& working = program.rules.working;
+  RuleSituation situation{.rules = working.RuleCount,
+                          .rule = program.rules.CurrentRule,
+                          .fitsFound = !program.ruleFits.fits.empty(),
+                          .reportWanted = working.Show == 1};
+  if (situation.rule < 1) return situation;
+  const WorkingRule& rule = working[situation.rule];
+  const EntryParts built = builtEntry(program);
+  const WhereChoice* choice = choiceOf(built.Where);
+  situation.entries = rule.DescCount;
+  situation.undone = static_cast<std::int16_t>(rule.RedoCount - rule.DescCount);
+  situation.takesCriteria = choice != nullptr && choice->takesCriteria;
+  situation.entryComplete = isComplete(built);
+  return situation;
+}
 
 Situation situationOf(const Program& program) {
   return {.activity = program.activity,
@@ -17,7 +35,8 @@ Situation situationOf(const Program& program) {
           .spamListed = program.list.SpamListed,
           .marksReported = program.frmRuleReport.CanDelete,
           .startUpCheckWaits = !program.startUp.StartUpDone,
-          .startUpTimerHeld = program.startUp.StartUpHeld};
+          .startUpTimerHeld = program.startUp.StartUpHeld,
+          .rules = ruleSituationOf(program)};
 }
 
 void setEmailPage(EmailPage& page, const Offers& on) {
@@ -48,6 +67,30 @@ void setAccountsPage(AccountsPage& page, const Offers& on) {
   page.TabStripAcnts.Enabled = on[Offer::AcntTabs];
   page.fraAcnt.Enabled = on[Offer::AcntFields];
   page.fraAcnt.Visible = on[Offer::AcntFieldsShown];
+}
+
+void setRulesPage(RulesPage& page, const Offers& on) {
+  page.fraRulesToolbar.Visible = on[Offer::RulesToolsShown];
+  page.tbrRules.Enabled = on[Offer::RulesTools];
+  page.tbrRules["RulesAdd"].Enabled = on[Offer::RulesAdd];
+  page.tbrRules["RulesDelete"].Enabled = on[Offer::RulesDelete];
+  page.fraRules.Enabled = on[Offer::RulesFrame];
+  page.lblNoRules.Visible = on[Offer::NoRulesShown];
+  page.tbrMoveRule["Up"].Enabled = on[Offer::RuleUp];
+  page.tbrMoveRule["Down"].Enabled = on[Offer::RuleDown];
+  page.cboCondition.Enabled = on[Offer::RuleCriteria];
+  page.lblCriteria.Enabled = on[Offer::RuleCriteria];
+  page.txtCriteria.Enabled = on[Offer::RuleCriteria];
+  page.cboBoolean.Enabled = on[Offer::RuleBoolean];
+  page.tbrRuleUpdate[0]["Update"].Enabled = on[Offer::RuleUpdate];
+  page.tbrRuleUpdate[0]["Clear"].Enabled = on[Offer::RuleClear];
+  page.tbrRuleUpdate[1]["Undo"].Enabled = on[Offer::RuleUndo];
+  page.tbrRuleUpdate[1]["Redo"].Enabled = on[Offer::RuleRedo];
+  page.tbrRuleFits["ShowFits"].Enabled = on[Offer::RuleFits];
+  page.chkRuleNotifyNew.Enabled = on[Offer::RuleNotifyDetails];
+  page.lblRuleNotifyTime.Enabled = on[Offer::RuleNotifyDetails];
+  page.txtRuleNotifyTime.Enabled = on[Offer::RuleNotifyDetails];
+  page.lblRuleNotifySeconds.Enabled = on[Offer::RuleNotifyDetails];
 }
 
 void setSmallButtons(std::array<Toolbar, buttonBarCount>& bars, const Offers& on) {
@@ -101,6 +144,7 @@ void SetInterfaceState(Program& program) {
   frmMain.fraNoAcntsBanner.Visible = on[Offer::NoAcntsBannerShown];
   setEmailPage(frmMain, on);
   setAccountsPage(frmMain, on);
+  setRulesPage(frmMain, on);
   setSmallButtons(frmMain.tbrButtons, on);
   setTray(frmMain, on);
   setPreview(program.frmPreview.tbrButtons, on);

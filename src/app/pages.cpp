@@ -16,6 +16,9 @@
 #include "messages/email_client.h"
 #include "messages/email_page.h"
 #include "messages/message_list.h"
+#include "rules/edit_rules.h"
+#include "rules/rule_fits.h"
+#include "rules/rules_page.h"
 
 namespace velmora {
 
@@ -97,6 +100,8 @@ void ShowHelp(Program& program) {
 
 void GoToPage(Program& program, std::int16_t page) {
   switchPage(program, std::exchange(program.CurrentPage, page), page);
+  if (page == rulesPage && !program.unsaved.RulesDirty) LoadRulePage(program);
+  CountRuleFits(program);
   SetInterfaceState(program);
 }
 
@@ -120,7 +125,9 @@ void tbrButtons_ButtonClick(Program& program, const Button& button) {
   if (button.Key == "Help") ShowHelp(program);
   if (button.Key == "PauseStartupCheck") ToggleStartUpPause(program);
   if (button.Key == "SaveAccount") SaveAccount(program);
+  if (button.Key == "SaveRules") SaveRules(program);
   if (button.Key == "Cancel" && program.CurrentPage == accountsPage) ShowAccount(program, program.accounts.AcntCurrent);
+  if (button.Key == "Cancel" && program.CurrentPage == rulesPage) LoadRulePage(program);
 }
 
 }  // namespace velmora

@@ -1,5 +1,8 @@
 #include "app/press_shortcut.h"
 
+#include <array>
+#include <span>
+
 #include "app/decisions/shortcuts.h"
 #include "app/program.h"
 
@@ -22,6 +25,27 @@ void giveUp(MainWindow& frmMain) {
   if (ended.check) stop["StopRetrieval"].click();
 }
 
+/// A button that the same keys press on each page that has one.
+struct ButtonOfPage {
+  std::int16_t page;
+  Button& button;
+};
+
+std::array<ButtonOfPage, 2> adding(MainWindow& frmMain) {
+  return {{{accountsPage, frmMain.tbrAcnts["AcntAdd"]}, {rulesPage, frmMain.tbrRules["RulesAdd"]}}};
+}
+
+std::array<ButtonOfPage, 2> saving(MainWindow& frmMain) {
+  return {{{accountsPage, frmMain.tbrButtons[saveAccountBar]["SaveAccount"]},
+           {rulesPage, frmMain.tbrButtons[saveRulesBar]["SaveRules"]}}};
+}
+
+void pressOnPage(const MainWindow& frmMain, std::span<const ButtonOfPage> buttons) {
+  for (const auto& [page, button] : buttons) {
+    if (canBeWorked(frmMain.fraMain.at(static_cast<std::size_t>(page)))) return button.click();
+  }
+}
+
 void sortBy(ListView& list, std::size_t column) { list.ColumnClick(list.Columns.at(column).Text); }
 
 }  // namespace
@@ -31,8 +55,8 @@ void PressShortcut(Program& program, const Shortcut& shortcut) {
   const auto number = static_cast<std::size_t>(shortcut.number);
   if (shortcut.page != anyPage && !canBeWorked(frmMain.fraMain.at(static_cast<std::size_t>(shortcut.page)))) return;
   switch (shortcut.deed) {
-    case KeyDeed::AddAccount:
-      return frmMain.tbrAcnts["AcntAdd"].click();
+    case KeyDeed::Add:
+      return pressOnPage(frmMain, adding(frmMain));
     case KeyDeed::CheckAll:
       return frmMain.tbrButtons[checkAllBar]["CheckAll"].click();
     case KeyDeed::CheckCurrent:
@@ -45,8 +69,8 @@ void PressShortcut(Program& program, const Shortcut& shortcut) {
       return press(frmMain.tbrMainButtons, "Quit", frmMain.fraMainButtons);
     case KeyDeed::RestoreWidths:
       return frmMain.mnuRestoreColWidth.Click();
-    case KeyDeed::SaveAccount:
-      return frmMain.tbrButtons[saveAccountBar]["SaveAccount"].click();
+    case KeyDeed::Save:
+      return pressOnPage(frmMain, saving(frmMain));
     case KeyDeed::ShowPage:
       return press(frmMain.tbrMainButtons, PageBanners.at(number), frmMain.fraMainButtons);
     case KeyDeed::SortByColumn:

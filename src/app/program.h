@@ -22,7 +22,11 @@
 #include "options/decisions/options.h"
 #include "platform/platform.h"
 #include "rules/decisions/rules.h"
+#include "rules/rule_file_window.h"
+#include "rules/rule_fits.h"
+#include "rules/rule_fits_window.h"
 #include "rules/rule_report_window.h"
+#include "rules/save_rules.h"
 
 namespace velmora {
 
@@ -45,6 +49,8 @@ struct Program {
   MainWindow frmMain;
   PreviewWindow frmPreview;
   RuleReportWindow frmRuleReport;
+  RuleFileWindow frmRuleFile;
+  RuleFitsWindow frmRuleFits;
   CheckMessageWindow frmMessage;
   FirstUseWindow frmFirstUse;
 
@@ -58,6 +64,9 @@ struct Program {
   TabDrag tabDrag;
   ShownMessages list;
   SortState order;
+  RulesPageState rulePage;
+  RulesFile rulesFile;
+  RuleFits ruleFits;
   ListPointer pointer;
   Connection connection;
   WalkTotals walk;

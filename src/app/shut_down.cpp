@@ -8,6 +8,9 @@
 #include "checking/check_notification.h"
 #include "messages/email_client.h"
 #include "messages/preview.h"
+#include "rules/edit_rules.h"
+#include "rules/rename_rules.h"
+#include "rules/rule_fits.h"
 #include "rules/rule_report.h"
 
 namespace velmora {
@@ -23,7 +26,7 @@ void saveSortState(Program& program) {
 /// The question stands over the page that it speaks of.
 bool mayEnd(Program& program) {
   if (program.unsaved.any()) mnuTrayShow_Click(program);
-  return SettleChanges(program) && !program.unsaved.any();
+  return SettleChanges(program) && SettleRules(program) && !program.unsaved.any();
 }
 
 }  // namespace
@@ -55,6 +58,8 @@ void EndApplication(Program& program) {
   SaveSession(program);
   frmPreview_Unload(program);
   frmRuleReport_Unload(program);
+  frmRuleFile_Unload(program);
+  frmRuleFits_Unload(program);
   frmMessage_Unload(program);
   frmFirstUse_Unload(program);
   DeleteTemporaryFiles(program);

@@ -22,7 +22,9 @@
 #include "messages/preview.h"
 #include "messages/sorting.h"
 #include "platform/usable_file.h"
+#include "rules/rename_rules.h"
 #include "rules/rule_report.h"
+#include "rules/rules_page.h"
 #include "rules/save_rules.h"
 
 namespace velmora {
@@ -70,6 +72,8 @@ void connectWindow(Program& program) {
   frmMain.tmrRetrieveMessage.Tick = [&program] { tmrRetrieveMessage_Timer(program); };
   ConnectEmailPage(program);
   ConnectAccountsPage(program);
+  ConnectRulesPage(program);
+  ConnectRuleFile(program);
   ConnectTabDrag(program);
   ConnectPreview(program);
   ConnectRuleReport(program);
@@ -145,6 +149,8 @@ void Form_Load(Program& program) {
   ShowClock(program);
   StartRules(program);
   connectWindow(program);
+  FillRuleAccounts(program);
+  LoadRulePage(program);
   FollowSoundOptions(program);
   ShowAccount(program, program.accounts.AcntCurrent);
   program.frmMain.lblBanner.Caption = PageBanners[emailPage];

@@ -13,6 +13,7 @@
 #include "checking/start_up_check.h"
 #include "messages/email_page.h"
 #include "messages/message_list.h"
+#include "rules/rule_fits.h"
 #include "rules/rule_report.h"
 
 namespace velmora {
@@ -183,6 +184,7 @@ void SetCheckingInterface(Program& program, Activity activity) {
   MainWindow& frmMain = program.frmMain;
   const std::int16_t shown = shownPage(program.activity, program.CurrentPage);
   program.activity = activity;
+  CountRuleFits(program);  // the messages change from now on, or have
   if (activity == Activity::Ending) return;
   if (activity == Activity::Idle) frmMain.tmrRetrieveMessage.Enabled = false;
   frmMain.tbrButtons[stopRetrievalBar].Buttons.front().Caption = "Stop Retrieval      ";

@@ -74,9 +74,9 @@ void addTo(std::int16_t& total, std::int16_t count) {
 
 /// Every pass decides the marks afresh.
 void markByRules(Program& program, std::int16_t account) {
-  std::size_t looked = 0;
+  RuleWalk walk{program.rules.live};
   for (std::int32_t number = 1; number <= program.accounts[account].AcntMsgCount; ++number) {
-    RuleCheck(program, account, static_cast<std::int16_t>(number), looked);
+    RuleCheck(program, walk, account, static_cast<std::int16_t>(number));
   }
 }
 

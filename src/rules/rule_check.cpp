@@ -24,7 +24,9 @@ bool mark(MailMessage& message, const Rule& rule, AccountState& account) {
     message.Spam = true;
     ++account.AcntSpamCount;
   }
-  return message.Delete || message.Spam;
+  if (!message.Delete && !message.Spam) return false;
+  message.MarkedBy = rule.Name;
+  return true;
 }
 
 /// How many bytes rules look through before the event loop turns: a twentieth of a second's work, which a mailbox
@@ -46,12 +48,13 @@ void look(Program& program, std::size_t& looked, std::size_t bytes) {
 
 }  // namespace
 
-void RuleCheck(Program& program, std::int16_t account, std::int16_t message, std::size_t& looked) {
+void RuleCheck(Program& program, RuleWalk& walk, std::int16_t account, std::int16_t message) {
   MailMessage& mail = program.messages.at(account, message);
   Accounts::Row& row = program.accounts[account];
   mail.Delete = mail.Spam = false;
-  RuledMessage ruled(mail, [&](std::size_t bytes) { look(program, looked, bytes); });
-  for (const Rule& rule : program.rules.live.rules()) {
+  mail.MarkedBy.clear();
+  RuledMessage ruled(mail, [&](std::size_t bytes) { look(program, walk.looked, bytes); });
+  for (const Rule& rule : walk.rules.rules()) {
     if (isInForce(rule, row) && RuleMatches(program, rule, ruled) && mark(mail, rule, row)) return;
   }
 }

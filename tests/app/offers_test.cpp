@@ -8,6 +8,7 @@
 #include <set>
 
 #include "accounts/decisions/accounts.h"
+#include "rules/decisions/rules.h"
 
 namespace velmora {
 namespace {
@@ -48,6 +49,7 @@ OfferSet also(OfferSet set, std::initializer_list<Offer> more) {
 
 TEST(OffersOfTheProgram, FollowEachValue) {
   const Situation someAccounts{.accounts = 2, .account = 1};
+  const Situation someRules{.accounts = 2, .account = 1, .rules = {.rules = 2, .rule = 2}};
   const Situation busyHands{.accounts = 2,
                             .account = 1,
                             .messageSelected = true,
@@ -71,7 +73,8 @@ TEST(OffersOfTheProgram, FollowEachValue) {
        {.accounts = 0},
        [](Situation& s) { s.accounts = s.account = 1; },
        {EmailList, EmailNew, EmailCheck, AcntDelete, AcntTest, AcntFieldsShown, NoAcntsBannerShown, Close, CheckAll,
-        TrayCheckAll, TrayNewMessage, TrayRunClient, TrayAutoCheck, TraySounds, TrayOptions, TrayMenuColours}},
+        TrayCheckAll, TrayNewMessage, TrayRunClient, TrayAutoCheck, TraySounds, TrayOptions, TrayMenuColours,
+        RulesToolsShown, RulesTools, NoRulesShown}},
       {"the last page without accounts", {}, [](Situation& s) { s.page = optionsPage; }, {NoAcntsBannerShown}},
       {"as many as there may be", someAccounts, [](Situation& s) { s.accounts = mostAccounts; }, {AcntAdd}},
       {"the last account", someAccounts, [](Situation& s) { s.account = 2; }, {AcntBackward, AcntForward}},
@@ -83,6 +86,23 @@ TEST(OffersOfTheProgram, FollowEachValue) {
        someAccounts,
        [](Situation& s) { s.unsaved.RulesDirty = true; },
        {MainButtons, RulesSave, RulesCancel}},
+      {"the first rule",
+       someAccounts,
+       [](Situation& s) { s.rules = {.rules = 1, .rule = 1}; },
+       {RulesDelete, RulesFrame, NoRulesShown}},
+      {"a rule of nobody", {}, [](Situation& s) { s.rules = {.rules = 1, .rule = 1}; }, {RulesDelete}},
+      {"a rule more", someRules, [](Situation& s) { s.rules.rules = 3; }, {RuleDown}},
+      {"the last rule", someRules, [](Situation& s) { s.rules.rule = 1; }, {RuleUp, RuleDown}},
+      {"as many rules as there may be",
+       someRules,
+       [](Situation& s) { s.rules.rules = mostRules; },
+       {RulesAdd, RuleDown}},
+      {"a field with comparisons", someRules, [](Situation& s) { s.rules.takesCriteria = true; }, {RuleCriteria}},
+      {"a criteria", someRules, [](Situation& s) { s.rules.entryComplete = true; }, {RuleUpdate}},
+      {"an entry", someRules, [](Situation& s) { s.rules.entries = 1; }, {RuleBoolean, RuleClear, RuleUndo}},
+      {"an undone entry", someRules, [](Situation& s) { s.rules.undone = 1; }, {RuleRedo}},
+      {"a message that a rule fits", someRules, [](Situation& s) { s.rules.fitsFound = true; }, {RuleFits}},
+      {"a report", someRules, [](Situation& s) { s.rules.reportWanted = true; }, {RuleNotifyDetails}},
       {"changed options",
        someAccounts,
        [](Situation& s) { s.unsaved.OptionsDirty = true; },

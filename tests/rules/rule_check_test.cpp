@@ -119,6 +119,7 @@ TEST_F(RuleChecks, AnotherFileNameIsAnotherSetOfRules) {
   program.rules.ResizeRules(1);
   program.rules.working.RuleCount = 1;
   program.options.RulesIniFileName = "RulesRobin.ini";
+  platform.answers = {Answer::Yes};
   WriteRules(program, "/home/RulesBob.ini");
   EXPECT_EQ(program.frmMain.lblRulesFileName.Caption.get(), "FileName: RulesRobin.ini");
   EXPECT_EQ(program.rules.live.RuleCount, 1);

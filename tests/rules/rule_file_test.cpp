@@ -26,6 +26,7 @@ class RuleFile : public testing::Test {
       IniFile file(platform, "Rules.ini");
       writeRules(file, rules);
     }
+    takeWorking(rules);
     return platform.written["Rules.ini"];
   }
 
@@ -94,6 +95,7 @@ TEST_F(RuleFile, NothingOfTheFormerFileStays) {
   rules.working.RuleCount = 3;
   IniFile file(platform, "Rules.ini");
   EXPECT_THROW(writeRules(file, rules), RunTimeFailure);
+  EXPECT_THROW(takeWorking(rules), RunTimeFailure);
   EXPECT_EQ(rules.live.RuleCount, 2);
   EXPECT_EQ(platform.written["Rules.ini"], "[Rules]\nRuleCount=2\n");
 }

@@ -3,6 +3,7 @@
 #include <span>
 
 #include "accounts/decisions/accounts.h"
+#include "rules/decisions/rules.h"
 
 namespace velmora {
 
@@ -31,6 +32,17 @@ constexpr Needs marks = 1U << 14U;
 constexpr Needs countdown = 1U << 15U;
 constexpr Needs countdownFree = 1U << 16U;
 constexpr Needs handler = 1U << 17U;  ///< of what nothing handles yet: it is never there
+constexpr Needs rule = 1U << 18U;
+constexpr Needs noRule = 1U << 19U;
+constexpr Needs roomForRule = 1U << 20U;
+constexpr Needs ruleBefore = 1U << 21U;
+constexpr Needs ruleBehind = 1U << 22U;
+constexpr Needs criteria = 1U << 23U;  ///< the chosen field takes one
+constexpr Needs entryComplete = 1U << 24U;
+constexpr Needs entry = 1U << 25U;
+constexpr Needs undone = 1U << 26U;
+constexpr Needs fits = 1U << 27U;
+constexpr Needs report = 1U << 28U;
 }  // namespace need
 
 struct Row {
@@ -75,6 +87,22 @@ constexpr std::array<Row, offerCount> table = {{
     {Offer::AcntHelp, need::nothing},
     {Offer::AcntSave, need::idle | need::accountUnsaved},
     {Offer::AcntCancel, need::idle | need::accountUnsaved},
+    {Offer::RulesToolsShown, need::account},
+    {Offer::RulesTools, need::account},
+    {Offer::RulesAdd, need::roomForRule},
+    {Offer::RulesDelete, need::rule},
+    {Offer::RulesFrame, need::account | need::rule},
+    {Offer::NoRulesShown, need::account | need::noRule},
+    {Offer::RuleUp, need::ruleBefore},
+    {Offer::RuleDown, need::ruleBehind},
+    {Offer::RuleCriteria, need::criteria},
+    {Offer::RuleBoolean, need::entry},
+    {Offer::RuleUpdate, need::rule | need::entryComplete},
+    {Offer::RuleClear, need::entry},
+    {Offer::RuleUndo, need::entry},
+    {Offer::RuleRedo, need::undone},
+    {Offer::RuleFits, need::fits},
+    {Offer::RuleNotifyDetails, need::report},
     {Offer::RulesHelp, need::nothing},
     {Offer::RulesSave, need::idle | need::rulesUnsaved},
     {Offer::RulesCancel, need::idle | need::rulesUnsaved},
@@ -112,6 +140,14 @@ static_assert(standsInOrder(table), "each offer has its row");
 
 constexpr Needs when(bool condition, Needs need) { return condition ? need : need::nothing; }
 
+Needs metBy(const RuleSituation& s) {
+  return when(s.rules > 0, need::rule) | when(s.rules < 1, need::noRule) |
+         when(s.rules < mostRules, need::roomForRule) | when(s.rule > 1, need::ruleBefore) |
+         when(s.rule > 0 && s.rule < s.rules, need::ruleBehind) | when(s.takesCriteria, need::criteria) |
+         when(s.entryComplete, need::entryComplete) | when(s.entries > 0, need::entry) |
+         when(s.undone > 0, need::undone) | when(s.fitsFound, need::fits) | when(s.reportWanted, need::report);
+}
+
 Needs metBy(const Situation& s) {
   const bool some = s.accounts > 0;
   return when(s.activity == Activity::Idle, need::idle) | when(s.activity == Activity::Checking, need::check) |
@@ -121,7 +157,7 @@ Needs metBy(const Situation& s) {
          when(!s.unsaved.any(), need::allSaved) | when(s.unsaved.AcntDirty, need::accountUnsaved) |
          when(s.unsaved.RulesDirty, need::rulesUnsaved) | when(s.unsaved.OptionsDirty, need::optionsUnsaved) |
          when(s.messageSelected, need::message) | when(s.spamListed, need::spam) | when(s.marksReported, need::marks) |
-         when(s.startUpCheckWaits, need::countdown) | when(!s.startUpTimerHeld, need::countdownFree);
+         when(s.startUpCheckWaits, need::countdown) | when(!s.startUpTimerHeld, need::countdownFree) | metBy(s.rules);
 }
 
 }  // namespace

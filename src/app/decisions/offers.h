@@ -20,6 +20,18 @@ struct UnsavedChanges {
   bool any() const { return AcntDirty || RulesDirty || OptionsDirty; }
 };
 
+/// What the Rules page shows.
+struct RuleSituation {
+  std::int16_t rules = 0;      ///< how many there are, saved or not
+  std::int16_t rule = 0;       ///< the one showing, 0 for none
+  std::int16_t entries = 0;    ///< of that rule
+  std::int16_t undone = 0;     ///< entries that can be redone
+  bool takesCriteria = false;  ///< the chosen field has comparisons, and a text goes with it
+  bool entryComplete = false;  ///< what stands in the builder can be made an entry
+  bool fitsFound = false;      ///< the rule fits messages in the lists
+  bool reportWanted = false;   ///< the Rule Report is to open
+};
+
 /// All that decides what the user may press.
 struct Situation {
   Activity activity = Activity::Idle;
@@ -32,6 +44,7 @@ struct Situation {
   bool marksReported = false;      ///< the tab of the Rule Report that is in front has accounts with marked messages
   bool startUpCheckWaits = false;  ///< the countdown of the check at start-up hasn't ended
   bool startUpTimerHeld = false;   ///< a dialog holds that countdown, so it can't be paused or continued
+  RuleSituation rules = {};
 };
 
 /// What may be offered or not: the buttons, entries, frames and tabs that come on and go off, and those that show and
@@ -72,6 +85,22 @@ enum class Offer : std::size_t {
   AcntHelp,
   AcntSave,
   AcntCancel,
+  RulesToolsShown,
+  RulesTools,
+  RulesAdd,
+  RulesDelete,
+  RulesFrame,
+  NoRulesShown,
+  RuleUp,
+  RuleDown,
+  RuleCriteria,
+  RuleBoolean,
+  RuleUpdate,
+  RuleClear,
+  RuleUndo,
+  RuleRedo,
+  RuleFits,
+  RuleNotifyDetails,
   RulesHelp,
   RulesSave,
   RulesCancel,

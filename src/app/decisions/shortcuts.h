@@ -8,14 +8,14 @@
 namespace velmora {
 
 enum class KeyDeed {
-  AddAccount,
+  Add,
   CheckAll,
   CheckCurrent,
   GiveUp,
   Help,
   Quit,
   RestoreWidths,
-  SaveAccount,
+  Save,
   ShowPage,
   SortByColumn,
   TestAccount,
@@ -47,9 +47,9 @@ inline constexpr std::array<Shortcut, 18> shortcuts = {{
     {"Alt+3", KeyDeed::SortByColumn, emailPage, 2},
     {"Alt+4", KeyDeed::SortByColumn, emailPage, 3},
     {"Alt+5", KeyDeed::SortByColumn, emailPage, 4},
-    {"Ctrl+N", KeyDeed::AddAccount, accountsPage},
+    {"Ctrl+N", KeyDeed::Add},
+    {"Ctrl+S", KeyDeed::Save},
     {"Ctrl+T", KeyDeed::TestAccount, accountsPage},
-    {"Ctrl+S", KeyDeed::SaveAccount, accountsPage},
 }};
 
 /// What Esc can end without a loss, which changes to an account can not be.

@@ -20,6 +20,7 @@ struct MailMessage {
   std::string MsgID;
   std::string PrevMsgID;  ///< the MsgID that stood at this number when the account's previous pass ended
   std::string Raw;        ///< the header, as it came
+  std::string MarkedBy;   ///< the rule that has set Delete or Spam, by its name
   bool New = false;
   bool Delete = false;
   bool Spam = false;

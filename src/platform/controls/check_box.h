@@ -12,6 +12,7 @@ struct CheckBox {
   std::string Caption;
   Property<std::int16_t> Value = std::int16_t{0};
   Property<bool> Visible = true;
+  Property<bool> Enabled = true;
 };
 
 }  // namespace velmora

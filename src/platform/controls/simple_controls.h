@@ -8,17 +8,23 @@
 
 namespace velmora {
 
+/// The colour of a text that has none of its own.
+inline constexpr std::int32_t ordinaryColour = -1;
+
 /// A part of a window that shows, hides, enables and disables what stands in it.
 struct Frame {
-  Property<std::string> Caption;
+  Property<std::string> Caption = {};
   Property<bool> Visible = true;
   Property<bool> Enabled = true;
+  Property<std::int32_t> ForeColour = ordinaryColour;  ///< of the caption, 0x00BBGGRR
 };
 
 struct Label {
-  Property<std::string> Caption;
+  Property<std::string> Caption = {};
   Property<bool> Visible = true;
   std::function<void()> Click = {};  ///< a label with this event is a link
+  Property<bool> Enabled = true;
+  Property<std::int32_t> ForeColour = ordinaryColour;  ///< 0x00BBGGRR
 };
 
 /// A picture of an image list.

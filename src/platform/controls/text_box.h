@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "platform/controls/property.h"
@@ -11,6 +12,7 @@ struct TextBox {
   int MaxLength = 0;  ///< characters that the user can bring it to, 0 for any number
   Property<std::string> Text = {};
   Property<bool> Enabled = true;
+  std::function<void()> Enter = {};  ///< the key was pressed in it
   Signal<> focus = {};
   void SetFocus() const { focus.raise(); }
 };

@@ -71,23 +71,19 @@ void writeRule(IniFile& file, const std::string& section, const Rule& rule) {
 void readRules(IniFile& file, Rules& rules) {
   rules.live.head() = {};
   for (const auto& field : ruleSetFields()) readField(file, setSection, field, rules.live.head());
+  rules.live.RuleCount = std::max<std::int16_t>(rules.live.RuleCount, 0);
   rules.ResizeRules(rules.live.RuleCount);
   std::size_t index = 0;
   for (Rule& rule : rules.live.rules()) readRule(file, ruleSection(index++), rule);
 }
 
-bool writeRules(IniFile& file, Rules& rules) {
+bool writeRules(IniFile& file, const Rules& rules) {
   const auto working = rules.working.rules();
   file.StartAnew();
   for (const auto& field : ruleSetFields()) writeField(file, setSection, field, rules.working.head());
   std::size_t number = 0;
   for (const Rule& rule : working) writeRule(file, ruleSection(number++), rule);
-  if (!file.Store()) return false;
-  rules.live.resize(rules.working.RuleCount);
-  rules.live.head() = rules.working.head();
-  std::ranges::copy(working, rules.live.rules().begin());
-  for (Rule& rule : rules.live.rules()) joinEntries(rule);
-  return true;
+  return file.Store();
 }
 
 }  // namespace velmora

@@ -9,9 +9,8 @@ struct Rules;
 /// where one belongs, gets the value of a fresh rule.
 void readRules(IniFile& file, Rules& rules);
 
-/// Writes the working set into a file that holds nothing else, and brings it into the live one. Returns false, with
-/// nothing done, where the file can't be written. Throws subscriptFailure, likewise, where the working set has no room
-/// for its RuleCount.
-bool writeRules(IniFile& file, Rules& rules);
+/// Writes the working set into a file that holds nothing else. Returns false where the file can't be written. Throws
+/// subscriptFailure where the working set has no room for its RuleCount.
+bool writeRules(IniFile& file, const Rules& rules);
 
 }  // namespace velmora

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <span>
 #include <string>
 #include <vector>
@@ -65,22 +66,22 @@ class RuleSet : public RuleSetHead {
   void resize(std::int16_t count) { rows_.resize(count < 1 ? 0 : static_cast<std::size_t>(count)); }
 
   RuleSetHead& head() { return *this; }
+  const RuleSetHead& head() const { return *this; }
 
   /// As many as there is room for.
   std::span<Row> rows() { return rows_; }
 
   /// Rules 1 to RuleCount. Throws subscriptFailure where there is no room for them.
-  std::span<Row> rules() {
-    if (RuleCount < 1) return {};
-    index(RuleCount);
-    return rows().first(static_cast<std::size_t>(RuleCount));
-  }
+  std::span<Row> rules() { return rows().first(roomForAll()); }
+  std::span<const Row> rules() const { return std::span(rows_).first(roomForAll()); }
 
  private:
   std::size_t index(std::int16_t number) const {
     if (number < 1 || static_cast<std::size_t>(number) > rows_.size()) throw subscriptFailure();
     return static_cast<std::size_t>(number - 1);
   }
+
+  std::size_t roomForAll() const { return RuleCount < 1 ? 0 : index(RuleCount) + 1; }
 
   std::vector<Row> rows_;
 };
@@ -96,11 +97,33 @@ struct Rules {
   /// and the entries of the working set become those of the live one.
   void ResizeRules(std::int16_t count);
 
-  /// Makes the working set equal to the live one, but for the Rule Report's values where there are no rules.
+  /// Makes the working set equal to the live one, with nothing to redo.
   void CopyRulesToWorking();
 };
 
 /// Joins a rule's entries in slot 0.
 void joinEntries(Rule& rule);
+
+/// Rules that a set can have.
+inline constexpr std::int16_t mostRules = std::numeric_limits<std::int16_t>::max();
+
+// What the page does to the working set. The live set stays.
+
+/// Appends a rule without entries and makes it the current one. Throws overflowFailure where there is no room.
+void addRule(Rules& rules);
+
+/// Takes the current rule out; the one behind it is the current one then, or else the last.
+void deleteRule(Rules& rules);
+
+/// Exchanges the current rule with the one before it or behind it, and keeps it the current one. Throws
+/// subscriptFailure where there is none.
+void moveRule(Rules& rules, bool up);
+
+/// The working set is other than the live one.
+bool isChanged(const Rules& rules);
+
+/// Makes the live set equal to the working one. Throws subscriptFailure, with nothing done, where that has no room for
+/// its RuleCount.
+void takeWorking(Rules& rules);
 
 }  // namespace velmora

@@ -1,0 +1,7 @@
+#pragma once
+
+#include <string_view>
+
+#include "platform/platform.h"
+
+namespace velmora {}  // namespace velmora
