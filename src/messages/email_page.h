@@ -11,8 +11,10 @@ namespace velmora {
 
 struct Program;
 
-/// The columns of the list that offer tips are its zones, numbered from 0; the rest of a row is none.
+/// The columns of the list that offer tips are its zones, numbered from 0; the rest of a row is none. The picture of a
+/// marked message, which stands in the first column, is a zone of its own.
 inline constexpr std::int16_t noZone = 3;
+inline constexpr std::int16_t markZone = 4;
 
 /// The controls of the Email page: one tab an account, and the messages of the account whose tab is selected.
 struct EmailPage {

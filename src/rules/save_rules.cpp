@@ -67,7 +67,6 @@ void ShowRulesFileName(Program& program) {
 
 void StartRules(Program& program) {
   ReadRules(program, program.platform.programFile(program.options.RulesIniFileName));
-  program.rules.CurrentRule = 1;
 }
 
 /// A new account had no name that a rule could have, and a rule for all accounts isn't this one's, whatever that is

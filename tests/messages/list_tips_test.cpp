@@ -53,6 +53,20 @@ TEST_F(ListTips, StayWhileThePointerStaysInItsCell) {
   EXPECT_NE(tipAt(1, 251), "");
 }
 
+TEST_F(ListTips, NameTheRuleThatHasMarkedTheMessage) {
+  program.options.FromToolTips = 0;
+  MailMessage& marked = program.messages.at(1, 2);
+  marked.MarkedBy = "Casino";
+  EXPECT_EQ(tipAt(2, 5), "") << "no mark, no rule";
+  marked.Spam = true;
+  EXPECT_EQ(tipAt(1, 5), "");
+  EXPECT_EQ(tipAt(2, 5), "Spam, by the rule 'Casino'");
+  EXPECT_EQ(tipAt(2, program.frmMain.lvwEmail.PictureWidth), "") << "the picture's tip doesn't stay beside it";
+  marked.Delete = true;
+  EXPECT_EQ(tipAt(2, 5), "To be deleted, by the rule 'Casino'");
+  EXPECT_EQ(tipAt(0, 5), "");
+}
+
 TEST_F(ListTips, FollowTheOptionsAndTheLastRow) {
   const std::string before = tipAt(1, 250);
   program.options.FromToolTips = program.options.SubjectToolTips = 0;

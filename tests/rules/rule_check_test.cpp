@@ -31,9 +31,9 @@ class RuleChecks : public test::RunningProgram {
   void giveRules(const std::vector<Given>& rules) {
     std::string file = "[Rules]\nRuleCount=" + std::to_string(rules.size()) + "\n";
     for (std::size_t i = 0; i < rules.size(); ++i) {
-      file += "[Rule" + std::to_string(i + 1) + "]\nEnabled=" + std::to_string(rules[i].enabled) +
-              "\nAccount=" + rules[i].account + "\nAction=" + std::to_string(rules[i].action) +
-              "\nDescCount=1\nDescription1=" + rules[i].entry + "\n";
+      file += "[Rule" + std::to_string(i + 1) + "]\nName=r" + std::to_string(i + 1) +
+              "\nEnabled=" + std::to_string(rules[i].enabled) + "\nAccount=" + rules[i].account +
+              "\nAction=" + std::to_string(rules[i].action) + "\nDescCount=1\nDescription1=" + rules[i].entry + "\n";
     }
     platform.written["/home/Rules.ini"] = file;
   }
@@ -61,6 +61,8 @@ TEST_F(RuleChecks, TheFirstRuleInForceThatFitsAndMarksDecides) {
   check();
   EXPECT_TRUE(platform.asked.empty()) << "what isn't evaluated can't fail";
   EXPECT_THAT(pictures(), ElementsAre("Delete", "SpamNew", "New"));
+  EXPECT_EQ(program.messages.at(1, 1).MarkedBy, "r6");
+  EXPECT_EQ(program.messages.at(1, 3).MarkedBy, "");
   EXPECT_TRUE(program.frmMain.tbrEmail["EmailSpam"].Enabled);
 }
 

@@ -19,6 +19,11 @@ std::string_view rowPicture(const MailMessage& message) {
   return message.New ? "New" : "Normal";
 }
 
+std::string markText(const MailMessage& message) {
+  if (!message.Delete && !message.Spam) return {};
+  return (message.Delete ? "To be deleted" : "Spam") + std::string(", by the rule '") + message.MarkedBy + "'";
+}
+
 std::string tabPicture(const Accounts::Row& account) {
   std::string stem = account.AcntMsgCount < 1 ? "MailNo" : "MailYes";
   if (account.AcntChecked && !account.AcntConnected) stem = "MailError";

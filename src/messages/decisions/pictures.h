@@ -11,6 +11,9 @@ namespace velmora {
 /// The key of a row's picture in imlListViewIcons.
 std::string_view rowPicture(const MailMessage& message);
 
+/// What the picture of a marked message means, and which rule has marked it; blank of one that isn't.
+std::string markText(const MailMessage& message);
+
 /// The key of an account's picture on its tabs, in imlTabIcons.
 std::string tabPicture(const Accounts::Row& account);
 

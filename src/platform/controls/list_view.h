@@ -36,7 +36,8 @@ class ListView {
   }
 
   std::deque<Column> Columns;
-  std::int32_t Width = 900;  ///< at design, in the units of the columns' widths
+  std::int32_t PictureWidth = 20;  ///< how far a row's picture reaches into the first column; kept by the desktop
+  std::int32_t Width = 900;        ///< at design, in the units of the columns' widths
   Property<bool> Enabled = true;
   Property<std::string> EmptyText;   ///< said in place of rows where there are none
   std::function<void()> ItemClick;   ///< a row was chosen, before Click

@@ -119,6 +119,7 @@ void MessageListView::measureMargins() {
   for (std::size_t column = 0; column < list_.Columns.size(); ++column) {
     option.features = QStyleOptionViewItem::HasDisplay;
     if (column == 0) option.features |= QStyleOptionViewItem::HasDecoration;
+    if (column == 0) list_.PictureWidth = style()->subElementRect(QStyle::SE_ItemViewItemText, &option, this).left();
     const int left = style()->subElementRect(QStyle::SE_ItemViewItemText, &option, this).width();
     list_.Columns[column].Margin = wide - left + besideText;
   }
