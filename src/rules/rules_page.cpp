@@ -33,7 +33,6 @@ void ShowRuleEnabled(RulesPage& page, bool enabled) {
   page.lblRuleDescription.ForeColour = colour;
 }
 
-/// The values of the Rule Report hold whichever rule is showing, and where there is none.
 void showNotification(Program& program) {
   RulesPage& page = program.frmMain;
   const RuleSetHead& set = program.rules.working;
@@ -158,7 +157,6 @@ void ShowRule(Program& program, std::int16_t number) {
   const SetForNow loading(program.rulePage.RuleLoading, true);
   if (number == 0) {
     ClearRulePage(program);
-    showNotification(program);
     return;
   }
   RulesPage& page = program.frmMain;
