@@ -306,7 +306,8 @@ TEST_F(Window, APressByAScreenReaderReturnsBeforeItIsDone) {
   open();
   press("Options");
   platform.canStartPrograms = false;
-  auto* update = QAccessible::queryAccessibleInterface(&find<QToolButton>("Update"))->actionInterface();
+  auto* update = QAccessible::queryAccessibleInterface(find<QWidget>("tbrOptAbout").findChild<QToolButton*>("Update"))
+                     ->actionInterface();
   update->doAction(QAccessibleActionInterface::pressAction());
   EXPECT_TRUE(platform.asked.empty());
   QCoreApplication::processEvents();

@@ -2,43 +2,43 @@
 
 #include <QAccessible>
 #include <QAccessibleWidget>
-#include <QCheckBox>
 #include <QCursor>
-#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMenu>
 #include <QPainter>
 #include <QProgressBar>
-#include <QSignalBlocker>
 #include <QStyleOptionFocusRect>
 #include <QTimer>
 #include <QToolButton>
 
-#include "platform/controls/check_box.h"
 #include "platform/controls/menu.h"
 #include "platform/controls/simple_controls.h"
-#include "platform/controls/text_box.h"
 #include "platform/controls/timer.h"
 #include "platform/controls/toolbar.h"
 #include "platform/qt/strings.h"
 #include "platform/qt/widgets/focus_keeper.h"
-#include "platform/qt/widgets/harmless_text.h"
 #include "platform/qt/widgets/icons.h"
-#include "platform/qt/widgets/text_view.h"
+#include "platform/qt/widgets/legible_colour.h"
 
 namespace velmora {
 
 namespace {
 
+/// A button that shows no text is named by its tip.
 void bindButton(Button& button, const ImageList& images, QToolButton& widget) {
   widget.setObjectName(qt(button.Key));
-  button.Caption.watch([&widget](const std::string& caption) {
+  const auto name = [&button, &widget] {
+    widget.setAccessibleName(trimmed(widget.text().isEmpty() ? button.ToolTipText.get() : button.Caption.get()));
+  };
+  button.Caption.watch([&widget, name](const std::string& caption) {
     widget.setText(trimmed(caption));
-    widget.setAccessibleName(trimmed(caption));
+    name();
   });
-  button.ToolTipText.watch([&widget](const std::string& tip) { widget.setToolTip(qt(tip)); });
+  button.ToolTipText.watch([&widget, name](const std::string& tip) {
+    widget.setToolTip(qt(tip));
+    name();
+  });
   button.Image.watch([&widget, images](const std::string& key) { widget.setIcon(images.icon(key)); });
   button.Enabled.watch([&widget](bool on) { widget.setEnabled(on); });
   QObject::connect(&widget, &QToolButton::clicked, &widget, [&button] { button.click(); });
@@ -112,20 +112,47 @@ void bindEntry(MenuEntry& entry, const ImageList& images, QMenu& menu) {
   });
 }
 
+void showColour(std::int32_t colour, QLabel& widget) {
+  QPalette own;
+  if (colour != ordinaryColour) {
+    const QColor seen = legible(colourOf(colour), widget.palette().color(QPalette::Active, QPalette::Window));
+    for (const auto group : {QPalette::Active, QPalette::Inactive}) own.setColor(group, QPalette::WindowText, seen);
+  }
+  widget.setPalette(own);
+}
+
+/// Colours a label anew for each ground that the desktop gives it.
+class LabelPainter : public QObject {
+ public:
+  LabelPainter(Label& label, QLabel& widget) : QObject(&widget), label_(label), widget_(widget) {}
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::PaletteChange) showColour(label_.ForeColour, widget_);
+    return QObject::eventFilter(watched, event);
+  }
+
+ private:
+  Label& label_;
+  QLabel& widget_;
+};
+
 }  // namespace
 
 QString literal(const std::string& text) { return qt(text).replace("&", "&&"); }
+
+QString withShortcut(const std::string& text, char letter) {
+  const QString shown = literal(text);
+  const QLatin1Char wanted(letter);
+  auto place = shown.indexOf(wanted);
+  if (place < 0) place = shown.indexOf(wanted, 0, Qt::CaseInsensitive);
+  return place < 0 ? shown : shown.left(place) + '&' + shown.mid(place);
+}
 
 void bind(Frame& frame, QWidget& widget) {
   keepFocus(frame.Visible, widget);
   keepFocus(frame.Enabled, widget);
   frame.Visible.watch([&widget](bool on) { widget.setVisible(on); });
   frame.Enabled.watch([&widget](bool on) { widget.setEnabled(on); });
-}
-
-void bind(Frame& frame, QGroupBox& widget) {
-  bind(frame, static_cast<QWidget&>(widget));
-  frame.Caption.watch([&widget](const std::string& caption) { widget.setTitle(literal(caption)); });
 }
 
 /// The last line's break begins no other line.
@@ -136,6 +163,10 @@ void bind(Label& label, QLabel& widget) {
     widget.setText(text.endsWith("\r\n") ? text.chopped(2) : text);
   });
   label.Visible.watch([&widget](bool on) { widget.setVisible(on); });
+  label.Enabled.watch([&widget](bool on) { widget.setEnabled(on); });
+  label.ForeColour.watch([&widget](std::int32_t colour) { showColour(colour, widget); });
+  // NOLINTNEXTLINE(cppcoreguidelines-owning-memory): the widget owns it
+  widget.installEventFilter(new LabelPainter(label, widget));
 }
 
 void bindLink(Label& label, QLabel& widget) {
@@ -148,47 +179,6 @@ void bindLink(Label& label, QLabel& widget) {
   QObject::connect(&widget, &QLabel::linkActivated, &widget, [&label] {
     if (label.Click) label.Click();
   });
-}
-
-void bind(TextBox& box, QLineEdit& widget) {
-  widget.setReadOnly(true);
-  box.Text.watch([&widget](const std::string& text) {
-    constexpr qsizetype most = 10000;
-    widget.setText(harmlessLine(text, most));
-    widget.setCursorPosition(0);
-  });
-}
-
-/// A text that the box shows otherwise, such as one too long for it, stays as it is until the user changes it.
-void bindInput(TextBox& box, QLineEdit& widget) {
-  constexpr qsizetype most = 10000;
-  widget.setMaxLength(box.MaxLength > 0 ? box.MaxLength : int{most});
-  box.Text.watch([&widget](const std::string& text) {
-    if (utf8(widget.text()) == text) return;
-    const QSignalBlocker quiet(widget);
-    const bool isSeen = widget.echoMode() == QLineEdit::Normal;
-    widget.setText(isSeen ? harmlessLine(text, most) : qt(text));
-    widget.setCursorPosition(0);
-  });
-  box.Enabled.watch([&widget](bool on) { widget.setEnabled(on); });
-  box.focus.watch([&widget] {
-    if (!widget.isVisible()) return;  // it would get the keys, and nobody see it
-    widget.setFocus();
-    widget.selectAll();
-  });
-  QObject::connect(&widget, &QLineEdit::textChanged, &widget, [&box](const QString& text) { box.Text = utf8(text); });
-}
-
-void bind(CheckBox& box, QCheckBox& widget) {
-  box.Value.watch([&widget](std::int16_t value) { widget.setChecked(value == 1); });
-  box.Visible.watch([&widget](bool on) { widget.setVisible(on); });
-  QObject::connect(&widget, &QCheckBox::toggled, &widget, [&box](bool on) { box.Value = std::int16_t{on}; });
-}
-
-void bind(RichTextBox& box, TextView& widget) {
-  box.Text.watch([&widget](const std::string& text) { widget.showText(text); });
-  box.Visible.watch([&widget](bool on) { widget.setVisible(on); });
-  box.focus.watch([&widget] { widget.setFocus(); });
 }
 
 void bind(ProgressBar& bar, QProgressBar& widget) {

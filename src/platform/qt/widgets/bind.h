@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QBoxLayout>
 #include <QPoint>
 #include <QString>
 #include <functional>
@@ -7,7 +8,6 @@
 #include <string_view>
 
 class QCheckBox;
-class QGroupBox;
 class QLabel;
 class QLineEdit;
 class QMenu;
@@ -21,6 +21,7 @@ struct CheckBox;
 struct Frame;
 struct Image;
 struct Label;
+struct OptionGroup;
 struct PopupMenu;
 struct ProgressBar;
 struct RichTextBox;
@@ -33,7 +34,6 @@ class Toolbar;
 // properties, and what the user does becomes the control's events.
 
 void bind(Frame& frame, QWidget& widget);
-void bind(Frame& frame, QGroupBox& widget);
 void bind(Label& label, QLabel& widget);
 void bindLink(Label& label, QLabel& widget);
 void bind(ProgressBar& bar, QProgressBar& widget);
@@ -48,11 +48,22 @@ void bind(PopupMenu& menu, QMenu& widget, std::function<QPoint()> place = {});
 /// A text for a widget that takes "&" for the mark of a shortcut: here it is a letter like any other.
 QString literal(const std::string& text);
 
+/// Likewise, but the first `letter` in it, be it a capital or not, leads to the widget.
+QString withShortcut(const std::string& text, char letter);
+
 /// Starts a clock that ticks the timer while it is enabled. `owner` owns it.
 void bind(Timer& timer, QObject& owner);
 
 /// Makes a label inside `parent`, which owns it, named `name`.
 QLabel* makeLabel(Label& label, const QString& name, QWidget* parent);
+
+/// Makes a check box inside `parent`, which owns it, named `name`. The caption's `letter` leads to it.
+QCheckBox* makeTick(CheckBox& tick, const QString& name, char letter, QWidget* parent);
+
+/// Makes a group's buttons side by side, or one below the other, inside `parent`, which owns them. The first is named
+/// `name` and 1. Each of `letters` leads to one of them.
+QWidget* makeOptions(OptionGroup& group, const QString& name, std::string_view letters, QBoxLayout::Direction direction,
+                     QWidget* parent);
 
 /// Makes a large picture out of an image list inside `parent`, which owns it, named `name`.
 QLabel* makePicture(Image& image, std::string_view imageList, const QString& name, QWidget* parent);

@@ -1,21 +1,11 @@
 #include "platform/qt/widgets/colour_patch.h"
 
 #include <QPainter>
-#include <cstdint>
 
 #include "platform/controls/colour_box.h"
+#include "platform/qt/widgets/legible_colour.h"
 
 namespace velmora {
-
-namespace {
-
-QColor colourOf(std::int32_t value) {
-  const auto bits = static_cast<std::uint32_t>(value);
-  return {static_cast<int>(bits & 0xFFU), static_cast<int>((bits >> 8U) & 0xFFU),
-          static_cast<int>((bits >> 16U) & 0xFFU)};
-}
-
-}  // namespace
 
 ColourPatch::ColourPatch(ColourBox& box, Use use, QWidget* parent) : QAbstractButton(parent), box_(box) {
   box_.BackColour.watch([this](std::int32_t) { update(); });

@@ -17,6 +17,7 @@
 #include "platform/qt/strings.h"
 #include "platform/qt/widgets/bind.h"
 #include "platform/qt/widgets/colour_patch.h"
+#include "platform/qt/widgets/scrolled.h"
 #include "platform/qt/widgets/tab_bar.h"
 
 // NOLINTBEGIN(cppcoreguidelines-owning-memory): widgets are owned by their parents
@@ -101,20 +102,10 @@ class Fields {
     return text;
   }
 
-  void addTick(CheckBox& tick, const char* name, const char* letter, const char* hint) {
-    grid_->addWidget(makeTick(tick, name, letter), row_, inputColumn, Qt::AlignLeft);
+  void addTick(CheckBox& tick, const char* name, char letter, const char* hint) {
+    grid_->addWidget(makeTick(tick, name, letter, frame_), row_, inputColumn, Qt::AlignLeft);
     grid_->addWidget(makeHint(hint), row_, hintColumn, Qt::AlignLeft | Qt::AlignVCenter);
     ++row_;
-  }
-
-  /// `letter` is the one of the caption that leads to the box.
-  QCheckBox* makeTick(CheckBox& tick, const char* name, const char* letter) {
-    QString caption = literal(tick.Caption);
-    auto* box = new QCheckBox(caption.insert(caption.indexOf(letter), '&'), frame_);
-    box->setObjectName(name);
-    box->setAccessibleName(qt(tick.Caption));
-    bind(tick, *box);
-    return box;
   }
 
   /// Parts side by side.
@@ -227,10 +218,10 @@ QWidget* makeFields(AccountsPage& page, QWidget* parent) {
   auto* frame = new FieldsFrame(page.fraColourBox, parent);
   frame->setObjectName("fraAcnt");
   Fields fields(page, frame);
-  fields.addTick(page.chkAcntEnabled, "chkAcntEnabled", "E", "");
+  fields.addTick(page.chkAcntEnabled, "chkAcntEnabled", 'E', "");
   fields.addText(nameRow);
   fields.addText(serverRow);
-  fields.addTick(page.chkAcntSecure, "chkAcntSecure", "R", "Server needs a Secure Connection using SSL.");
+  fields.addTick(page.chkAcntSecure, "chkAcntSecure", 'R', "Server needs a Secure Connection using SSL.");
   fields.addText(portRow);
   fields.addText(loginRow);
   fields.addText(passwordRow);
@@ -239,7 +230,7 @@ QWidget* makeFields(AccountsPage& page, QWidget* parent) {
   fields.addText(clientRow, fields.makeRow({fields.makeNote(page.lblClientName, "lblClientName"),
                                             fields.makeNote(page.lblAcntRunSize, "lblAcntRunSize")}));
   fields.addText(soundRow, fields.makeRow({fields.makeNote(page.lblSoundName, "lblSoundName"),
-                                           fields.makeTick(page.chkAcntSoundOn, "chkAcntSoundOn", "O"),
+                                           makeTick(page.chkAcntSoundOn, "chkAcntSoundOn", 'O', frame),
                                            fields.makeNote(page.lblAcntPlaySound, "lblAcntPlaySound")}));
   fields.addStretch();
   bind(page.fraAcnt, *frame);
@@ -266,15 +257,7 @@ QWidget* makeAccountsPage(AccountsPage& page, QWidget* parent) {
   column->setContentsMargins(0, 0, 0, 0);
   column->addWidget(makeTools(page, widget));
   column->addWidget(new TabBar(page.TabStripAcnts, "TabStripAcnts", "Accounts", widget, "imlTabIcons"));
-  auto* area = new QScrollArea(widget);
-  area->setFrameShape(QFrame::NoFrame);
-  area->setWidgetResizable(true);
-  area->setFocusPolicy(Qt::NoFocus);
-  area->setWidget(makeFields(page, area));
-  QObject::connect(qApp, &QApplication::focusChanged, area, [area](QWidget*, QWidget* now) {
-    if (area->widget()->isAncestorOf(now)) area->ensureWidgetVisible(now);
-  });
-  column->addWidget(area, 1);
+  column->addWidget(makeScrolled(makeFields(page, widget), widget), 1);
   return widget;
 }
 

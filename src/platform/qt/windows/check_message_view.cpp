@@ -1,6 +1,5 @@
 #include "platform/qt/windows/check_message_view.h"
 
-#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QScrollArea>
@@ -10,6 +9,7 @@
 #include "checking/check_message_window.h"
 #include "platform/qt/widgets/bind.h"
 #include "platform/qt/widgets/harmless_text.h"
+#include "platform/qt/widgets/titled_frame.h"
 
 // NOLINTBEGIN(cppcoreguidelines-owning-memory): widgets are owned by their parents
 
@@ -42,12 +42,10 @@ CheckMessageView::CheckMessageView(CheckMessageWindow& window)
 }
 
 QWidget* CheckMessageView::makeFrame() {
-  auto* frame = new QGroupBox(this);
-  frame->setObjectName("fraMsg");
+  auto* frame = new TitledFrame(window_.fraMsg, "fraMsg", this);
   QFont bold = frame->font();
   bold.setBold(true);
   frame->setFont(bold);
-  bind(window_.fraMsg, *frame);
   auto* content = new QWidget(this);
   bold.setBold(false);
   content->setFont(bold);

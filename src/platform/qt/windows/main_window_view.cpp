@@ -19,11 +19,13 @@
 #include "platform/qt/widgets/bind.h"
 #include "platform/qt/widgets/forget_minimised.h"
 #include "platform/qt/widgets/icons.h"
+#include "platform/qt/widgets/plain_layout.h"
 #include "platform/qt/widgets/room.h"
 #include "platform/qt/widgets/tab_bar.h"
 #include "platform/qt/windows/accounts_page_view.h"
 #include "platform/qt/windows/message_list_view.h"
 #include "platform/qt/windows/options_page_view.h"
+#include "platform/qt/windows/rules_page_view.h"
 #include "platform/qt/windows/status_bar_view.h"
 
 // NOLINTBEGIN(cppcoreguidelines-owning-memory): widgets are owned by their parents
@@ -44,14 +46,6 @@ const std::array<std::vector<std::size_t>, pageCount> buttonRows = {{
     {saveRulesBar, cancelRulesBar, rulesHelpBar},
     {saveOptionsBar, cancelOptionsBar, optionsHelpBar},
 }};
-
-/// A box without margins of its own, for parts that stand in other parts.
-template <class Layout>
-Layout* plainLayout(QWidget* parent) {
-  auto* layout = new Layout(parent);
-  layout->setContentsMargins(0, 0, 0, 0);
-  return layout;
-}
 
 class KeyForwarder : public QWidget {
  public:
@@ -85,7 +79,7 @@ MainWindowView::MainWindowView(MainWindow& window) : window_(window) {
   column->addWidget(makeBanner());
   column->addWidget(makePage(emailPage, makeEmailPage()), 1);
   column->addWidget(makePage(accountsPage, makeAccountsPage(window_, this)), 1);
-  column->addWidget(makePage(rulesPage, makeRulesPage()), 1);
+  column->addWidget(makePage(rulesPage, makeRulesPage(window_, this)), 1);
   column->addWidget(makePage(optionsPage, makeOptionsPage(window_, this)), 1);
   column->addWidget(new StatusBarView(window_.StatusBar, window_.ProgressBar, body));
   setCentralWidget(body);
@@ -161,14 +155,6 @@ QWidget* MainWindowView::makeEmailPage() {
   return page;
 }
 
-QWidget* MainWindowView::makeRulesPage() {
-  auto* page = new QWidget(this);
-  auto* column = plainLayout<QVBoxLayout>(page);
-  column->addStretch(1);
-  column->addWidget(makeLabel(window_.lblRulesFileName, "lblRulesFileName", page));
-  return page;
-}
-
 QWidget* MainWindowView::makeButtonRow(std::size_t page) {
   auto* frame = new QWidget(this);
   frame->setObjectName(QStringLiteral("fraButtons%1").arg(page));
@@ -226,7 +212,7 @@ void MainWindowView::startTimers() {
   connect(&trayMayCome_, &QTimer::timeout, this, &MainWindowView::showState);
   trayMayCome_.start(std::chrono::seconds(15));
   for (Timer* timer : {&window_.tmrStatusBar, &window_.tmrMailTime, &window_.tmrMailStartUp,
-                       &window_.tmrRetrieveMessage, &window_.tmrDragTab}) {
+                       &window_.tmrRetrieveMessage, &window_.tmrDragTab, &window_.tmrRuleFits}) {
     bind(*timer, *this);
   }
 }

@@ -25,7 +25,6 @@ class MainWindowView : public QMainWindow {
   QWidget* makeBanner();
   QWidget* makePage(std::size_t page, QWidget* content);
   QWidget* makeEmailPage();
-  QWidget* makeRulesPage();
   QWidget* makeButtonRow(std::size_t page);
   void addFocusTaker();
   void addShortcuts();

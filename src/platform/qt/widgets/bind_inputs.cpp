@@ -1,0 +1,106 @@
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QSignalBlocker>
+
+#include "platform/controls/check_box.h"
+#include "platform/controls/option_group.h"
+#include "platform/controls/text_box.h"
+#include "platform/qt/strings.h"
+#include "platform/qt/widgets/bind.h"
+#include "platform/qt/widgets/harmless_text.h"
+#include "platform/qt/widgets/text_view.h"
+
+namespace velmora {
+
+namespace {
+
+/// An exclusive group lets go of none of its buttons once it has one.
+void showOption(std::int16_t value, QButtonGroup& group) {
+  const QSignalBlocker quiet(group);
+  group.setExclusive(false);
+  for (QAbstractButton* button : group.buttons()) button->setChecked(group.id(button) == value);
+  group.setExclusive(true);
+}
+
+}  // namespace
+
+void bind(TextBox& box, QLineEdit& widget) {
+  widget.setReadOnly(true);
+  box.Text.watch([&widget](const std::string& text) {
+    constexpr qsizetype most = 10000;
+    widget.setText(harmlessLine(text, most));
+    widget.setCursorPosition(0);
+  });
+}
+
+/// A text that the box shows otherwise, such as one too long for it, stays as it is until the user changes it.
+void bindInput(TextBox& box, QLineEdit& widget) {
+  constexpr qsizetype most = 10000;
+  widget.setMaxLength(box.MaxLength > 0 ? box.MaxLength : int{most});
+  box.Text.watch([&widget](const std::string& text) {
+    if (utf8(widget.text()) == text) return;
+    const QSignalBlocker quiet(widget);
+    const bool isSeen = widget.echoMode() == QLineEdit::Normal;
+    widget.setText(isSeen ? harmlessLine(text, most) : qt(text));
+    widget.setCursorPosition(0);
+  });
+  box.Enabled.watch([&widget](bool on) { widget.setEnabled(on); });
+  QObject::connect(&widget, &QLineEdit::returnPressed, &widget, [&box] {
+    if (box.Enter) box.Enter();
+  });
+  box.focus.watch([&widget] {
+    if (!widget.isVisible()) return;  // it would get the keys, and nobody see it
+    widget.setFocus();
+    widget.selectAll();
+  });
+  QObject::connect(&widget, &QLineEdit::textChanged, &widget, [&box](const QString& text) { box.Text = utf8(text); });
+}
+
+void bind(CheckBox& box, QCheckBox& widget) {
+  box.Value.watch([&widget](std::int16_t value) { widget.setChecked(value == 1); });
+  box.Visible.watch([&widget](bool on) { widget.setVisible(on); });
+  box.Enabled.watch([&widget](bool on) { widget.setEnabled(on); });
+  QObject::connect(&widget, &QCheckBox::toggled, &widget, [&box](bool on) { box.Value = std::int16_t{on}; });
+}
+
+void bind(RichTextBox& box, TextView& widget) {
+  box.Text.watch([&widget](const std::string& text) { widget.showText(text); });
+  box.Visible.watch([&widget](bool on) { widget.setVisible(on); });
+  box.focus.watch([&widget] { widget.setFocus(); });
+}
+
+// NOLINTBEGIN(cppcoreguidelines-owning-memory): widgets are owned by their parents
+QCheckBox* makeTick(CheckBox& tick, const QString& name, char letter, QWidget* parent) {
+  auto* box = new QCheckBox(withShortcut(tick.Caption, letter), parent);
+  box->setObjectName(name);
+  box->setAccessibleName(qt(tick.Caption));
+  bind(tick, *box);
+  return box;
+}
+
+QWidget* makeOptions(OptionGroup& options, const QString& name, std::string_view letters,
+                     QBoxLayout::Direction direction, QWidget* parent) {
+  auto* frame = new QWidget(parent);
+  auto* group = new QButtonGroup(frame);
+  auto* layout = new QBoxLayout(direction, frame);
+  layout->setContentsMargins(0, 0, 0, 0);
+  for (std::size_t i = 0; i < options.Captions.size(); ++i) {
+    auto* button = new QRadioButton(withShortcut(options.Captions[i], letters.at(i)), frame);
+    const int number = static_cast<int>(i) + 1;
+    button->setObjectName(name + QString::number(number));
+    button->setAccessibleName(qt(options.Captions[i]));
+    group->addButton(button, number);
+    layout->addWidget(button);
+  }
+  options.Value.watch([group](std::int16_t value) { showOption(value, *group); });
+  // Unlike a click, this is also raised by a screen reader and by the arrow keys.
+  QObject::connect(group, &QButtonGroup::idToggled, frame, [&options](int number, bool on) {
+    if (on) options.Choose(static_cast<std::int16_t>(number));
+  });
+  return frame;
+}
+// NOLINTEND(cppcoreguidelines-owning-memory)
+
+}  // namespace velmora

@@ -1,0 +1,61 @@
+#include "platform/qt/widgets/number_edit.h"
+
+#include <QLineEdit>
+#include <QSignalBlocker>
+#include <QWheelEvent>
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+#include "platform/controls/number_box.h"
+#include "platform/qt/strings.h"
+
+namespace velmora {
+
+NumberEdit::NumberEdit(NumberBox& box, const QString& name, QWidget* parent) : QSpinBox(parent), box_(box) {
+  using Limits = std::numeric_limits<std::int16_t>;
+  setObjectName(name);
+  setLocale(QLocale::c());
+  setRange(Limits::min(), Limits::max());  // the program's values may lie beyond the user's
+  box.Value.watch([this](std::int16_t) { showValue(); });
+  box.Enabled.watch([this](bool on) { setEnabled(on); });
+  connect(this, &QSpinBox::valueChanged, this, [this](int value) {
+    box_.Type(std::to_string(value));
+    showValue();
+  });
+  connect(lineEdit(), &QLineEdit::textEdited, this, [this] {
+    if (std::exchange(emptied_, false)) selectAll();
+  });
+}
+
+void NumberEdit::showValue() {
+  const QSignalBlocker quiet(this);
+  if (value() != box_.Value.get()) setValue(box_.Value);
+}
+
+void NumberEdit::stepBy(int steps) {
+  const int target = static_cast<int>(std::clamp<std::int64_t>(std::int64_t{value()} + steps, box_.Least, box_.Most));
+  QSpinBox::stepBy(target - value());
+}
+
+QAbstractSpinBox::StepEnabled NumberEdit::stepEnabled() const {
+  StepEnabled steps = StepNone;
+  if (value() < box_.Most) steps |= StepUpEnabled;
+  if (value() > box_.Least) steps |= StepDownEnabled;
+  return steps;
+}
+
+/// The value that the box has is not the user's fault.
+QValidator::State NumberEdit::validate(QString& input, int& pos) const {
+  if (input == textFromValue(value())) return QValidator::Acceptable;
+  const auto number = box_.read(utf8(input));
+  if (!number) return QValidator::Invalid;
+  if (input.trimmed().isEmpty()) emptied_ = true;
+  input = QString::number(*number);
+  pos = std::min(pos, static_cast<int>(input.size()));
+  return QValidator::Acceptable;
+}
+
+void NumberEdit::wheelEvent(QWheelEvent* event) { event->ignore(); }
+
+}  // namespace velmora
