@@ -13,10 +13,11 @@ struct ChildWindow {
   bool open;
 };
 
-std::array<ChildWindow, 3> childWindows(Program& program) {
+std::array<ChildWindow, 4> childWindows(Program& program) {
   return {{{program.frmFirstUse, program.frmFirstUse.FirstUseOpen},
            {program.frmMessage, program.frmMessage.AutoMessageOpen},
-           {program.frmPreview, program.frmPreview.PreviewOpen}}};
+           {program.frmPreview, program.frmPreview.PreviewOpen},
+           {program.frmRuleFile, program.frmRuleFile.RuleFileOpen}}};
 }
 
 }  // namespace
