@@ -13,11 +13,12 @@ struct ChildWindow {
   bool open;
 };
 
-std::array<ChildWindow, 4> childWindows(Program& program) {
+std::array<ChildWindow, 5> childWindows(Program& program) {
   return {{{program.frmFirstUse, program.frmFirstUse.FirstUseOpen},
            {program.frmMessage, program.frmMessage.AutoMessageOpen},
            {program.frmPreview, program.frmPreview.PreviewOpen},
-           {program.frmRuleFits, program.frmRuleFits.RuleFitsOpen}}};
+           {program.frmRuleFits, program.frmRuleFits.RuleFitsOpen},
+           {program.frmRuleFile, program.frmRuleFile.RuleFileOpen}}};
 }
 
 }  // namespace

@@ -8,8 +8,6 @@ namespace velmora {
 
 namespace {
 
-constexpr std::size_t mostBytes = 240;
-
 std::string_view withoutEnd(std::string_view name) { return name.substr(0, name.find_last_not_of(" .") + 1); }
 
 }  // namespace
@@ -36,7 +34,7 @@ std::string savedName(std::string_view name, std::span<const std::string> ending
     name.remove_suffix(each.size());
     break;
   }
-  const std::string_view kept = withoutEnd(text::leftBytes(name, mostBytes - ending.size()));
+  const std::string_view kept = withoutEnd(text::leftBytes(name, longestFileName - ending.size()));
   return std::string(kept).append(ending);
 }
 

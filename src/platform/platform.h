@@ -29,10 +29,14 @@ struct Question {
 /// A question that is not answered, as when its dialog is closed, counts as one answered No.
 enum class Answer { Ok, Yes, No, Cancel };
 
-/// A dialog that asks for the name of a file to write. It asks before replacing one.
+/// A dialog that asks for a file: for the name of one to write, where it asks before replacing one, or for one that is
+/// there.
 struct FileQuestion {
+  enum class Purpose { Save, Open };
+
   std::string name;    ///< proposed, without a folder
   std::string filter;  ///< for each kind of file its description, "|", its pattern, "|"
+  Purpose purpose = Purpose::Save;
 
   bool operator==(const FileQuestion&) const = default;
 };
@@ -57,8 +61,8 @@ class Platform {
   virtual Answer MsgBox(const Question& question) = 0;
 
   /// Returns the path that the user chose, nothing where he cancelled. The dialog opens in the program's own folder.
-  /// The name that it proposes and the one that it returns are saved names (`file_name.h`) with an ending of the
-  /// filter: where the user's isn't, it comes again with what would be.
+  /// One to save under has a name as `file_name.h` makes it, proposed and returned, with an ending of the filter: where
+  /// the user's isn't such, the dialog comes again with what would be. One to open is there, but may bear any name.
   virtual std::optional<std::string> askForFile(const FileQuestion& question) = 0;
 
   /// Lets the event loop run once.
@@ -96,7 +100,8 @@ class Platform {
   /// What a file holds; nothing where it can't be read or is too large.
   virtual std::optional<std::string> readFile(const std::string& path) const = 0;
 
-  /// The path of a file in the user's own folder of the program, whatever folder the name asks for.
+  /// The path of a file in the user's own folder of the program, whatever folder the name asks for; of that folder for
+  /// a blank name.
   virtual std::string programFile(std::string_view name) const = 0;
 
   /// The path of one of the program's own sounds, which stand in the folder Sounds of the user's own folder.

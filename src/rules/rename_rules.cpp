@@ -3,13 +3,61 @@
 #include <utility>
 
 #include "app/program.h"
+#include "checking/auto_check.h"
+#include "checking/start_up_check.h"
+#include "rules/decisions/rule_file_texts.h"
+#include "rules/keep_rules_as.h"
 
 namespace velmora {
 
-void ConnectRuleFile(Program& /*program*/) {}
+namespace {
 
-void RenameRuleFile(Program& /*program*/) {}
+constexpr int rulesHelp = 150;
 
-void frmRuleFile_Unload(Program& /*program*/) {}
+void saveRulesAs(Program& program) {
+  const TextBox& name = program.frmRuleFile.txtRuleFileName;
+  if (KeepRulesAs(program, name.Text.get(), program.rules)) {
+    frmRuleFile_Unload(program);
+  } else {
+    name.SetFocus();
+  }
+}
+
+void tbrButtons_ButtonClick(Program& program, const Button& button) {
+  if (button.Key == "Save") saveRulesAs(program);
+  if (button.Key == "Cancel") frmRuleFile_Unload(program);
+}
+
+}  // namespace
+
+void ConnectRuleFile(Program& program) {
+  RuleFileWindow& window = program.frmRuleFile;
+  window.Caption = program.AppTitle + " - Rename Rules File";
+  window.lblRuleFileIntro.Caption = std::string(ruleFileIntro);
+  window.tbrButtons.ButtonClick = [&program](Button& button) { tbrButtons_ButtonClick(program, button); };
+  window.txtRuleFileName.Enter = [&window] { window.tbrButtons["Save"].click(); };
+  window.Activate = [&window] { window.txtRuleFileName.SetFocus(); };
+  window.Help = [&program] { program.platform.showHelp(rulesHelp); };
+  window.Close = [&program] { frmRuleFile_Unload(program); };
+}
+
+/// A screen reader can press the button behind the window that is open already.
+void RenameRuleFile(Program& program) {
+  RuleFileWindow& window = program.frmRuleFile;
+  if (program.rulePage.importing || std::exchange(window.RuleFileOpen, true)) return;
+  SuspendStartUpTimer(program, TimerAction::Suspend);
+  SuspendAutoCheck(program, TimerAction::Suspend);
+  window.lblRuleFilePathCurrent.Caption = program.platform.programFile("");
+  window.lblRuleFileNameCurrent.Caption = program.options.RulesIniFileName;
+  window.txtRuleFileName.Text = "Rules";
+  window.Visible = true;
+}
+
+void frmRuleFile_Unload(Program& program) {
+  if (!std::exchange(program.frmRuleFile.RuleFileOpen, false)) return;
+  program.frmRuleFile.Visible = false;
+  SuspendStartUpTimer(program, TimerAction::Restore);
+  LetAutoCheckGoOn(program);
+}
 
 }  // namespace velmora

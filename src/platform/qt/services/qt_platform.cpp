@@ -15,7 +15,7 @@
 #include <QUrl>
 #include <algorithm>
 
-#include "platform/file_name.h"
+#include "platform/qt/services/file_dialogs.h"
 #include "platform/qt/services/private_files.h"
 #include "platform/qt/services/qt_transport.h"
 #include "platform/qt/services/run_at_logon.h"
@@ -58,16 +58,6 @@ QString temporaryFolder() {
 QString programFolder() { return ownFolder(QStandardPaths::AppDataLocation); }
 
 QString soundsFolder() { return programFolder() + "/Sounds"; }
-
-/// "Text File (*.txt)|*.txt|" becomes "Text File (*.txt)".
-QStringList nameFilters(const std::string& filter) {
-  const QStringList parts = qt(filter).split('|', Qt::SkipEmptyParts);
-  QStringList names;
-  for (qsizetype i = 0; i < parts.size(); i += 2) names += parts[i];
-  return names;
-}
-
-QString suffixOf(const QString& nameFilter) { return nameFilter.section("*.", 1).section(')', 0, 0); }
 
 QMessageBox::Icon iconOf(Question::Icon icon) {
   if (icon == Question::Icon::None) return QMessageBox::NoIcon;
@@ -140,27 +130,11 @@ Answer QtPlatform::MsgBox(const Question& question) {
 }
 
 std::optional<std::string> QtPlatform::askForFile(const FileQuestion& question) {
+  if (quitting_) return std::nullopt;
   QFileDialog dialog(QApplication::activeWindow(), {}, programFolder());
-  dialog.setAcceptMode(QFileDialog::AcceptSave);
-  dialog.setNameFilters(nameFilters(question.filter));
-  const auto saved = [&](const QString& name) {
-    auto endings = fileEndings(question.filter);
-    endings.insert(endings.begin(), utf8('.' + suffixOf(dialog.selectedNameFilter())));
-    return qt(savedName(utf8(name), endings));
-  };
-  dialog.selectFile(saved(harmlessLine(question.name)));
-  const auto followFilter = [&dialog](const QString& filter) { dialog.setDefaultSuffix(suffixOf(filter)); };
-  QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, followFilter);
-  followFilter(dialog.selectedNameFilter());
   keepInFront(dialog);
-  while (!quitting_ && dialog.exec() == QDialog::Accepted) {
-    const QFileInfo chosen(dialog.selectedFiles().value(0));
-    const QString name = saved(chosen.fileName());
-    if (name == chosen.fileName()) return utf8(chosen.filePath());
-    dialog.setDirectory(chosen.path());
-    dialog.selectFile(name);
-  }
-  return std::nullopt;
+  return question.purpose == FileQuestion::Purpose::Open ? fileToOpen(dialog, question)
+                                                         : fileToSave(dialog, question, quitting_);
 }
 
 void QtPlatform::yield() { QCoreApplication::processEvents(); }
