@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <sstream>
 
 #include "rules/decisions/rule_builder.h"
 #include "support/random_steps.h"
@@ -13,31 +14,43 @@ using Texts = std::vector<std::string>;
 const Texts wheres = {"From", "To", "Subject", "Body", "Attachment", "Size"};
 const Texts texts = {"bob",   "FLORIDA", "AND",  "x OR y", "NOT x", "  blanks  ", "\"quoted\"", "'", "a=b]", ";c",
                      "tab\t", "Größe",   "邮件", "😀",      "500",   "a*b",        "NA",         "",  " "};
+const std::pair<std::string, std::string> files[] = {
+    {"Rules", "/home/Rules.ini"}, {"Bob", "/home/RulesBob.ini"}, {"MyRules.ini", "/home/RulesMy.ini"}, {"a/b", ""}};
+const std::string foreign =
+    "[Rules]\nRuleCount=1\nTime=9\n[Rule1]\nName=x\nAccount=Work\nDescCount=1\nDescription1=To Contains y\n";
 
 std::string trimmed(const std::string& text) {
   const auto first = text.find_first_not_of(' ');
   return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
-
 Texts conditionsOf(const std::string& where) {
   if (where == "Attachment") return {"IsPresent"};
   return where == "Size" ? Texts{"Equals", "GreaterThan", "LessThan"} : Texts{"Contains", "Equals"};
 }
+template <class... Values>
+std::string line(const Values&... values) {
+  std::ostringstream all;
+  ((all << values << '|'), ...);
+  return all.str();
+}
+template <class... Values>
+std::string shown(const Property<Values>&... values) {
+  return line(values.get()...);
+}
 
+/// All that the page and the file know of a set.
+std::string valuesOf(const RuleSetHead& head, std::span<const WorkingRule> rules) {
+  std::string all = line(head.Show, head.ShowNew, head.Time);
+  for (const WorkingRule& rule : rules) {
+    all += "\n" + line(rule.Name, rule.Account, rule.Enabled, rule.Action);
+    for (std::size_t i = 1; i <= entryCount(rule); ++i) all += rule.Description.at(i) + "|";
+  }
+  return all;
+}
 struct Set {
   RuleSetHead head;
   std::vector<WorkingRule> rules;
-
-  /// All that the page and the file know of it.
-  static Texts valuesOf(const RuleSetHead& head, std::span<const WorkingRule> rules) {
-    Texts all = {std::to_string(head.Show), std::to_string(head.ShowNew), std::to_string(head.Time)};
-    for (const WorkingRule& rule : rules) {
-      all.insert(all.end(), {rule.Name, rule.Account, std::to_string(rule.Enabled), std::to_string(rule.Action)});
-      all.insert(all.end(), rule.Description.begin() + 1, rule.Description.begin() + 1 + rule.DescCount);
-    }
-    return all;
-  }
-  Texts values() const { return valuesOf(head, rules); }
+  std::string values() const { return valuesOf(head, rules); }
 };
 
 /// Does the same to the page and to a plain model of it, each step first to the model.
@@ -48,44 +61,40 @@ class RulesPageModel : public test::RandomSteps {
     start();
     page.tbrMainButtons["Rules"].click();
   }
-
-  WorkingRule& current() { return working_.rules[current_ - 1]; }
-  std::string& slot(int number) { return current().Description.at(static_cast<std::size_t>(number)); }
-  EntryParts& part(int number) { return parts_.at(static_cast<std::size_t>(number)); }
-  std::string joined() {
-    std::string all;
-    for (int i = 1; i <= current().DescCount; ++i) all += slot(i);
-    return all;
-  }
+  bool some() const { return current_ > 0; }
   bool dirty() const { return working_.values() != live_.values(); }
   const std::string& oneOf(const Texts& list) { return list[random(list.size())]; }
-  bool some() const { return current_ > 0; }
-  Answer expectDialog(const std::string& title, Answer answer = Answer::Ok) {
+  bool expectDialog(const std::string& title, Answer answer = Answer::Ok) {
     dialogs_.push_back(title);
     platform.answers.push_back(answer);
-    return answer;
+    return answer == Answer::Yes;
   }
+  bool asks(const std::string& title) { return expectDialog(title, oneIn(3) ? Answer::No : Answer::Yes); }
+  std::int16_t number() const { return static_cast<std::int16_t>(current_); }
+  WorkingRule& current() { return working_.rules[current_ - 1]; }
+  std::string& slot(int entry) { return current().Description.at(static_cast<std::size_t>(entry)); }
+  EntryParts& part(int entry) { return parts_.at(static_cast<std::size_t>(entry)); }
 
   // The builder.
   void showCriteria() { update_ = in_.Where == "Attachment" || !trimmed(in_.Criteria).empty(); }
   void putBack() {
-    const std::string boolean = in_.Boolean;
-    in_ = part(current().DescCount);
+    const std::string boolean = std::exchange(in_, part(current().DescCount)).Boolean;
     if (in_.Boolean.empty()) in_.Boolean = boolean;
     showCriteria();
   }
-  static EntryParts parsed(const std::string& text) {
+  static EntryParts parsed(std::string rest) {
     EntryParts entry;
-    std::size_t s = 0;
-    const auto word = [&] {
-      const auto p = text.find(' ', s);
-      return text.substr(std::exchange(s, p + 1), p - s);
+    const auto word = [&rest] {
+      const auto blank = rest.find(' ');
+      const std::string taken = rest.substr(0, blank);
+      rest.erase(0, blank + 1);
+      return taken;
     };
-    if (text.starts_with("AND ") || text.starts_with("OR ")) entry.Boolean = word();
+    if (rest.starts_with("AND ") || rest.starts_with("OR ")) entry.Boolean = word();
     entry.Where = word();
     entry.Condition = word();
-    if (text.substr(s).starts_with("NOT ")) entry.Not = word();
-    entry.Criteria = trimmed(text.substr(s));
+    if (rest.starts_with("NOT ")) entry.Not = word();
+    entry.Criteria = trimmed(rest);
     return entry;
   }
   void showRule() {
@@ -102,29 +111,6 @@ class RulesPageModel : public test::RandomSteps {
       for (auto at = slot(i).find(from); at != std::string::npos; at = slot(i).find(from, at + to.size()))
         slot(i).replace(at, from.size(), to);
   }
-  void chooseWhere() {
-    if (!some()) return;
-    in_.Where = oneOf(wheres);
-    const Texts conditions = conditionsOf(in_.Where);
-    if (std::count(conditions.begin(), conditions.end(), in_.Condition) == 0) in_.Condition = conditions[0];
-    if (in_.Where == "Attachment") in_.Criteria = "";
-    showCriteria();
-    page.cboWhere.Choose(in_.Where);
-    if (in_.Where != "Attachment") page.cboCondition.Choose(in_.Condition = oneOf(conditions));
-  }
-  void typeCriteria() {
-    if (!some() || in_.Where == "Attachment") return;
-    page.txtCriteria.Text = in_.Criteria = oneOf(texts);
-    showCriteria();
-    in_.Not = oneIn(4) ? "NOT" : "";
-    page.chkNot.Value = std::int16_t{!in_.Not.empty()};
-  }
-  void chooseBoolean() {
-    if (!some() || current().DescCount == 0) return;
-    in_.Boolean = oneIn(2) ? "AND" : "OR";
-    rewrite();
-    page.cboBoolean.Choose(in_.Boolean);
-  }
   void modelUpdate() {
     if (current().DescCount == 10) return void(expectDialog("Velmora - Maximum Entries"));
     EntryParts entry = in_;
@@ -136,17 +122,26 @@ class RulesPageModel : public test::RandomSteps {
                                 entry.Condition + (entry.Not.empty() ? " " : " NOT ") + entry.Criteria + " ";
     rewrite();
   }
+  /// Some of what an entry needs, and perhaps the entry.
   void build() {
-    chooseWhere();
-    typeCriteria();
-    if (some() && update_) modelUpdate();
-    page.tbrRuleUpdate[0]["Update"].click();
+    if (!some()) return;
+    in_.Where = oneOf(wheres);
+    const Texts conditions = conditionsOf(in_.Where);
+    if (std::ranges::count(conditions, in_.Condition) == 0) in_.Condition = conditions[0];
+    if (in_.Where == "Attachment") in_.Criteria = "";
+    page.cboWhere.Choose(in_.Where);
+    if (oneIn(2)) page.cboCondition.Choose(in_.Condition = oneOf(conditions));
+    if (in_.Where != "Attachment" && !oneIn(4)) page.txtCriteria.Text = in_.Criteria = oneOf(texts);
+    if (oneIn(3)) page.chkNot.Value = std::int16_t{!(in_.Not = oneIn(2) ? "NOT" : "").empty()};
+    showCriteria();
+    if (update_ && !oneIn(6)) modelUpdate(), page.tbrRuleUpdate[0]["Update"].click();
+    if (!oneIn(6) || current().DescCount == 0) return;
+    in_.Boolean = oneIn(2) ? "AND" : "OR";
+    rewrite();
+    page.cboBoolean.Choose(in_.Boolean);
   }
   void clear() {
-    if (some() && current().DescCount > 0) {
-      current().DescCount = current().RedoCount = 0;
-      showRule();
-    }
+    if (some() && current().DescCount > 0) current().DescCount = 0, showRule();
     page.tbrRuleUpdate[0]["Clear"].click();
   }
   void undo() {
@@ -157,7 +152,7 @@ class RulesPageModel : public test::RandomSteps {
     page.tbrRuleUpdate[1]["Undo"].click();
   }
   void redo() {
-    if (some() && redo_) {
+    if (redo_) {
       redo_ = ++current().DescCount != current().RedoCount;
       putBack();
     }
@@ -170,15 +165,14 @@ class RulesPageModel : public test::RandomSteps {
     current_ = std::min(std::max<std::size_t>(1, current_), working_.rules.size());
     showRule();
   }
-  /// Whether the file was written.
-  bool write() {
-    if (handEdited_ && expectDialog("Velmora - Rules File Changed", oneIn(2) ? Answer::Yes : Answer::No) == Answer::No)
-      return false;
-    if (!platform.canWriteFiles) expectDialog("Velmora - Settings Error");
-    if (!platform.canWriteFiles) return false;
-    live_ = working_;
-    handEdited_ = false;
-    return true;
+  /// Whether the file is written.
+  bool write(const std::string& path, const Set& set) {
+    if (path == file_ && handEdited_ && !asks("Velmora - Rules File Changed")) return false;
+    if (path != file_ && platform.written.contains(path) && !asks("Velmora - Rules File Exists")) return false;
+    if (!platform.canWriteFiles) return expectDialog("Velmora - Settings Error");
+    live_ = set;
+    file_ = path;
+    return !(handEdited_ = false);
   }
   void add() {
     current_ = working_.rules.size() + 1;
@@ -187,11 +181,10 @@ class RulesPageModel : public test::RandomSteps {
     page.tbrRules["RulesAdd"].click();
   }
   void remove() {
-    const Answer answer = oneIn(3) ? Answer::No : Answer::Yes;
-    if (some() && expectDialog("Delete Rule - Proceed With Caution", answer) == Answer::Yes) {
-      working_.rules.erase(working_.rules.begin() + static_cast<long>(current_ - 1));
+    if (some() && asks("Delete Rule - Proceed With Caution")) {
+      working_.rules.erase(working_.rules.begin() + number() - 1);
       current_ = std::min(current_, working_.rules.size());
-      write() ? load() : showRule();
+      write(file_, working_) ? load() : showRule();
     }
     page.tbrRules["RulesDelete"].click();
   }
@@ -209,31 +202,29 @@ class RulesPageModel : public test::RandomSteps {
     current_ = random(working_.rules.size()) + 1;
     if (oneIn(3)) current().Enabled = current().Enabled == 1 ? 0 : 1;
     showRule();
-    page.lstRules.Choose(static_cast<std::int16_t>(current_));
-    page.lstRules.Tick(static_cast<std::int16_t>(current_), current().Enabled == 1);
+    page.lstRules.Choose(number());
+    page.lstRules.Tick(number(), current().Enabled == 1);
   }
   void change() {
     if (!some()) return;
     page.txtRuleName.Text = current().Name = oneOf(texts);
     page.cboRuleAccount.Choose(current().Account = oneOf(accounts_));
     page.optRuleAction.Choose(current().Action = static_cast<std::int16_t>(random(3) + 1));
-    page.chkRuleNotify.Value = working_.head.Show = oneIn(2) ? 1 : 0;
+    page.chkRuleNotify.Value = working_.head.Show = oneIn(2);
     if (working_.head.Show == 0) return;
-    page.chkRuleNotifyNew.Value = working_.head.ShowNew = oneIn(2) ? 1 : 0;
-    const std::pair<const char*, int> times[] = {{"", 1}, {"60", 59}, {"0", 0}, {"7", 7}, {"x", working_.head.Time}};
+    page.chkRuleNotifyNew.Value = working_.head.ShowNew = oneIn(2);
+    const std::pair<const char*, int> times[] = {{"", 1}, {"60", 59}, {"0", 0}, {"x", working_.head.Time}};
     const auto& [typed, time] = times[random(std::size(times))];
     page.txtRuleNotifyTime.Type(typed);
     working_.head.Time = static_cast<std::int16_t>(time);
   }
   void save() {
     platform.canWriteFiles = !oneIn(6);
-    if (dirty()) {
-      if (some() && trimmed(current().Name).empty())
-        expectDialog("Velmora - Rule Name Error");
-      else if (some() && current().DescCount == 0)
-        expectDialog("Velmora - Rule Description Error");
-      else if (write())
-        load();
+    const bool named = some() && trimmed(current().Name).empty();
+    if (dirty() && (named || (some() && current().DescCount == 0))) {
+      expectDialog(named ? "Velmora - Rule Name Error" : "Velmora - Rule Description Error");
+    } else if (dirty() && write(file_, working_)) {
+      load();
     }
     page.tbrButtons[saveRulesBar]["SaveRules"].click();
     platform.canWriteFiles = true;
@@ -241,6 +232,28 @@ class RulesPageModel : public test::RandomSteps {
   void cancel() {
     if (dirty()) load();
     page.tbrButtons[cancelRulesBar]["Cancel"].click();
+  }
+  void renameFile() {
+    const auto& [given, path] = files[random(std::size(files))];
+    if (path.empty() ? expectDialog("Velmora - Rules FileName Error") : write(path, working_)) load();
+    page.tbrRules["RulesRename"].click();
+    program.frmRuleFile.txtRuleFileName.Text = given;
+    for (const auto* key : {"Save", "Cancel"}) program.frmRuleFile.tbrButtons[key].click();
+  }
+  void import() {
+    const auto& [given, path] = files[random(std::size(files) - 1)];
+    Set set{{1, 0, 0, 9}, std::vector<WorkingRule>(1)};
+    set.rules[0].Name = "x";
+    set.rules[0].DescCount = 1;
+    set.rules[0].Description[1] = "To Contains y ";
+    platform.chosenFile = "/elsewhere/" + given;
+    platform.written[*platform.chosenFile] = foreign;
+    if ((!dirty() || asks("Changes Not Saved!")) && write(path, set)) {
+      current_ = 1;
+      load();
+      expectDialog("Velmora - Rule Import Successful");
+    }
+    page.tbrRules["RulesImport"].click();
   }
 
   // What happens beside the page.
@@ -257,19 +270,15 @@ class RulesPageModel : public test::RandomSteps {
   void changeAccount() {
     if (dirty()) return;
     page.tbrMainButtons["Accounts"].click();
-    const auto account =
-        std::find(accounts_.begin(), accounts_.end(), program.accounts[program.accounts.AcntCurrent].AcntName);
+    const auto account = std::ranges::find(accounts_, program.accounts[program.accounts.AcntCurrent].AcntName);
     if (oneIn(3) && accounts_.size() > 2) {
       accounts_.erase(account);
       expectDialog("Delete Account - Proceed With Caution", Answer::Yes);
       page.tbrAcnts["AcntDelete"].click();
     } else {
       const std::string former = std::exchange(*account, "Account" + std::to_string(++renamed_));
-      bool any = false;
-      for (Set* set : {&live_, &working_})
-        for (WorkingRule& rule : set->rules)
-          if (rule.Account == former) any = !(rule.Account = *account).empty();
-      if (any) write();
+      for (WorkingRule& rule : working_.rules) rule.Account = rule.Account == former ? *account : rule.Account;
+      if (dirty()) live_ = working_, write(file_, working_);
       page.txtAcntName.Text = *account;
       page.tbrButtons[saveAccountBar]["SaveAccount"].click();
     }
@@ -281,93 +290,62 @@ class RulesPageModel : public test::RandomSteps {
     if (handEdited_ || live_.rules.empty()) return;
     Program again(platform);
     Main(again);
-    MainWindow& shown = again.frmMain;
-    shown.tbrMainButtons["Rules"].click();
-    Set found{{0, shown.chkRuleNotify.Value, shown.chkRuleNotifyNew.Value, shown.txtRuleNotifyTime.Value}, {}},
-        kept = live_;
-    for (WorkingRule& rule : kept.rules) {
-      std::string all;
-      for (int i = 1; i <= rule.DescCount; ++i) all += trimmed(rule.Description.at(static_cast<std::size_t>(i))) + " ";
-      rule.Description[1] = all;
-      found.rules.emplace_back();
-      shown.lstRules.Choose(static_cast<std::int16_t>(found.rules.size()));
-      static_cast<Rule&>(found.rules.back()) = {shown.txtRuleName.Text,
-                                                std::int16_t{shown.fraRule.Caption.get() == "Rule: Enabled"},
-                                                shown.cboRuleAccount.Text,
-                                                shown.optRuleAction.Value,
-                                                1,
-                                                {"", shown.txtRuleDescription.Text}};
-      rule.DescCount = 1;
+    MainWindow& other = again.frmMain;
+    other.tbrMainButtons["Rules"].click();
+    std::string expected, found;
+    for (const WorkingRule& rule : live_.rules) {
+      other.lstRules.Choose(static_cast<std::int16_t>(&rule - live_.rules.data() + 1));
+      expected += line(rule.Name, rule.Account, rule.Enabled, rule.Action);
+      for (std::size_t i = 1; i <= entryCount(rule); ++i) expected += trimmed(rule.Description.at(i)) + " ";
+      found += shown(other.txtRuleName.Text, other.cboRuleAccount.Text) +
+               line(other.fraRule.Caption.get() == "Rule: Enabled", other.optRuleAction.Value.get()) +
+               other.txtRuleDescription.Text.get();
     }
-    EXPECT_EQ(found.values(), kept.values());
+    EXPECT_EQ(found, expected);
   }
 
   void compareAll() override {
     EXPECT_EQ(titles(), dialogs_);
-    const auto& live = program.rules.live;
-    std::vector<WorkingRule> liveRules;
-    for (const Rule& rule : live.rules()) liveRules.push_back({rule, 0});
-    EXPECT_EQ(Set::valuesOf(live, liveRules), live_.values());
-    EXPECT_EQ(Set::valuesOf(program.rules.working, program.rules.working.rules()), working_.values());
+    std::vector<WorkingRule> live;
+    for (const Rule& rule : program.rules.live.rules()) live.push_back({rule, 0});
+    EXPECT_EQ(valuesOf(program.rules.live, live), live_.values());
+    EXPECT_EQ(valuesOf(program.rules.working, program.rules.working.rules()), working_.values());
     EXPECT_EQ(page.cboRuleAccount.List.get(), accounts_);
-    std::vector<CheckList::Item> items;
-    for (const WorkingRule& rule : working_.rules) items.push_back({rule.Name, rule.Enabled == 1});
-    EXPECT_EQ(page.lstRules.Items(), items);
-    EXPECT_EQ((Texts{page.cboWhere.Text, page.cboCondition.Text, page.txtCriteria.Text, page.cboBoolean.Text}),
-              (Texts{in_.Where, in_.Condition, in_.Criteria, in_.Boolean}));
+    EXPECT_EQ(page.lblRulesFileName.Caption.get(), "FileName: " + file_.substr(6));
+    for (const WorkingRule& rule : working_.rules)
+      EXPECT_EQ(page.lstRules[static_cast<std::int16_t>(&rule - working_.rules.data() + 1)],
+                (CheckList::Item{rule.Name, rule.Enabled == 1}));
+    EXPECT_EQ(shown(page.cboWhere.Text, page.cboCondition.Text, page.txtCriteria.Text, page.cboBoolean.Text,
+                    page.chkNot.Value, page.lstRules.ListIndex),
+              line(in_.Where, in_.Condition, in_.Criteria, in_.Boolean, !in_.Not.empty(), current_));
     EXPECT_EQ(page.cboCondition.List.get(), conditionsOf(in_.Where));
-    WorkingRule none;
-    none.Name = "";
-    none.Action = 0;
-    const WorkingRule& shown = some() ? current() : none;
-    const std::string caption = shown.Enabled == 1 ? "Rule: Enabled" : "Rule: Not Enabled";
-    EXPECT_EQ((Texts{page.fraRule.Caption, page.txtRuleName.Text, page.cboRuleAccount.Text,
-                     page.txtRuleDescription.Text, page.lblRuleDescEntries.Caption}),
-              (Texts{some() ? caption : "Rule: None", shown.Name, shown.Account, some() ? joined() : "",
-                     std::to_string(shown.DescCount) + " of 10 Entries"}));
     const RuleSetHead head = some() ? working_.head : RuleSetHead();
-    EXPECT_EQ((std::vector<int>{page.lstRules.ListIndex, page.optRuleAction.Value, page.chkNot.Value,
-                                page.chkRuleNotify.Value, page.chkRuleNotifyNew.Value, page.txtRuleNotifyTime.Value}),
-              (std::vector<int>{static_cast<int>(current_), shown.Action, !in_.Not.empty(), head.Show, head.ShowNew,
-                                head.Time}));
-    const bool up = current_ > 1, down = some() && current_<working_.rules.size(), entries = shown.DescCount> 0;
-    EXPECT_EQ((std::vector<bool>{
-                  page.fraRules.Enabled, page.tbrRules["RulesDelete"].Enabled, page.tbrRuleUpdate[0]["Update"].Enabled,
-                  page.tbrRuleUpdate[0]["Clear"].Enabled, page.tbrRuleUpdate[1]["Undo"].Enabled,
-                  page.tbrRuleUpdate[1]["Redo"].Enabled, page.cboBoolean.Enabled, page.tbrMoveRule["Up"].Enabled,
-                  page.tbrMoveRule["Down"].Enabled, page.txtCriteria.Enabled, page.txtRuleNotifyTime.Enabled,
-                  page.chkRuleNotifyNew.Enabled, page.tbrButtons[saveRulesBar].Enabled,
-                  page.tbrButtons[cancelRulesBar].Enabled, !page.tbrMainButtons.Enabled}),
-              (std::vector<bool>{some(), some(), some() && update_, entries, entries, redo_, entries, up, down,
-                                 some() && in_.Where != "Attachment", working_.head.Show == 1, working_.head.Show == 1,
-                                 dirty(), dirty(), dirty()}));
+    const std::string caption = !some() ? "Rule: None" : current().Enabled == 1 ? "Rule: Enabled" : "Rule: Not Enabled";
+    const int entries = some() ? current().DescCount : 0;
+    std::string joined;
+    for (int i = 1; i <= entries; ++i) joined += slot(i);
+    EXPECT_EQ(shown(page.fraRule.Caption, page.txtRuleName.Text, page.cboRuleAccount.Text, page.optRuleAction.Value,
+                    page.txtRuleDescription.Text, page.lblRuleDescEntries.Caption, page.chkRuleNotify.Value,
+                    page.chkRuleNotifyNew.Value, page.txtRuleNotifyTime.Value),
+              line(caption, some() ? current().Name : "", some() ? current().Account : "All Accounts",
+                   some() ? current().Action : 0, joined, std::to_string(entries) + " of 10 Entries", head.Show,
+                   head.ShowNew, head.Time));
+    EXPECT_EQ(
+        shown(page.fraRules.Enabled, page.tbrRules["RulesDelete"].Enabled, page.tbrRuleUpdate[0]["Update"].Enabled,
+              page.tbrRuleUpdate[0]["Clear"].Enabled, page.tbrRuleUpdate[1]["Undo"].Enabled,
+              page.tbrRuleUpdate[1]["Redo"].Enabled, page.cboBoolean.Enabled, page.tbrMoveRule["Up"].Enabled,
+              page.tbrMoveRule["Down"].Enabled, page.txtCriteria.Enabled),
+        line(some(), some(), update_, entries > 0, entries > 0, redo_, entries > 0, current_ > 1,
+             some() && current_ < working_.rules.size(), some() && in_.Where != "Attachment"));
+    EXPECT_EQ(
+        shown(page.txtRuleNotifyTime.Enabled, page.chkRuleNotifyNew.Enabled, page.tbrButtons[saveRulesBar].Enabled,
+              page.tbrButtons[cancelRulesBar].Enabled, page.tbrMainButtons.Enabled),
+        line(working_.head.Show == 1, working_.head.Show == 1, dirty(), dirty(), !dirty()));
   }
   void forgetStep() override {
     dialogs_.clear();
     platform.asked.clear();
     platform.answers.clear();
-  }
-
-  void run() {
-    using Self = RulesPageModel;
-    take<Self>(400, {{3, &Self::add},
-                     {1, &Self::remove},
-                     {3, &Self::move},
-                     {6, &Self::choose},
-                     {4, &Self::change},
-                     {2, &Self::chooseWhere},
-                     {2, &Self::typeCriteria},
-                     {2, &Self::chooseBoolean},
-                     {12, &Self::build},
-                     {4, &Self::undo},
-                     {4, &Self::redo},
-                     {1, &Self::clear},
-                     {6, &Self::save},
-                     {2, &Self::cancel},
-                     {1, &Self::edit},
-                     {2, &Self::check},
-                     {2, &Self::changeAccount},
-                     {3, &Self::restart}});
   }
 
   MainWindow& page = program.frmMain;
@@ -379,6 +357,27 @@ class RulesPageModel : public test::RandomSteps {
   bool update_ = false, redo_ = false, handEdited_ = false;
   int renamed_ = 0;
   Texts accounts_{"All Accounts", "Work", "Home"}, dialogs_;
+
+  void run() {
+    using Self = RulesPageModel;
+    take<Self>(400, {{16, &Self::build},
+                     {4, &Self::undo},
+                     {4, &Self::redo},
+                     {1, &Self::clear},
+                     {3, &Self::add},
+                     {1, &Self::remove},
+                     {3, &Self::move},
+                     {6, &Self::choose},
+                     {4, &Self::change},
+                     {6, &Self::save},
+                     {2, &Self::cancel},
+                     {1, &Self::renameFile},
+                     {1, &Self::import},
+                     {1, &Self::edit},
+                     {2, &Self::check},
+                     {2, &Self::changeAccount},
+                     {3, &Self::restart}});
+  }
 };
 
 TEST_P(RulesPageModel, IsFollowedAtEveryStep) { run(); }
