@@ -70,7 +70,8 @@ class ShorteningDelegate : public QStyledItemDelegate {
   using QStyledItemDelegate::QStyledItemDelegate;
 
   QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
-    return {0, QStyledItemDelegate::sizeHint(option, index).height()};
+    constexpr int gap = 4;
+    return {0, QStyledItemDelegate::sizeHint(option, index).height() + gap};
   }
 
   bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
