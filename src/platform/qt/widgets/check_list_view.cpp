@@ -114,7 +114,6 @@ void CheckListView::showChoice() {
   if (choice == currentIndex()) return;
   if (!choice.isValid()) clearSelection();
   setCurrentIndex(choice);
-  scrollTo(choice);
 }
 
 void CheckListView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
