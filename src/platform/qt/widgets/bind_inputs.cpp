@@ -16,11 +16,15 @@ namespace velmora {
 
 namespace {
 
-/// An exclusive group lets go of none of its buttons once it has one.
+/// An exclusive group lets go of none of its buttons once it has one. The key Tab leads to the one that is chosen.
 void showOption(std::int16_t value, QButtonGroup& group) {
   const QSignalBlocker quiet(group);
+  const QAbstractButton* chosen = group.button(value);
   group.setExclusive(false);
-  for (QAbstractButton* button : group.buttons()) button->setChecked(group.id(button) == value);
+  for (QAbstractButton* button : group.buttons()) {
+    button->setChecked(button == chosen);
+    button->setFocusPolicy(chosen == nullptr || button == chosen ? Qt::StrongFocus : Qt::ClickFocus);
+  }
   group.setExclusive(true);
 }
 
@@ -82,10 +86,12 @@ QCheckBox* makeTick(CheckBox& tick, const QString& name, char letter, QWidget* p
 
 QWidget* makeOptions(OptionGroup& options, const QString& name, std::string_view letters,
                      QBoxLayout::Direction direction, QWidget* parent) {
+  constexpr int gapInRow = 16;
   auto* frame = new QWidget(parent);
   auto* group = new QButtonGroup(frame);
   auto* layout = new QBoxLayout(direction, frame);
   layout->setContentsMargins(0, 0, 0, 0);
+  if (direction == QBoxLayout::LeftToRight) layout->setSpacing(gapInRow);
   for (std::size_t i = 0; i < options.Captions.size(); ++i) {
     auto* button = new QRadioButton(withShortcut(options.Captions[i], letters.at(i)), frame);
     const int number = static_cast<int>(i) + 1;

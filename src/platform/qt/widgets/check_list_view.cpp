@@ -70,7 +70,8 @@ class ShorteningDelegate : public QStyledItemDelegate {
   using QStyledItemDelegate::QStyledItemDelegate;
 
   QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
-    return {0, QStyledItemDelegate::sizeHint(option, index).height()};
+    constexpr int gap = 4;
+    return {0, QStyledItemDelegate::sizeHint(option, index).height() + gap};
   }
 
   bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
@@ -113,7 +114,6 @@ void CheckListView::showChoice() {
   if (choice == currentIndex()) return;
   if (!choice.isValid()) clearSelection();
   setCurrentIndex(choice);
-  scrollTo(choice);
 }
 
 void CheckListView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {

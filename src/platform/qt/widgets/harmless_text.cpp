@@ -130,4 +130,19 @@ QString harmlessLine(std::string_view utf8, qsizetype most) {
   return cut(line, std::min(line.size(), most - 1)) + u'…';
 }
 
+QString breakable(const QString& text, qsizetype widest) {
+  QString result;
+  qsizetype word = 0;
+  for (const QChar letter : text) {
+    word = letter.isSpace() ? 0 : word + 1;
+    // Never between the halves of a surrogate pair.
+    if (word > widest && !letter.isLowSurrogate()) {
+      result += QChar(0x200B);
+      word = 1;
+    }
+    result += letter;
+  }
+  return result;
+}
+
 }  // namespace velmora

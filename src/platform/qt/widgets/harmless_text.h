@@ -16,4 +16,7 @@ QString harmlessText(std::string_view utf8);
 /// tool tip that takes HTML needs it escaped.
 QString harmlessLine(std::string_view utf8, qsizetype most = 1000);
 
+/// The same text, with places to break at in words of more than `widest` characters.
+QString breakable(const QString& text, qsizetype widest);
+
 }  // namespace velmora

@@ -33,11 +33,6 @@ void NumberEdit::showValue() {
   if (value() != box_.Value.get()) setValue(box_.Value);
 }
 
-void NumberEdit::stepBy(int steps) {
-  const int target = static_cast<int>(std::clamp<std::int64_t>(std::int64_t{value()} + steps, box_.Least, box_.Most));
-  QSpinBox::stepBy(target - value());
-}
-
 QAbstractSpinBox::StepEnabled NumberEdit::stepEnabled() const {
   StepEnabled steps = StepNone;
   if (value() < box_.Most) steps |= StepUpEnabled;

@@ -14,8 +14,6 @@ class NumberEdit : public QSpinBox {
   /// `box` outlives the widget.
   NumberEdit(NumberBox& box, const QString& name, QWidget* parent);
 
-  void stepBy(int steps) override;
-
  protected:
   QValidator::State validate(QString& input, int& pos) const override;
   StepEnabled stepEnabled() const override;

@@ -2,7 +2,6 @@
 
 #include <QPoint>
 #include <QRect>
-#include <QRegularExpression>
 #include <QStringList>
 #include <QToolTip>
 
@@ -13,12 +12,6 @@ namespace velmora {
 namespace {
 
 constexpr qsizetype widest = 100;
-
-/// Gives a word that is wider than a tip places to break at.
-QString breakable(QString line) {
-  static const QRegularExpression word("(\\S{100})");
-  return line.replace(word, QStringLiteral("\\1\u200B"));
-}
 
 }  // namespace
 
@@ -32,7 +25,7 @@ QString plainTip(std::string_view text) {
     const QString line = harmlessLine(text.substr(0, end), left);
     left -= line.size() + 1;
     isWide = isWide || line.size() > widest;
-    lines += breakable(line).toHtmlEscaped();
+    lines += breakable(line, widest).toHtmlEscaped();
     if (end == std::string_view::npos) break;
     text.remove_prefix(end + 2);
     if (left <= 0 || lines.size() == mostLines) {

@@ -15,11 +15,13 @@ TitledFrame::TitledFrame(Frame& frame, const QString& name, QWidget* parent) : Q
   frame.ForeColour.watch([this](std::int32_t) { update(); });
 }
 
-/// A palette of the widget's own would colour what stands in it as well.
+/// A palette of the widget's own would colour what stands in it as well. Some styles take the one of the two colours,
+/// some the other.
 void TitledFrame::initStyleOption(QStyleOptionGroupBox* option) const {
   QGroupBox::initStyleOption(option);
   if (frame_.ForeColour == ordinaryColour || !isEnabled()) return;
   option->textColor = legible(colourOf(frame_.ForeColour), palette().color(QPalette::Window));
+  option->palette.setColor(QPalette::WindowText, option->textColor);
 }
 
 }  // namespace velmora

@@ -5,6 +5,7 @@
 #include <QVBoxLayout>
 
 #include "platform/qt/widgets/bind.h"
+#include "platform/qt/widgets/harmless_text.h"
 #include "platform/qt/widgets/icons.h"
 #include "platform/qt/widgets/room.h"
 #include "platform/qt/windows/message_list_view.h"
@@ -14,12 +15,26 @@
 
 namespace velmora {
 
+namespace {
+
+/// The rule in it may have a name of any length, behind which the count stands.
+QString shortened(const std::string& sentence) {
+  constexpr qsizetype longest = 4000;
+  constexpr qsizetype half = 200;
+  constexpr qsizetype widestWord = 30;
+  const QString line = harmlessLine(sentence, longest);
+  return breakable(line.size() > 2 * half ? line.left(half) + "…" + line.right(half) : line, widestWord);
+}
+
+}  // namespace
+
 RuleFitsView::RuleFitsView(RuleFitsWindow& window, QWidget* mainWindow) : FormView(window, mainWindow, Qt::Dialog) {
   constexpr QSize startSize(640, 360);
   setObjectName("frmRuleFits");
   auto* column = new QVBoxLayout(this);
   auto* label = makeLabel(window.lblRuleFits, "lblRuleFits", this);
   label->setWordWrap(true);
+  window.lblRuleFits.Caption.watch([label](const std::string& sentence) { label->setText(shortened(sentence)); });
   column->addWidget(label);
   auto* list = new MessageListView(window.lvwRuleFits, window.tipRuleFits, ImageList("imlListViewIcons"),
                                    ImageList("imlListViewColumnHeader"), this);

@@ -74,23 +74,26 @@ QWidget* makeNoRules(Label& label, QWidget* parent) {
   return banner;
 }
 
-/// The file may have any name: what there is no room for, a tip tells.
+/// The file may have any name.
 QLabel* makeFileName(Label& label, QWidget* parent) {
+  constexpr qsizetype longest = 120;
+  constexpr qsizetype widestWord = 12;
   auto* name = makeLabel(label, "lblRulesFileName", parent);
-  name->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  name->setWordWrap(true);
   label.Caption.watch([name](const std::string& caption) {
-    name->setText(harmlessLine(caption));
+    name->setText(breakable(harmlessLine(caption, longest), widestWord));
+    name->setAccessibleName(harmlessLine(caption));
     name->setToolTip(plainTip(caption));
   });
   return name;
 }
 
 QWidget* makeRuleList(RulesPage& page, QWidget* parent) {
-  constexpr int usualLength = 24;
+  constexpr int leastLength = 16;
   auto* side = new QWidget(parent);
   auto* column = plainLayout<QVBoxLayout>(side);
   auto* list = new CheckListView(page.lstRules, "lstRules", side);
-  list->setMinimumSize(list->fontMetrics().averageCharWidth() * usualLength, 0);
+  list->setMinimumSize(list->fontMetrics().averageCharWidth() * leastLength, 0);
   column->addWidget(makePrompt("&Rules:", list));
   column->addWidget(list, 1);
   column->addWidget(makeToolbar(page.tbrMoveRule, "tbrMoveRule", ButtonLook::TextBesideIcon, side), 0, Qt::AlignLeft);
@@ -117,6 +120,7 @@ QWidget* makeUpdateRow(RulesPage& page, QWidget* parent) {
   row->addSpacing(gap);
   auto* notice = makeLabel(page.lblCriteriaNotice, "lblCriteriaNotice", part);
   notice->setWordWrap(true);
+  notice->setMinimumHeight(notice->fontMetrics().lineSpacing() * 2);  // else all below it would move
   row->addWidget(notice, 1);
   return part;
 }
@@ -185,9 +189,11 @@ QWidget* makeFits(RulesPage& page, QWidget* parent) {
 }
 
 QWidget* makeRule(RulesPage& page, QWidget* parent) {
+  constexpr int columnGap = 10;
   constexpr int descriptionRow = 6;
   auto* frame = new TitledFrame(page.fraRule, "fraRule", parent);
   auto* grid = new QGridLayout(frame);
+  grid->setHorizontalSpacing(columnGap);
   grid->setColumnStretch(1, 1);
   grid->setColumnStretch(3, 1);
   grid->setRowStretch(descriptionRow, 1);
