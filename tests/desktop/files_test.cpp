@@ -1,4 +1,7 @@
 #include <gtest/gtest.h>
+#include <sys/ptrace.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <QApplication>
 #include <QDir>
@@ -10,11 +13,14 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <csignal>
+#include <set>
 
 #include "options/decisions/ini_file.h"
 #include "platform/mime/gmime_reader.h"
 #include "platform/qt/services/private_files.h"
 #include "platform/qt/services/qt_platform.h"
+#include "platform/qt/services/whole_file.h"
 #include "platform/qt/strings.h"
 #include "support/full_disk.h"
 
@@ -41,6 +47,36 @@ TEST_F(RealFiles, OnAFullDiskTheOldOneStays) {
   }
   EXPECT_EQ(platform_.readFile(path()), "old");
   EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files), QStringList("Rules.ini")) << "nothing is left beside it";
+}
+
+/// Has a child write, and kills it at its stop of this number: it stops before each system call and behind it. Returns
+/// whether it had not ended by then.
+bool isKilledAt(int stop, const QString& path, const std::string& content) {
+  const pid_t child = fork();
+  if (child == 0) {
+    if (ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) == 0 && std::raise(SIGSTOP) == 0) writeWholeFile(path, content);
+    _exit(0);
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  for (int i = 0; i < stop && WIFSTOPPED(status); ++i) {
+    ptrace(PTRACE_SYSCALL, child, nullptr, nullptr);
+    waitpid(child, &status, 0);
+  }
+  if (!WIFSTOPPED(status)) return false;
+  kill(child, SIGKILL);
+  waitpid(child, &status, 0);
+  return true;
+}
+
+TEST_F(RealFiles, AKillAtAnySystemCallLeavesAWholeOne) {
+  const std::string older = "[Rules]\nRuleCount=0\n";
+  const std::string newer(100'000, 'n');
+  std::set<std::string> found;
+  for (int stop = 1; platform_.writeFile(path(), older) && isKilledAt(stop, qt(path()), newer); ++stop) {
+    found.insert(platform_.readFile(path()).value_or("none"));
+  }
+  EXPECT_EQ(found, (std::set{older, newer}));
 }
 
 TEST_F(RealFiles, WhatIsNoFileOrTooLargeIsNotRead) {
@@ -90,6 +126,21 @@ TEST_F(RealFiles, AreSavedUnderTheNameThatTheDialogShows) {
   QTimer::singleShot(0, answer);
   EXPECT_EQ(platform_.askForFile({".bashrc", "Email (*.eml)|*.eml|Text (*.txt)|*.txt|"}), utf8(typed) + ".eml");
   EXPECT_EQ(shown, QStringList({"bashrc.eml", "x.desktop.eml"}));
+}
+
+TEST_F(RealFiles, ThatAreThereAreOpenedUnderAnyName) {
+  const FileQuestion question{"", "(*.ini)|*.ini|", FileQuestion::Purpose::Open};
+  const QString chosen = folder_.filePath("Rules");
+  ASSERT_TRUE(platform_.writeFile(utf8(chosen), ""));
+  QTimer::singleShot(0, [&] {
+    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    EXPECT_EQ(dialog->nameFilters(), QStringList("(*.ini)"));
+    dialog->findChild<QLineEdit*>("fileNameEdit")->setText(chosen);
+    static_cast<QDialog*>(dialog)->accept();
+  });
+  EXPECT_EQ(platform_.askForFile(question), utf8(chosen));
+  platform_.quit();
+  EXPECT_FALSE(platform_.askForFile(question)) << "there is no event loop any more that could end";
 }
 
 }  // namespace

@@ -2,45 +2,34 @@
 
 #include "app/shut_down.h"
 #include "rules/decisions/rule_file_name.h"
-#include "rules/decisions/rules.h"
-#include "rules/import_rules.h"
 #include "support/running_program.h"
 
 namespace velmora {
 namespace {
 
 using testing::ElementsAre;
-using testing::HasSubstr;
+using namespace std::string_literals;
 
 TEST(RuleFileNames, BeginWithRulesAndEndWithIni) {
-  const std::pair<std::string, std::string> cases[] = {
-      {"", "Rules.ini"},
-      {"Rules", "Rules.ini"},
-      {"Rules.ini", "Rules.ini"},
-      {"Bob", "RulesBob.ini"},
-      {"RulesBob.ini", "RulesBob.ini"},
-      {"MyRules.ini", "RulesMy.ini"},
-      {"RulesBob.INI", "RulesBob.INI.ini"},
-      {"rulesBob", "RulesrulesBob.ini"},
-      {"RRulesules", "Ruless.ini"},
-      {"RulesRulesRulesRulesRulesRules", "Ruless.ini"},
-      {"aRulebRulecRuledRuleeRulef", "RulesabcdeRulef.ini"},
-      {"RulesRulesRulesRulesRulesRuleRuleRuleRuleRule", "RulesRule.ini"},
-  };
+  const std::pair<std::string, std::string> cases[] = {{"", "Rules.ini"},
+                                                       {"Rules.ini", "Rules.ini"},
+                                                       {"Bob", "RulesBob.ini"},
+                                                       {"MyRules.ini", "RulesMy.ini"},
+                                                       {"RulesBob.INI", "RulesBob.INI.ini"},
+                                                       {"rulesBob", "RulesrulesBob.ini"},
+                                                       {"RRulesules", "Ruless.ini"},
+                                                       {"RulesRulesRulesRulesRulesRules", "Ruless.ini"},
+                                                       {"aRulebRulecRuledRuleeRulef", "RulesabcdeRulef.ini"}};
   for (const auto& [given, name] : cases) EXPECT_EQ(ruleFileName(given), name) << given;
 }
 
 TEST(RuleFileNames, CanNotLeadElsewhereNorBeDisguised) {
-  const auto canBe = [](const std::string& name) { return faultOfFileName(name).empty(); };
   const std::string longest(240, 'x');
-  for (const auto* name : {"Rules.ini", "Rules Zoë.ini", "Rules~..ini", "Rules日本.ini"})
-    EXPECT_TRUE(canBe(name)) << name;
-  EXPECT_TRUE(canBe(longest));
-  for (const auto* name : {"Rules/a.ini", "Rules..\\a.ini", "Rules\n.ini", "Rules\x7F.ini", "Rules\u0085.ini",
-                           "Rules\u202Eini.ini", "Rules\u2069.ini", "Rules\xFF.ini"}) {
-    EXPECT_FALSE(canBe(name)) << name;
+  for (const auto& name : {"Rules~ Zoë..ini"s, "Rules日本.ini"s, longest}) EXPECT_EQ(faultOfFileName(name), "") << name;
+  for (const auto& name : {"Rules/a.ini"s, "Rules..\\a.ini"s, "Rules\n.ini"s, "Rules\x7F.ini"s, "Rules\u0085.ini"s,
+                           "Rules\u202Eini.ini"s, "Rules\u2069.ini"s, "Rules\xFF.ini"s, longest + "x"}) {
+    EXPECT_NE(faultOfFileName(name), "") << name;
   }
-  EXPECT_FALSE(canBe(longest + "x"));
 }
 
 class RuleFiles : public test::RunningProgram {
@@ -49,192 +38,163 @@ class RuleFiles : public test::RunningProgram {
     addAccount("Work");
     option("UseInterval", "1");
     option("EmailCheckStartUp", "1");
-    platform.written["/home/Rules.ini"] = rulesOf("Work", "All Accounts");
+    platform.written["/home/Rules.ini"] = rulesOf("Work");
+    platform.written["/home/RulesBob.ini"] = "Bob's";
     start();
-    ASSERT_EQ(timers(), "running");
     window.txtRuleFileName.focus.watch([this] { ++focused; });
     program.frmMain.txtRuleName.Text = "changed";
-    ASSERT_TRUE(program.unsaved.RulesDirty);
   }
 
-  static std::string rulesOf(const std::string& first, const std::string& second) {
-    return "[Rules]\nRuleCount=2\n[Rule1]\nName=one\nAccount=" + first + "\n[Rule2]\nName=two\nAccount=" + second +
-           "\n";
+  static std::string rulesOf(const std::string& account) {
+    return "[Rules]\nRuleCount=2\n[Rule1]\nName=one\nAccount=" + account + "\n[Rule2]\nName=two\n";
   }
 
-  std::string timers() const {
-    const bool startUp = program.frmMain.tmrMailStartUp.Enabled;
-    const bool autoCheck = program.frmMain.tmrMailTime.Enabled;
-    return startUp && autoCheck ? "running" : startUp || autoCheck ? "mixed" : "held";
-  }
-
-  /// All that a rename or an import may change, but for files that weren't there.
-  std::vector<std::string> state() {
-    std::vector<std::string> result = {program.options.RulesIniFileName, program.EditOptions.RulesIniFileName,
-                                       program.rulesFile.path, program.rulesFile.content.value_or("none")};
-    for (const auto& [key, value] : platform.tree.values) result.push_back(key + "=" + value);
-    for (const auto& path : {"/home/Rules.ini", "/home/RulesBob.ini"}) result.push_back(platform.written[path]);
-    for (const Rule& rule : program.rules.live.rules()) result.push_back(rule.Name + rule.Account);
-    for (const Rule& rule : program.rules.working.rules()) result.push_back(rule.Name + rule.Account);
-    result.push_back(program.frmMain.txtRuleName.Text);
-    result.push_back(program.frmMain.lblRulesFileName.Caption);
-    return result;
-  }
-
-  std::string stored() { return platform.tree.values["Settings\\Options/RulesIniFileName"]; }
+  int timersRunning() const { return program.frmMain.tmrMailStartUp.Enabled + program.frmMain.tmrMailTime.Enabled; }
   void press(const std::string& button) { program.frmMain.tbrRules[button].click(); }
   void saveAs(const std::string& name) {
     window.txtRuleFileName.Text = name;
     window.txtRuleFileName.Enter();
   }
 
+  /// All that a rename or an import may change, but for files that weren't there.
+  std::string state() {
+    std::string all = program.options.RulesIniFileName + program.EditOptions.RulesIniFileName + program.rulesFile.path +
+                      program.rulesFile.content.value() + program.frmMain.lblRulesFileName.Caption.get() +
+                      platform.written["/home/Rules.ini"] + platform.written["/home/RulesBob.ini"];
+    for (const auto& [key, value] : platform.tree.values) all += key + value;
+    for (const Rule& rule : program.rules.live.rules()) all += rule.Name + rule.Account;
+    for (const Rule& rule : program.rules.working.rules()) all += rule.Name + rule.Account;
+    return all + program.frmMain.txtRuleName.Text.get();
+  }
+
+  /// The titles of the dialogs that something brings which must change nothing.
+  std::vector<std::string> titlesWhere(const std::function<void()>& refused) {
+    platform.asked.clear();
+    const auto before = state();
+    refused();
+    EXPECT_EQ(state(), before);
+    platform.canWriteFiles = true;
+    platform.tree.refusal.reset();
+    return titles();
+  }
+
   RuleFileWindow& window = program.frmRuleFile;
+  std::function<void()> noDisk = [this] { platform.canWriteFiles = false; };
+  std::function<void()> noSettings = [this] { platform.tree.refusal = "The disk is full."; };
   int focused = 0;
 };
 
 TEST_F(RuleFiles, AreRenamedWithAllThatThePageHolds) {
   const std::string former = platform.written["/home/Rules.ini"];
-  press("RulesRename");
-  press("RulesRename");
-  press("RulesImport");
+  for (const auto* button : {"RulesRename", "RulesRename", "RulesImport"}) press(button);
   EXPECT_TRUE(platform.filesAsked.empty()) << "a screen reader reaches the buttons behind the window";
-  EXPECT_TRUE(window.Visible);
-  EXPECT_EQ(timers(), "held");
-  EXPECT_EQ(window.lblRuleFilePathCurrent.Caption.get(), "/home/");
-  EXPECT_EQ(window.lblRuleFileNameCurrent.Caption.get(), "Rules.ini");
-  EXPECT_EQ(window.txtRuleFileName.Text.get(), "Rules");
-  EXPECT_THAT(window.lblRuleFileIntro.Caption.get(), HasSubstr("if the FileName is different for each user. The"));
+  EXPECT_EQ(window.lblRuleFilePathCurrent.Caption.get() + window.lblRuleFileNameCurrent.Caption.get(),
+            "/home/Rules.ini");
+  EXPECT_TRUE(window.txtRuleFileName.Text == "Rules" && timersRunning() == 0);
   window.Activate();
   EXPECT_EQ(focused, 1);
-  saveAs("Bob");
-  EXPECT_FALSE(window.Visible);
-  EXPECT_EQ(timers(), "running");
-  EXPECT_TRUE(platform.asked.empty());
+  saveAs("Ann");
+  EXPECT_TRUE(!window.Visible && timersRunning() == 2);
   EXPECT_EQ(platform.written["/home/Rules.ini"], former);
-  EXPECT_THAT(platform.written["/home/RulesBob.ini"], HasSubstr("Name=changed\n"));
-  EXPECT_EQ(stored(), "RulesBob.ini");
-  EXPECT_EQ(program.options.RulesIniFileName, "RulesBob.ini");
-  EXPECT_EQ(program.EditOptions.RulesIniFileName, "RulesBob.ini");
-  EXPECT_EQ(program.frmMain.lblRulesFileName.Caption.get(), "FileName: RulesBob.ini");
+  EXPECT_THAT(platform.written["/home/RulesAnn.ini"], testing::HasSubstr("Name=changed\n"));
+  EXPECT_EQ(platform.tree.values["Settings\\Options/RulesIniFileName"], "RulesAnn.ini");
+  EXPECT_EQ(program.EditOptions.RulesIniFileName, "RulesAnn.ini");
+  EXPECT_EQ(program.frmMain.lblRulesFileName.Caption.get(), "FileName: RulesAnn.ini");
   EXPECT_EQ(program.rules.live[1].Name, "changed");
   EXPECT_FALSE(program.unsaved.RulesDirty);
-  platform.tree.refusal = "The disk is full.";
+  noSettings();
   program.frmMain.txtRuleName.Text = " ";
   press("RulesRename");
-  saveAs("RulesBob.ini");
+  saveAs("RulesAnn.ini");
   EXPECT_TRUE(platform.asked.empty()) << "to the name in use it is a save, which needs no settings";
   EXPECT_EQ(program.rules.live[1].Name, " ");
-  EXPECT_FALSE(window.RuleFileOpen);
 }
 
 TEST_F(RuleFiles, StayAsTheyAreWhereARenameCanNotBe) {
   const struct {
     std::string name;
-    std::function<void()> trouble;
     std::string title;
-  } cases[] = {
-      {"a/../b", [] {}, "Velmora - Rules FileName Error"},
-      {std::string(232, 'x'), [] {}, "Velmora - Rules FileName Error"},
-      {"Ann", [this] { platform.canWriteFiles = false; }, "Velmora - Settings Error"},
-      {"Ann", [this] { platform.tree.refusal = "The disk is full."; }, "Velmora - Settings Error"},
-      {"Bob", [this] { platform.answers = {Answer::No}; }, "Velmora - Rules File Exists"},
-      {"", [this] { platform.written["/home/Rules.ini"] += "\n"; }, "Velmora - Rules File Changed"},
-  };
-  platform.written["/home/RulesBob.ini"] = "Bob's";
+    std::function<void()> trouble = [] {};
+  } cases[] = {{"a/../b", "Velmora - Rules FileName Error"},
+               {std::string(232, 'x'), "Velmora - Rules FileName Error"},
+               {"Ann", "Velmora - Settings Error", noDisk},
+               {"Ann", "Velmora - Settings Error", noSettings},
+               {"Bob", "Velmora - Rules File Exists"},
+               {"", "Velmora - Rules File Changed", [this] { platform.written["/home/Rules.ini"] += "\n"; }}};
   press("RulesRename");
   for (const auto& each : cases) {
-    platform.asked.clear();
+    platform.written.erase("/home/RulesAnn.ini");
     each.trouble();
-    const auto before = state();
-    saveAs(each.name);
-    EXPECT_THAT(titles(), ElementsAre(each.title));
-    EXPECT_EQ(state(), before) << each.title;
-    platform.canWriteFiles = true;
-    platform.tree.refusal.reset();
+    EXPECT_THAT(titlesWhere([&] { saveAs(each.name); }), ElementsAre(each.title));
   }
   EXPECT_EQ(focused, 6) << "the name is selected";
-  EXPECT_TRUE(window.Visible);
-  EXPECT_EQ(timers(), "held");
+  EXPECT_TRUE(window.Visible && timersRunning() == 0);
   window.tbrButtons["Cancel"].click();
-  EXPECT_FALSE(window.Visible);
-  EXPECT_EQ(timers(), "running");
-  EXPECT_TRUE(program.unsaved.RulesDirty);
+  EXPECT_TRUE(!window.Visible && timersRunning() == 2 && program.unsaved.RulesDirty);
   press("RulesRename");
   EndApplication(program);
   EXPECT_FALSE(window.Visible);
 }
 
 TEST_F(RuleFiles, OfOthersAreImportedForAllAccounts) {
-  platform.written["/usb/MyRules"] = rulesOf("Home", "All Accounts");
+  const std::string done = "The Rule File has been successfully imported.          \r\n\r\n";
+  platform.written["/usb/MyRules"] = rulesOf("Home");
   platform.chosenFile = "/usb/MyRules";
   platform.answers = {Answer::Yes};
   platform.onFileAsked = [this] {
-    EXPECT_EQ(timers(), "held");
-    press("RulesImport");
-    press("RulesRename");
+    EXPECT_EQ(timersRunning(), 0);
+    for (const auto* button : {"RulesImport", "RulesRename"}) press(button);
     EXPECT_FALSE(window.Visible);
   };
   program.rules.CurrentRule = 2;
   press("RulesImport");
   EXPECT_THAT(platform.filesAsked, ElementsAre(FileQuestion{"", "(*.ini)|*.ini|", FileQuestion::Purpose::Open}));
-  EXPECT_EQ(timers(), "running");
+  EXPECT_EQ(timersRunning(), 2);
   EXPECT_THAT(titles(), ElementsAre("Changes Not Saved!", "Velmora - Rule Import Successful"));
-  EXPECT_EQ(platform.asked[1].text,
-            "The Rule File has been successfully imported.          \r\n\r\n"
-            "Some Account modifications were made to\r\nensure compatibility with your current Accounts.\r\n"
-            "You may need to adjust these.\r\n\r\n");
-  EXPECT_EQ(stored(), "RulesMy.ini");
+  const std::string modified =
+      "Some Account modifications were made to\r\nensure compatibility with your current Accounts.\r\nYou may need to "
+      "adjust these.\r\n\r\n";
+  EXPECT_EQ(platform.asked[1].text, done + modified);
+  EXPECT_EQ(platform.tree.values["Settings\\Options/RulesIniFileName"], "RulesMy.ini");
   EXPECT_EQ(program.rules.live[1].Account, "All Accounts");
   EXPECT_EQ(program.frmMain.txtRuleName.Text.get(), "one");
-  EXPECT_EQ(program.frmMain.lblRulesFileName.Caption.get(), "FileName: RulesMy.ini");
-  EXPECT_FALSE(program.unsaved.RulesDirty);
-  platform.written["/home/RulesMy.ini"] = rulesOf("All Accounts", "All Accounts") + "[Rule1]\nName=none";
   platform.chosenFile = "/home/RulesMy.ini";
+  platform.written["/home/RulesMy.ini"] = rulesOf("All Accounts");
   press("RulesImport");
-  ASSERT_EQ(platform.asked.size(), 3U) << "another program's change of the file in use is what is imported";
-  EXPECT_EQ(platform.asked[2].text, "The Rule File has been successfully imported.          \r\n\r\n");
+  EXPECT_EQ(platform.asked.at(2).text, done) << "what another program made of the file in use is imported";
 }
 
 TEST_F(RuleFiles, StayAsTheyAreWhereAnImportCanNotBe) {
-  const std::string good = rulesOf("Home", "Home");
-  const std::string failed = "Velmora - Rule Import Failed";
+  const std::string good = rulesOf("Home");
   const struct {
-    std::optional<std::string> path;
+    std::string path;
     std::string content;
-    std::function<void()> trouble;
-    std::vector<std::string> titles;
-  } cases[] = {
-      {std::nullopt, "", [] {}, {}},
-      {"/usb/a.ini", "nonsense", [] {}, {failed}},
-      {"/usb/a.ini", "[Rules]\nRuleCount=-3\n", [] {}, {failed}},
-      {"/usb/a.ini", "[Rules]\nRuleCount=32768\n", [] {}, {failed}},
-      {"/usb/a\\b.ini", good, [] {}, {"Velmora - Rules FileName Error"}},
-      {"/usb/a.ini", good, [this] { platform.canWriteFiles = false; }, {"Velmora - Settings Error"}},
-      {"/usb/a.ini", good, [this] { platform.tree.refusal = "The disk is full."; }, {"Velmora - Settings Error"}},
-      {"/usb/Bob.ini", good, [this] { platform.answers.push_back(Answer::No); }, {"Velmora - Rules File Exists"}},
-      {"/home/Rules.ini", good, [this] { platform.canWriteFiles = false; }, {"Velmora - Settings Error"}},
-  };
-  platform.written["/home/RulesBob.ini"] = "Bob's";
+    std::string title;
+    std::function<void()> trouble = [] {};
+  } cases[] = {{"/usb/a.ini", "nonsense", "Velmora - Rule Import Failed"},
+               {"/usb/a.ini", "[Rules]\nRuleCount=-3\n", "Velmora - Rule Import Failed"},
+               {"/usb/a.ini", "[Rules]\nRuleCount=32768\n", "Velmora - Rule Import Failed"},
+               {"/usb/a\\b.ini", good, "Velmora - Rules FileName Error"},
+               {"/usb/a.ini", good, "Velmora - Settings Error", noDisk},
+               {"/usb/a.ini", good, "Velmora - Settings Error", noSettings},
+               {"/usb/Bob.ini", good, "Velmora - Rules File Exists"},
+               {"/home/Rules.ini", good, "Velmora - Settings Error", noDisk}};
+  const auto import = [this] { press("RulesImport"); };
   for (const auto& each : cases) {
-    platform.asked.clear();
-    platform.chosenFile = each.path;
-    if (each.path) platform.written[*each.path] = each.content;
-    platform.answers = {Answer::Yes};
+    platform.written[*(platform.chosenFile = each.path)] = each.content;
+    platform.answers = {Answer::Yes, Answer::No};
     each.trouble();
-    const auto before = state();
-    press("RulesImport");
-    auto expected = each.titles;
-    expected.insert(expected.begin(), "Changes Not Saved!");
-    EXPECT_EQ(titles(), expected);
-    EXPECT_EQ(state(), before) << each.path.value_or("cancelled");
-    EXPECT_EQ(timers(), "running");
-    platform.canWriteFiles = true;
-    platform.tree.refusal.reset();
+    EXPECT_THAT(titlesWhere(import), ElementsAre("Changes Not Saved!", each.title));
+    EXPECT_EQ(timersRunning(), 2);
   }
   platform.filesAsked.clear();
   platform.answers = {Answer::No};
-  press("RulesImport");
+  import();
   EXPECT_TRUE(platform.filesAsked.empty()) << "unsaved changes come first";
+  platform.chosenFile.reset();
+  platform.answers = {Answer::Yes};
+  EXPECT_THAT(titlesWhere(import), ElementsAre("Changes Not Saved!")) << "cancelled";
+  EXPECT_EQ(timersRunning(), 2);
 }
 
 }  // namespace
