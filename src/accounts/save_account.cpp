@@ -101,11 +101,11 @@ Saving SaveAccount(Program& program) {
   const std::string former = row.AcntName;
   static_cast<Account&>(row) = taken;
   lookForFiles(program, row);
-  RenameAccountInRules(program, former, row.AcntName);
   renameOnScreen(program, account, former, row.AcntName);
   FillRuleAccounts(program);
   ShowAccount(program, account);
   program.frmMain.TabStripAcnts.SelectTab(account);
+  RenameAccountInRules(program, former, taken.AcntName);
   return Saving::Done;
 }
 

@@ -99,8 +99,9 @@ void ShowHelp(Program& program) {
 }
 
 void GoToPage(Program& program, std::int16_t page) {
-  switchPage(program, std::exchange(program.CurrentPage, page), page);
-  if (page == rulesPage && !program.unsaved.RulesDirty) LoadRulePage(program);
+  const std::int16_t former = std::exchange(program.CurrentPage, page);
+  switchPage(program, former, page);
+  if (page == rulesPage && former != rulesPage && !program.unsaved.RulesDirty) LoadRulePage(program);
   CountRuleFits(program);
   SetInterfaceState(program);
 }
@@ -127,7 +128,7 @@ void tbrButtons_ButtonClick(Program& program, const Button& button) {
   if (button.Key == "SaveAccount") SaveAccount(program);
   if (button.Key == "SaveRules") SaveRules(program);
   if (button.Key == "Cancel" && program.CurrentPage == accountsPage) ShowAccount(program, program.accounts.AcntCurrent);
-  if (button.Key == "Cancel" && program.CurrentPage == rulesPage) LoadRulePage(program);
+  if (button.Key == "Cancel" && program.CurrentPage == rulesPage) CancelRules(program);
 }
 
 }  // namespace velmora

@@ -6,6 +6,7 @@
 #include "messages/decisions/empty_list.h"
 #include "messages/decisions/pictures.h"
 #include "messages/list_tips.h"
+#include "rules/rule_fits.h"
 
 namespace velmora {
 
@@ -58,6 +59,7 @@ void ShowAccountMessages(Program& program, std::int16_t account) {
   EnableMessageActions(program, false);
   RefreshAccountPanels(program, account);
   program.list.AcntLastShown = account;
+  RecountRuleFits(program);
 }
 
 std::span<MailMessage> messagesOf(Program& program, std::int16_t account) {

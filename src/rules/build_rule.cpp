@@ -52,7 +52,7 @@ void cboWhere_Click(Program& program) {
 }
 
 void cboBoolean_Click(Program& program) {
-  if (program.rules.CurrentRule < 1) return;
+  if (program.rules.CurrentRule < 1 || !program.frmMain.fraRules.Enabled) return;
   rewriteConjunctions(current(program), program.frmMain.cboBoolean.Text.get());
   changed(program);
 }
@@ -118,8 +118,7 @@ void ShowEntries(Program& program) {
   for (std::size_t slot = 1; slot <= entryCount(rule); ++slot) {
     program.rulePage.Entries.at(slot) = partsOf(rule.Description.at(slot));
   }
-  ClearBuilder(program);
-  if (entryCount(rule) > 0) putBack(program, lastEntry(program));
+  entryCount(rule) > 0 ? putBack(program, lastEntry(program)) : ClearBuilder(program);
   showDescription(program);
 }
 
@@ -137,7 +136,7 @@ void UpdateDescription(Program& program) {
 
 void ClearDescription(Program& program) {
   clearEntries(current(program));
-  ClearBuilder(program);
+  putBack(program, {"From", "Contains", "", "AND", builtEntry(program).Not});
   changed(program);
 }
 

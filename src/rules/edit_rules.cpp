@@ -42,7 +42,10 @@ void AddRule(Program& program) {
 }
 
 void DeleteRule(Program& program) {
+  const SetForNow asking(program.rulePage.asking, true);
+  const std::int16_t named = program.rules.CurrentRule;
   if (program.platform.MsgBox(deleteRuleWarning(current(program).Name)) != Answer::Yes) return;
+  if (program.rules.CurrentRule != named) return;
   deleteRule(program.rules);
   write(program) ? LoadRulePage(program) : ShowRules(program);
 }
@@ -56,14 +59,19 @@ void SaveRules(Program& program) {
   if (canBeSaved(program) && write(program)) LoadRulePage(program);
 }
 
+void CancelRules(Program& program) {
+  program.rulesFile.behind = false;
+  LoadRulePage(program);
+}
+
 bool SettleRules(Program& program) {
-  if (!program.unsaved.RulesDirty) return true;
+  if (!program.unsaved.RulesDirty && !program.rulesFile.behind) return true;
   if (program.rulePage.asking) return false;
   const SetForNow asking(program.rulePage.asking, true);
   const Answer answer = program.platform.MsgBox(rulesNotSaved());
   if (answer == Answer::Yes) SaveRules(program);
-  if (answer == Answer::Cancel) LoadRulePage(program);
-  return !program.unsaved.RulesDirty;
+  if (answer == Answer::Cancel) CancelRules(program);
+  return !program.unsaved.RulesDirty && !program.rulesFile.behind;
 }
 
 }  // namespace velmora

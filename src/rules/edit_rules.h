@@ -17,6 +17,9 @@ void MoveRule(Program& program, bool up);
 /// then.
 void SaveRules(Program& program);
 
+/// Gives up what was not saved.
+void CancelRules(Program& program);
+
 /// Asks what is to become of rules that were not saved, if there are any. Returns whether the page may be left; not so
 /// where the user wants to return to it, where they could not be saved, and while he is asked already.
 bool SettleRules(Program& program);

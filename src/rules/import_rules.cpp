@@ -6,6 +6,7 @@
 #include "options/decisions/ini_file.h"
 #include "platform/set_for_now.h"
 #include "rules/decisions/rule_file.h"
+#include "rules/decisions/rule_file_name.h"
 #include "rules/decisions/rule_file_texts.h"
 #include "rules/keep_rules_as.h"
 #include "rules/save_rules.h"
@@ -47,7 +48,7 @@ void importFrom(Program& program, const std::string& path) {
   // What another program has done to the file in use is what the user imports.
   const RulesFile known = program.rulesFile;
   if (path == known.path) NoteRulesFile(program, path);
-  if (KeepRulesAs(program, bareName(path), std::move(imported))) {
+  if (KeepRulesAs(program, rulesPrefixed(bareName(path)), std::move(imported))) {
     program.platform.MsgBox(ruleImportSuccessful(program.AppTitle, modified > 0));
   } else {
     program.rulesFile = known;
@@ -62,10 +63,8 @@ void askAndImport(Program& program) {
 
 }  // namespace
 
-/// A screen reader can press the button behind the dialogs that this opens.
 void ImportRules(Program& program) {
-  if (program.rulePage.importing || program.frmRuleFile.RuleFileOpen) return;
-  const SetForNow importing(program.rulePage.importing, true);
+  const SetForNow asking(program.rulePage.asking, true);
   SuspendStartUpTimer(program, TimerAction::Suspend);
   SuspendAutoCheck(program, TimerAction::Suspend);
   askAndImport(program);

@@ -20,16 +20,15 @@ bool keepName(Program& program, const std::string& name) {
 
 }  // namespace
 
-bool KeepRulesAs(Program& program, std::string_view given, Rules rules) {
-  const std::string name = ruleFileName(given);
+bool KeepRulesAs(Program& program, const std::string& name, Rules rules) {
   if (const auto fault = faultOfFileName(name); !fault.empty()) {
     program.platform.MsgBox(ruleFileNameRefused(program.AppTitle, fault));
     return false;
   }
   const std::string path = program.platform.programFile(name);
   if (!StoreRules(program, path, rules)) return false;
-  // The settings lead to the file in use already, which holds these rules now: there is nothing left that could fail.
-  if (path != program.rulesFile.path && !keepName(program, name)) return false;
+  // Where the settings lead to the file already, there is nothing left that could fail.
+  if (name != program.options.RulesIniFileName && !keepName(program, name)) return false;
   program.options.RulesIniFileName = program.EditOptions.RulesIniFileName = name;
   takeWorking(rules);
   program.rules = std::move(rules);

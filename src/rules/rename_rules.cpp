@@ -5,6 +5,7 @@
 #include "app/program.h"
 #include "checking/auto_check.h"
 #include "checking/start_up_check.h"
+#include "rules/decisions/rule_file_name.h"
 #include "rules/decisions/rule_file_texts.h"
 #include "rules/keep_rules_as.h"
 
@@ -16,7 +17,7 @@ constexpr int rulesHelp = 150;
 
 void saveRulesAs(Program& program) {
   const TextBox& name = program.frmRuleFile.txtRuleFileName;
-  if (KeepRulesAs(program, name.Text.get(), program.rules)) {
+  if (KeepRulesAs(program, withIniEnding(rulesPrefixed(name.Text.get())), program.rules)) {
     frmRuleFile_Unload(program);
   } else {
     name.SetFocus();
@@ -41,10 +42,9 @@ void ConnectRuleFile(Program& program) {
   window.Close = [&program] { frmRuleFile_Unload(program); };
 }
 
-/// A screen reader can press the button behind the window that is open already.
 void RenameRuleFile(Program& program) {
   RuleFileWindow& window = program.frmRuleFile;
-  if (program.rulePage.importing || std::exchange(window.RuleFileOpen, true)) return;
+  window.RuleFileOpen = true;
   SuspendStartUpTimer(program, TimerAction::Suspend);
   SuspendAutoCheck(program, TimerAction::Suspend);
   window.lblRuleFilePathCurrent.Caption = program.platform.programFile("");

@@ -30,10 +30,14 @@ bool isTried(const Rule& tried, const Rule& rule) {
          tried.DescCount == rule.DescCount;
 }
 
+const MailMessage& mailOf(Program& program, const RuleFits::Fit& fit) {
+  return program.messages.at(fit.account, static_cast<std::int16_t>(fit.message));
+}
+
 void fillList(Program& program) {
   std::vector<ListView::Row> rows;
   for (const auto [account, message] : program.ruleFits.fits) {
-    const MailMessage& mail = program.messages.at(account, message);
+    const MailMessage& mail = mailOf(program, {account, message});
     rows.push_back({{program.accounts[account].AcntName, mail.From, mail.Subject}, "", mail.New});
   }
   program.frmRuleFits.lvwRuleFits.SetRows(std::move(rows));
@@ -55,10 +59,10 @@ void end(Program& program) {
 
 void tryMessage(Program& program, std::size_t& looked) {
   RuleFits& state = program.ruleFits;
-  const auto [account, message] = state.next;
+  const std::int16_t account = state.next.account;
   ++state.tried;
   if (state.rule.Account != allAccounts && state.rule.Account != program.accounts[account].AcntName) return;
-  RuledMessage ruled(program.messages.at(account, message), [&looked](std::size_t bytes) { looked += bytes; });
+  RuledMessage ruled(mailOf(program, state.next), [&looked](std::size_t bytes) { looked += bytes; });
   try {
     if (ruleFits(state.rule, ruled)) state.fits.push_back(state.next);
   } catch (const RunTimeFailure&) {
@@ -126,6 +130,11 @@ void CountRuleFits(Program& program) {
   }
   program.frmMain.tmrRuleFits.Enabled = true;
   SetInterfaceState(program);
+}
+
+void RecountRuleFits(Program& program) {
+  program.ruleFits = {};
+  CountRuleFits(program);
 }
 
 void frmRuleFits_Unload(Program& program) {

@@ -15,7 +15,7 @@ struct Program;
 struct RuleFits {
   struct Fit {
     std::int16_t account;
-    std::int16_t message;
+    std::int32_t message;  ///< one more than there can be, behind the last
   };
 
   Rule rule;       ///< the one that is tried
@@ -32,6 +32,9 @@ void ConnectRuleFits(Program& program);
 /// Begins to try the rule showing, unless that is the one being tried, or stops where there is none to try, the page
 /// isn't showing, or messages may change. To be called where any of that may have changed.
 void CountRuleFits(Program& program);
+
+/// The messages, or their order, are others now.
+void RecountRuleFits(Program& program);
 
 /// Closes the list of the messages, if it is open.
 void frmRuleFits_Unload(Program& program);

@@ -61,19 +61,20 @@ void ClearRulePage(Program& program) {
 /// is taken back.
 bool isUsersChange(Program& program) {
   if (program.rulePage.RuleLoading) return false;
-  if (program.rules.CurrentRule > 0) return true;
-  ShowRule(program, 0);
+  if (program.rules.CurrentRule > 0 && program.frmMain.fraRules.Enabled) return true;
+  ShowRules(program);
   return false;
 }
 
 void lstRules_Click(Program& program) {
-  if (program.frmMain.lstRules.ListIndex < 1) return;
+  if (program.frmMain.lstRules.ListIndex < 1 || !isUsersChange(program)) return;
   program.rules.CurrentRule = program.frmMain.lstRules.ListIndex;
   ShowRule(program, program.rules.CurrentRule);
   CheckRulesDirty(program);
 }
 
 void lstRules_ItemCheck(Program& program, std::int16_t item) {
+  if (!isUsersChange(program)) return;
   program.rules.CurrentRule = item;
   current(program).Enabled = program.frmMain.lstRules[item].Checked ? 1 : 0;
   ShowRule(program, item);
@@ -106,6 +107,7 @@ void takeNotification(Program& program, std::int16_t RuleSetHead::*member, std::
 }
 
 void tbrRules_ButtonClick(Program& program, const Button& button) {
+  if (program.rulePage.asking || program.frmRuleFile.RuleFileOpen) return;
   if (button.Key == "RulesAdd") AddRule(program);
   if (button.Key == "RulesDelete") DeleteRule(program);
   if (button.Key == "RulesImport") ImportRules(program);
@@ -174,7 +176,8 @@ void ShowRule(Program& program, std::int16_t number) {
 
 void CheckRulesDirty(Program& program) {
   if (program.rulePage.RuleLoading) return;
-  program.unsaved.RulesDirty = isChanged(program.rules);
+  const bool unkept = program.rulesFile.behind && program.CurrentPage == rulesPage;
+  program.unsaved.RulesDirty = unkept || isChanged(program.rules);
   SetInterfaceState(program);
   CountRuleFits(program);
 }

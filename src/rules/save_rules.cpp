@@ -45,7 +45,7 @@ bool StoreRules(Program& program, const std::string& path, const Rules& rules) {
   if (!mayReplace(program, path)) return false;
   if (IniFile file(program.platform, path); writeRules(file, rules)) return true;
   TellNotSaved(program, "The Rules were not saved.",
-               "The disk may be full, or this file or its folder read-only:\r\n" + path);
+               "The disk may be full, this file or its folder read-only, or the Rules larger than 4 MB:\r\n" + path);
   return false;
 }
 
@@ -75,7 +75,9 @@ void RenameAccountInRules(Program& program, const std::string& from, const std::
   if (from.empty() || from == to || from == allAccounts || to == allAccounts) return;
   const bool wasChanged = isChanged(program.rules);
   rename(program.rules.working, from, to);
-  if (rename(program.rules.live, from, to) && !wasChanged) WriteRules(program, program.rulesFile.path);
+  if (!rename(program.rules.live, from, to)) return;
+  program.rulesFile.behind = true;
+  if (!wasChanged) WriteRules(program, program.rulesFile.path);
 }
 
 }  // namespace velmora

@@ -12,6 +12,7 @@ struct Rules;
 struct RulesFile {
   std::string path;
   std::optional<std::string> content;  ///< none where there was no file
+  bool behind = false;                 ///< a change that should have reached it at once did not
 };
 
 /// Fills the live set from the Rules file at `path`.
@@ -34,7 +35,8 @@ void ShowRulesFileName(Program& program);
 /// Reads the user's rules when the program starts.
 void StartRules(Program& program);
 
-/// The rules for an account go with it to its new name, saved or not, and the Rules file follows at once.
+/// The rules for an account go with it to its new name, saved or not, and the Rules file follows at once. Where it
+/// can't, the page offers to save them, and quitting asks.
 void RenameAccountInRules(Program& program, const std::string& from, const std::string& to);
 
 }  // namespace velmora

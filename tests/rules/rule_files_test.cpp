@@ -20,7 +20,7 @@ TEST(RuleFileNames, BeginWithRulesAndEndWithIni) {
                                                        {"RRulesules", "Ruless.ini"},
                                                        {"RulesRulesRulesRulesRulesRules", "Ruless.ini"},
                                                        {"aRulebRulecRuledRuleeRulef", "RulesabcdeRulef.ini"}};
-  for (const auto& [given, name] : cases) EXPECT_EQ(ruleFileName(given), name) << given;
+  for (const auto& [given, name] : cases) EXPECT_EQ(withIniEnding(rulesPrefixed(given)), name) << given;
 }
 
 TEST(RuleFileNames, CanNotLeadElsewhereNorBeDisguised) {
@@ -138,8 +138,8 @@ TEST_F(RuleFiles, StayAsTheyAreWhereARenameCanNotBe) {
 
 TEST_F(RuleFiles, OfOthersAreImportedForAllAccounts) {
   const std::string done = "The Rule File has been successfully imported.          \r\n\r\n";
-  platform.written["/usb/MyRules"] = rulesOf("Home");
-  platform.chosenFile = "/usb/MyRules";
+  platform.written["/usb/MyRules.ini"] = rulesOf("Home");
+  platform.chosenFile = "/usb/MyRules.ini";
   platform.answers = {Answer::Yes};
   platform.onFileAsked = [this] {
     EXPECT_EQ(timersRunning(), 0);

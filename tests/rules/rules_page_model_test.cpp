@@ -62,7 +62,7 @@ class RulesPageModel : public test::RandomSteps {
     page.tbrMainButtons["Rules"].click();
   }
   bool some() const { return current_ > 0; }
-  bool dirty() const { return working_.values() != live_.values(); }
+  bool dirty() const { return behind_ || working_.values() != live_.values(); }
   const std::string& oneOf(const Texts& list) { return list[random(list.size())]; }
   bool expectDialog(const std::string& title, Answer answer = Answer::Ok) {
     dialogs_.push_back(title);
@@ -98,8 +98,8 @@ class RulesPageModel : public test::RandomSteps {
     return entry;
   }
   void showRule() {
-    in_ = {"From", "Contains", "", "AND", ""};
     update_ = redo_ = false;
+    if (!some() || current().DescCount == 0) in_ = {"From", "Contains", "", "AND", ""};
     if (!some()) return;
     current().RedoCount = current().DescCount;
     for (int i = 1; i <= current().DescCount; ++i) part(i) = parsed(slot(i));
@@ -141,7 +141,12 @@ class RulesPageModel : public test::RandomSteps {
     page.cboBoolean.Choose(in_.Boolean);
   }
   void clear() {
-    if (some() && current().DescCount > 0) current().DescCount = 0, showRule();
+    if (some() && current().DescCount > 0) {
+      const std::string negation = in_.Not;
+      current().DescCount = 0;
+      showRule();
+      in_.Not = negation;
+    }
     page.tbrRuleUpdate[0]["Clear"].click();
   }
   void undo() {
@@ -172,7 +177,7 @@ class RulesPageModel : public test::RandomSteps {
     if (!platform.canWriteFiles) return expectDialog("Velmora - Settings Error");
     live_ = set;
     file_ = path;
-    return !(handEdited_ = false);
+    return !(handEdited_ = behind_ = false);
   }
   void add() {
     current_ = working_.rules.size() + 1;
@@ -230,7 +235,7 @@ class RulesPageModel : public test::RandomSteps {
     platform.canWriteFiles = true;
   }
   void cancel() {
-    if (dirty()) load();
+    if (dirty()) behind_ = false, load();
     page.tbrButtons[cancelRulesBar]["Cancel"].click();
   }
   void renameFile() {
@@ -241,12 +246,12 @@ class RulesPageModel : public test::RandomSteps {
     for (const auto* key : {"Save", "Cancel"}) program.frmRuleFile.tbrButtons[key].click();
   }
   void import() {
-    const auto& [given, path] = files[random(std::size(files) - 1)];
+    const std::string path = files[random(std::size(files) - 1)].second;
     Set set{{1, 0, 0, 9}, std::vector<WorkingRule>(1)};
     set.rules[0].Name = "x";
     set.rules[0].DescCount = 1;
     set.rules[0].Description[1] = "To Contains y ";
-    platform.chosenFile = "/elsewhere/" + given;
+    platform.chosenFile = "/elsewhere/" + path.substr(6);
     platform.written[*platform.chosenFile] = foreign;
     if ((!dirty() || asks("Changes Not Saved!")) && write(path, set)) {
       current_ = 1;
@@ -278,7 +283,7 @@ class RulesPageModel : public test::RandomSteps {
     } else {
       const std::string former = std::exchange(*account, "Account" + std::to_string(++renamed_));
       for (WorkingRule& rule : working_.rules) rule.Account = rule.Account == former ? *account : rule.Account;
-      if (dirty()) live_ = working_, write(file_, working_);
+      if (dirty()) behind_ = true, live_ = working_, write(file_, working_);
       page.txtAcntName.Text = *account;
       page.tbrButtons[saveAccountBar]["SaveAccount"].click();
     }
@@ -355,6 +360,7 @@ class RulesPageModel : public test::RandomSteps {
   EntryParts in_{"From", "Contains", "", "AND", ""};  ///< the builder
   std::array<EntryParts, 11> parts_;
   bool update_ = false, redo_ = false, handEdited_ = false;
+  bool behind_ = false;  ///< a rename of an account has not reached the file
   int renamed_ = 0;
   Texts accounts_{"All Accounts", "Work", "Home"}, dialogs_;
 

@@ -39,7 +39,7 @@ std::string keepable(const std::string& text) {
 /// An entry ends in a blank, which a read takes away with all that is blank at its end. Only more than that needs
 /// marks.
 std::string keepableEntry(const std::string& entry) {
-  const std::string text(text::trim(entry));
+  const std::string text = entry.substr(0, entry.find_last_not_of(' ') + 1);
   return Profile::readBack(text) != text ? quoted(text) : entry;
 }
 

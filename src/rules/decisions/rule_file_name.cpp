@@ -1,5 +1,8 @@
 #include "rules/decisions/rule_file_name.h"
 
+#include <algorithm>
+#include <array>
+
 #include "platform/characters.h"
 #include "platform/file_name.h"
 
@@ -19,12 +22,25 @@ std::string withoutFirst(int most, std::string_view what, std::string_view text)
   return rest.append(text);
 }
 
-/// What is no text, what can't be seen, and what turns the direction of writing: "ini.boB" would look like "Bob.ini".
+struct Range {
+  char32_t first;
+  char32_t last;
+};
+
+/// What can't be seen, and what turns the direction of writing: "ini.boB" would look like "Bob.ini".
+constexpr auto unseen = std::to_array<Range>({{0x80, 0x9F},
+                                              {0xAD, 0xAD},
+                                              {0x200B, 0x200F},
+                                              {0x2028, 0x202E},
+                                              {0x2060, 0x206F},
+                                              {0xFEFF, 0xFEFF},
+                                              {0xE0000, 0xE0FFF}});
+
 bool isHarmless(std::string_view character) {
   const auto byte = static_cast<unsigned char>(character.front());
   if (character.size() == 1) return byte >= 0x20 && byte < 0x7F;
   const char32_t code = text::decoded(character);
-  return code >= 0xA0 && (code < 0x2028 || code > 0x202E) && (code < 0x2066 || code > 0x2069);
+  return std::ranges::none_of(unseen, [code](const Range& range) { return code >= range.first && code <= range.last; });
 }
 
 bool isHarmlessText(std::string_view text) {
@@ -38,8 +54,11 @@ bool isHarmlessText(std::string_view text) {
 
 }  // namespace
 
-std::string ruleFileName(std::string_view given) {
-  const std::string name = std::string(prefix) + withoutFirst(4, "Rule", withoutFirst(5, prefix, given));
+std::string rulesPrefixed(std::string_view name) {
+  return std::string(prefix) + withoutFirst(4, "Rule", withoutFirst(5, prefix, name));
+}
+
+std::string withIniEnding(const std::string& name) {
   return name.ends_with(ending) ? name : name + std::string(ending);
 }
 

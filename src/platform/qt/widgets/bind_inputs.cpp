@@ -2,6 +2,7 @@
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QRadioButton>
+#include <QRegularExpression>
 #include <QSignalBlocker>
 
 #include "platform/controls/check_box.h"
@@ -11,6 +12,7 @@
 #include "platform/qt/widgets/bind.h"
 #include "platform/qt/widgets/harmless_text.h"
 #include "platform/qt/widgets/text_view.h"
+#include "platform/text.h"
 
 namespace velmora {
 
@@ -28,6 +30,22 @@ void showOption(std::int16_t value, QButtonGroup& group) {
   group.setExclusive(true);
 }
 
+/// As much of a text as a box can be asked to show. What the user doesn't change must not change: tabs stay.
+constexpr qsizetype mostInput = 10000;
+
+QString inputText(std::string_view text) { return harmlessText(text::left(text, mostInput)).replace(u'\n', u' '); }
+
+/// A line that was copied with its end brings that along, and nobody would see it.
+void takeLineEndsOut(QLineEdit& widget) {
+  static const QRegularExpression lineEnds("[\\r\\n\\x{0}\\x{85}\\x{2028}\\x{2029}]");
+  QString text = widget.text();
+  if (!text.contains(lineEnds)) return;
+  const QSignalBlocker quiet(widget);
+  const int cursor = widget.cursorPosition();
+  widget.setText(text.replace(lineEnds, " "));
+  widget.setCursorPosition(cursor);
+}
+
 }  // namespace
 
 void bind(TextBox& box, QLineEdit& widget) {
@@ -41,13 +59,12 @@ void bind(TextBox& box, QLineEdit& widget) {
 
 /// A text that the box shows otherwise, such as one too long for it, stays as it is until the user changes it.
 void bindInput(TextBox& box, QLineEdit& widget) {
-  constexpr qsizetype most = 10000;
-  widget.setMaxLength(box.MaxLength > 0 ? box.MaxLength : int{most});
+  widget.setMaxLength(box.MaxLength > 0 ? box.MaxLength : int{mostInput});
   box.Text.watch([&widget](const std::string& text) {
     if (utf8(widget.text()) == text) return;
     const QSignalBlocker quiet(widget);
     const bool isSeen = widget.echoMode() == QLineEdit::Normal;
-    widget.setText(isSeen ? harmlessLine(text, most) : qt(text));
+    widget.setText(isSeen ? inputText(text) : qt(text));
     widget.setCursorPosition(0);
   });
   box.Enabled.watch([&widget](bool on) { widget.setEnabled(on); });
@@ -59,7 +76,10 @@ void bindInput(TextBox& box, QLineEdit& widget) {
     widget.setFocus();
     widget.selectAll();
   });
-  QObject::connect(&widget, &QLineEdit::textChanged, &widget, [&box](const QString& text) { box.Text = utf8(text); });
+  QObject::connect(&widget, &QLineEdit::textChanged, &widget, [&box, &widget] {
+    takeLineEndsOut(widget);
+    box.Text = utf8(widget.text());
+  });
 }
 
 void bind(CheckBox& box, QCheckBox& widget) {

@@ -41,7 +41,7 @@ RuleFitsView::RuleFitsView(RuleFitsWindow& window, QWidget* mainWindow) : FormVi
   list->setObjectName("lvwRuleFits");
   list->setAccessibleName("Messages that the rule fits");
   column->addWidget(list, 1);
-  column->addWidget(makeToolbar(window.tbrButtons, "tbrRuleFits", ButtonLook::TextBesideIcon, this), 0, Qt::AlignRight);
+  column->addWidget(makeToolbar(window.tbrButtons, "tbrButtons", ButtonLook::TextBesideIcon, this), 0, Qt::AlignRight);
   resize(inFontOf(*this, startSize).boundedTo(roomFor(*this)));
   window.lvwRuleFits.Columns[0].Width = width() / 5;
   window.lvwRuleFits.Columns[1].Width = width() * 2 / 5;
