@@ -133,6 +133,8 @@ TEST_F(RulesOnScreen, RulesAreTickedAndChosenInTheList) {
   EXPECT_EQ(program.rules.working[3].Enabled, 1);
   QTest::keyClick(&rules, Qt::Key_Space);
   EXPECT_EQ(program.rules.working[3].Enabled, 0);
+  rules.selectionModel()->select(rules.model()->index(4, 0), QItemSelectionModel::ClearAndSelect);
+  EXPECT_EQ(program.rules.CurrentRule, 5) << "as a screen reader chooses";
   QTest::keyClick(&rules, Qt::Key_End);
   EXPECT_EQ(program.rules.CurrentRule, 300);
   platform.answers = {Answer::Yes};

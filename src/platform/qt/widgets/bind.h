@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QBoxLayout>
 #include <QPoint>
 #include <QString>
 #include <functional>
@@ -62,7 +61,7 @@ QCheckBox* makeTick(CheckBox& tick, const QString& name, char letter, QWidget* p
 
 /// Makes a group's buttons side by side, or one below the other, inside `parent`, which owns them. The first is named
 /// `name` and 1. Each of `letters` leads to one of them.
-QWidget* makeOptions(OptionGroup& group, const QString& name, std::string_view letters, QBoxLayout::Direction direction,
+QWidget* makeOptions(OptionGroup& options, const QString& name, std::string_view letters, Qt::Orientation orientation,
                      QWidget* parent);
 
 /// Makes a large picture out of an image list inside `parent`, which owns it, named `name`.

@@ -1,3 +1,4 @@
+#include <QBoxLayout>
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QLineEdit>
@@ -104,14 +105,15 @@ QCheckBox* makeTick(CheckBox& tick, const QString& name, char letter, QWidget* p
   return box;
 }
 
-QWidget* makeOptions(OptionGroup& options, const QString& name, std::string_view letters,
-                     QBoxLayout::Direction direction, QWidget* parent) {
+QWidget* makeOptions(OptionGroup& options, const QString& name, std::string_view letters, Qt::Orientation orientation,
+                     QWidget* parent) {
   constexpr int gapInRow = 16;
   auto* frame = new QWidget(parent);
   auto* group = new QButtonGroup(frame);
-  auto* layout = new QBoxLayout(direction, frame);
+  const bool isRow = orientation == Qt::Horizontal;
+  auto* layout = new QBoxLayout(isRow ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom, frame);
   layout->setContentsMargins(0, 0, 0, 0);
-  if (direction == QBoxLayout::LeftToRight) layout->setSpacing(gapInRow);
+  if (isRow) layout->setSpacing(gapInRow);
   for (std::size_t i = 0; i < options.Captions.size(); ++i) {
     auto* button = new QRadioButton(withShortcut(options.Captions[i], letters.at(i)), frame);
     const int number = static_cast<int>(i) + 1;

@@ -118,7 +118,14 @@ void CheckListView::showChoice() {
 
 void CheckListView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
   QListView::currentChanged(current, previous);
-  if (!showing_ && current.isValid()) list_.Choose(static_cast<std::int16_t>(current.row() + 1));
+  const int number = current.row() + 1;
+  if (!showing_ && number > 0 && number != list_.ListIndex.get()) list_.Choose(static_cast<std::int16_t>(number));
+}
+
+/// A screen reader selects what it wants to be chosen.
+void CheckListView::selectionChanged(const QItemSelection& added, const QItemSelection& removed) {
+  QListView::selectionChanged(added, removed);
+  if (!showing_ && !added.isEmpty()) setCurrentIndex(added.first().topLeft());
 }
 
 void CheckListView::keyPressEvent(QKeyEvent* event) {

@@ -17,7 +17,6 @@
 #include "platform/qt/widgets/plain_layout.h"
 #include "platform/qt/widgets/scrolled.h"
 #include "platform/qt/widgets/text_view.h"
-#include "platform/qt/widgets/tips.h"
 #include "platform/qt/widgets/titled_frame.h"
 #include "rules/rules_page.h"
 
@@ -76,14 +75,13 @@ QWidget* makeNoRules(Label& label, QWidget* parent) {
 
 /// The file may have any name.
 QLabel* makeFileName(Label& label, QWidget* parent) {
-  constexpr qsizetype longest = 120;
+  constexpr qsizetype longest = 260;
   constexpr qsizetype widestWord = 12;
   auto* name = makeLabel(label, "lblRulesFileName", parent);
   name->setWordWrap(true);
   label.Caption.watch([name](const std::string& caption) {
     name->setText(breakable(harmlessLine(caption, longest), widestWord));
     name->setAccessibleName(harmlessLine(caption));
-    name->setToolTip(plainTip(caption));
   });
   return name;
 }
@@ -212,7 +210,7 @@ QWidget* makeRule(RulesPage& page, QWidget* parent) {
 QWidget* makeAction(RulesPage& page, QWidget* parent) {
   auto* frame = new TitledFrame(page.fraAction, "fraAction", parent);
   auto* row = new QHBoxLayout(frame);
-  row->addWidget(makeOptions(page.optRuleAction, "optRuleAction", "lMI", QBoxLayout::LeftToRight, frame));
+  row->addWidget(makeOptions(page.optRuleAction, "optRuleAction", "lMI", Qt::Horizontal, frame));
   row->addStretch(1);
   return frame;
 }
