@@ -93,6 +93,7 @@ TEST_F(RealFiles, WhatIsNoFileOrTooLargeIsNotRead) {
   IniFile(platform_, path()).KeySave("v", "s", "k");
   EXPECT_EQ(static_cast<std::size_t>(large.size()), largestReadFile + 1) << "nor is it replaced";
   EXPECT_EQ(platform_.programFile("../../x"), platform_.programFile("x"));
+  EXPECT_EQ(platform_.programFile("") + "/x", platform_.programFile("x"));
 }
 
 TEST_F(RealFiles, QuestionsShowPlainTextAndTakeEscForNo) {
