@@ -70,6 +70,11 @@ void restoreDesignSize(Program& program) {
   program.frmMain.restoreSize.raise();
 }
 
+void enterRulesPage(Program& program) {
+  if (!program.unsaved.RulesDirty) LoadRulePage(program);
+  program.frmMain.lstRules.SetFocus();
+}
+
 }  // namespace
 
 void ShowPage(Program& program, std::int16_t page) {
@@ -101,7 +106,7 @@ void ShowHelp(Program& program) {
 void GoToPage(Program& program, std::int16_t page) {
   const std::int16_t former = std::exchange(program.CurrentPage, page);
   switchPage(program, former, page);
-  if (page == rulesPage && former != rulesPage && !program.unsaved.RulesDirty) LoadRulePage(program);
+  if (page == rulesPage && former != rulesPage) enterRulesPage(program);
   CountRuleFits(program);
   SetInterfaceState(program);
 }

@@ -36,19 +36,28 @@ Rules rulesOf(Platform& platform, const std::string& path) {
   return rules;
 }
 
+/// A file of another folder may bear the name of the one in use.
+bool mayTakePlace(Program& program, const std::string& path, const std::string& name) {
+  const std::string& inUse = program.rulesFile.path;
+  if (path == inUse || program.platform.programFile(name) != inUse || !program.platform.fileExists(inUse)) return true;
+  return program.platform.MsgBox(importReplacesRules(program.AppTitle)) == Answer::Yes;
+}
+
 void importFrom(Program& program, const std::string& path) {
   Rules imported = rulesOf(program.platform, path);
   if (imported.live.RuleCount < 1) {
     program.platform.MsgBox(ruleImportFailed(program.AppTitle));
     return;
   }
+  const std::string name = rulesPrefixed(bareName(path));
+  if (!mayTakePlace(program, path, name)) return;
   const int modified = holdForAllAccounts(imported.live);
   imported.CurrentRule = 1;
   imported.CopyRulesToWorking();
   // What another program has done to the file in use is what the user imports.
   const RulesFile known = program.rulesFile;
   if (path == known.path) NoteRulesFile(program, path);
-  if (KeepRulesAs(program, rulesPrefixed(bareName(path)), std::move(imported))) {
+  if (KeepRulesAs(program, name, std::move(imported))) {
     program.platform.MsgBox(ruleImportSuccessful(program.AppTitle, modified > 0));
   } else {
     program.rulesFile = known;

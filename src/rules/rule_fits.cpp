@@ -84,11 +84,13 @@ void tmrRuleFits_Timer(Program& program) {
   if (state.tried == state.messages) end(program);
 }
 
+/// The list stays where a check comes in between, and is filled anew behind it.
 void stop(Program& program) {
   program.ruleFits = {};
   program.frmMain.tmrRuleFits.Enabled = false;
   program.frmMain.lblRuleFits.Caption = "";
-  frmRuleFits_Unload(program);
+  program.frmRuleFits.lvwRuleFits.Clear();
+  if (program.activity == Activity::Idle) frmRuleFits_Unload(program);
 }
 
 void tbrRuleFits_ButtonClick(Program& program) {
@@ -106,6 +108,14 @@ void ConnectRuleFits(Program& program) {
   RuleFitsWindow& window = program.frmRuleFits;
   program.frmMain.tmrRuleFits.Tick = [&program] { tmrRuleFits_Timer(program); };
   program.frmMain.tbrRuleFits.ButtonClick = [&program](Button&) { tbrRuleFits_ButtonClick(program); };
+  window.lvwRuleFits.MouseMove = [&window](std::int32_t row, std::int32_t) {
+    const auto& rows = window.lvwRuleFits.Rows();
+    std::string cells;
+    if (row > 0) {
+      for (const std::string& cell : rows.at(static_cast<std::size_t>(row - 1)).Cells) cells += cell + "\r\n";
+    }
+    window.tipRuleFits.ToolText = cells;
+  };
   window.tbrButtons.ButtonClick = [&program](Button&) { frmRuleFits_Unload(program); };
   window.Help = [&program] { program.platform.showHelp(rulesHelp); };
   window.Close = [&program] { frmRuleFits_Unload(program); };
@@ -124,6 +134,7 @@ void CountRuleFits(Program& program) {
     return;
   }
   state = {};
+  program.frmRuleFits.lvwRuleFits.Clear();
   state.rule = rule;
   for (const std::int16_t number : program.accounts.numbers()) {
     state.messages += static_cast<std::size_t>(std::max<std::int16_t>(program.accounts[number].AcntMsgCount, 0));

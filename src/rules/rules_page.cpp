@@ -61,7 +61,7 @@ void ClearRulePage(Program& program) {
 /// is taken back.
 bool isUsersChange(Program& program) {
   if (program.rulePage.RuleLoading) return false;
-  if (program.rules.CurrentRule > 0 && program.frmMain.fraRules.Enabled) return true;
+  if (program.rules.CurrentRule > 0 && program.frmMain.fraRules.Enabled && !program.rulePage.asking) return true;
   ShowRules(program);
   return false;
 }
@@ -114,6 +114,10 @@ void tbrRules_ButtonClick(Program& program, const Button& button) {
   if (button.Key == "RulesRename") RenameRuleFile(program);
 }
 
+void tbrMoveRule_ButtonClick(Program& program, const Button& button) {
+  if (!program.rulePage.asking) MoveRule(program, button.Key == "Up");
+}
+
 void connectNotification(Program& program) {
   RulesPage& page = program.frmMain;
   const auto take = [&program](std::int16_t RuleSetHead::*member) {
@@ -130,7 +134,7 @@ void ConnectRulesPage(Program& program) {
   const SetForNow loading(program.rulePage.RuleLoading, true);
   RulesPage& page = program.frmMain;
   page.tbrRules.ButtonClick = [&program](Button& button) { tbrRules_ButtonClick(program, button); };
-  page.tbrMoveRule.ButtonClick = [&program](Button& button) { MoveRule(program, button.Key == "Up"); };
+  page.tbrMoveRule.ButtonClick = [&program](Button& button) { tbrMoveRule_ButtonClick(program, button); };
   page.lstRules.Click = [&program] { lstRules_Click(program); };
   page.lstRules.ItemCheck = [&program](std::int16_t item) { lstRules_ItemCheck(program, item); };
   page.lstRules.DeleteKey = [&page] { page.tbrRules["RulesDelete"].click(); };

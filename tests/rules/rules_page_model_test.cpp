@@ -253,7 +253,9 @@ class RulesPageModel : public test::RandomSteps {
     set.rules[0].Description[1] = "To Contains y ";
     platform.chosenFile = "/elsewhere/" + path.substr(6);
     platform.written[*platform.chosenFile] = foreign;
-    if ((!dirty() || asks("Changes Not Saved!")) && write(path, set)) {
+    const bool replaces = path == file_ && platform.written.contains(path);
+    if ((!dirty() || asks("Changes Not Saved!")) && (!replaces || asks("Velmora - Rules File Exists")) &&
+        write(path, set)) {
       current_ = 1;
       load();
       expectDialog("Velmora - Rule Import Successful");

@@ -26,8 +26,11 @@ class CheckList {
   std::function<void()> Click;                         ///< the user has chosen an item
   std::function<void(std::int16_t)> ItemCheck;         ///< the user has ticked an item, or taken its tick away
   std::function<void()> DeleteKey;                     ///< the key was pressed on the list
-  Signal<> itemsChanged;                               ///< all of them may have
+  Signal<> focus;
+  Signal<> itemsChanged;  ///< all of them may have
   Signal<std::int16_t> itemChanged;
+
+  void SetFocus() const { focus.raise(); }
 
   const std::vector<Item>& Items() const { return items_; }
 

@@ -23,6 +23,12 @@ Question importLosesChanges() {
       "Changes Not Saved!", Question::Icon::Critical, Question::Buttons::YesNo};
 }
 
+Question importReplacesRules(std::string_view appTitle) {
+  return {"The Rules File that you import has the same name as the one in use." + tenBlanks +
+              "\r\n\r\n'Yes' to replace that: your present Rules are lost.\r\n'No' to keep your Rules.\r\n",
+          std::string(appTitle) + " - Rules File Exists", Question::Icon::Critical, Question::Buttons::YesNo};
+}
+
 Question ruleImportFailed(std::string_view appTitle) {
   return {"Rule Import Failed.\r\n\r\nThe Imported Rule File does not appear " + tenBlanks +
               "\r\nto be the correct format or it does not\r\ncontain any Rules.\r\n\r\n"

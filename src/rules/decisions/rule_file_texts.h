@@ -18,6 +18,9 @@ Question ruleFileNameRefused(std::string_view appTitle, std::string_view reason)
 /// Whether changes that were not saved may be lost to an import.
 Question importLosesChanges();
 
+/// Whether rules may be imported that take the place of the file in use.
+Question importReplacesRules(std::string_view appTitle);
+
 /// What an import comes to.
 Question ruleImportFailed(std::string_view appTitle);
 Question ruleImportSuccessful(std::string_view appTitle, bool accountsModified);

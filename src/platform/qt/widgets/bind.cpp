@@ -26,6 +26,14 @@ namespace velmora {
 namespace {
 
 /// A button that shows no text is named by its tip.
+constexpr const char* heirProperty = "heir";
+
+/// Qt would give it to the next one, where the same key does something else.
+void passFocusOn(const QWidget& widget) {
+  auto* heir = widget.property(heirProperty).value<QWidget*>();
+  if (heir != nullptr && heir->isEnabled()) heir->setFocus();
+}
+
 void bindButton(Button& button, const ImageList& images, QToolButton& widget) {
   widget.setObjectName(qt(button.Key));
   const auto name = [&button, &widget] {
@@ -40,7 +48,10 @@ void bindButton(Button& button, const ImageList& images, QToolButton& widget) {
     name();
   });
   button.Image.watch([&widget, images](const std::string& key) { widget.setIcon(images.icon(key)); });
-  button.Enabled.watch([&widget](bool on) { widget.setEnabled(on); });
+  button.Enabled.watch([&widget](bool on) {
+    if (!on && widget.hasFocus()) passFocusOn(widget);
+    widget.setEnabled(on);
+  });
   QObject::connect(&widget, &QToolButton::clicked, &widget, [&button] { button.click(); });
 }
 
@@ -218,6 +229,10 @@ QLabel* makePicture(Image& image, std::string_view imageList, const QString& nam
   return widget;
 }
 
+void setHeir(QWidget& bar, QWidget& heir) {
+  for (auto* button : bar.findChildren<QToolButton*>()) button->setProperty(heirProperty, QVariant::fromValue(&heir));
+}
+
 QWidget* makeToolbar(Toolbar& toolbar, const QString& name, ButtonLook look, QWidget* parent) {
   auto* row = new QWidget(parent);  // NOLINT(cppcoreguidelines-owning-memory): its parent owns it
   row->setObjectName(name);
@@ -226,6 +241,12 @@ QWidget* makeToolbar(Toolbar& toolbar, const QString& name, ButtonLook look, QWi
   layout->setSpacing(2);
   const ImageList images(toolbar.ImageList);
   for (Button& button : toolbar.Buttons) layout->addWidget(makeButton(button, images, look, row));
+  toolbar.Enabled.watch([row](bool on) {
+    const auto buttons = on ? QList<QToolButton*>() : row->findChildren<QToolButton*>();
+    for (const auto* button : buttons) {
+      if (button->hasFocus()) passFocusOn(*button);
+    }
+  });
   keepFocus(toolbar.Enabled, *row);
   toolbar.Visible.watch([row](bool on) { row->setVisible(on); });
   toolbar.Enabled.watch([row](bool on) { row->setEnabled(on); });

@@ -67,6 +67,9 @@ QWidget* makeOptions(OptionGroup& options, const QString& name, std::string_view
 /// Makes a large picture out of an image list inside `parent`, which owns it, named `name`.
 QLabel* makePicture(Image& image, std::string_view imageList, const QString& name, QWidget* parent);
 
+/// Names who gets the keyboard when a button of a bar made by makeToolbar has it and goes off. `heir` outlives the bar.
+void setHeir(QWidget& bar, QWidget& heir);
+
 /// How the buttons of a toolbar look.
 enum class ButtonLook { TextBesideIcon, TextUnderIcon };
 

@@ -43,6 +43,7 @@ class CheckListModel : public QAbstractListModel {
     if (!index.isValid() || row >= list_.Items().size()) return {};
     const CheckList::Item& item = list_.Items()[row];
     if (role == Qt::DisplayRole) return harmlessLine(item.Text);
+    if (role == Qt::AccessibleDescriptionRole) return item.Checked ? "ticked" : "not ticked";
     if (role == Qt::CheckStateRole) return static_cast<int>(item.Checked ? Qt::Checked : Qt::Unchecked);
     return {};
   }
@@ -99,6 +100,7 @@ CheckListView::CheckListView(CheckList& list, const QString& name, QWidget* pare
   list.itemChanged.watch([this](std::int16_t number) { model_->takeItem(number); });
   list.ListIndex.watch([this](std::int16_t) { showChoice(); });
   list.Enabled.watch([this](bool on) { setEnabled(on); });
+  list.focus.watch([this] { setFocus(); });
 }
 
 /// The rows that go would hand the choice on.

@@ -9,8 +9,9 @@
 namespace velmora {
 
 ChoiceBox::ChoiceBox(ComboBox& box, const QString& name, QWidget* parent) : QComboBox(parent), box_(box) {
-  constexpr int usualLength = 10;
+  constexpr int usualLength = 6;
   setObjectName(name);
+  setFocusPolicy(Qt::StrongFocus);  // a wheel that turns the page must not bring the keyboard here
   setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);  // whatever a file may name
   setMinimumContentsLength(usualLength);
   box.List.watch([this](const auto&) { refill(); });

@@ -4,7 +4,6 @@
 #include <QSignalBlocker>
 #include <QWheelEvent>
 #include <algorithm>
-#include <limits>
 #include <utility>
 
 #include "platform/controls/number_box.h"
@@ -13,10 +12,9 @@
 namespace velmora {
 
 NumberEdit::NumberEdit(NumberBox& box, const QString& name, QWidget* parent) : QSpinBox(parent), box_(box) {
-  using Limits = std::numeric_limits<std::int16_t>;
   setObjectName(name);
+  setFocusPolicy(Qt::StrongFocus);  // a wheel that turns the page must not bring the keyboard here
   setLocale(QLocale::c());
-  setRange(Limits::min(), Limits::max());  // the program's values may lie beyond the user's
   box.Value.watch([this](std::int16_t) { showValue(); });
   box.Enabled.watch([this](bool on) { setEnabled(on); });
   connect(this, &QSpinBox::valueChanged, this, [this](int value) {
@@ -30,6 +28,7 @@ NumberEdit::NumberEdit(NumberBox& box, const QString& name, QWidget* parent) : Q
 
 void NumberEdit::showValue() {
   const QSignalBlocker quiet(this);
+  setRange(std::min(box_.Least, box_.Value.get()), std::max(box_.Most, box_.Value.get()));
   if (value() != box_.Value.get()) setValue(box_.Value);
 }
 

@@ -12,7 +12,7 @@ QScrollArea* makeScrolled(QWidget* content, QWidget* parent) {
   area->setFocusPolicy(Qt::NoFocus);
   area->setWidget(content);
   QObject::connect(qApp, &QApplication::focusChanged, area, [area](QWidget*, QWidget* now) {
-    if (area->widget()->isAncestorOf(now)) area->ensureWidgetVisible(now);
+    if (area->widget()->isAncestorOf(now)) area->ensureWidgetVisible(now, 0);
   });
   return area;
 }

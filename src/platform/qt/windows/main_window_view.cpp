@@ -83,6 +83,10 @@ MainWindowView::MainWindowView(MainWindow& window) : window_(window) {
   column->addWidget(makePage(optionsPage, makeOptionsPage(window_, this)), 1);
   column->addWidget(new StatusBarView(window_.StatusBar, window_.ProgressBar, body));
   setCentralWidget(body);
+  for (const auto bar : {saveRulesBar, cancelRulesBar}) {
+    setHeir(*body->findChild<QWidget*>(QStringLiteral("tbrButtons%1").arg(bar)),
+            *body->findChild<QWidget*>("lstRules"));
+  }
   addFocusTaker();
   addShortcuts();
   resize(startSize());

@@ -46,6 +46,7 @@ RuleFitsView::RuleFitsView(RuleFitsWindow& window, QWidget* mainWindow) : FormVi
   window.lvwRuleFits.Columns[0].Width = width() / 5;
   window.lvwRuleFits.Columns[1].Width = width() * 2 / 5;
   list->header()->setStretchLastSection(true);
+  list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   list->setFocus();
   followForm();
 }

@@ -264,6 +264,11 @@ QWidget* makeRulesPage(RulesPage& page, QWidget* parent) {
   column->addWidget(makeTools(page, widget));
   column->addWidget(makeNoRules(page.lblNoRules, widget));
   column->addWidget(makeRules(page, widget), 1);
+  auto& list = *widget->findChild<QWidget*>("lstRules");
+  for (auto* bar : {"tbrRules", "tbrMoveRule", "tbrRuleFits"}) setHeir(*widget->findChild<QWidget*>(bar), list);
+  for (auto* bar : {"tbrRuleUpdate0", "tbrRuleUpdate1"}) {
+    setHeir(*widget->findChild<QWidget*>(bar), *widget->findChild<QWidget*>("cboWhere"));
+  }
   return widget;
 }
 
