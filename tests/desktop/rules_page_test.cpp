@@ -9,6 +9,7 @@
 #include <QListView>
 #include <QRadioButton>
 #include <QSpinBox>
+#include <QToolButton>
 #include <QWheelEvent>
 #include <set>
 
@@ -42,6 +43,22 @@ class RulesOnScreen : public test::OpenedWindow {
 
   RulesPage& page() { return program.frmMain; }
 };
+
+TEST_F(RulesOnScreen, TheKeyboardGoesWhereItsNextPressDoesNoHarm) {
+  openRules(2);
+  const std::tuple<const char*, const char*, const char*> buttons[] = {{"tbrMoveRule", "Down", "lstRules"},
+                                                                       {"tbrRuleUpdate1", "Undo", "cboWhere"},
+                                                                       {"tbrButtons10", "Cancel", "lstRules"}};
+  for (const auto& [bar, key, heir] : buttons) {
+    auto* button = find<QWidget>(bar).findChild<QToolButton*>(key);
+    button->setFocus();
+    QTest::keyClick(button, Qt::Key_Space);
+    EXPECT_FALSE(button->isEnabled());
+    EXPECT_TRUE(find<QWidget>(heir).hasFocus()) << key;
+  }
+  find<QLineEdit>("txtCriteria").insert("copied\r\nwith its end\n");
+  EXPECT_EQ(page().txtCriteria.Text.get(), "copied  with its end example.org");
+}
 
 TEST_F(RulesOnScreen, ANumberIsCorrectedWhileItIsTyped) {
   openRules(1);

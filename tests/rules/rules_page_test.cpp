@@ -99,6 +99,24 @@ TEST_F(RulesPageOfTheProgram, KeepsWhatIsNotSavedThroughAdditionsChecksAndQuitti
       HasSubstr("Description1=Subject Equals bob \nDescription2=OR Subject Equals eve \n[Rule2]\nName=Rule2\n"));
 }
 
+/// A screen reader presses, chooses and writes behind a question, too.
+TEST_F(RulesPageOfTheProgram, DeletesTheRuleThatItHasNamed) {
+  open("[Rules]\nRuleCount=3\n[Rule1]\nName=a\n[Rule2]\nName=b\n[Rule3]\nName=c\n");
+  main.lstRules.Choose(2);
+  platform.onAsked = [this] {
+    for (const auto* key : {"RulesDelete", "RulesAdd", "RulesRename"}) main.tbrRules[key].click();
+    main.tbrMoveRule["Down"].click();
+    main.lstRules.Tick(3, false);
+    main.txtRuleName.Text = "z";
+  };
+  platform.answers = {Answer::Yes};
+  main.tbrRules["RulesDelete"].click();
+  EXPECT_EQ(platform.asked.size(), 1U);
+  EXPECT_EQ(program.rules.live.RuleCount, 2);
+  EXPECT_EQ(program.rules.live[1].Name + program.rules.live[2].Name, "ac");
+  EXPECT_EQ(main.lstRules.Items(), (std::vector<CheckList::Item>{{"a", true}, {"c", true}}));
+}
+
 TEST_F(RulesPageOfTheProgram, ShowsWhatWasWrittenByHandAndIsEndedByNone) {
   open(
       "[Rules]\nRuleCount=5\nTime=300\n[Rule1]\nDescCount=1\n[Rule2]\nDescCount=1\nDescription1=Header Is x\n"

@@ -111,6 +111,7 @@ TestPlatform::TestPlatform()
 
 Answer TestPlatform::MsgBox(const Question& question) {
   asked.push_back(question);
+  if (onAsked) onAsked();
   if (answers.empty()) return Answer::Ok;
   const Answer answer = answers.front();
   answers.pop_front();

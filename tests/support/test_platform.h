@@ -48,6 +48,7 @@ class TestPlatform : public Platform {
   std::map<std::string, MemoryServer> servers;
   std::vector<Question> asked;
   std::deque<Answer> answers;  ///< given in turn; where none is left, Ok
+  std::function<void()> onAsked;
   std::function<void()> onYield;
   std::set<std::string> files;
   std::map<std::string, std::string> written;  ///< content by path
