@@ -1,5 +1,6 @@
 #include "platform/qt/windows/rule_file_view.h"
 
+#include <QGroupBox>
 #include <QLineEdit>
 
 #include "desktop/opened_window.h"
@@ -23,6 +24,7 @@ TEST_F(RenamingWindow, IsWorkedByKeysAndStaysOnTheScreen) {
   };
   ASSERT_TRUE(opened());
   EXPECT_LE(window.width(), 640);
+  EXPECT_EQ(window.findChild<QGroupBox*>("fraRuleFileIntro")->title(), "Please Note");
   QTest::keyClicks(QApplication::focusWidget(), "Bob");  // in place of what is selected
   QTest::keyClick(name, Qt::Key_Return);
   EXPECT_FALSE(window.isVisible());

@@ -1,7 +1,6 @@
 #include "platform/qt/windows/rule_file_view.h"
 
 #include <QGridLayout>
-#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QShortcut>
@@ -14,6 +13,7 @@
 #include "platform/qt/widgets/harmless_text.h"
 #include "platform/qt/widgets/room.h"
 #include "platform/qt/widgets/tips.h"
+#include "platform/qt/widgets/titled_frame.h"
 #include "rules/rule_file_window.h"
 
 // NOLINTBEGIN(cppcoreguidelines-owning-memory): widgets are owned by their parents
@@ -74,9 +74,7 @@ void RuleFileView::pressEnter() {
 }
 
 QWidget* RuleFileView::makeIntro() {
-  auto* group = new QGroupBox(this);
-  group->setObjectName("fraRuleFileIntro");
-  bind(window_.fraRuleFileIntro, *group);
+  auto* group = new TitledFrame(window_.fraRuleFileIntro, "fraRuleFileIntro", this);
   auto* intro = makeLabel(window_.lblRuleFileIntro, "lblRuleFileIntro", group);
   intro->setWordWrap(true);
   intro->setFixedWidth(lineWidth_);
