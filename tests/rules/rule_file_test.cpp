@@ -54,7 +54,7 @@ TEST_F(RuleFile, EveryTextComesBackAsItWas) {
     rules.CopyRulesToWorking();
     rules.working[1].Name = rules.working[1].Account = text;
     rules.working[1].Description[1] = std::string("Subject Contains x") + text + " ";
-    rules.working[1].Description[2] = "\"Subject Contains x\" ";
+    rules.working[1].Description[2] = text == std::string("NA") ? "\"Subject Contains x\" " : text + std::string(" x ");
     write(rules);
     const Rules again = read();
     EXPECT_EQ(again.live[1].Name, text);

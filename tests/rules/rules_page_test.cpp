@@ -75,6 +75,9 @@ TEST_F(RulesPageOfTheProgram, AsksAndRefusesInItsOwnWords) {
 
 TEST_F(RulesPageOfTheProgram, KeepsWhatIsNotSavedThroughAdditionsChecksAndQuitting) {
   open("[Rules]\nRuleCount=1\n[Rule1]\nName=Old\nDescCount=1\nDescription1=Subject Equals bob\n");
+  main.txtCriteria.Text = "half built";
+  main.tbrMainButtons["Rules"].click();
+  EXPECT_EQ(main.txtCriteria.Text.get(), "half built") << "the page was there already";
   build("Subject", "eve");
   main.cboBoolean.Choose("OR");
   main.tbrRules["RulesAdd"].click();

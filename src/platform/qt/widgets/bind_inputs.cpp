@@ -38,7 +38,7 @@ QString inputText(std::string_view text) { return harmlessText(text::left(text, 
 
 /// A line that was copied with its end brings that along, and nobody would see it.
 void takeLineEndsOut(QLineEdit& widget) {
-  static const QRegularExpression lineEnds("[\\r\\n\\x{0}\\x{85}\\x{2028}\\x{2029}]");
+  static const QRegularExpression lineEnds(R"([\r\n\x{0}\x{85}\x{2028}\x{2029}])");
   QString text = widget.text();
   if (!text.contains(lineEnds)) return;
   const QSignalBlocker quiet(widget);
