@@ -177,6 +177,10 @@ TEST_F(RulesPageOfTheProgram, TellsWhatTheRuleWouldFit) {
   count();
   main.cboRuleAccount.Choose("Home");
   count();
+  program.EditOptions.MessageSort = 1;
+  main.mnuTraySounds.Click();
+  EXPECT_TRUE(main.tmrRuleFits.Enabled) << "the messages are in another order now";
+  count();
   main.tbrRuleFits["ShowFits"].click();
   ASSERT_EQ(program.frmRuleFits.lvwRuleFits.Rows().size(), 1U);
   EXPECT_THAT(program.frmRuleFits.lvwRuleFits.Rows()[0].Cells, ElementsAre("Home", "a@example.org", "bob"));
