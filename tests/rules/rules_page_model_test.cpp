@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <sstream>
 
+#include "checking/check_cycle.h"
 #include "rules/decisions/rule_builder.h"
 #include "support/random_steps.h"
 
@@ -270,7 +271,7 @@ class RulesPageModel : public test::RandomSteps {
     handEdited_ = true;
   }
   void check() {
-    page.mnuTrayCheckAll.Click();
+    oneIn(2) ? AutoCheckAccounts(program) : page.mnuTrayCheckAll.Click();
     platform.asked.clear();  // of sizes that are none
   }
   /// Gives an account another name, or deletes it.
