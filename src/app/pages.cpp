@@ -71,6 +71,7 @@ void restoreDesignSize(Program& program) {
 }
 
 void enterRulesPage(Program& program) {
+  program.rulePage.putOff = false;
   if (!program.unsaved.RulesDirty) LoadRulePage(program);
   program.frmMain.lstRules.SetFocus();
 }
@@ -131,9 +132,9 @@ void tbrButtons_ButtonClick(Program& program, const Button& button) {
   if (button.Key == "Help") ShowHelp(program);
   if (button.Key == "PauseStartupCheck") ToggleStartUpPause(program);
   if (button.Key == "SaveAccount") SaveAccount(program);
-  if (button.Key == "SaveRules") SaveRules(program);
+  if (button.Key == "SaveRules" && !program.rulePage.asking) SaveRules(program);
   if (button.Key == "Cancel" && program.CurrentPage == accountsPage) ShowAccount(program, program.accounts.AcntCurrent);
-  if (button.Key == "Cancel" && program.CurrentPage == rulesPage) CancelRules(program);
+  if (button.Key == "Cancel" && program.CurrentPage == rulesPage && !program.rulePage.asking) CancelRules(program);
 }
 
 }  // namespace velmora

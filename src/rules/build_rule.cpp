@@ -65,6 +65,7 @@ void builderChanged(Program& program) {
 }
 
 void tbrRuleUpdate_ButtonClick(Program& program, const Button& button) {
+  if (program.rulePage.asking) return;
   if (button.Key == "Update") UpdateDescription(program);
   if (button.Key == "Clear") ClearDescription(program);
   if (button.Key == "Undo") UndoDescription(program);

@@ -43,9 +43,7 @@ void AddRule(Program& program) {
 
 void DeleteRule(Program& program) {
   const SetForNow asking(program.rulePage.asking, true);
-  const std::int16_t named = program.rules.CurrentRule;
   if (program.platform.MsgBox(deleteRuleWarning(current(program).Name)) != Answer::Yes) return;
-  if (program.rules.CurrentRule != named) return;
   deleteRule(program.rules);
   write(program) ? LoadRulePage(program) : ShowRules(program);
 }
@@ -60,7 +58,7 @@ void SaveRules(Program& program) {
 }
 
 void CancelRules(Program& program) {
-  program.rulesFile.behind = false;
+  program.rulePage.putOff = true;
   LoadRulePage(program);
 }
 
@@ -70,7 +68,10 @@ bool SettleRules(Program& program) {
   const SetForNow asking(program.rulePage.asking, true);
   const Answer answer = program.platform.MsgBox(rulesNotSaved());
   if (answer == Answer::Yes) SaveRules(program);
-  if (answer == Answer::Cancel) CancelRules(program);
+  if (answer == Answer::Cancel) {
+    program.rulesFile.behind = false;
+    LoadRulePage(program);
+  }
   return !program.unsaved.RulesDirty && !program.rulesFile.behind;
 }
 

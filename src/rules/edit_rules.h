@@ -17,7 +17,7 @@ void MoveRule(Program& program, bool up);
 /// then.
 void SaveRules(Program& program);
 
-/// Gives up what was not saved.
+/// Gives up what was not saved. What should have reached the file at once is put off only: quitting asks about it.
 void CancelRules(Program& program);
 
 /// Asks what is to become of rules that were not saved, if there are any. Returns whether the page may be left; not so

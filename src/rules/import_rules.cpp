@@ -9,6 +9,7 @@
 #include "rules/decisions/rule_file_name.h"
 #include "rules/decisions/rule_file_texts.h"
 #include "rules/keep_rules_as.h"
+#include "rules/rules_page.h"
 #include "rules/save_rules.h"
 
 namespace velmora {
@@ -61,6 +62,7 @@ void importFrom(Program& program, const std::string& path) {
     program.platform.MsgBox(ruleImportSuccessful(program.AppTitle, modified > 0));
   } else {
     program.rulesFile = known;
+    CheckRulesDirty(program);
   }
 }
 

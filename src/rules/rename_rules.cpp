@@ -5,6 +5,7 @@
 #include "app/program.h"
 #include "checking/auto_check.h"
 #include "checking/start_up_check.h"
+#include "platform/set_for_now.h"
 #include "rules/decisions/rule_file_name.h"
 #include "rules/decisions/rule_file_texts.h"
 #include "rules/keep_rules_as.h"
@@ -16,6 +17,7 @@ namespace {
 constexpr int rulesHelp = 150;
 
 void saveRulesAs(Program& program) {
+  const SetForNow asking(program.rulePage.asking, true);
   const TextBox& name = program.frmRuleFile.txtRuleFileName;
   if (KeepRulesAs(program, withIniEnding(rulesPrefixed(name.Text.get())), program.rules)) {
     frmRuleFile_Unload(program);

@@ -84,12 +84,17 @@ void tmrRuleFits_Timer(Program& program) {
   if (state.tried == state.messages) end(program);
 }
 
+void emptyList(RuleFitsWindow& window) {
+  window.lvwRuleFits.Clear();
+  window.lblRuleFits.Caption = window.tipRuleFits.ToolText = "";
+}
+
 /// The list stays where a check comes in between, and is filled anew behind it.
 void stop(Program& program) {
   program.ruleFits = {};
   program.frmMain.tmrRuleFits.Enabled = false;
   program.frmMain.lblRuleFits.Caption = "";
-  program.frmRuleFits.lvwRuleFits.Clear();
+  emptyList(program.frmRuleFits);
   if (program.activity == Activity::Idle) frmRuleFits_Unload(program);
 }
 
@@ -134,7 +139,7 @@ void CountRuleFits(Program& program) {
     return;
   }
   state = {};
-  program.frmRuleFits.lvwRuleFits.Clear();
+  emptyList(program.frmRuleFits);
   state.rule = rule;
   for (const std::int16_t number : program.accounts.numbers()) {
     state.messages += static_cast<std::size_t>(std::max<std::int16_t>(program.accounts[number].AcntMsgCount, 0));

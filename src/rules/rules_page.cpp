@@ -180,7 +180,7 @@ void ShowRule(Program& program, std::int16_t number) {
 
 void CheckRulesDirty(Program& program) {
   if (program.rulePage.RuleLoading) return;
-  const bool unkept = program.rulesFile.behind && program.CurrentPage == rulesPage;
+  const bool unkept = program.rulesFile.behind && program.CurrentPage == rulesPage && !program.rulePage.putOff;
   program.unsaved.RulesDirty = unkept || isChanged(program.rules);
   SetInterfaceState(program);
   CountRuleFits(program);

@@ -72,6 +72,7 @@ struct RulesPage {
 /// What the page keeps beside its controls.
 struct RulesPageState {
   bool RuleLoading = false;  ///< the program fills the controls itself: their changes do nothing
+  bool putOff = false;       ///< the user has left for later what should have reached the file already
   bool asking = false;       ///< a dialog of the page waits for the user, which a screen reader can press on behind
   /// The parts of each entry of the rule showing, as it was built or taken apart, from slot 1 on.
   std::array<EntryParts, mostEntries + 1> Entries;

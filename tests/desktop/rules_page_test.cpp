@@ -55,9 +55,12 @@ TEST_F(RulesOnScreen, TheKeyboardGoesWhereItsNextPressDoesNoHarm) {
     QTest::keyClick(button, Qt::Key_Space);
     EXPECT_FALSE(button->isEnabled());
     EXPECT_TRUE(find<QWidget>(heir).hasFocus()) << key;
+    const bool unsaved = program.unsaved.RulesDirty;
+    QTest::keyClick(heir == std::string("lstRules") ? &find<QWidget>(heir) : button, Qt::Key_Space);
+    EXPECT_EQ(program.unsaved.RulesDirty, unsaved) << "one press too many";
   }
-  find<QLineEdit>("txtCriteria").insert("copied\r\nwith its end\n");
-  EXPECT_EQ(page().txtCriteria.Text.get(), "copied  with its end example.org");
+  find<QLineEdit>("txtCriteria").insert("copied\r\nwith its end\r\n");
+  EXPECT_EQ(page().txtCriteria.Text.get(), "copied with its end example.org");
 }
 
 TEST_F(RulesOnScreen, ANumberIsCorrectedWhileItIsTyped) {

@@ -30,7 +30,8 @@ struct Range {
 /// What can't be seen, and what turns the direction of writing: "ini.boB" would look like "Bob.ini".
 constexpr auto unseen = std::to_array<Range>({{0x80, 0x9F},
                                               {0xAD, 0xAD},
-                                              {0x200B, 0x200F},
+                                              {0x200B, 0x200B},
+                                              {0x200E, 0x200F},
                                               {0x2028, 0x202E},
                                               {0x2060, 0x206F},
                                               {0xFEFF, 0xFEFF},

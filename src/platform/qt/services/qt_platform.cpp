@@ -119,7 +119,7 @@ DateTime QtPlatform::now() const {
 
 Answer QtPlatform::MsgBox(const Question& question) {
   if (quitting_) return answerOf(question.buttons, QMessageBox::No);
-  QMessageBox box(iconOf(question.icon), harmlessLine(question.title), breakable(harmlessText(question.text), 80),
+  QMessageBox box(iconOf(question.icon), harmlessLine(question.title), breakable(harmlessText(question.text), 200),
                   buttonsOf(question.buttons), QApplication::activeWindow());
   box.setTextFormat(Qt::PlainText);
   box.setDefaultButton(QMessageBox::Yes);  // the first, whatever the desktop would choose

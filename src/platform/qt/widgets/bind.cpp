@@ -25,8 +25,10 @@ namespace velmora {
 
 namespace {
 
-/// A button that shows no text is named by its tip.
 constexpr const char* heirProperty = "heir";
+
+/// Behind a question the window may not be the active one again yet.
+bool isFocus(const QWidget& widget) { return widget.window()->focusWidget() == &widget; }
 
 /// Qt would give it to the next one, where the same key does something else.
 void passFocusOn(const QWidget& widget) {
@@ -34,6 +36,7 @@ void passFocusOn(const QWidget& widget) {
   if (heir != nullptr && heir->isEnabled()) heir->setFocus();
 }
 
+/// A button that shows no text is named by its tip.
 void bindButton(Button& button, const ImageList& images, QToolButton& widget) {
   widget.setObjectName(qt(button.Key));
   const auto name = [&button, &widget] {
@@ -49,7 +52,7 @@ void bindButton(Button& button, const ImageList& images, QToolButton& widget) {
   });
   button.Image.watch([&widget, images](const std::string& key) { widget.setIcon(images.icon(key)); });
   button.Enabled.watch([&widget](bool on) {
-    if (!on && widget.hasFocus()) passFocusOn(widget);
+    if (!on && isFocus(widget)) passFocusOn(widget);
     widget.setEnabled(on);
   });
   QObject::connect(&widget, &QToolButton::clicked, &widget, [&button] { button.click(); });
@@ -244,7 +247,7 @@ QWidget* makeToolbar(Toolbar& toolbar, const QString& name, ButtonLook look, QWi
   toolbar.Enabled.watch([row](bool on) {
     const auto buttons = on ? QList<QToolButton*>() : row->findChildren<QToolButton*>();
     for (const auto* button : buttons) {
-      if (button->hasFocus()) passFocusOn(*button);
+      if (isFocus(*button)) passFocusOn(*button);
     }
   });
   keepFocus(toolbar.Enabled, *row);

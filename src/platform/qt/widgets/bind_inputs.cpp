@@ -36,14 +36,16 @@ constexpr qsizetype mostInput = 10000;
 
 QString inputText(std::string_view text) { return harmlessText(text::left(text, mostInput)).replace(u'\n', u' '); }
 
-/// A line that was copied with its end brings that along, and nobody would see it.
+/// A line that was copied with its end brings that along, and nobody would see it. What can't be seen at all loses it.
 void takeLineEndsOut(QLineEdit& widget) {
-  static const QRegularExpression lineEnds(R"([\r\n\x{0}\x{85}\x{2028}\x{2029}])");
+  static const QRegularExpression lineEnds(R"([\r\n\x{0}\x{85}\x{2028}\x{2029}]+)");
+  static const QRegularExpression last(lineEnds.pattern() + '$');
   QString text = widget.text();
   if (!text.contains(lineEnds)) return;
   const QSignalBlocker quiet(widget);
   const int cursor = widget.cursorPosition();
-  widget.setText(text.replace(lineEnds, " "));
+  text.remove(last).replace(lineEnds, widget.echoMode() == QLineEdit::Normal ? " " : "");
+  widget.setText(text);
   widget.setCursorPosition(cursor);
 }
 

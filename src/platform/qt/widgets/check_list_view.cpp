@@ -3,6 +3,7 @@
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QStyledItemDelegate>
+#include <utility>
 
 #include "platform/controls/check_list.h"
 #include "platform/qt/widgets/harmless_text.h"
@@ -121,6 +122,7 @@ void CheckListView::showChoice() {
 void CheckListView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
   QListView::currentChanged(current, previous);
   const int number = current.row() + 1;
+  if (!showing_) handedOn_ = false;
   if (!showing_ && number > 0 && number != list_.ListIndex.get()) list_.Choose(static_cast<std::int16_t>(number));
 }
 
@@ -130,7 +132,15 @@ void CheckListView::selectionChanged(const QItemSelection& added, const QItemSel
   if (!showing_ && !added.isEmpty()) setCurrentIndex(added.first().topLeft());
 }
 
+/// A button that has gone off while it was pressed by the key may have handed the keyboard on, and the user press once
+/// more.
+void CheckListView::focusInEvent(QFocusEvent* event) {
+  handedOn_ = event->reason() == Qt::OtherFocusReason;
+  QListView::focusInEvent(event);
+}
+
 void CheckListView::keyPressEvent(QKeyEvent* event) {
+  if (std::exchange(handedOn_, false) && event->key() == Qt::Key_Space) return;
   if (event->key() != Qt::Key_Delete) {
     QListView::keyPressEvent(event);
   } else if (list_.DeleteKey) {

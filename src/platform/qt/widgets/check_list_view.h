@@ -16,6 +16,7 @@ class CheckListView : public QListView {
  protected:
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
   void selectionChanged(const QItemSelection& added, const QItemSelection& removed) override;
+  void focusInEvent(QFocusEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index, const QEvent* event) const override;
 
@@ -25,7 +26,8 @@ class CheckListView : public QListView {
 
   CheckList& list_;
   CheckListModel* model_;
-  bool showing_ = false;  ///< the view follows the program, not the user
+  bool handedOn_ = false;  ///< the keyboard came here by itself, and no key has followed yet
+  bool showing_ = false;   ///< the view follows the program, not the user
 };
 
 }  // namespace velmora

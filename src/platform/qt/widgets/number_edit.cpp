@@ -28,7 +28,9 @@ NumberEdit::NumberEdit(NumberBox& box, const QString& name, QWidget* parent) : Q
 
 void NumberEdit::showValue() {
   const QSignalBlocker quiet(this);
-  setRange(std::min(box_.Least, box_.Value.get()), std::max(box_.Most, box_.Value.get()));
+  const int least = std::min(box_.Least, box_.Value.get());
+  const int most = std::max(box_.Most, box_.Value.get());
+  if (least != minimum() || most != maximum()) setRange(least, most);  // which lets go of an arrow that is held
   if (value() != box_.Value.get()) setValue(box_.Value);
 }
 
