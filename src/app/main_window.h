@@ -9,6 +9,7 @@
 #include "app/decisions/page.h"
 #include "app/tray.h"
 #include "messages/email_page.h"
+#include "options/client_and_sound.h"
 #include "options/options_page.h"
 #include "platform/controls/form.h"
 #include "platform/controls/simple_controls.h"
@@ -43,7 +44,7 @@ struct Shortcut;
 
 /// The only top-level window of the program: four pages of which one shows at a time, the buttons that switch between
 /// them, a row of buttons for each page, the status bar, and what stands for it in the tray.
-struct MainWindow : Form, EmailPage, AccountsPage, RulesPage, OptionsPage, Tray {
+struct MainWindow : Form, EmailPage, AccountsPage, RulesPage, OptionsPage, ClientAndSound, Tray {
   Toolbar tbrMainButtons{"imlMainIcons",
                          {{"Email", "Email        ", "Email Messages", "Email"},
                           {"Accounts", "Accounts  ", "Account Information", "Accounts"},

@@ -37,6 +37,7 @@ struct FileQuestion {
   std::string name;    ///< proposed, without a folder
   std::string filter;  ///< for each kind of file its description, "|", its pattern, "|"
   Purpose purpose = Purpose::Save;
+  std::string start = {};  ///< of one to open: the file or the folder to begin at, blank for the program's own folder
 
   bool operator==(const FileQuestion&) const = default;
 };
@@ -60,10 +61,14 @@ class Platform {
   /// Asks and waits for the answer while the event loop turns.
   virtual Answer MsgBox(const Question& question) = 0;
 
-  /// Returns the path that the user chose, nothing where he cancelled. The dialog opens in the program's own folder.
+  /// Returns the path that the user chose, nothing where he cancelled. The dialog opens in the program's own folder
+  /// unless the question names another place. A link is returned as itself, not as what it leads to.
   /// One to save under has a name as `file_name.h` makes it, proposed and returned, with an ending of the filter: where
   /// the user's isn't such, the dialog comes again with what would be. One to open is there, but may bear any name.
   virtual std::optional<std::string> askForFile(const FileQuestion& question) = 0;
+
+  /// Has the user choose a colour, 0x00BBGGRR, beginning with this one; nothing where he cancelled.
+  virtual std::optional<std::int32_t> askForColour(std::int32_t initial) = 0;
 
   /// Lets the event loop run once.
   virtual void yield() = 0;
@@ -82,13 +87,21 @@ class Platform {
   /// Opens the help at the topic of this number.
   virtual void showHelp(int context) = 0;
 
-  /// Starts a program, in a window of this state where the system can tell it (1 normal, 3 maximized). Returns whether
-  /// it could be started.
+  /// Lays a launcher, a file NAME.exe, for each mail program that the desktop knows into the folder Clients of the
+  /// user's own folder, and takes away those of its own that lead nowhere any more. What the user has put there stays.
+  /// Failures are silent.
+  virtual void provideLaunchers() = 0;
+
+  /// Starts a program, or the application that a launcher leads to, in a window of this state where the system lets it
+  /// be told (1 normal, 3 maximized). Returns whether it could be started.
   virtual bool startProgram(const std::string& path, std::int16_t windowState) = 0;
 
   /// Plays a .wav file to its end, or half a minute of it, while the event loop turns; a later call ends an earlier
-  /// one. Silent where it can't.
-  virtual void playSound(const std::string& path) = 0;
+  /// one. Returns whether anything could be heard.
+  virtual bool playSound(const std::string& path) = 0;
+
+  /// Ends the sound that is on, if one is.
+  virtual void stopSound() = 0;
 
   /// Opens a file or an address with the program that the desktop has for it. Returns whether there is one.
   virtual bool open(const std::string& target) = 0;
@@ -104,7 +117,8 @@ class Platform {
   /// a blank name.
   virtual std::string programFile(std::string_view name) const = 0;
 
-  /// The path of one of the program's own sounds, which stand in the folder Sounds of the user's own folder.
+  /// The path of one of the program's own sounds, which stand in the folder Sounds of the user's own folder; of that
+  /// folder for a blank name.
   virtual std::string soundFile(std::string_view name) const = 0;
 
   /// The path of a file that was installed with the program.

@@ -65,7 +65,7 @@ struct RulesPage {
   CheckBox chkRuleNotify{"Show Rule Report Summary"};
   CheckBox chkRuleNotifyNew{"New Messages Only"};
   Label lblRuleNotifyTime{"Show for"};
-  NumberBox txtRuleNotifyTime{0, 59, 1, std::int16_t{30}};
+  NumberBox txtRuleNotifyTime{std::int16_t{0}, std::int16_t{59}, 1, false, std::int16_t{30}};
   Label lblRuleNotifySeconds{"seconds."};
 };
 

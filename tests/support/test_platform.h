@@ -55,9 +55,14 @@ class TestPlatform : public Platform {
   std::optional<std::string> chosenFile;       ///< what the user answers to every question for a file
   std::vector<FileQuestion> filesAsked;
   std::function<void()> onFileAsked;
+  std::optional<std::int32_t> chosenColour;  ///< what the user answers to every question for a colour
+  std::vector<std::int32_t> coloursAsked;    ///< from which each began
+  int launchersProvided = 0;
   std::vector<std::string> opened;
   std::vector<std::string> played;  ///< sounds, by path
   std::function<void()> onSound;
+  bool canHear = true;
+  int soundsStopped = 0;
   std::vector<std::string> deletedFiles;
   std::vector<int> helpShown;
   std::vector<std::string> started;  ///< path and window state
@@ -78,20 +83,27 @@ class TestPlatform : public Platform {
     if (onFileAsked) onFileAsked();
     return chosenFile;
   }
+  std::optional<std::int32_t> askForColour(std::int32_t initial) override {
+    coloursAsked.push_back(initial);
+    return chosenColour;
+  }
   void yield() override;
   void quit() override { hasQuit = true; }
   bool isOnlyInstance() override { return onlyInstance; }
   void SetRunAtStartUp() override { ++logonEntriesMade; }
   void ClearRunAtStartUp() override { ++logonEntriesRemoved; }
   void showHelp(int context) override { helpShown.push_back(context); }
+  void provideLaunchers() override { ++launchersProvided; }
   bool startProgram(const std::string& path, std::int16_t windowState) override {
     started.push_back(path + " " + std::to_string(windowState));
     return canStartPrograms;
   }
-  void playSound(const std::string& path) override {
+  bool playSound(const std::string& path) override {
     played.push_back(path);
     if (onSound) onSound();
+    return canHear;
   }
+  void stopSound() override { ++soundsStopped; }
   bool open(const std::string& target) override {
     opened.push_back(target);
     return canStartPrograms;

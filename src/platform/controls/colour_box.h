@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <string>
 
 #include "platform/controls/property.h"
 
@@ -11,6 +12,8 @@ namespace velmora {
 struct ColourBox {
   Property<std::int32_t> BackColour = 0;
   std::function<void()> Click = {};
+  std::string ToolTipText = {};
+  Property<bool> Enabled = true;
 };
 
 }  // namespace velmora

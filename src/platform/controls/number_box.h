@@ -14,9 +14,10 @@ namespace velmora {
 /// what lies beyond the bounds is the nearer of the two, and what is no number leaves the value as it is. A value that
 /// the program sets may lie beyond them.
 struct NumberBox {
-  std::int16_t Least = 0;
-  std::int16_t Most = 0;
+  Property<std::int16_t> Least = std::int16_t{0};
+  Property<std::int16_t> Most = std::int16_t{0};
   std::int16_t WhenEmpty = 0;
+  bool TakesZero = false;  ///< when it is typed, even where the buttons don't lead there
   Property<std::int16_t> Value = std::int16_t{0};
   Property<bool> Enabled = true;
 
@@ -25,7 +26,8 @@ struct NumberBox {
     if (text::trim(text).empty()) return WhenEmpty;
     const auto number = text::toNumber(text);
     if (!number) return std::nullopt;
-    return static_cast<std::int16_t>(std::clamp<std::int64_t>(*number, Least, Most));
+    if (TakesZero && *number == 0) return std::int16_t{0};
+    return static_cast<std::int16_t>(std::clamp<std::int64_t>(*number, Least.get(), Most.get()));
   }
 
   /// What the user does to it.

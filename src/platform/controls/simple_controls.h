@@ -29,7 +29,7 @@ struct Label {
 
 /// A picture of an image list.
 struct Image {
-  std::string Key;
+  Property<std::string> Key;
   Property<bool> Visible = true;
 };
 

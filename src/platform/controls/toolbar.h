@@ -55,6 +55,7 @@ class Toolbar {
   std::deque<Button> Buttons;
   Property<bool> Visible = true;
   Property<bool> Enabled = true;
+  Property<bool> Raised = false;  ///< its buttons stand out, also without the pointer over them
   std::function<void(Button&)> ButtonClick;
 
  private:

@@ -1,6 +1,7 @@
 #include "platform/qt/services/qt_platform.h"
 
 #include <QApplication>
+#include <QColorDialog>
 #include <QDateTime>
 #include <QDesktopServices>
 #include <QDir>
@@ -23,6 +24,7 @@
 #include "platform/qt/services/whole_file.h"
 #include "platform/qt/strings.h"
 #include "platform/qt/widgets/harmless_text.h"
+#include "platform/qt/widgets/legible_colour.h"
 
 namespace velmora {
 
@@ -137,6 +139,15 @@ std::optional<std::string> QtPlatform::askForFile(const FileQuestion& question) 
                                                          : fileToSave(dialog, question, quitting_);
 }
 
+std::optional<std::int32_t> QtPlatform::askForColour(std::int32_t initial) {
+  if (quitting_) return std::nullopt;
+  QColorDialog dialog(colourOf(initial), QApplication::activeWindow());
+  keepInFront(dialog);
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  const QColor chosen = dialog.currentColor();
+  return chosen.red() | (chosen.green() << 8) | (chosen.blue() << 16);
+}
+
 void QtPlatform::yield() { QCoreApplication::processEvents(); }
 
 void QtPlatform::quit() {
@@ -176,14 +187,16 @@ void QtPlatform::showHelp(int context) {
   help_->showTopic(context);
 }
 
+void QtPlatform::provideLaunchers() {}
+
 /// The state of the new window is its own desktop's choice here.
 bool QtPlatform::startProgram(const std::string& path, std::int16_t /*windowState*/) {
   return QProcess::startDetached(qt(path), {});
 }
 
-void QtPlatform::playSound(const std::string& path) {
-  if (!quitting_) soundPlayer_.play(qt(path));
-}
+bool QtPlatform::playSound(const std::string& path) { return !quitting_ && soundPlayer_.play(qt(path)); }
+
+void QtPlatform::stopSound() { soundPlayer_.stop(); }
 
 bool QtPlatform::open(const std::string& target) {
   const QString text = qt(target);

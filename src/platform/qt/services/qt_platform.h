@@ -34,14 +34,17 @@ class QtPlatform : public Platform {
   SettingsStore& settings() override { return settingsFile(); }
   Answer MsgBox(const Question& question) override;
   std::optional<std::string> askForFile(const FileQuestion& question) override;
+  std::optional<std::int32_t> askForColour(std::int32_t initial) override;
   void yield() override;
   void quit() override;
   bool isOnlyInstance() override;
   void SetRunAtStartUp() override;
   void ClearRunAtStartUp() override;
   void showHelp(int context) override;
+  void provideLaunchers() override;
   bool startProgram(const std::string& path, std::int16_t windowState) override;
-  void playSound(const std::string& path) override;
+  bool playSound(const std::string& path) override;
+  void stopSound() override;
   bool open(const std::string& target) override;
   bool writeFile(const std::string& path, std::string_view content) override;
   std::optional<std::string> readFile(const std::string& path) const override;

@@ -51,14 +51,14 @@ void keepQuietAboutServers() {
 }  // namespace
 
 // QSoundEffect would take less: but it believes the lengths that stand in the file, and cuts off the end of the sound.
-void SoundPlayer::play(const QString& path) {
-  if (playing_ != nullptr) playing_->stop();
+bool SoundPlayer::play(const QString& path) {
+  stop();
   const auto file = readWholeFile(path, largestSoundFile);
   auto sound = file ? waveSound(*file) : std::nullopt;
-  if (!sound) return;
+  if (!sound) return false;
   keepQuietAboutServers();
   const QAudioDevice device = QMediaDevices::defaultAudioOutput();
-  if (device.isNull()) return;
+  if (device.isNull()) return false;
 
   const auto length = sound->length();
   sound->samples += silenceIn(sound->format);
@@ -73,13 +73,18 @@ void SoundPlayer::play(const QString& path) {
     if (all || state == QAudio::StoppedState) waiting.wake();
   });
   sink.start(&source);
-  if (sink.state() == QAudio::StoppedState) return;
+  if (sink.state() == QAudio::StoppedState) return false;
   playing_ = &sink;
   waiting.wait(length + patience);
   if (playing_ == &sink) playing_ = nullptr;
   // Destroying it would close its stream and then turn the event loop, where Qt may still feed a sink that isn't
   // stopped: on PulseAudio that ends the process.
   sink.stop();
+  return true;
+}
+
+void SoundPlayer::stop() {
+  if (playing_ != nullptr) playing_->stop();
 }
 
 }  // namespace velmora

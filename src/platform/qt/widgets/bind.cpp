@@ -226,7 +226,9 @@ QLabel* makePicture(Image& image, std::string_view imageList, const QString& nam
   constexpr QSize size(32, 32);
   auto* widget = new QLabel(parent);  // NOLINT(cppcoreguidelines-owning-memory): its parent owns it
   widget->setObjectName(name);
-  widget->setPixmap(ImageList(std::string(imageList)).icon(image.Key).pixmap(size, parent->devicePixelRatioF()));
+  image.Key.watch([widget, images = ImageList(std::string(imageList)), size](const std::string& key) {
+    widget->setPixmap(images.icon(key).pixmap(size, widget->devicePixelRatioF()));
+  });
   widget->setAlignment(Qt::AlignTop);
   image.Visible.watch([widget](bool on) { widget->setVisible(on); });
   return widget;

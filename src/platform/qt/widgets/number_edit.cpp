@@ -15,7 +15,7 @@ NumberEdit::NumberEdit(NumberBox& box, const QString& name, QWidget* parent) : Q
   setObjectName(name);
   setFocusPolicy(Qt::StrongFocus);  // a wheel that turns the page must not bring the keyboard here
   setLocale(QLocale::c());
-  box.Value.watch([this](std::int16_t) { showValue(); });
+  for (auto* each : {&box.Value, &box.Least, &box.Most}) each->watch([this](std::int16_t) { showValue(); });
   box.Enabled.watch([this](bool on) { setEnabled(on); });
   connect(this, &QSpinBox::valueChanged, this, [this](int value) {
     box_.Type(std::to_string(value));
@@ -28,8 +28,8 @@ NumberEdit::NumberEdit(NumberBox& box, const QString& name, QWidget* parent) : Q
 
 void NumberEdit::showValue() {
   const QSignalBlocker quiet(this);
-  const int least = std::min(box_.Least, box_.Value.get());
-  const int most = std::max(box_.Most, box_.Value.get());
+  const int least = std::min(box_.Least.get(), box_.Value.get());
+  const int most = std::max(box_.Most.get(), box_.Value.get());
   if (least != minimum() || most != maximum()) setRange(least, most);  // which lets go of an arrow that is held
   if (value() != box_.Value.get()) setValue(box_.Value);
 }
