@@ -42,7 +42,6 @@ void swapTabs(TabStrip& strip, std::int16_t a, std::int16_t b) {
 /// What showNothingLeft makes of the options, so that it is kept together with the deletion.
 void saveIdleOptions(Program& program) {
   Options idle = program.EditOptions;
-  idle.SortOrder = program.options.SortOrder;
   idle.EmailCheckStartUp = idle.UseInterval = 0;
   writeOptions(program.platform.settings(), idle);
 }
@@ -95,9 +94,8 @@ void showWhatIsLeft(Program& program) {
 /// Without accounts nothing checks by itself any more.
 void showNothingLeft(Program& program) {
   EndStartUpCountdown(program);
-  program.EditOptions.EmailCheckStartUp = 0;
-  program.options.UseInterval = 1;
-  mnuTrayAutoCheck_Click(program);
+  ChangeOptions(program, [](Options& edit) { edit.EmailCheckStartUp = 0; });
+  SwitchAutoCheck(program, false);
   ShowNoAccounts(program);
 }
 

@@ -12,6 +12,7 @@
 #include "checking/connection_test.h"
 #include "messages/email_page.h"
 #include "messages/message_list.h"
+#include "options/client_and_sound.h"
 #include "platform/file_name.h"
 #include "platform/set_for_now.h"
 #include "platform/usable_file.h"
@@ -53,6 +54,7 @@ void followClient(Program& program) {
   const std::string& used = program.DefaultClientValid ? program.options.DefaultClient : path;
   program.frmMain.lblClientName.Caption =
       program.DefaultClientValid || row.AcntClientValid ? fileNamePart(used) : std::string();
+  ShowClientIcon(program);
 }
 
 void followSound(Program& program) {
@@ -256,6 +258,20 @@ void ShowAccount(Program& program, std::int16_t number) {
   if (number == 0) return;
   SetAccountTabImage(program, number);
   program.frmMain.TabStripEmail.SelectTab(number);  // list, panels and an open preview follow
+}
+
+Account& ShownAccount(Program& program) {
+  const bool some = program.accounts.AcntNum() > 0;
+  return program.accounts.Edit(some ? static_cast<std::int16_t>(program.frmMain.TabStripAcnts.SelectedItem())
+                                    : std::int16_t{0});
+}
+
+void SetAccountPath(Program& program, std::string Account::*path, const std::string& chosen) {
+  onAccountOfPage(program, [&] {
+    edited(program).*path = chosen;
+    fillControls(program);
+    AccountDirtyCheck(program);
+  });
 }
 
 void AccountDirtyCheck(Program& program) {

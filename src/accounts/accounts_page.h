@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 
 #include "platform/controls/check_box.h"
 #include "platform/controls/colour_box.h"
@@ -13,6 +14,7 @@
 
 namespace velmora {
 
+struct Account;
 struct Program;
 
 /// The controls of the Accounts page, which shows one account at a time: a working copy that becomes the account's
@@ -63,6 +65,12 @@ void ConnectAccountsPage(Program& program);
 /// Fills the working copy and the page from the record of the current account, `number`, which is 0 for the placeholder
 /// while there are none. Changes that were not saved are gone.
 void ShowAccount(Program& program, std::int16_t number);
+
+/// The working copy of the account that the page shows; a check that is under way may have another one current.
+Account& ShownAccount(Program& program);
+
+/// Gives it the path of a file that the user has chosen.
+void SetAccountPath(Program& program, std::string Account::*path, const std::string& chosen);
 
 /// Compares the page with the record of the account showing. A page that differs can be left by saving or cancelling
 /// only.

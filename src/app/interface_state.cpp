@@ -2,6 +2,7 @@
 
 #include "app/decisions/offers.h"
 #include "app/program.h"
+#include "options/decisions/edited_options.h"
 #include "rules/build_rule.h"
 
 namespace velmora {
@@ -25,6 +26,19 @@ RuleSituation ruleSituationOf(const Program& program) {
   return situation;
 }
 
+OptionsSituation optionsSituationOf(const Program& program) {
+  const Options& edit = program.EditOptions;
+  return {.startUpCheck = edit.EmailCheckStartUp == 1,
+          .interval = edit.UseInterval == 1,
+          .quiet = edit.NoCheck == 1,
+          .checkMessage = edit.ShowEmailMsgBox == 1,
+          .raised = edit.ButtonStyle == 1,
+          .sorting = edit.MessageSort == 1,
+          .userColours = edit.DTheme == userTheme,
+          .defaultClient = program.DefaultClientValid,
+          .defaultSound = program.sounds.DefaultSoundValid};
+}
+
 Situation situationOf(const Program& program) {
   return {.activity = program.activity,
           .unsaved = program.unsaved,
@@ -36,7 +50,8 @@ Situation situationOf(const Program& program) {
           .marksReported = program.frmRuleReport.CanDelete,
           .startUpCheckWaits = !program.startUp.StartUpDone,
           .startUpTimerHeld = program.startUp.StartUpHeld,
-          .rules = ruleSituationOf(program)};
+          .rules = ruleSituationOf(program),
+          .options = optionsSituationOf(program)};
 }
 
 void setEmailPage(EmailPage& page, const Offers& on) {
@@ -93,6 +108,37 @@ void setRulesPage(RulesPage& page, const Offers& on) {
   page.lblRuleNotifySeconds.Enabled = on[Offer::RuleNotifyDetails];
 }
 
+void setOptionsPage(OptionsPage& page, const Offers& on) {
+  page.fraOptionsPage.Enabled = on[Offer::OptionsFrame];
+  page.lblStartUpDelay.Enabled = on[Offer::OptStartUpDelay];
+  page.txtStartUpDelay.Enabled = on[Offer::OptStartUpDelay];
+  page.lblStartUpSeconds.Enabled = on[Offer::OptStartUpDelay];
+  page.lblHours.Enabled = on[Offer::OptInterval];
+  page.txtHours.Enabled = on[Offer::OptInterval];
+  page.lblMinutes.Enabled = on[Offer::OptInterval];
+  page.txtMinutes.Enabled = on[Offer::OptInterval];
+  page.lblMinutesEnd.Enabled = on[Offer::OptInterval];
+  for (TimeBox& box : page.txtNoCheckTime) box.Enabled = on[Offer::OptQuietTime];
+  page.optShowEmail.Enabled = on[Offer::OptCheckMessage];
+  page.lblMsgBoxTime.Enabled = on[Offer::OptCheckMessage];
+  page.txtMsgBoxTime.Enabled = on[Offer::OptCheckMessage];
+  page.lblMsgBoxSeconds.Enabled = on[Offer::OptCheckMessage];
+  for (ColourBox* box : {&page.lbl3DTopColour, &page.lbl3DMiddleColour, &page.lbl3DBottomColour}) {
+    box->Enabled = on[Offer::OptColours];
+  }
+  page.lblUserColours.Visible = on[Offer::OptColours];
+  page.fraApplyStyle.Enabled = on[Offer::OptApplyStyle];
+  page.optApplyStyle.Enabled = on[Offer::OptApplyStyle];
+  page.fraSort.Enabled = on[Offer::OptSorting];
+  page.optSortColumn.Enabled = on[Offer::OptSorting];
+  page.optSortOrder.Enabled = on[Offer::OptSorting];
+}
+
+void setBrowsing(ClientAndSound& bars, const Offers& on) {
+  bars.tbrClient[accountClientBar]["Browse"].Enabled = on[Offer::AcntClientBrowse];
+  bars.tbrSound[accountClientBar]["Browse"].Enabled = on[Offer::AcntSoundBrowse];
+}
+
 void setSmallButtons(std::array<Toolbar, buttonBarCount>& bars, const Offers& on) {
   bars[emailHelpBar].Enabled = on[Offer::EmailHelp];
   bars[stopRetrievalBar].Visible = on[Offer::StopShown];
@@ -144,7 +190,9 @@ void SetInterfaceState(Program& program) {
   frmMain.fraNoAcntsBanner.Visible = on[Offer::NoAcntsBannerShown];
   setEmailPage(frmMain, on);
   setAccountsPage(frmMain, on);
+  setBrowsing(frmMain, on);
   setRulesPage(frmMain, on);
+  setOptionsPage(frmMain, on);
   setSmallButtons(frmMain.tbrButtons, on);
   setTray(frmMain, on);
   setPreview(program.frmPreview.tbrButtons, on);

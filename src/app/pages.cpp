@@ -16,6 +16,7 @@
 #include "messages/email_client.h"
 #include "messages/email_page.h"
 #include "messages/message_list.h"
+#include "options/save_options.h"
 #include "rules/edit_rules.h"
 #include "rules/rule_fits.h"
 #include "rules/rules_page.h"
@@ -24,8 +25,9 @@ namespace velmora {
 
 namespace {
 
-/// The help's topic of each page.
-constexpr std::array<int, pageCount> helpContexts = {130, 140, 150, 260};
+/// The help's topic of each page but the Options page, whose sections have one each.
+constexpr std::array<int, pageCount> helpContexts = {130, 140, 150, 200};
+constexpr int helpOfSection = 10;
 
 Frame& frameOf(Program& program, std::int16_t page) { return program.frmMain.fraMain[static_cast<std::size_t>(page)]; }
 
@@ -76,6 +78,17 @@ void enterRulesPage(Program& program) {
   program.frmMain.lstRules.SetFocus();
 }
 
+void cancelOptions(Program& program) {
+  LoadOptionsPage(program);
+  program.frmMain.TreeView.SetFocus();
+}
+
+void cancelOnPage(Program& program) {
+  if (program.CurrentPage == accountsPage) ShowAccount(program, program.accounts.AcntCurrent);
+  if (program.CurrentPage == rulesPage && !program.rulePage.asking) CancelRules(program);
+  if (program.CurrentPage == optionsPage && !program.optionsPage.asking) cancelOptions(program);
+}
+
 }  // namespace
 
 void ShowPage(Program& program, std::int16_t page) {
@@ -101,13 +114,16 @@ void ShowNoAccounts(Program& program) {
 void ShowHelp(Program& program) {
   const auto& pages = program.frmMain.fraMain;
   const auto showing = std::find_if(pages.begin(), pages.end(), [](const Frame& page) { return page.Visible.get(); });
-  program.platform.showHelp(helpContexts.at(static_cast<std::size_t>(showing - pages.begin())));
+  const auto page = static_cast<std::size_t>(showing - pages.begin());
+  const int section = page == optionsPage ? program.optionsPage.OptionsPage : 0;
+  program.platform.showHelp(helpContexts.at(page) + section * helpOfSection);
 }
 
 void GoToPage(Program& program, std::int16_t page) {
   const std::int16_t former = std::exchange(program.CurrentPage, page);
   switchPage(program, former, page);
   if (page == rulesPage && former != rulesPage) enterRulesPage(program);
+  if (page == optionsPage && former != optionsPage) program.frmMain.TreeView.SetFocus();
   CountRuleFits(program);
   SetInterfaceState(program);
 }
@@ -133,8 +149,8 @@ void tbrButtons_ButtonClick(Program& program, const Button& button) {
   if (button.Key == "PauseStartupCheck") ToggleStartUpPause(program);
   if (button.Key == "SaveAccount") SaveAccount(program);
   if (button.Key == "SaveRules" && !program.rulePage.asking) SaveRules(program);
-  if (button.Key == "Cancel" && program.CurrentPage == accountsPage) ShowAccount(program, program.accounts.AcntCurrent);
-  if (button.Key == "Cancel" && program.CurrentPage == rulesPage && !program.rulePage.asking) CancelRules(program);
+  if (button.Key == "SaveOptions" && !program.optionsPage.asking) SaveOptions(program);
+  if (button.Key == "Cancel") cancelOnPage(program);
 }
 
 }  // namespace velmora

@@ -35,9 +35,10 @@ std::array<ButtonOfPage, 2> adding(MainWindow& frmMain) {
   return {{{accountsPage, frmMain.tbrAcnts["AcntAdd"]}, {rulesPage, frmMain.tbrRules["RulesAdd"]}}};
 }
 
-std::array<ButtonOfPage, 2> saving(MainWindow& frmMain) {
+std::array<ButtonOfPage, 3> saving(MainWindow& frmMain) {
   return {{{accountsPage, frmMain.tbrButtons[saveAccountBar]["SaveAccount"]},
-           {rulesPage, frmMain.tbrButtons[saveRulesBar]["SaveRules"]}}};
+           {rulesPage, frmMain.tbrButtons[saveRulesBar]["SaveRules"]},
+           {optionsPage, frmMain.tbrButtons[saveOptionsBar]["SaveOptions"]}}};
 }
 
 void pressOnPage(const MainWindow& frmMain, std::span<const ButtonOfPage> buttons) {

@@ -40,7 +40,7 @@ struct Program {
 
   // The stores.
   Options options;
-  Options EditOptions;  ///< the working copy of the Options page
+  Options EditOptions;  ///< the working copy of the Options page, which alone writes to it
   Accounts accounts;
   MessageStore messages;
   Rules rules;
@@ -60,6 +60,7 @@ struct Program {
   bool DefaultClientValid = false;  ///< the default email client is there: it serves all accounts
 
   // What each feature keeps for itself.
+  OptionsPageState optionsPage;
   AccountsPageState acnts;
   TabDrag tabDrag;
   ShownMessages list;

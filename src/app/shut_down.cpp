@@ -26,7 +26,7 @@ void saveSortState(Program& program) {
 /// The question stands over the page that it speaks of.
 bool mayEnd(Program& program) {
   if (program.unsaved.any() || program.rulesFile.behind) mnuTrayShow_Click(program);
-  return SettleChanges(program) && SettleRules(program) && !program.unsaved.any();
+  return SettleChanges(program) && SettleRules(program) && SettleOptions(program) && !program.unsaved.any();
 }
 
 }  // namespace

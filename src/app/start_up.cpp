@@ -21,6 +21,9 @@
 #include "messages/message_list.h"
 #include "messages/preview.h"
 #include "messages/sorting.h"
+#include "options/button_style.h"
+#include "options/client_and_sound.h"
+#include "options/menu_colours.h"
 #include "platform/usable_file.h"
 #include "rules/rename_rules.h"
 #include "rules/rule_report.h"
@@ -48,7 +51,8 @@ bool isFirstRun(SettingsStore& settings) {
 /// A new installation starts at logon until the user says otherwise.
 void firstRun(Program& program) {
   ShowFirstUse(program);
-  program.options.RunStartUp = program.EditOptions.RunStartUp = 1;
+  program.options.RunStartUp = 1;
+  ChangeOptions(program, [](Options& edit) { edit.RunStartUp = 1; });
   SettingsStore& settings = program.platform.settings();
   settings.SaveSetting(optionsSection, "RunStartUp", "1");
   program.platform.SetRunAtStartUp();
@@ -80,7 +84,8 @@ void connectWindow(Program& program) {
   ConnectMessage(program);
   ConnectFirstUse(program);
   ConnectTray(program);
-  ConnectAbout(program);
+  ConnectOptionsPage(program);
+  ConnectClientAndSound(program);
   frmMain.StatusBar.MouseMove = [&program](std::int32_t x, std::int32_t y) { ShowPanelTip(program, x, y); };
 }
 
@@ -121,6 +126,7 @@ void loadAccounts(Program& program, std::int16_t count) {
 bool Main(Program& program) {
   if (!program.platform.isOnlyInstance()) return false;
   program.AppTitle = program.platform.applicationTitle();
+  program.platform.provideLaunchers();
   Form_Load(program);
   NextAutoCheck(program, extraMinutesAtStart(program.options, program.platform.now()), false);
   ChooseRunningTimer(program);
@@ -139,11 +145,9 @@ void Form_Load(Program& program) {
   const auto [count, isSound] = Accounts::storedCount(program.platform.settings());
   if (!isSound) program.platform.settings().Protect();
   loadOptions(program.platform.settings(), OptionField::Read::AtStartUp, program.options);
-  loadOptions(program.platform.settings(), OptionField::Read::WithTheMenus, program.options);
+  LoadMenuColours(program);
   SetColumnWidths(program);
-  program.EditOptions = program.options;
   StartSorting(program);
-  program.DefaultClientValid = isUsableFile(program.platform, program.options.DefaultClient, ".exe");
   program.autoCheck.CurrentTime = checkTime(program.platform.now());
   loadAccounts(program, count);
   ShowClock(program);
@@ -151,7 +155,8 @@ void Form_Load(Program& program) {
   connectWindow(program);
   FillRuleAccounts(program);
   LoadRulePage(program);
-  FollowSoundOptions(program);
+  LoadOptionsPage(program);
+  ApplyButtonStyle(program);
   ShowAccount(program, program.accounts.AcntCurrent);
   program.frmMain.lblBanner.Caption = PageBanners[emailPage];
   ShowAccountMessages(program, program.accounts.AcntCurrent);

@@ -30,21 +30,19 @@ void tellOfNoTray(Program& program) {
   program.platform.MsgBox(noTrayNotice(program.AppTitle));
 }
 
-/// A changed account is left by saving or cancelling only.
-void showOptionsPage(Program& program) {
+/// Changed accounts and rules are left by saving or cancelling only.
+void showOptions(Program& program, std::int16_t section) {
   mnuTrayShow_Click(program);
-  if (!program.unsaved.any()) GoToPage(program, optionsPage);
+  if (program.unsaved.AcntDirty || program.unsaved.RulesDirty) return;
+  GoToPage(program, optionsPage);
+  ShowOptionsPage(program, section);
 }
 
-/// The order that a click on a column's header has chosen is none of the tray's business.
-void saveFromTray(Program& program) {
-  program.EditOptions.SortOrder = program.options.SortOrder;
-  SaveOptions(program);
-}
-
+/// What else was changed on the Options page is saved with it.
 void mnuTraySounds_Click(Program& program) {
-  program.EditOptions.PlaySound = program.options.PlaySound == 0 ? 1 : 0;
-  saveFromTray(program);
+  const std::int16_t sounds = program.options.PlaySound == 0 ? 1 : 0;
+  ChangeOptions(program, [sounds](Options& edit) { edit.PlaySound = sounds; });
+  SaveOptions(program);
 }
 
 }  // namespace
@@ -61,11 +59,11 @@ void ConnectTray(Program& program) {
   frmMain.mnuTrayCheckAll.Click = [&program] { CheckAllAccounts(program); };
   frmMain.mnuTrayNewMessage.Click = [&program] { NewMessage(program); };
   frmMain.mnuTrayRunClient.Click = [&program] { StartClientProgram(program); };
-  frmMain.mnuTrayAutoCheck.Click = [&program] { mnuTrayAutoCheck_Click(program); };
+  frmMain.mnuTrayAutoCheck.Click = [&program] { SwitchAutoCheck(program, program.options.UseInterval != 1); };
   frmMain.mnuTraySounds.Click = [&program] { mnuTraySounds_Click(program); };
-  for (MenuEntry* entry : {&frmMain.mnuTrayOptions, &frmMain.mnuTrayMenuColours, &frmMain.mnuTrayAbout}) {
-    entry->Click = [&program] { showOptionsPage(program); };
-  }
+  frmMain.mnuTrayOptions.Click = [&program] { showOptions(program, startUpSection); };
+  frmMain.mnuTrayMenuColours.Click = [&program] { showOptions(program, coloursSection); };
+  frmMain.mnuTrayAbout.Click = [&program] { showOptions(program, aboutSection); };
   frmMain.mnuTrayUpdates.Click = [&program] { OpenHomePage(program); };
   frmMain.mnuTrayHelp.Click = [&program] { program.platform.showHelp(programHelp); };
   frmMain.mnuTrayQuitApplication.Click = [&program] { QuitApplication(program); };
@@ -110,12 +108,11 @@ void Form_Resize(Program& program) {
   if (!program.frmMain.TrayData.TrayPresent) tellOfNoTray(program);
 }
 
-void mnuTrayAutoCheck_Click(Program& program) {
-  const bool wasOn = program.options.UseInterval == 1;
-  program.EditOptions.UseInterval = wasOn ? 0 : 1;
-  if (wasOn && isInTray(program)) program.frmMain.TrayData.Picture = TrayPicture{autoCheckOffPicture};
+void SwitchAutoCheck(Program& program, bool on) {
+  ChangeOptions(program, [on](Options& edit) { edit.UseInterval = on ? 1 : 0; });
+  if (!on && isInTray(program)) program.frmMain.TrayData.Picture = TrayPicture{autoCheckOffPicture};
   program.autoCheck.NoCheckPostponed = false;
-  saveFromTray(program);
+  SaveOptions(program);
 }
 
 void mnuTrayShow_Click(Program& program) {

@@ -62,8 +62,8 @@ void CloseToTray(Program& program);
 /// What the window does when its state changes: minimising means going to the tray.
 void Form_Resize(Program& program);
 
-/// Switches Auto Check on or off, and keeps it so.
-void mnuTrayAutoCheck_Click(Program& program);
+/// Switches Auto Check on or off, and saves the options.
+void SwitchAutoCheck(Program& program, bool on);
 
 /// Brings the window back, and what went with it.
 void mnuTrayShow_Click(Program& program);

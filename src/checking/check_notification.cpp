@@ -16,17 +16,17 @@ namespace {
 /// The help's topic of Auto Check.
 constexpr int autoCheckHelp = 220;
 
-void PlayWave(Program& program, const std::string& path) {
-  program.platform.yield();
-  program.platform.playSound(path);
+/// What is saved counts here, whatever the page shows.
+bool defaultSoundInForce(const Program& program) {
+  return isUsableFile(program.platform, program.options.DefaultSound, ".wav");
 }
 
 /// The file that belongs to an account, blank for none. One that was not reached sounds differently.
 std::string soundOf(const Program& program, std::int16_t account) {
   const Accounts::Row& row = program.accounts[account];
   if (!row.AcntConnected) return row.AcntSoundOn != 0 ? program.platform.soundFile("Error.wav") : std::string();
-  if (program.sounds.DefaultSoundValid) return program.options.DefaultSound;
-  return row.AcntSoundValid ? row.AcntSound : std::string();
+  if (defaultSoundInForce(program)) return program.options.DefaultSound;
+  return isUsableFile(program.platform, row.AcntSound, ".wav") ? row.AcntSound : std::string();
 }
 
 void PlaySoundFile(Program& program, std::int16_t account) {
@@ -94,18 +94,16 @@ void AnnounceCheck(Program& program, const WalkFindings& found) {
 void PlayCheckSound(Program& program, std::int16_t account) {
   if (!program.sounds.SoundMaster || program.options.PlaySound == 0) return;
   for (const std::int16_t number :
-       soundingAccounts(program.accounts, account, program.options.ShowEmail, program.sounds.DefaultSoundValid)) {
+       soundingAccounts(program.accounts, account, program.options.ShowEmail, defaultSoundInForce(program))) {
     const bool goesOn =
         program.sounds.SoundMaster && program.activity != Activity::Ending && number <= program.accounts.AcntNum();
     if (goesOn) PlaySoundFile(program, number);
   }
 }
 
-void FollowSoundOptions(Program& program) {
-  program.sounds.SoundMaster = program.options.PlaySound != 0;
-  program.sounds.DefaultSoundValid = isUsableFile(program.platform, program.options.DefaultSound, ".wav");
-  program.frmMain.mnuTraySounds.Caption =
-      program.sounds.SoundMaster ? "Soun&ds - On|#SoundOn" : "Soun&ds - Off|#SoundOff";
+bool PlayWave(Program& program, const std::string& path) {
+  program.platform.yield();
+  return program.platform.playSound(path);
 }
 
 void frmMessage_Unload(Program& program) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "checking/decisions/notification_texts.h"
 
@@ -8,9 +9,11 @@ namespace velmora {
 
 struct Program;
 
+/// As the Options page has it, saved or not.
 struct SoundState {
   bool DefaultSoundValid = false;  ///< the default sound is there: it plays for all accounts
   bool SoundMaster = true;         ///< sounds are on
+  bool testing = false;            ///< the user tries one
 };
 
 /// Sets the handlers of the Auto Check Message.
@@ -22,8 +25,8 @@ void AnnounceCheck(Program& program, const WalkFindings& found);
 /// Plays what belongs to one account, or to all with 0, one sound after the other.
 void PlayCheckSound(Program& program, std::int16_t account);
 
-/// Brings the flags that stand for the sound options, and the tray's entry, in line with them.
-void FollowSoundOptions(Program& program);
+/// Plays a sound to its end. Returns whether it could be heard.
+bool PlayWave(Program& program, const std::string& path);
 
 /// Closes the Auto Check Message, if it is open.
 void frmMessage_Unload(Program& program);

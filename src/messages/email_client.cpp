@@ -2,25 +2,29 @@
 
 #include "app/program.h"
 #include "messages/decisions/client_texts.h"
+#include "platform/usable_file.h"
 
 namespace velmora {
 
 namespace {
 
-constexpr std::int16_t normalWindow = 1;
-
-bool startClient(Program& program) {
-  if (program.DefaultClientValid) {
-    return program.platform.startProgram(program.options.DefaultClient, program.options.RunSize);
+/// What is saved counts here, whatever the pages show.
+bool startClientInForce(Program& program) {
+  const Options& options = program.options;
+  if (isUsableFile(program.platform, options.DefaultClient, ".exe")) {
+    return StartClient(program, options.DefaultClient, options.RunSize);
   }
-  const Accounts::Row& account = program.accounts[program.accounts.AcntCurrent];
-  return account.AcntClientValid && program.platform.startProgram(account.AcntClient, normalWindow);
+  return StartClient(program, program.accounts[program.accounts.AcntCurrent].AcntClient, normalWindow);
 }
 
 }  // namespace
 
+bool StartClient(Program& program, const std::string& path, std::int16_t windowState) {
+  return isUsableFile(program.platform, path, ".exe") && program.platform.startProgram(path, windowState);
+}
+
 void StartClientProgram(Program& program) {
-  if (!startClient(program)) program.platform.MsgBox(clientError(program.AppTitle));
+  if (!startClientInForce(program)) program.platform.MsgBox(clientError(program.AppTitle));
 }
 
 void OpenOutside(Program& program, const std::string& target) {

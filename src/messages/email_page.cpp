@@ -11,6 +11,7 @@
 #include "messages/message_list.h"
 #include "messages/preview.h"
 #include "messages/sorting.h"
+#include "options/client_and_sound.h"
 #include "platform/failure.h"
 
 namespace velmora {
@@ -112,7 +113,9 @@ void TabStripEmail_Click(Program& program) {
   if (program.accounts.AcntNum() == 0) return;
   const auto account = static_cast<std::int16_t>(program.frmMain.TabStripEmail.SelectedItem());
   program.accounts.AcntCurrent = account;
-  if (account != program.list.AcntLastShown) ShowAccountMessages(program, account);
+  if (account == program.list.AcntLastShown) return;
+  ShowClientIcon(program);
+  ShowAccountMessages(program, account);
 }
 
 void ShowTabAnew(Program& program, std::int16_t account) {

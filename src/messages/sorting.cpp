@@ -16,6 +16,13 @@ void showOnHeaders(Program& program, const std::string& column) {
   for (auto& header : program.frmMain.lvwEmail.Columns) header.Picture = header.Text == column ? picture : "Blank";
 }
 
+/// The Options page goes with it: its next save would turn the order back.
+void turnRound(Program& program) {
+  const std::int16_t order = program.options.SortOrder == 0 ? 1 : 0;
+  program.options.SortOrder = order;
+  ChangeOptions(program, [order](Options& edit) { edit.SortOrder = order; });
+}
+
 }  // namespace
 
 void SortMessages(Program& program, std::int16_t account, const std::string& column) {
@@ -57,7 +64,7 @@ void lvwEmail_ColumnClick(Program& program, const std::string& header) {
   // A check or a deletion that is under way counts on the order.
   if (program.activity != Activity::Idle) return;
   program.options.SortColumnLastUsed = program.order.SortColumnName = header;
-  if (program.order.LastClickedColumn == header) program.options.SortOrder = program.options.SortOrder == 0 ? 1 : 0;
+  if (program.order.LastClickedColumn == header) turnRound(program);
   program.order.LastClickedColumn = header;
   SortMessages(program, account, header);
   ShowAccountMessages(program, account);

@@ -61,7 +61,7 @@ struct OptionsPage {
   Label lblHours{"Check for Email every"};
   NumberBox txtHours{std::int16_t{0}, std::int16_t{12}};
   Label lblMinutes{"hours and"};
-  NumberBox txtMinutes;
+  NumberBox txtMinutes{std::int16_t{0}, std::int16_t{59}, 0, true};
   Label lblMinutesEnd{"minutes."};
   CheckBox chkNoCheck{"Do Not Check between"};
   std::array<TimeBox, 2> txtNoCheckTime;

@@ -5,11 +5,11 @@
 #include "accounts/accounts_page.h"
 #include "app/program.h"
 #include "checking/auto_check.h"
-#include "checking/check_notification.h"
 #include "messages/email_page.h"
 #include "messages/sorting.h"
+#include "options/button_style.h"
 #include "options/keep_settings.h"
-#include "platform/usable_file.h"
+#include "options/menu_colours.h"
 
 namespace velmora {
 
@@ -17,6 +17,10 @@ namespace {
 
 auto timingOf(const Options& options) {
   return std::tie(options.Hours, options.Minutes, options.NoCheck, options.NoCheckTimeBegin, options.NoCheckTimeEnd);
+}
+
+auto themeOf(const Options& options) {
+  return std::tie(options.DTheme, options.TopColour, options.MiddleColour, options.BottomColour);
 }
 
 /// Only a change touches the entry: one that was removed by hand doesn't come back with every save.
@@ -44,18 +48,20 @@ void followTiming(Program& program, const Options& before) {
 }  // namespace
 
 /// The tray's entries save while a check or a deletion is under way, too, which counts on the order of the messages.
-void SaveOptions(Program& program) {
+bool SaveOptions(Program& program) {
   followRunStartUp(program);
   const Options before = program.options;
   takeOver(program.EditOptions, program.options);
-  program.DefaultClientValid = isUsableFile(program.platform, program.options.DefaultClient, ".exe");
-  FollowSoundOptions(program);
+  if (themeOf(program.options) != themeOf(before)) WriteMenuStyleFile(program);
   writeOptions(program.platform.settings(), program.options);
   const bool idle = program.activity == Activity::Idle;
   if (idle) FollowSortOptions(program);
   followTiming(program, before);
+  LoadOptionsPage(program);
+  ApplyButtonStyle(program);
   if (idle && !program.unsaved.AcntDirty) ShowAccount(program, program.accounts.AcntCurrent);
-  KeepSettings(program, "The Options hold until " + program.AppTitle + " ends, but were not saved.");
+  program.frmMain.TreeView.SetFocus();
+  return KeepSettings(program, "The Options hold until " + program.AppTitle + " ends, but were not saved.");
 }
 
 }  // namespace velmora

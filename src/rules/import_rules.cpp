@@ -1,8 +1,7 @@
 #include "rules/import_rules.h"
 
 #include "app/program.h"
-#include "checking/auto_check.h"
-#include "checking/start_up_check.h"
+#include "checking/hold_timers.h"
 #include "options/decisions/ini_file.h"
 #include "platform/set_for_now.h"
 #include "rules/decisions/rule_file.h"
@@ -76,11 +75,8 @@ void askAndImport(Program& program) {
 
 void ImportRules(Program& program) {
   const SetForNow asking(program.rulePage.asking, true);
-  SuspendStartUpTimer(program, TimerAction::Suspend);
-  SuspendAutoCheck(program, TimerAction::Suspend);
+  const HoldTimers held(program);
   askAndImport(program);
-  SuspendStartUpTimer(program, TimerAction::Restore);
-  LetAutoCheckGoOn(program);
 }
 
 }  // namespace velmora

@@ -29,7 +29,7 @@ bool KeepRulesAs(Program& program, const std::string& name, Rules rules) {
   if (!StoreRules(program, path, rules)) return false;
   // Where the settings lead to the file already, there is nothing left that could fail.
   if (name != program.options.RulesIniFileName && !keepName(program, name)) return false;
-  program.options.RulesIniFileName = program.EditOptions.RulesIniFileName = name;
+  program.options.RulesIniFileName = name;
   takeWorking(rules);
   program.rules = std::move(rules);
   NoteRulesFile(program, path);

@@ -37,10 +37,11 @@ OfferSet turnedBy(Situation situation, const std::function<void(Situation&)>& ch
 using enum Offer;
 
 /// What a check, a test and a deletion shut.
-const OfferSet shutWhileBusy = {MainButtonsFrame, EmailTools,      EmailTabs,      AcntToolsFrame, AcntTabs,
-                                AcntFields,       EmailHelp,       Close,          CheckAll,       StartClient,
-                                PreviewTools,     TrayCheckAll,    TrayNewMessage, TrayRunClient,  TraySounds,
-                                TrayOptions,      TrayMenuColours, TrayUpdates,    TrayAbout,      TrayHelp};
+const OfferSet shutWhileBusy = {MainButtonsFrame, EmailTools,   EmailTabs,       AcntToolsFrame, AcntTabs,
+                                AcntFields,       EmailHelp,    Close,           CheckAll,       StartClient,
+                                OptionsFrame,     PreviewTools, TrayCheckAll,    TrayNewMessage, TrayRunClient,
+                                TraySounds,       TrayOptions,  TrayMenuColours, TrayUpdates,    TrayAbout,
+                                TrayHelp};
 
 OfferSet also(OfferSet set, std::initializer_list<Offer> more) {
   set.insert(more);
@@ -107,6 +108,15 @@ TEST(OffersOfTheProgram, FollowEachValue) {
        someAccounts,
        [](Situation& s) { s.unsaved.OptionsDirty = true; },
        {MainButtons, OptionsSave, OptionsCancel}},
+      {"a check at start-up", {}, [](Situation& s) { s.options.startUpCheck = true; }, {OptStartUpDelay}},
+      {"an interval", {}, [](Situation& s) { s.options.interval = true; }, {OptInterval}},
+      {"a quiet time", {}, [](Situation& s) { s.options.quiet = true; }, {OptQuietTime}},
+      {"the message after a check", {}, [](Situation& s) { s.options.checkMessage = true; }, {OptCheckMessage}},
+      {"raised buttons", {}, [](Situation& s) { s.options.raised = true; }, {OptApplyStyle}},
+      {"sorting", {}, [](Situation& s) { s.options.sorting = true; }, {OptSorting}},
+      {"colours of the user's", {}, [](Situation& s) { s.options.userColours = true; }, {OptColours}},
+      {"a default client", {}, [](Situation& s) { s.options.defaultClient = true; }, {AcntClientBrowse}},
+      {"a default sound", {}, [](Situation& s) { s.options.defaultSound = true; }, {AcntSoundBrowse}},
       {"a message",
        someAccounts,
        [](Situation& s) { s.messageSelected = true; },

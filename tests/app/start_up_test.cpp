@@ -95,7 +95,7 @@ TEST_F(StartUp, TheEmailClientIsTheDefaultOneOrTheAccounts) {
   const auto startClient = [this] { program.frmMain.tbrButtons[startClientBar]["StartEmailClient"].click(); };
   startClient();
   ASSERT_EQ(titles(), std::vector<std::string>{"Velmora - Email Client Error"});
-  program.accounts[1].AcntClientValid = true;
+  platform.files = {"/mail/own.exe"};
   startClient();
   platform.files = {"/mail/default.exe"};
   program.EditOptions.DefaultClient = "/mail/default.exe";

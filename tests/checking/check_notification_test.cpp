@@ -97,7 +97,7 @@ TEST_F(Notification, EachSoundIsTheDefaultOneOrTheAccountsOrThatOfAFailure) {
   checkAll();
   EXPECT_THAT(platform.played, ElementsAre("/1.wav", "/home/Sounds/Error.wav"));
   program.options.DefaultSound = "/default.wav";
-  program.sounds.DefaultSoundValid = true;
+  platform.files.insert("/default.wav");
   for (const auto account : std::to_array<std::int16_t>({1, 3})) {
     platform.played.clear();
     program.frmMain.TabStripEmail.SelectTab(account);

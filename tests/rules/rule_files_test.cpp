@@ -57,9 +57,9 @@ class RuleFiles : public test::RunningProgram {
 
   /// All that a rename or an import may change, but for files that weren't there.
   std::string state() {
-    std::string all = program.options.RulesIniFileName + program.EditOptions.RulesIniFileName + program.rulesFile.path +
-                      program.rulesFile.content.value() + program.frmMain.lblRulesFileName.Caption.get() +
-                      platform.written["/home/Rules.ini"] + platform.written["/home/RulesBob.ini"];
+    std::string all = program.options.RulesIniFileName + program.rulesFile.path + program.rulesFile.content.value() +
+                      program.frmMain.lblRulesFileName.Caption.get() + platform.written["/home/Rules.ini"] +
+                      platform.written["/home/RulesBob.ini"];
     for (const auto& [key, value] : platform.tree.values) all += key + value;
     for (const Rule& rule : program.rules.live.rules()) all += rule.Name + rule.Account;
     for (const Rule& rule : program.rules.working.rules()) all += rule.Name + rule.Account;
@@ -97,7 +97,6 @@ TEST_F(RuleFiles, AreRenamedWithAllThatThePageHolds) {
   EXPECT_EQ(platform.written["/home/Rules.ini"], former);
   EXPECT_THAT(platform.written["/home/RulesAnn.ini"], testing::HasSubstr("Name=changed\n"));
   EXPECT_EQ(platform.tree.values["Settings\\Options/RulesIniFileName"], "RulesAnn.ini");
-  EXPECT_EQ(program.EditOptions.RulesIniFileName, "RulesAnn.ini");
   EXPECT_EQ(program.frmMain.lblRulesFileName.Caption.get(), "FileName: RulesAnn.ini");
   EXPECT_EQ(program.rules.live[1].Name, "changed");
   EXPECT_FALSE(program.unsaved.RulesDirty);

@@ -10,39 +10,48 @@ namespace velmora {
 namespace {
 
 /// What has to be so for an offer to stand.
-using Needs = std::uint32_t;
+using Needs = std::uint64_t;
 
 namespace need {
 constexpr Needs nothing = 0;
-constexpr Needs idle = 1U << 0U;
-constexpr Needs check = 1U << 1U;  ///< one is under way
-constexpr Needs account = 1U << 2U;
-constexpr Needs roomForAccount = 1U << 3U;
-constexpr Needs accountBefore = 1U << 4U;
-constexpr Needs accountBehind = 1U << 5U;
-constexpr Needs emptyPage = 1U << 6U;  ///< one that shows accounts, and there are none
-constexpr Needs accountSaved = 1U << 7U;
-constexpr Needs allSaved = 1U << 8U;
-constexpr Needs accountUnsaved = 1U << 9U;
-constexpr Needs rulesUnsaved = 1U << 10U;
-constexpr Needs optionsUnsaved = 1U << 11U;
-constexpr Needs message = 1U << 12U;  ///< one is selected
-constexpr Needs spam = 1U << 13U;
-constexpr Needs marks = 1U << 14U;
-constexpr Needs countdown = 1U << 15U;
-constexpr Needs countdownFree = 1U << 16U;
-constexpr Needs handler = 1U << 17U;  ///< of what nothing handles yet: it is never there
-constexpr Needs rule = 1U << 18U;
-constexpr Needs noRule = 1U << 19U;
-constexpr Needs roomForRule = 1U << 20U;
-constexpr Needs ruleBefore = 1U << 21U;
-constexpr Needs ruleBehind = 1U << 22U;
-constexpr Needs criteria = 1U << 23U;  ///< the chosen field takes one
-constexpr Needs entryComplete = 1U << 24U;
-constexpr Needs entry = 1U << 25U;
-constexpr Needs undone = 1U << 26U;
-constexpr Needs fits = 1U << 27U;
-constexpr Needs report = 1U << 28U;
+constexpr Needs idle = 1ULL << 0U;
+constexpr Needs check = 1ULL << 1U;  ///< one is under way
+constexpr Needs account = 1ULL << 2U;
+constexpr Needs roomForAccount = 1ULL << 3U;
+constexpr Needs accountBefore = 1ULL << 4U;
+constexpr Needs accountBehind = 1ULL << 5U;
+constexpr Needs emptyPage = 1ULL << 6U;  ///< one that shows accounts, and there are none
+constexpr Needs accountSaved = 1ULL << 7U;
+constexpr Needs allSaved = 1ULL << 8U;
+constexpr Needs accountUnsaved = 1ULL << 9U;
+constexpr Needs rulesUnsaved = 1ULL << 10U;
+constexpr Needs optionsUnsaved = 1ULL << 11U;
+constexpr Needs message = 1ULL << 12U;  ///< one is selected
+constexpr Needs spam = 1ULL << 13U;
+constexpr Needs marks = 1ULL << 14U;
+constexpr Needs countdown = 1ULL << 15U;
+constexpr Needs countdownFree = 1ULL << 16U;
+constexpr Needs handler = 1ULL << 17U;  ///< of what nothing handles yet: it is never there
+constexpr Needs rule = 1ULL << 18U;
+constexpr Needs noRule = 1ULL << 19U;
+constexpr Needs roomForRule = 1ULL << 20U;
+constexpr Needs ruleBefore = 1ULL << 21U;
+constexpr Needs ruleBehind = 1ULL << 22U;
+constexpr Needs criteria = 1ULL << 23U;  ///< the chosen field takes one
+constexpr Needs entryComplete = 1ULL << 24U;
+constexpr Needs entry = 1ULL << 25U;
+constexpr Needs undone = 1ULL << 26U;
+constexpr Needs fits = 1ULL << 27U;
+constexpr Needs report = 1ULL << 28U;
+constexpr Needs startUpCheck = 1ULL << 29U;
+constexpr Needs interval = 1ULL << 30U;
+constexpr Needs quiet = 1ULL << 31U;
+constexpr Needs checkMessage = 1ULL << 32U;
+constexpr Needs raised = 1ULL << 33U;
+constexpr Needs sorting = 1ULL << 34U;
+constexpr Needs userColours = 1ULL << 35U;
+constexpr Needs noDefaultClient = 1ULL << 36U;
+constexpr Needs noDefaultSound = 1ULL << 37U;
 }  // namespace need
 
 struct Row {
@@ -78,6 +87,8 @@ constexpr std::array<Row, offerCount> table = {{
     {Offer::AcntTabs, need::idle},
     {Offer::AcntFields, need::idle},
     {Offer::AcntFieldsShown, need::account},
+    {Offer::AcntClientBrowse, need::noDefaultClient},
+    {Offer::AcntSoundBrowse, need::noDefaultSound},
     {Offer::NoAcntsBannerShown, need::emptyPage},
     {Offer::EmailHelp, need::idle},
     {Offer::StopShown, need::check},
@@ -106,6 +117,14 @@ constexpr std::array<Row, offerCount> table = {{
     {Offer::RulesHelp, need::nothing},
     {Offer::RulesSave, need::idle | need::rulesUnsaved},
     {Offer::RulesCancel, need::idle | need::rulesUnsaved},
+    {Offer::OptionsFrame, need::idle},
+    {Offer::OptStartUpDelay, need::startUpCheck},
+    {Offer::OptInterval, need::interval},
+    {Offer::OptQuietTime, need::quiet},
+    {Offer::OptCheckMessage, need::checkMessage},
+    {Offer::OptApplyStyle, need::raised},
+    {Offer::OptSorting, need::sorting},
+    {Offer::OptColours, need::userColours},
     {Offer::OptionsHelp, need::nothing},
     {Offer::OptionsSave, need::idle | need::optionsUnsaved},
     {Offer::OptionsCancel, need::idle | need::optionsUnsaved},
@@ -148,6 +167,13 @@ Needs metBy(const RuleSituation& s) {
          when(s.undone > 0, need::undone) | when(s.fitsFound, need::fits) | when(s.reportWanted, need::report);
 }
 
+Needs metBy(const OptionsSituation& s) {
+  return when(s.startUpCheck, need::startUpCheck) | when(s.interval, need::interval) | when(s.quiet, need::quiet) |
+         when(s.checkMessage, need::checkMessage) | when(s.raised, need::raised) | when(s.sorting, need::sorting) |
+         when(s.userColours, need::userColours) | when(!s.defaultClient, need::noDefaultClient) |
+         when(!s.defaultSound, need::noDefaultSound);
+}
+
 Needs metBy(const Situation& s) {
   const bool some = s.accounts > 0;
   return when(s.activity == Activity::Idle, need::idle) | when(s.activity == Activity::Checking, need::check) |
@@ -157,7 +183,8 @@ Needs metBy(const Situation& s) {
          when(!s.unsaved.any(), need::allSaved) | when(s.unsaved.AcntDirty, need::accountUnsaved) |
          when(s.unsaved.RulesDirty, need::rulesUnsaved) | when(s.unsaved.OptionsDirty, need::optionsUnsaved) |
          when(s.messageSelected, need::message) | when(s.spamListed, need::spam) | when(s.marksReported, need::marks) |
-         when(s.startUpCheckWaits, need::countdown) | when(!s.startUpTimerHeld, need::countdownFree) | metBy(s.rules);
+         when(s.startUpCheckWaits, need::countdown) | when(!s.startUpTimerHeld, need::countdownFree) | metBy(s.rules) |
+         metBy(s.options);
 }
 
 }  // namespace

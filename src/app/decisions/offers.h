@@ -32,6 +32,19 @@ struct RuleSituation {
   bool reportWanted = false;   ///< the Rule Report is to open
 };
 
+/// What the Options page shows of the switches that others depend on, and which defaults are in the accounts' way.
+struct OptionsSituation {
+  bool startUpCheck = false;  ///< there is a check at start-up
+  bool interval = false;      ///< Auto Check is on
+  bool quiet = false;         ///< a quiet period
+  bool checkMessage = false;  ///< the Auto Check Message
+  bool raised = false;        ///< raised buttons
+  bool sorting = false;
+  bool userColours = false;
+  bool defaultClient = false;  ///< a valid one
+  bool defaultSound = false;   ///< likewise
+};
+
 /// All that decides what the user may press.
 struct Situation {
   Activity activity = Activity::Idle;
@@ -45,6 +58,7 @@ struct Situation {
   bool startUpCheckWaits = false;  ///< the countdown of the check at start-up hasn't ended
   bool startUpTimerHeld = false;   ///< a dialog holds that countdown, so it can't be paused or continued
   RuleSituation rules = {};
+  OptionsSituation options = {};
 };
 
 /// What may be offered or not: the buttons, entries, frames and tabs that come on and go off, and those that show and
@@ -76,6 +90,8 @@ enum class Offer : std::size_t {
   AcntTabs,
   AcntFields,
   AcntFieldsShown,
+  AcntClientBrowse,
+  AcntSoundBrowse,
   NoAcntsBannerShown,
   EmailHelp,
   StopShown,
@@ -104,6 +120,14 @@ enum class Offer : std::size_t {
   RulesHelp,
   RulesSave,
   RulesCancel,
+  OptionsFrame,
+  OptStartUpDelay,
+  OptInterval,
+  OptQuietTime,
+  OptCheckMessage,
+  OptApplyStyle,
+  OptSorting,
+  OptColours,
   OptionsHelp,
   OptionsSave,
   OptionsCancel,

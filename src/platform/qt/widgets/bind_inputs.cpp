@@ -125,6 +125,7 @@ QWidget* makeOptions(OptionGroup& options, const QString& name, std::string_view
     layout->addWidget(button);
   }
   options.Value.watch([group](std::int16_t value) { showOption(value, *group); });
+  options.Enabled.watch([frame](bool on) { frame->setEnabled(on); });
   // Unlike a click, this is also raised by a screen reader and by the arrow keys.
   QObject::connect(group, &QButtonGroup::idToggled, frame, [&options](int number, bool on) {
     if (on) options.Choose(static_cast<std::int16_t>(number));

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "options/decisions/options.h"
+#include "platform/platform.h"
+
+namespace velmora {
+
+/// What the Options page says of the present settings, by the control that each text belongs to.
+struct OptionTexts {
+  std::string RunStartUp;
+  std::string EmailCheckStartUp;
+  std::string MinimizeStartUp;
+  std::string UseInterval;
+  std::array<std::string, 2> PlaySound;  ///< for which accounts one plays, and when
+  std::array<std::string, 3> MenuColours;
+};
+OptionTexts optionTexts(const Options& edit, bool DefaultSoundValid, std::string_view appTitle);
+
+/// What is to become of changed options that the user is about to leave.
+Question optionsNotSaved();
+
+/// What is said where a sound can't be tried, since it is none, or since nothing can be heard.
+Question soundError(std::string_view appTitle);
+Question soundUnheard(std::string_view appTitle);
+
+}  // namespace velmora
