@@ -2,6 +2,8 @@
 
 #include <QPainter>
 #include <QStyleOptionMenuItem>
+#include <algorithm>
+#include <utility>
 
 #include "platform/qt/widgets/legible_colour.h"
 
@@ -72,10 +74,10 @@ void ColouredMenu::paintEntry(QPainter& painter, const QAction& action, const QR
 void ColouredMenu::paintContent(QPainter& painter, const QStyleOptionMenuItem& entry, const QColor& ink) const {
   constexpr int gap = 6;
   constexpr double pale = 0.5;
-  const QRect place = entry.rect.adjusted(gap, 0, -gap, 0);
+  const QRect place = entry.rect.adjusted(gap, 0, 0, 0);
   painter.setPen(ink);
   if (entry.menuItemType == QStyleOptionMenuItem::Separator) {
-    painter.drawLine(place.left(), place.center().y(), place.right(), place.center().y());
+    painter.drawLine(place.left(), place.center().y(), place.right() - gap, place.center().y());
     return;
   }
   const int side = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
@@ -84,7 +86,7 @@ void ColouredMenu::paintContent(QPainter& painter, const QStyleOptionMenuItem& e
   painter.setOpacity(1);
   painter.setFont(entry.font);
   const bool marked = style()->styleHint(QStyle::SH_UnderlineShortcut, &entry, this) != 0;
-  painter.drawText(place.adjusted(side + gap, 0, 0, 0),
+  painter.drawText(place.adjusted(entry.maxIconWidth + gap, 0, 0, 0),
                    Qt::AlignVCenter | Qt::TextSingleLine | (marked ? Qt::TextShowMnemonic : Qt::TextHideMnemonic),
                    entry.text);
 }

@@ -21,7 +21,7 @@ MenuPreview::MenuPreview(std::function<MenuColours()> colours, QWidget* parent)
 }
 
 QSize MenuPreview::sizeHint() const {
-  constexpr int widest = 16;
+  constexpr int widest = 12;
   return {fontMetrics().averageCharWidth() * widest, (fontMetrics().height() + gap) * static_cast<int>(entries.size())};
 }
 

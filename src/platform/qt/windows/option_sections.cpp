@@ -96,25 +96,27 @@ void addPath(SectionParts& parts, QGridLayout& grid, TextBox& box, const QString
   grid.addWidget(tools, row, 2);
 }
 
+/// A part beside its prompt, which there may be none of.
+void addRow(QGridLayout& grid, QWidget* prompt, QWidget* part) {
+  const int row = grid.rowCount();
+  if (prompt != nullptr) grid.addWidget(prompt, row, 0);
+  grid.addWidget(part, row, 1, 1, 2, Qt::AlignLeft);
+}
+
 void addDefaultPaths(SectionParts& parts, QGridLayout& grid, OptionsPage& page, ClientAndSound& bars) {
   QWidget* section = parts.section();
   addPath(parts, grid, page.txtDefaultClient, "txtDefaultClient",
           "Default &Email Client:", bars.tbrClient[defaultClientBar], "tbrClient0");
-  const int sizeRow = grid.rowCount();
-  grid.addWidget(new QLabel("Run:", section), sizeRow, 0);
-  grid.addWidget(
-      SectionParts::nameOptions(makeOptions(page.optRunSize, "optRunSize", "NM", Qt::Horizontal, section), "Run"),
-      sizeRow, 1, Qt::AlignLeft);
+  addRow(grid, new QLabel("Run:", section),
+         SectionParts::nameOptions(makeOptions(page.optRunSize, "optRunSize", "NM", Qt::Horizontal, section), "Run"));
   addPath(parts, grid, page.txtDefaultSound, "txtDefaultSound", "&Default Sound:", bars.tbrSound[defaultClientBar],
           "tbrSound0");
-  const int soundRow = grid.rowCount();
-  grid.addWidget(makeTick(page.chkPlaySound, "chkPlaySound", 'O', section), soundRow, 1, Qt::AlignLeft);
-  grid.addWidget(parts.makeNote(page.lblPlaySound[0], "lblPlaySound0"), soundRow + 1, 1, 1, 2);
+  addRow(grid, nullptr, makeTick(page.chkPlaySound, "chkPlaySound", 'O', section));
+  grid.addWidget(parts.makeNote(page.lblPlaySound[0], "lblPlaySound0"), grid.rowCount(), 1, 1, 2);
   auto* timeOut = new NumberEdit(page.txtConnectTimeOut, "txtConnectTimeOut", section);
-  const int timeRow = grid.rowCount();
-  grid.addWidget(makePrompt("Connection &TimeOut:", timeOut), timeRow, 0);
+  addRow(grid, makePrompt("Connection &TimeOut:", timeOut),
+         parts.makeRow({timeOut, makeLabel(page.lblConnectTimeOut, "lblConnectTimeOut", section)}));
   timeOut->setAccessibleName("Seconds of the Connection TimeOut");
-  grid.addWidget(parts.makeRow({timeOut, makeLabel(page.lblConnectTimeOut, "lblConnectTimeOut", section)}), timeRow, 1);
 }
 
 void fillDefaults(SectionParts& parts, OptionsPage& page, ClientAndSound& bars) {
@@ -156,7 +158,9 @@ QWidget* makeColourRows(OptionsPage& page, QWidget* parent) {
     grid->addWidget(makePrompt(each.prompt, patch, (page.*each.box).Enabled), row++, 1);
     patch->setAccessibleName(each.spoken);
   }
-  grid->addWidget(makeLabel(page.lblUserColours, "lblUserColours", frame), row++, 0, 1, 2);
+  auto* note = makeLabel(page.lblUserColours, "lblUserColours", frame);
+  note->setWordWrap(true);
+  grid->addWidget(note, row++, 0, 1, 2);
   grid->setRowStretch(row, 1);
   return frame;
 }
