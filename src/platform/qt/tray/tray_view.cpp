@@ -61,6 +61,7 @@ void TrayView::dock() {
   // Made as soon as there is a tray, wanted or not: it is now that Qt decides on the kind.
   if (host_.Present && !icon_) makeIcon();
   if (icon_) icon_->setVisible(host_.Present && tray_.TrayData.Visible);
+  tray_.TrayData.TrayDrawsMenu = host_.Present && host_.kind() == TrayHost::Kind::Notifier;
   tray_.TrayData.TrayPresent = host_.Present.get();
 }
 

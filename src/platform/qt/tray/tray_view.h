@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QMenu>
 #include <QSystemTrayIcon>
 #include <memory>
 
 #include "platform/qt/tray/tray_host.h"
+#include "platform/qt/widgets/coloured_menu.h"
 
 class QWidget;
 
@@ -26,7 +26,7 @@ class TrayView : public QObject {
 
   Tray& tray_;
   QWidget& window_;
-  QMenu menu_;
+  ColouredMenu menu_;
   TrayHost host_;
   std::unique_ptr<QSystemTrayIcon> icon_;  ///< none until a tray is there for the first time
 };

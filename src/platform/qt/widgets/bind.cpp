@@ -5,7 +5,6 @@
 #include <QCursor>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QMenu>
 #include <QPainter>
 #include <QProgressBar>
 #include <QStyleOptionFocusRect>
@@ -17,6 +16,7 @@
 #include "platform/controls/timer.h"
 #include "platform/controls/toolbar.h"
 #include "platform/qt/strings.h"
+#include "platform/qt/widgets/coloured_menu.h"
 #include "platform/qt/widgets/focus_keeper.h"
 #include "platform/qt/widgets/icons.h"
 #include "platform/qt/widgets/legible_colour.h"
@@ -104,7 +104,6 @@ QToolButton* makeButton(Button& button, const ImageList& images, ButtonLook look
   widget->setToolButtonStyle(under ? Qt::ToolButtonTextUnderIcon : Qt::ToolButtonTextBesideIcon);
   widget->setIconSize(under ? QSize(32, 32) : QSize(16, 16));
   if (under) widget->setMinimumWidth(72);
-  widget->setAutoRaise(true);
   bindButton(button, images, *widget);
   return widget;
 }
@@ -202,9 +201,10 @@ void bind(ProgressBar& bar, QProgressBar& widget) {
   bar.Value.watch([&widget](std::int32_t value) { widget.setValue(value); });
 }
 
-void bind(PopupMenu& menu, QMenu& widget, std::function<QPoint()> place) {
+void bind(PopupMenu& menu, ColouredMenu& widget, std::function<QPoint()> place) {
   const ImageList images(menu.ImageList);
   for (MenuEntry* entry : menu.Entries) bindEntry(*entry, images, widget);
+  menu.Colours.watch([&widget](const std::optional<MenuColours>& colours) { widget.setColours(colours); });
   menu.opened.watch([&widget, place = std::move(place)] { widget.popup(place ? place() : QCursor::pos()); });
 }
 
@@ -246,6 +246,9 @@ QWidget* makeToolbar(Toolbar& toolbar, const QString& name, ButtonLook look, QWi
   layout->setSpacing(2);
   const ImageList images(toolbar.ImageList);
   for (Button& button : toolbar.Buttons) layout->addWidget(makeButton(button, images, look, row));
+  toolbar.Raised.watch([row](bool on) {
+    for (auto* button : row->findChildren<QToolButton*>()) button->setAutoRaise(!on);
+  });
   toolbar.Enabled.watch([row](bool on) {
     const auto buttons = on ? QList<QToolButton*>() : row->findChildren<QToolButton*>();
     for (const auto* button : buttons) {

@@ -9,13 +9,13 @@
 class QCheckBox;
 class QLabel;
 class QLineEdit;
-class QMenu;
 class QObject;
 class QProgressBar;
 class QWidget;
 
 namespace velmora {
 
+class ColouredMenu;
 struct CheckBox;
 struct Frame;
 struct Image;
@@ -42,7 +42,7 @@ void bind(CheckBox& box, QCheckBox& widget);
 void bind(RichTextBox& box, TextView& widget);
 
 /// The menu opens at `place` of the screen, blank for the pointer's.
-void bind(PopupMenu& menu, QMenu& widget, std::function<QPoint()> place = {});
+void bind(PopupMenu& menu, ColouredMenu& widget, std::function<QPoint()> place = {});
 
 /// A text for a widget that takes "&" for the mark of a shortcut: here it is a letter like any other.
 QString literal(const std::string& text);

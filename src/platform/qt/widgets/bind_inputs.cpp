@@ -85,8 +85,12 @@ void bindInput(TextBox& box, QLineEdit& widget) {
   });
 }
 
+/// A value of a third kind that the program sets stays until the user changes it.
 void bind(CheckBox& box, QCheckBox& widget) {
-  box.Value.watch([&widget](std::int16_t value) { widget.setChecked(value == 1); });
+  box.Value.watch([&widget](std::int16_t value) {
+    const QSignalBlocker quiet(widget);
+    widget.setChecked(value == 1);
+  });
   box.Visible.watch([&widget](bool on) { widget.setVisible(on); });
   box.Enabled.watch([&widget](bool on) { widget.setEnabled(on); });
   QObject::connect(&widget, &QCheckBox::toggled, &widget, [&box](bool on) { box.Value = std::int16_t{on}; });

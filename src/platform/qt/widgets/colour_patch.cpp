@@ -3,12 +3,15 @@
 #include <QPainter>
 
 #include "platform/controls/colour_box.h"
+#include "platform/qt/strings.h"
 #include "platform/qt/widgets/legible_colour.h"
 
 namespace velmora {
 
 ColourPatch::ColourPatch(ColourBox& box, Use use, QWidget* parent) : QAbstractButton(parent), box_(box) {
   box_.BackColour.watch([this](std::int32_t) { update(); });
+  box_.Enabled.watch([this](bool on) { setEnabled(on); });
+  setToolTip(qt(box.ToolTipText));
   setFocusPolicy(use == Use::Choose ? Qt::StrongFocus : Qt::NoFocus);
   connect(this, &QAbstractButton::clicked, this, [this] {
     if (box_.Click) box_.Click();

@@ -18,11 +18,6 @@ double contrast(const QColor& one, const QColor& other) {
   return (lighter + 0.05) / (darker + 0.05);
 }
 
-QColor mixed(const QColor& from, const QColor& to, int step, int steps) {
-  const auto mix = [step, steps](int a, int b) { return a + (b - a) * step / steps; };
-  return {mix(from.red(), to.red()), mix(from.green(), to.green()), mix(from.blue(), to.blue())};
-}
-
 }  // namespace
 
 QColor colourOf(std::int32_t value) {
@@ -31,11 +26,20 @@ QColor colourOf(std::int32_t value) {
           static_cast<int>((bits >> 16U) & 0xFFU)};
 }
 
+QColor mixed(const QColor& from, const QColor& to, int step, int steps) {
+  const auto mix = [step, steps](int a, int b) { return a + (b - a) * step / steps; };
+  return {mix(from.red(), to.red()), mix(from.green(), to.green()), mix(from.blue(), to.blue())};
+}
+
+QColor legibleOn(const QColor& ground) {
+  return contrast(Qt::white, ground) > contrast(Qt::black, ground) ? Qt::white : Qt::black;
+}
+
 /// On every ground either white or black has the contrast, so the way has an end.
 QColor legible(const QColor& colour, const QColor& ground) {
   constexpr double readable = 4.5;
   constexpr int steps = 32;
-  const QColor end = contrast(Qt::white, ground) > contrast(Qt::black, ground) ? Qt::white : Qt::black;
+  const QColor end = legibleOn(ground);
   for (int step = 0; step < steps; ++step) {
     const QColor seen = mixed(colour, end, step, steps);
     if (contrast(seen, ground) >= readable) return seen;

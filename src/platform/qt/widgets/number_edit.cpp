@@ -26,12 +26,15 @@ NumberEdit::NumberEdit(NumberBox& box, const QString& name, QWidget* parent) : Q
   });
 }
 
+/// The range has all that the box may come to have, or Qt would bring that back into it.
 void NumberEdit::showValue() {
   const QSignalBlocker quiet(this);
-  const int least = std::min(box_.Least.get(), box_.Value.get());
-  const int most = std::max(box_.Most.get(), box_.Value.get());
+  const std::int16_t typed = box_.TakesZero ? std::int16_t{0} : box_.WhenEmpty;
+  const int least = std::min({box_.Least.get(), box_.Value.get(), box_.WhenEmpty, typed});
+  const int most = std::max({box_.Most.get(), box_.Value.get(), box_.WhenEmpty, typed});
   if (least != minimum() || most != maximum()) setRange(least, most);  // which lets go of an arrow that is held
   if (value() != box_.Value.get()) setValue(box_.Value);
+  update();  // the arrows stop elsewhere where a bound has changed
 }
 
 QAbstractSpinBox::StepEnabled NumberEdit::stepEnabled() const {
@@ -39,6 +42,12 @@ QAbstractSpinBox::StepEnabled NumberEdit::stepEnabled() const {
   if (value() < box_.Most) steps |= StepUpEnabled;
   if (value() > box_.Least) steps |= StepDownEnabled;
   return steps;
+}
+
+void NumberEdit::stepBy(int steps) {
+  const int least = box_.Least.get();
+  const int most = std::max(least, int{box_.Most.get()});
+  QSpinBox::stepBy(std::clamp(value() + steps, least, most) - value());
 }
 
 /// The value that the box has is not the user's fault.

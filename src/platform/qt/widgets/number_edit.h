@@ -17,6 +17,7 @@ class NumberEdit : public QSpinBox {
  protected:
   QValidator::State validate(QString& input, int& pos) const override;
   StepEnabled stepEnabled() const override;
+  void stepBy(int steps) override;
   void wheelEvent(QWheelEvent* event) override;
 
  private:

@@ -14,6 +14,7 @@
 #include <array>
 
 #include "accounts/accounts_page.h"
+#include "options/client_and_sound.h"
 #include "platform/qt/strings.h"
 #include "platform/qt/widgets/bind.h"
 #include "platform/qt/widgets/colour_patch.h"
@@ -214,7 +215,7 @@ void addColour(AccountsPage& page, Fields& fields, QWidget* frame) {
   followColours(page, *makeColourBoxes(page, frame), *button);
 }
 
-QWidget* makeFields(AccountsPage& page, QWidget* parent) {
+QWidget* makeFields(AccountsPage& page, ClientAndSound& bars, QWidget* parent) {
   auto* frame = new FieldsFrame(page.fraColourBox, parent);
   frame->setObjectName("fraAcnt");
   Fields fields(page, frame);
@@ -227,11 +228,17 @@ QWidget* makeFields(AccountsPage& page, QWidget* parent) {
   fields.addText(passwordRow);
   fields.addSpace();
   addColour(page, fields, frame);
-  fields.addText(clientRow, fields.makeRow({fields.makeNote(page.lblClientName, "lblClientName"),
-                                            fields.makeNote(page.lblAcntRunSize, "lblAcntRunSize")}));
-  fields.addText(soundRow, fields.makeRow({fields.makeNote(page.lblSoundName, "lblSoundName"),
-                                           makeTick(page.chkAcntSoundOn, "chkAcntSoundOn", 'O', frame),
-                                           fields.makeNote(page.lblAcntPlaySound, "lblAcntPlaySound")}));
+  fields.addText(
+      clientRow,
+      fields.makeRow({makeToolbar(bars.tbrClient[accountClientBar], "tbrClient1", ButtonLook::TextBesideIcon, frame),
+                      fields.makeNote(page.lblClientName, "lblClientName"),
+                      fields.makeNote(page.lblAcntRunSize, "lblAcntRunSize")}));
+  fields.addText(
+      soundRow,
+      fields.makeRow({makeToolbar(bars.tbrSound[accountClientBar], "tbrSound1", ButtonLook::TextBesideIcon, frame),
+                      fields.makeNote(page.lblSoundName, "lblSoundName"),
+                      makeTick(page.chkAcntSoundOn, "chkAcntSoundOn", 'O', frame),
+                      fields.makeNote(page.lblAcntPlaySound, "lblAcntPlaySound")}));
   fields.addStretch();
   bind(page.fraAcnt, *frame);
   return frame;
@@ -251,13 +258,13 @@ QWidget* makeTools(AccountsPage& page, QWidget* parent) {
 
 }  // namespace
 
-QWidget* makeAccountsPage(AccountsPage& page, QWidget* parent) {
+QWidget* makeAccountsPage(AccountsPage& page, ClientAndSound& bars, QWidget* parent) {
   auto* widget = new QWidget(parent);
   auto* column = new QVBoxLayout(widget);
   column->setContentsMargins(0, 0, 0, 0);
   column->addWidget(makeTools(page, widget));
   column->addWidget(new TabBar(page.TabStripAcnts, "TabStripAcnts", "Accounts", widget, "imlTabIcons"));
-  column->addWidget(makeScrolled(makeFields(page, widget), widget), 1);
+  column->addWidget(makeScrolled(makeFields(page, bars, widget), widget), 1);
   return widget;
 }
 

@@ -5,8 +5,9 @@ class QWidget;
 namespace velmora {
 
 struct AccountsPage;
+struct ClientAndSound;
 
-/// Lays out the Accounts page inside `parent`, which owns it. `page` outlives it.
-QWidget* makeAccountsPage(AccountsPage& page, QWidget* parent);
+/// Lays out the Accounts page inside `parent`, which owns it. `page` and `bars` outlive it.
+QWidget* makeAccountsPage(AccountsPage& page, ClientAndSound& bars, QWidget* parent);
 
 }  // namespace velmora

@@ -4,7 +4,6 @@
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QMenu>
 #include <QScreen>
 #include <QShortcut>
 #include <QVBoxLayout>
@@ -17,6 +16,7 @@
 #include "app/main_window.h"
 #include "platform/qt/strings.h"
 #include "platform/qt/widgets/bind.h"
+#include "platform/qt/widgets/coloured_menu.h"
 #include "platform/qt/widgets/forget_minimised.h"
 #include "platform/qt/widgets/icons.h"
 #include "platform/qt/widgets/plain_layout.h"
@@ -78,9 +78,9 @@ MainWindowView::MainWindowView(MainWindow& window) : window_(window) {
   column->addWidget(makeHead());
   column->addWidget(makeBanner());
   column->addWidget(makePage(emailPage, makeEmailPage()), 1);
-  column->addWidget(makePage(accountsPage, makeAccountsPage(window_, this)), 1);
+  column->addWidget(makePage(accountsPage, makeAccountsPage(window_, window_, this)), 1);
   column->addWidget(makePage(rulesPage, makeRulesPage(window_, this)), 1);
-  column->addWidget(makePage(optionsPage, makeOptionsPage(window_, this)), 1);
+  column->addWidget(makePage(optionsPage, makeOptionsPage(window_, window_, this)), 1);
   column->addWidget(new StatusBarView(window_.StatusBar, window_.ProgressBar, body));
   setCentralWidget(body);
   for (const auto bar : {saveRulesBar, cancelRulesBar}) {
@@ -152,8 +152,8 @@ QWidget* MainWindowView::makeEmailPage() {
   view->setAccessibleName("Messages");
   list->addWidget(view, 1);
   column->addLayout(list, 1);
-  bind(window_.mnuEmailPopMenu, *new QMenu(view), [view] { return view->menuPlace(); });
-  bind(window_.mnuColumns, *new QMenu(view));
+  bind(window_.mnuEmailPopMenu, *new ColouredMenu(view), [view] { return view->menuPlace(); });
+  bind(window_.mnuColumns, *new ColouredMenu(view));
   window_.TextWidth = [view](const std::string& text, bool bold) { return view->textWidth(text, bold); };
   list_ = view;
   return page;

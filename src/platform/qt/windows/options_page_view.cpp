@@ -1,36 +1,73 @@
 #include "platform/qt/windows/options_page_view.h"
 
+#include <QGridLayout>
 #include <QLabel>
-#include <QVBoxLayout>
+#include <QScrollArea>
 
 #include "options/options_page.h"
 #include "platform/qt/widgets/bind.h"
-#include "platform/qt/widgets/icons.h"
+#include "platform/qt/widgets/plain_layout.h"
+#include "platform/qt/widgets/scrolled.h"
+#include "platform/qt/widgets/section_tree.h"
+#include "platform/qt/windows/option_sections.h"
 
 // NOLINTBEGIN(cppcoreguidelines-owning-memory): widgets are owned by their parents
 
 namespace velmora {
 
-QWidget* makeOptionsPage(OptionsPage& options, QWidget* parent) {
-  auto* page = new QWidget(parent);
-  auto* column = new QVBoxLayout(page);
-  column->addStretch(1);
-  const auto addLabel = [&](const char* name) {
-    auto* label = new QLabel(page);
-    label->setObjectName(name);
-    column->addWidget(label, 0, Qt::AlignHCenter);
-    return label;
+namespace {
+
+QWidget* makeHead(OptionsPage& page, QWidget* parent) {
+  constexpr int gap = 12;
+  constexpr double larger = 1.4;
+  auto* head = new QWidget(parent);
+  auto* row = plainLayout<QHBoxLayout>(head);
+  row->setSpacing(gap);
+  auto* title = makeLabel(page.lblOptionsTitle, "lblOptionsTitle", head);
+  QFont font = title->font();
+  font.setPointSizeF(font.pointSizeF() * larger);
+  font.setBold(true);
+  title->setFont(font);
+  const auto makeSide = [&](std::size_t side) {
+    return makePicture(page.imgOptionsTitle.at(side), page.TreeView.ImageList,
+                       QStringLiteral("imgOptionsTitle%1").arg(side), head);
   };
-  auto* picture = addLabel("imgAbout");
-  constexpr QSize pictureSize(64, 64);
-  picture->setPixmap(applicationIcon().pixmap(pictureSize, page->devicePixelRatioF()));
-  bind(options.lblAboutTitle, *addLabel("lblAboutTitle"));
-  bindLink(options.lblAboutWebSite, *addLabel("lblAboutWebSite"));
-  bindLink(options.lblAboutEmail, *addLabel("lblAboutEmail"));
-  column->addWidget(makeToolbar(options.tbrOptAbout, "tbrOptAbout", ButtonLook::TextBesideIcon, page), 0,
-                    Qt::AlignHCenter);
-  column->addStretch(1);
-  return page;
+  row->addStretch(1);
+  row->addWidget(makeSide(0));
+  row->addWidget(title);
+  row->addWidget(makeSide(1));
+  row->addStretch(1);
+  return head;
+}
+
+/// The sections stand in the same place, and one of them shows.
+QWidget* makeSections(OptionsPage& page, ClientAndSound& bars, QWidget* parent) {
+  auto* place = new QWidget(parent);
+  auto* grid = plainLayout<QGridLayout>(place);
+  for (std::size_t section = 0; section < page.fraOptions.size(); ++section) {
+    auto* frame = makeScrolled(makeSection(section, page, bars, place), place);
+    frame->setObjectName(QStringLiteral("fraOptions%1").arg(section));
+    grid->addWidget(frame, 0, 0);
+    bind(page.fraOptions[section], *frame);
+  }
+  return place;
+}
+
+}  // namespace
+
+QWidget* makeOptionsPage(OptionsPage& page, ClientAndSound& bars, QWidget* parent) {
+  auto* widget = new QWidget(parent);
+  widget->setObjectName("fraOptionsPage");
+  auto* row = plainLayout<QHBoxLayout>(widget);
+  auto* tree = new SectionTree(page.TreeView, "TreeView", widget);
+  tree->setAccessibleName("Sections");
+  row->addWidget(tree);
+  auto* column = plainLayout<QVBoxLayout>(nullptr);
+  row->addLayout(column, 1);
+  column->addWidget(makeHead(page, widget));
+  column->addWidget(makeSections(page, bars, widget), 1);
+  bind(page.fraOptionsPage, *widget);
+  return widget;
 }
 
 }  // namespace velmora

@@ -15,6 +15,7 @@
 #include "platform/qt/widgets/harmless_text.h"
 #include "platform/qt/widgets/number_edit.h"
 #include "platform/qt/widgets/plain_layout.h"
+#include "platform/qt/widgets/prompt.h"
 #include "platform/qt/widgets/scrolled.h"
 #include "platform/qt/widgets/text_view.h"
 #include "platform/qt/widgets/titled_frame.h"
@@ -25,26 +26,6 @@
 namespace velmora {
 
 namespace {
-
-/// Some screen readers go by the buddy of a label, others by the name.
-void nameInput(QLabel& label, QWidget& input) {
-  label.setBuddy(&input);
-  input.setAccessibleName(QString(label.text()).remove('&').remove(':'));
-}
-
-/// `text` has the letter that leads to the input.
-QLabel* makePrompt(const char* text, QWidget* input) {
-  auto* label = new QLabel(text, input->parentWidget());
-  nameInput(*label, *input);
-  return label;
-}
-
-/// The same, grey while there is nothing to choose.
-QLabel* makePrompt(const char* text, ComboBox& box, QWidget* input) {
-  auto* label = makePrompt(text, input);
-  box.Enabled.watch([label](bool on) { label->setEnabled(on); });
-  return label;
-}
 
 QLineEdit* makeBox(TextBox& box, const char* name, QWidget* parent) {
   auto* widget = new QLineEdit(parent);
@@ -135,7 +116,7 @@ void addBuilder(RulesPage& page, QGridLayout& grid, QWidget* frame) {
   auto* condition = new ChoiceBox(page.cboCondition, "cboCondition", frame);
   grid.addWidget(makePrompt("&Where:", where), 1, 0);
   grid.addWidget(where, 1, 1);
-  grid.addWidget(makePrompt("&Condition:", page.cboCondition, condition), 1, 2);
+  grid.addWidget(makePrompt("&Condition:", condition, page.cboCondition.Enabled), 1, 2);
   grid.addWidget(condition, 1, 3);
   grid.addWidget(makeTick(page.chkNot, "chkNot", 't', frame), 1, 4);
   auto* criteria = makeBox(page.txtCriteria, "txtCriteria", frame);
@@ -143,7 +124,7 @@ void addBuilder(RulesPage& page, QGridLayout& grid, QWidget* frame) {
   followPrompt(page, *prompt, *criteria);
   auto* boolean = new ChoiceBox(page.cboBoolean, "cboBoolean", frame);
   grid.addWidget(prompt, 2, 0, 1, 3);
-  grid.addWidget(makePrompt("&Join with:", page.cboBoolean, boolean), 2, 3, 1, 2);
+  grid.addWidget(makePrompt("&Join with:", boolean, page.cboBoolean.Enabled), 2, 3, 1, 2);
   grid.addWidget(criteria, 3, 0, 1, 3);
   grid.addWidget(boolean, 3, 3);
   grid.addWidget(makeUpdateRow(page, frame), 4, 0, 1, -1);

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QTimeEdit>
+
+namespace velmora {
+
+struct TimeBox;
+
+/// A time of the day to type or to step, hours and minutes each for itself. The wheel is the page's, which it may be
+/// scrolled with.
+class TimeEdit : public QTimeEdit {
+ public:
+  /// `box` outlives the widget.
+  TimeEdit(TimeBox& box, const QString& name, QWidget* parent);
+
+ protected:
+  void wheelEvent(QWheelEvent* event) override;
+
+ private:
+  void showText();
+  void take(const QTime& time);
+
+  TimeBox& box_;
+  bool taking_ = false;  ///< the control follows the screen, not the other way round
+};
+
+}  // namespace velmora
