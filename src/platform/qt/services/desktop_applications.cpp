@@ -23,8 +23,11 @@ struct ListDeleter {
 
 using ApplicationPtr = mime::ObjectPtr<GDesktopAppInfo>;
 
+/// A hidden entry is a deleted one.
 ApplicationPtr applicationOf(const QString& entry) {
-  return ApplicationPtr(g_desktop_app_info_new_from_filename(QFile::encodeName(entry).constData()));
+  ApplicationPtr application(g_desktop_app_info_new_from_filename(QFile::encodeName(entry).constData()));
+  if (application && g_desktop_app_info_get_is_hidden(application.get()) != FALSE) application.reset();
+  return application;
 }
 
 }  // namespace
