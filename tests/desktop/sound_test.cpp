@@ -105,7 +105,21 @@ TEST_F(Sounds, ALaterOneEndsTheEarlierOneAndTheServersEndEndsAll) {
   time.start();
   player_.play(sound(30'000));
   player_.play(sound(30'000));
+  EXPECT_FALSE(player_.play(sound(200)));
   EXPECT_LT(time.elapsed(), 25'000);
+}
+
+TEST_F(Sounds, AreStoppedAtOnceAndToldFromWhatIsNone) {
+  EXPECT_TRUE(player_.play(sound(100)));
+  player_.stop();
+  whenHeard([this] { player_.stop(); });
+  EXPECT_TRUE(player_.play(sound(30'000)));
+  EXPECT_LT(heard(), 15'000);
+  EXPECT_TRUE(player_.play(sound(200))) << "after one that was stopped";
+  QFile none(folder_.filePath("none.wav"));
+  EXPECT_FALSE(player_.play(none.fileName()));
+  ASSERT_TRUE(none.open(QIODevice::WriteOnly) && none.write("none") > 0);
+  EXPECT_FALSE(player_.play(none.fileName()));
 }
 
 TEST(SoundsWithoutAServer, AreSilentAndNobodyIsTold) {
@@ -116,7 +130,7 @@ TEST(SoundsWithoutAServer, AreSilentAndNobodyIsTold) {
   file.close();
   QElapsedTimer time;
   time.start();
-  SoundPlayer().play(file.fileName());
+  EXPECT_FALSE(SoundPlayer().play(file.fileName()));
   EXPECT_LT(time.elapsed(), 15'000);
 }
 

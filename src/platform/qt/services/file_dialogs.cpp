@@ -22,12 +22,27 @@ QStringList nameFilters(const std::string& filter) {
 
 QString suffixOf(const QString& nameFilter) { return nameFilter.section("*.", 1).section(')', 0, 0); }
 
+/// Shows the file, or the folder that it should lie in. What is neither leaves the dialog where it is.
+void beginAt(QFileDialog& dialog, const QString& start) {
+  const QFileInfo file(start);
+  if (!file.isAbsolute()) return;
+  if (file.isDir()) {
+    dialog.setDirectory(start);
+  } else if (file.isFile()) {
+    dialog.selectFile(start);
+  } else if (QFileInfo(file.path()).isDir()) {
+    dialog.setDirectory(file.path());
+  }
+}
+
 }  // namespace
 
 std::optional<std::string> fileToOpen(QFileDialog& dialog, const FileQuestion& question) {
   dialog.setAcceptMode(QFileDialog::AcceptOpen);
   dialog.setFileMode(QFileDialog::ExistingFile);
   dialog.setNameFilters(nameFilters(question.filter));
+  dialog.setOption(QFileDialog::DontResolveSymlinks);
+  beginAt(dialog, qt(question.start));
   if (!question.name.empty()) dialog.selectFile(harmlessLine(question.name));
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return utf8(dialog.selectedFiles().value(0));

@@ -16,6 +16,9 @@
 #include <QUrl>
 #include <algorithm>
 
+#include "platform/qt/services/client_launchers.h"
+#include "platform/qt/services/core_dumps.h"
+#include "platform/qt/services/desktop_applications.h"
 #include "platform/qt/services/file_dialogs.h"
 #include "platform/qt/services/private_files.h"
 #include "platform/qt/services/qt_transport.h"
@@ -187,11 +190,13 @@ void QtPlatform::showHelp(int context) {
   help_->showTopic(context);
 }
 
-void QtPlatform::provideLaunchers() {}
+void QtPlatform::provideLaunchers() { layLaunchers(programFolder() + "/Clients"); }
 
 /// The state of the new window is its own desktop's choice here.
 bool QtPlatform::startProgram(const std::string& path, std::int16_t /*windowState*/) {
-  return QProcess::startDetached(qt(path), {});
+  const QString entry = entryBehind(qt(path));
+  return withFormerDumpLimit(
+      [&] { return entry.isEmpty() ? QProcess::startDetached(qt(path), {}) : startApplication(entry); });
 }
 
 bool QtPlatform::playSound(const std::string& path) { return !quitting_ && soundPlayer_.play(qt(path)); }

@@ -4,6 +4,7 @@
 
 #include "platform/qt/services/share_folder.h"
 #include "platform/qt/strings.h"
+#include "platform/qt/widgets/client_icon.h"
 
 namespace velmora {
 
@@ -23,6 +24,10 @@ QIcon fromFile(const QString& name, ImageList::WhenDisabled whenDisabled) {
 
 QIcon ImageList::icon(const std::string& key) const {
   if (key.empty()) return {};
+  if (const auto client = clientOfKey(key)) {
+    QIcon own = clientIcon(*client);
+    return own.isNull() ? icon("FolderX") : own;
+  }
   const auto found = loaded_->find(key);
   if (found != loaded_->end()) return found->second;
   return loaded_->emplace(key, fromFile(qt(name_) + '/' + qt(key), whenDisabled_)).first->second;

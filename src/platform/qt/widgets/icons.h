@@ -16,7 +16,8 @@ class ImageList {
   explicit ImageList(std::string name, WhenDisabled whenDisabled = WhenDisabled::Grey)
       : name_(std::move(name)), whenDisabled_(whenDisabled) {}
 
-  /// Blank keys, and keys without a picture, give an empty icon.
+  /// Blank keys, and keys without a picture, give an empty icon. The key of an email client (`clientOfKey`) gives its
+  /// picture as it is now, or else the list's picture "FolderX".
   QIcon icon(const std::string& key) const;
 
  private:

@@ -1,0 +1,81 @@
+#include "platform/qt/services/desktop_applications.h"
+
+#if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
+#include <gio/gdesktopappinfo.h>
+#include <gio/gio.h>
+#include <unistd.h>
+
+#include <QFile>
+#include <memory>
+
+#include "platform/mime/glib_ptr.h"
+#endif
+
+namespace velmora {
+
+#if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
+
+namespace {
+
+struct ListDeleter {
+  void operator()(GList* list) const { g_list_free_full(list, g_object_unref); }
+};
+
+using ApplicationPtr = mime::ObjectPtr<GDesktopAppInfo>;
+
+/// A hidden entry is a deleted one.
+ApplicationPtr applicationOf(const QString& entry) {
+  ApplicationPtr application(g_desktop_app_info_new_from_filename(QFile::encodeName(entry).constData()));
+  if (application && g_desktop_app_info_get_is_hidden(application.get()) != FALSE) application.reset();
+  return application;
+}
+
+}  // namespace
+
+std::map<QString, QString> mailApplications() {
+  std::map<QString, QString> entries;
+  const std::unique_ptr<GList, ListDeleter> all(g_app_info_get_all_for_type("x-scheme-handler/mailto"));
+  for (const GList* each = all.get(); each != nullptr; each = each->next) {
+    auto* application = static_cast<GDesktopAppInfo*>(each->data);
+    const char* file = g_desktop_app_info_get_filename(application);
+    QString id = QFile::decodeName(g_app_info_get_id(G_APP_INFO(application)));
+    if (file != nullptr && id.endsWith(".desktop")) entries.emplace(id.chopped(8), QFile::decodeName(file));
+  }
+  return entries;
+}
+
+bool startApplication(const QString& entry) {
+  const ApplicationPtr application = applicationOf(entry);
+  if (!application) return false;
+  // What ends the program's own session, such as Ctrl+C in its terminal, must not end the application.
+  const auto leaveSession = [](gpointer) { setsid(); };
+  return g_desktop_app_info_launch_uris_as_manager(application.get(), nullptr, nullptr, G_SPAWN_SEARCH_PATH,
+                                                   leaveSession, nullptr, nullptr, nullptr, nullptr) != FALSE;
+}
+
+QStringList applicationPictures(const QString& entry) {
+  const ApplicationPtr application = applicationOf(entry);
+  GIcon* icon = application ? g_app_info_get_icon(G_APP_INFO(application.get())) : nullptr;
+  if (G_IS_FILE_ICON(icon)) {
+    const mime::TextPtr path(g_file_get_path(g_file_icon_get_file(G_FILE_ICON(icon))));
+    return {QFile::decodeName(path.get())};
+  }
+  QStringList names;
+  if (!G_IS_THEMED_ICON(icon)) return names;
+  for (const char* const* name = g_themed_icon_get_names(G_THEMED_ICON(icon)); *name != nullptr; ++name) {
+    names += QString::fromUtf8(*name);
+  }
+  return names;
+}
+
+#else
+
+std::map<QString, QString> mailApplications() { return {}; }
+
+bool startApplication(const QString& /*entry*/) { return false; }
+
+QStringList applicationPictures(const QString& /*entry*/) { return {}; }
+
+#endif
+
+}  // namespace velmora
