@@ -17,6 +17,7 @@ BUTTONS = {pyatspi.ROLE_PUSH_BUTTON, pyatspi.ROLE_TOGGLE_BUTTON}
 LISTS = {pyatspi.ROLE_TABLE, pyatspi.ROLE_TREE_TABLE, pyatspi.ROLE_TREE, pyatspi.ROLE_LIST}
 TABS = {pyatspi.ROLE_PAGE_TAB}
 FIELDS = {pyatspi.ROLE_TEXT, pyatspi.ROLE_PASSWORD_TEXT, pyatspi.ROLE_CHECK_BOX}
+BOXES = {pyatspi.ROLE_COMBO_BOX, pyatspi.ROLE_RADIO_BUTTON, pyatspi.ROLE_SPIN_BUTTON}
 LABELS = {pyatspi.ROLE_LABEL}
 CLOSED = BUTTONS | LISTS | TABS | FIELDS | LABELS  # nothing in them is looked through
 

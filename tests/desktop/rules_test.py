@@ -16,10 +16,6 @@ class RulesTest(ShownProgramTest):
     def setUp(self):
         write_settings(self.home, [{"Name": "Work", "Port": self.ports["plain"]}])
         self.start()
-        self.BOXES = {self.see.pyatspi.ROLE_COMBO_BOX}
-
-    def key(self, *keys):
-        tell("xdotool", "key", *keys)
 
     def focus(self, keys, roles, name):
         self.key(*keys)
@@ -31,17 +27,11 @@ class RulesTest(ShownProgramTest):
         """Presses Tab until the keyboard is there."""
         widget = self.find(roles, name)
         for _ in range(12):
-            former = self.focused()
-            if former == widget:
+            now = self.focused()
+            if now == widget:
                 return widget
-            self.key("Tab")
-            self.see.wait_for("the next one", lambda: self.focused() not in (None, former))
+            self.tab(now)
         self.fail("Tab doesn't lead to " + name)
-
-    def focused(self):
-        roles = self.see.BUTTONS | self.see.FIELDS | self.see.LISTS | self.BOXES | {
-            self.see.pyatspi.ROLE_RADIO_BUTTON, self.see.pyatspi.ROLE_SPIN_BUTTON}
-        return next((each for each in self.see.showing(self.root, roles) if self.has(each, "FOCUSED")), None)
 
     def wait_for_label(self, text):
         self.see.wait_for(text, lambda: self.see.showing(self.root, self.see.LABELS, text))
@@ -57,9 +47,9 @@ class RulesTest(ShownProgramTest):
         name = self.find(see.FIELDS, "Name")
         self.wait_for_focus(name)
         tell("xdotool", "type", "Casinos")
-        self.focus(["alt+w"], self.BOXES, "From")  # Qt tells of a box by what is chosen there
+        self.focus(["alt+w"], self.see.BOXES, "From")  # Qt tells of a box by what is chosen there
         self.key("S", "u")
-        self.find(self.BOXES, "Subject")
+        self.find(self.see.BOXES, "Subject")
         self.focus(["alt+e"], see.FIELDS, "Enter Text...")
         tell("xdotool", "type", "CASINO")
         self.wait_for_label("Not in the rule yet: press Update Description.")
