@@ -45,10 +45,16 @@ void TimeEdit::takeUnfinished() {
   if (time.isValid()) take(time);
 }
 
-/// What is typed over all of the text begins with the hours.
+/// What is typed over all of the text begins with the hours. The arrows lead to what the next key is to replace: beside
+/// it Qt would refuse the key.
 void TimeEdit::keyPressEvent(QKeyEvent* event) {
   if (lineEdit()->selectedText() == lineEdit()->text()) setSelectedSection(HourSection);
-  QTimeEdit::keyPressEvent(event);
+  const bool isArrow = event->key() == Qt::Key_Left || event->key() == Qt::Key_Right;
+  if (isArrow && !event->modifiers().testAnyFlags(Qt::ShiftModifier | Qt::ControlModifier)) {
+    setSelectedSection(event->key() == Qt::Key_Left ? HourSection : MinuteSection);
+  } else {
+    QTimeEdit::keyPressEvent(event);
+  }
 }
 
 /// A click selects what the next key is to replace.
