@@ -29,9 +29,8 @@ NumberEdit::NumberEdit(NumberBox& box, const QString& name, QWidget* parent) : Q
 /// The range has all that the box may come to have, or Qt would bring that back into it.
 void NumberEdit::showValue() {
   const QSignalBlocker quiet(this);
-  const std::int16_t typed = box_.TakesZero ? std::int16_t{0} : box_.WhenEmpty;
-  const int least = std::min({box_.Least.get(), box_.Value.get(), box_.WhenEmpty, typed});
-  const int most = std::max({box_.Most.get(), box_.Value.get(), box_.WhenEmpty, typed});
+  const int least = std::min({box_.Least.get(), box_.Value.get(), std::int16_t{0}});
+  const int most = std::max(box_.Most.get(), box_.Value.get());
   if (least != minimum() || most != maximum()) setRange(least, most);  // which lets go of an arrow that is held
   if (value() != box_.Value.get()) setValue(box_.Value);
   update();  // the arrows stop elsewhere where a bound has changed

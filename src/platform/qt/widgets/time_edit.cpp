@@ -1,5 +1,6 @@
 #include "platform/qt/widgets/time_edit.h"
 
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QSignalBlocker>
 #include <QWheelEvent>
@@ -18,6 +19,8 @@ TimeEdit::TimeEdit(TimeBox& box, const QString& name, QWidget* parent) : QTimeEd
   box.Text.watch([this](const std::string&) { showText(); });
   box.Enabled.watch([this](bool on) { setEnabled(on); });
   connect(this, &QTimeEdit::timeChanged, this, &TimeEdit::take);
+  connect(lineEdit(), &QLineEdit::textEdited, this, &TimeEdit::takeUnfinished);
+  lineEdit()->installEventFilter(this);
 }
 
 /// What is no time stays in the control until the user sets one.
@@ -30,7 +33,35 @@ void TimeEdit::showText() {
 
 void TimeEdit::take(const QTime& time) {
   const SetForNow taking(taking_, true);
-  box_.Text = utf8(time.toString("HH:mm"));
+  box_.Text = utf8(time.toString(displayFormat()));
+}
+
+/// What Qt would make of a text such as "1:30" only when the keyboard leaves, which a click on a button doesn't make it
+/// do. The text stays as it is, for more may be typed.
+void TimeEdit::takeUnfinished() {
+  QString text = lineEdit()->text();
+  fixup(text);
+  const QTime time = QTime::fromString(text, displayFormat());
+  if (time.isValid()) take(time);
+}
+
+/// What is typed over all of the text begins with the hours. The arrows lead to what the next key is to replace: beside
+/// it Qt would refuse the key.
+void TimeEdit::keyPressEvent(QKeyEvent* event) {
+  if (lineEdit()->selectedText() == lineEdit()->text()) setSelectedSection(HourSection);
+  const bool isArrow = event->key() == Qt::Key_Left || event->key() == Qt::Key_Right;
+  if (isArrow && !event->modifiers().testAnyFlags(Qt::ShiftModifier | Qt::ControlModifier)) {
+    setSelectedSection(event->key() == Qt::Key_Left ? HourSection : MinuteSection);
+  } else {
+    QTimeEdit::keyPressEvent(event);
+  }
+}
+
+/// A click selects what the next key is to replace.
+bool TimeEdit::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::MouseButtonRelease && !lineEdit()->hasSelectedText())
+    setSelectedSection(currentSection());
+  return QTimeEdit::eventFilter(watched, event);
 }
 
 void TimeEdit::wheelEvent(QWheelEvent* event) { event->ignore(); }

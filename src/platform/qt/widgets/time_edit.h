@@ -13,12 +13,16 @@ class TimeEdit : public QTimeEdit {
   /// `box` outlives the widget.
   TimeEdit(TimeBox& box, const QString& name, QWidget* parent);
 
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  protected:
+  void keyPressEvent(QKeyEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
 
  private:
   void showText();
   void take(const QTime& time);
+  void takeUnfinished();
 
   TimeBox& box_;
   bool taking_ = false;  ///< the control follows the screen, not the other way round

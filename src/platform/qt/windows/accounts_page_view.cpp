@@ -1,17 +1,14 @@
 #include "platform/qt/windows/accounts_page_view.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QGraphicsOpacityEffect>
 #include <QGridLayout>
-#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QScrollArea>
 #include <QToolButton>
 #include <QVBoxLayout>
-#include <array>
 
 #include "accounts/accounts_page.h"
 #include "options/client_and_sound.h"
@@ -20,6 +17,7 @@
 #include "platform/qt/widgets/colour_patch.h"
 #include "platform/qt/widgets/scrolled.h"
 #include "platform/qt/widgets/tab_bar.h"
+#include "platform/qt/windows/account_colours_view.h"
 
 // NOLINTBEGIN(cppcoreguidelines-owning-memory): widgets are owned by their parents
 
@@ -46,9 +44,6 @@ constexpr TextRow loginRow{&AccountsPage::txtAcntLoginID, "txtAcntLoginID",
 constexpr TextRow passwordRow{&AccountsPage::txtAcntPassword, "txtAcntPassword", "Pass&word:", ""};
 constexpr TextRow clientRow{&AccountsPage::txtAcntClient, "txtAcntClient", "E&mail Client:", ""};
 constexpr TextRow soundRow{&AccountsPage::txtAcntSound, "txtAcntSound", "So&und:", ""};
-
-/// The names of the six colours, for those who can't see them.
-constexpr std::array colourNames = {"Blue", "Cyan", "Green", "Magenta", "Red", "Black"};
 
 constexpr int labelColumn = 0;
 constexpr int inputColumn = 1;
@@ -77,7 +72,7 @@ class Fields {
     grid_->setHorizontalSpacing(10);
   }
 
-  void addText(const TextRow& row, QWidget* beside = nullptr) {
+  QLineEdit* addText(const TextRow& row) {
     auto* box = new QLineEdit(frame_);
     box->setObjectName(row.name);
     box->setMinimumWidth(box->fontMetrics().averageCharWidth() * 46);
@@ -86,10 +81,23 @@ class Fields {
       box->setStyleSheet("lineedit-password-character: 42");
     }
     bindInput(page_.*row.box, *box);
-    auto* hint = beside != nullptr ? nullptr : makeHint(row.hint);
-    if (*row.hint != '\0') box->setAccessibleDescription(row.hint);
-    addRow(row.label, box, beside != nullptr ? beside : hint);
+    auto* hint = *row.hint == '\0' ? nullptr : makeHint(row.hint);
+    if (hint != nullptr) box->setAccessibleDescription(row.hint);
+    addRow(row.label, box, hint);
     if (row.box == &AccountsPage::txtAcntPort) showInPlace(page_.lblAcntPortNotice, *hint, *box);
+    return box;
+  }
+
+  /// Parts beside the text box before them.
+  void addBeside(std::initializer_list<QWidget*> parts) {
+    grid_->addWidget(makeRow(parts), row_ - 1, hintColumn, Qt::AlignLeft | Qt::AlignVCenter);
+  }
+
+  /// The buttons for a text box, which takes the keyboard when they go off.
+  QWidget* makeTools(Toolbar& buttons, const char* name, QLineEdit& box) {
+    auto* tools = makeToolbar(buttons, name, ButtonLook::TextBesideIcon, frame_);
+    setHeir(*tools, box);
+    return tools;
   }
 
   /// A label names the box for a screen reader too.
@@ -153,58 +161,6 @@ class Fields {
   int row_ = 0;
 };
 
-QString boxName(std::size_t box) { return QStringLiteral("lblColourBox%1").arg(box + 1); }
-
-QWidget* makeColourBoxes(AccountsPage& page, QWidget* frame) {
-  auto* group = new QGroupBox(frame);
-  group->setObjectName("fraColourBox");
-  group->setAutoFillBackground(true);
-  auto* row = new QHBoxLayout(group);
-  for (std::size_t i = 0; i < page.lblColourBox.size(); ++i) {
-    auto* patch = new ColourPatch(page.lblColourBox[i], ColourPatch::Use::Choose, group);
-    patch->setObjectName(boxName(i));
-    patch->setAccessibleName(colourNames[i]);
-    patch->setToolTip(colourNames[i]);
-    row->addWidget(patch);
-  }
-  group->setTitle(literal(page.fraColourBox.Caption));
-  return group;
-}
-
-/// Where the button is. The pointer must get there without crossing the fields' ground.
-void showBesideButton(QWidget& boxes, const QWidget& button) {
-  const QWidget& bar = *button.parentWidget();
-  boxes.adjustSize();
-  boxes.move(bar.mapTo(boxes.parentWidget(), QPoint(bar.width(), bar.height() - boxes.height())));
-  boxes.show();
-  boxes.raise();
-}
-
-/// The box of the account's colour, or the first where it has another one.
-std::size_t chosenBox(const AccountsPage& page) {
-  for (std::size_t box = 0; box < page.lblColourBox.size(); ++box) {
-    if (page.lblColourBox[box].BackColour == page.txtAcntColour.BackColour.get()) return box;
-  }
-  return 0;
-}
-
-/// The boxes take the keyboard and hand it back to the button; where the user takes it elsewhere, they go.
-void followColours(AccountsPage& page, QWidget& boxes, QToolButton& button) {
-  Frame& colours = page.fraColourBox;
-  colours.Visible.watch([&page, &boxes, &button](bool on) {
-    if (on) {
-      showBesideButton(boxes, button);
-      boxes.findChild<ColourPatch*>(boxName(chosenBox(page)))->setFocus(Qt::OtherFocusReason);
-    } else {
-      if (boxes.isAncestorOf(QApplication::focusWidget())) button.setFocus();
-      boxes.hide();
-    }
-  });
-  QObject::connect(qApp, &QApplication::focusChanged, &boxes, [&colours, &boxes](QWidget*, QWidget* now) {
-    if (now != nullptr && !boxes.isAncestorOf(now)) colours.Visible = false;
-  });
-}
-
 void addColour(AccountsPage& page, Fields& fields, QWidget* frame) {
   auto* patch = new ColourPatch(page.txtAcntColour, ColourPatch::Use::Show, frame);
   patch->setObjectName("txtAcntColour");
@@ -212,7 +168,7 @@ void addColour(AccountsPage& page, Fields& fields, QWidget* frame) {
   QWidget* tools = makeToolbar(page.tbrColour, "tbrColour", ButtonLook::TextBesideIcon, frame);
   auto* button = tools->findChild<QToolButton*>();
   fields.addRow("&Colour:", fields.makeRow({patch, tools}), nullptr)->setBuddy(button);
-  followColours(page, *makeColourBoxes(page, frame), *button);
+  addColourBoxes(page, frame, *button);
 }
 
 QWidget* makeFields(AccountsPage& page, ClientAndSound& bars, QWidget* parent) {
@@ -228,17 +184,15 @@ QWidget* makeFields(AccountsPage& page, ClientAndSound& bars, QWidget* parent) {
   fields.addText(passwordRow);
   fields.addSpace();
   addColour(page, fields, frame);
-  fields.addText(
-      clientRow,
-      fields.makeRow({makeToolbar(bars.tbrClient[accountClientBar], "tbrClient1", ButtonLook::TextBesideIcon, frame),
-                      fields.makeNote(page.lblClientName, "lblClientName"),
-                      fields.makeNote(page.lblAcntRunSize, "lblAcntRunSize")}));
-  fields.addText(
-      soundRow,
-      fields.makeRow({makeToolbar(bars.tbrSound[accountClientBar], "tbrSound1", ButtonLook::TextBesideIcon, frame),
-                      fields.makeNote(page.lblSoundName, "lblSoundName"),
-                      makeTick(page.chkAcntSoundOn, "chkAcntSoundOn", 'O', frame),
-                      fields.makeNote(page.lblAcntPlaySound, "lblAcntPlaySound")}));
+  auto* client = fields.addText(clientRow);
+  fields.addBeside({fields.makeTools(bars.tbrClient[accountClientBar], "tbrClient1", *client),
+                    fields.makeNote(page.lblClientName, "lblClientName"),
+                    fields.makeNote(page.lblAcntRunSize, "lblAcntRunSize")});
+  auto* sound = fields.addText(soundRow);
+  fields.addBeside({fields.makeTools(bars.tbrSound[accountClientBar], "tbrSound1", *sound),
+                    fields.makeNote(page.lblSoundName, "lblSoundName"),
+                    makeTick(page.chkAcntSoundOn, "chkAcntSoundOn", 'O', frame),
+                    fields.makeNote(page.lblAcntPlaySound, "lblAcntPlaySound")});
   fields.addStretch();
   bind(page.fraAcnt, *frame);
   return frame;

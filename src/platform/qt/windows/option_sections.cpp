@@ -2,7 +2,6 @@
 
 #include <QCheckBox>
 #include <QGridLayout>
-#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <array>
@@ -11,14 +10,13 @@
 #include "options/options_page.h"
 #include "platform/qt/strings.h"
 #include "platform/qt/widgets/bind.h"
-#include "platform/qt/widgets/colour_patch.h"
 #include "platform/qt/widgets/icons.h"
-#include "platform/qt/widgets/menu_preview.h"
 #include "platform/qt/widgets/number_edit.h"
 #include "platform/qt/widgets/plain_layout.h"
 #include "platform/qt/widgets/prompt.h"
 #include "platform/qt/widgets/time_edit.h"
 #include "platform/qt/widgets/titled_frame.h"
+#include "platform/qt/windows/colours_section.h"
 #include "platform/qt/windows/section_parts.h"
 
 // NOLINTBEGIN(cppcoreguidelines-owning-memory): widgets are owned by their parents
@@ -27,7 +25,7 @@ namespace velmora {
 
 namespace {
 
-void fillStartUp(SectionParts& parts, OptionsPage& page, ClientAndSound& /*bars*/) {
+void fillStartUp(SectionParts& parts, OptionsPage& page) {
   parts.addTick(page.chkRunStartUp, "chkRunStartUp", 'R');
   parts.addUnderTick(parts.makeNote(page.lblRunStartUp, "lblRunStartUp"));
   parts.addGap();
@@ -68,7 +66,7 @@ QWidget* makeMessageTime(SectionParts& parts, OptionsPage& page) {
                         time, makeLabel(page.lblMsgBoxSeconds, "lblMsgBoxSeconds", parts.section())});
 }
 
-void fillAutoCheck(SectionParts& parts, OptionsPage& page, ClientAndSound& /*bars*/) {
+void fillAutoCheck(SectionParts& parts, OptionsPage& page) {
   parts.addTick(page.chkUseInterval, "chkUseInterval", 'E');
   parts.addUnderTick(parts.makeNote(page.lblUseInterval, "lblUseInterval"));
   parts.addUnderTick(makeInterval(parts, page));
@@ -133,69 +131,6 @@ void fillDefaults(SectionParts& parts, OptionsPage& page, ClientAndSound& bars) 
   parts.addTick(page.chkSuppressRetrieveErrors, "chkSuppressRetrieveErrors", 'R');
 }
 
-/// A colour to choose, what it is of, and the letter that leads to it.
-struct ColourRow {
-  ColourBox OptionsPage::*box;
-  const char* name;
-  const char* prompt;
-  const char* spoken;
-};
-
-constexpr std::array<ColourRow, 3> colourRows = {{
-    {&OptionsPage::lbl3DTopColour, "lbl3DTopColour", "&Top", "Top Colour"},
-    {&OptionsPage::lbl3DMiddleColour, "lbl3DMiddleColour", "&Middle", "Middle Colour"},
-    {&OptionsPage::lbl3DBottomColour, "lbl3DBottomColour", "B&ottom", "Bottom Colour"},
-}};
-
-QWidget* makeColourRows(OptionsPage& page, QWidget* parent) {
-  auto* frame = new QWidget(parent);
-  auto* grid = plainLayout<QGridLayout>(frame);
-  int row = 0;
-  for (const ColourRow& each : colourRows) {
-    auto* patch = new ColourPatch(page.*each.box, ColourPatch::Use::Choose, frame);
-    patch->setObjectName(each.name);
-    grid->addWidget(patch, row, 0);
-    grid->addWidget(makePrompt(each.prompt, patch, (page.*each.box).Enabled), row++, 1);
-    patch->setAccessibleName(each.spoken);
-  }
-  auto* note = makeLabel(page.lblUserColours, "lblUserColours", frame);
-  note->setWordWrap(true);
-  grid->addWidget(note, row++, 0, 1, 2);
-  grid->setRowStretch(row, 1);
-  return frame;
-}
-
-QWidget* makeMenuPreview(OptionsPage& page, QWidget* parent) {
-  auto* preview = new MenuPreview(
-      [&page] {
-        return MenuColours{page.lbl3DTopColour.BackColour, page.lbl3DMiddleColour.BackColour,
-                           page.lbl3DBottomColour.BackColour};
-      },
-      parent);
-  for (const ColourRow& each : colourRows) {
-    (page.*each.box).BackColour.watch([preview](std::int32_t) { preview->update(); });
-  }
-  return preview;
-}
-
-void fillColours(SectionParts& parts, OptionsPage& page, ClientAndSound& /*bars*/) {
-  constexpr int gap = 24;
-  for (std::size_t i = 0; i < page.lblMenuColours.size(); ++i) {
-    parts.add(parts.makeNote(page.lblMenuColours[i], qPrintable(QStringLiteral("lblMenuColours%1").arg(i))));
-  }
-  auto* frame = new QGroupBox("3D Colour Themes", parts.section());
-  auto* row = new QHBoxLayout(frame);
-  row->setSpacing(gap);
-  row->addWidget(
-      SectionParts::nameOptions(makeOptions(page.opt3DTheme, "opt3DTheme", "BGrCXVU", Qt::Vertical, frame), "Theme"));
-  row->addWidget(makeColourRows(page, frame));
-  row->addWidget(makeMenuPreview(page, frame));
-  row->addStretch(1);
-  parts.addGap();
-  parts.add(frame);
-  parts.add(parts.makeNote(page.lblTrayMenu, "lblTrayMenu"));
-}
-
 QWidget* makeApplyStyle(OptionsPage& page, QWidget* parent) {
   auto* frame = new TitledFrame(page.fraApplyStyle, "fraApplyStyle", parent);
   auto* row = new QHBoxLayout(frame);
@@ -230,7 +165,7 @@ QWidget* makeToolTips(SectionParts& parts, OptionsPage& page) {
       {from, to, subject, makeToolbar(page.tbrOptMisc[0], "tbrOptMisc0", ButtonLook::TextBesideIcon, section)});
 }
 
-void fillMiscellaneous(SectionParts& parts, OptionsPage& page, ClientAndSound& /*bars*/) {
+void fillMiscellaneous(SectionParts& parts, OptionsPage& page) {
   QWidget* section = parts.section();
   parts.addTick(page.chkShowNewOnly, "chkShowNewOnly", 'N');
   parts.addTick(page.chkRestoreColWidth, "chkRestoreColWidth", 'W');
@@ -247,7 +182,7 @@ void fillMiscellaneous(SectionParts& parts, OptionsPage& page, ClientAndSound& /
   parts.addUnderTick(makeSort(page, section));
 }
 
-void fillAbout(SectionParts& parts, OptionsPage& page, ClientAndSound& /*bars*/) {
+void fillAbout(SectionParts& parts, OptionsPage& page) {
   constexpr QSize pictureSize(64, 64);
   QWidget* section = parts.section();
   const auto add = [&](const char* name) {
@@ -264,15 +199,17 @@ void fillAbout(SectionParts& parts, OptionsPage& page, ClientAndSound& /*bars*/)
   parts.addCentred(makeToolbar(page.tbrOptAbout, "tbrOptAbout", ButtonLook::TextBesideIcon, section));
 }
 
-constexpr std::array<void (*)(SectionParts&, OptionsPage&, ClientAndSound&), sectionCount> fill = {
-    fillStartUp, fillAutoCheck, fillDefaults, fillColours, fillMiscellaneous, fillAbout};
-
 }  // namespace
 
-QWidget* makeSection(std::size_t section, OptionsPage& page, ClientAndSound& bars, QWidget* parent) {
+QWidget* makeSection(std::int16_t section, OptionsPage& page, ClientAndSound& bars, QWidget* parent) {
   auto* widget = new QWidget(parent);
   SectionParts parts(widget);
-  fill.at(section)(parts, page, bars);
+  if (section == startUpSection) fillStartUp(parts, page);
+  if (section == autoCheckSection) fillAutoCheck(parts, page);
+  if (section == defaultsSection) fillDefaults(parts, page, bars);
+  if (section == coloursSection) fillColours(parts, page);
+  if (section == miscellaneousSection) fillMiscellaneous(parts, page);
+  if (section == aboutSection) fillAbout(parts, page);
   parts.addStretch();
   return widget;
 }

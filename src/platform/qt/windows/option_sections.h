@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cstddef>
+#include <cstdint>
 
 class QWidget;
 
@@ -9,7 +9,8 @@ namespace velmora {
 struct ClientAndSound;
 struct OptionsPage;
 
-/// Lays out a section of the Options page, numbered from 0, in a widget that `parent` owns. The controls outlive it.
-QWidget* makeSection(std::size_t section, OptionsPage& page, ClientAndSound& bars, QWidget* parent);
+/// Lays out a section of the Options page, by its node of the tree, in a widget that `parent` owns. The controls
+/// outlive it.
+QWidget* makeSection(std::int16_t section, OptionsPage& page, ClientAndSound& bars, QWidget* parent);
 
 }  // namespace velmora

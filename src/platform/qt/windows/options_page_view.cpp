@@ -45,7 +45,7 @@ QWidget* makeSections(OptionsPage& page, ClientAndSound& bars, QWidget* parent) 
   auto* place = new QWidget(parent);
   auto* grid = plainLayout<QGridLayout>(place);
   for (std::size_t section = 0; section < page.fraOptions.size(); ++section) {
-    auto* frame = makeScrolled(makeSection(section, page, bars, place), place);
+    auto* frame = makeScrolled(makeSection(static_cast<std::int16_t>(section + 1), page, bars, place), place);
     frame->setObjectName(QStringLiteral("fraOptions%1").arg(section));
     grid->addWidget(frame, 0, 0);
     bind(page.fraOptions[section], *frame);
