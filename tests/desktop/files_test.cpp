@@ -140,7 +140,8 @@ TEST_F(RealFiles, ThatAreThereAreOpenedUnderAnyName) {
     static_cast<QDialog*>(dialog)->accept();
   });
   EXPECT_EQ(platform_.askForFile(question), utf8(chosen));
-  platform_.quit();
+  QTimer::singleShot(0, [this] { platform_.quit(); });
+  QApplication::exec();  // Without it, Qt would end every later dialog of this process, too.
   EXPECT_FALSE(platform_.askForFile(question)) << "there is no event loop any more that could end";
 }
 

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
-#include <QFile>
 #include <QFileDialog>
 #include <QImage>
 #include <QLineEdit>
@@ -9,7 +8,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
-#include <vector>
 
 #include "platform/mime/gmime_reader.h"
 #include "platform/qt/services/qt_platform.h"
@@ -30,48 +28,36 @@ class Launchers : public testing::Test {
   }
 
   QString entry(const QString& id) const { return entries_ + id + ".desktop"; }
-  QString launcher(const QString& name) const { return clients_ + name; }
-  QString inFolder(const QString& name) const { return folder_.filePath(name); }
+  QString launcher(const QString& id) const { return clients_ + id + ".exe"; }
+  bool link(const QString& from, const QString& to) { return QFile::remove(from), QFile::link(to, from); }
 
-  void enter(const QString& id, const QString& keys) {
+  void enter(const QStringList& ids, const QString& keys) {
     const QString text = "[Desktop Entry]\nType=Application\nName=Mail\n" + keys + "\n";
-    EXPECT_TRUE(writeWholeFile(entry(id), text.toUtf8()));
+    for (const QString& id : ids) EXPECT_TRUE(writeWholeFile(entry(id), text.toUtf8()));
   }
 
-  void registerForMail(const QStringList& ids) {
-    QByteArray text = "[MIME Cache]\nx-scheme-handler/mailto=";
-    for (QString id : ids) text += id.replace("\n", "\\n").toUtf8() + ".desktop;";
-    EXPECT_TRUE(writeWholeFile(entries_ + "mimeinfo.cache", text + "\n"));
+  /// Has the desktop know these for mail, and waits until those have launchers: it hears of changes a little later.
+  void registerForMail(const QStringList& ids, const QStringList& expected) {
+    if (HasFailure()) return;
+    QString list = "[MIME Cache]\nx-scheme-handler/mailto=";
+    for (QString id : ids) list += id.replace("\n", "\\n") + ".desktop;";
+    EXPECT_TRUE(writeWholeFile(entries_ + "mimeinfo.cache", (list + "\n").toUtf8()));
+    QStringList laid;
+    const auto isSo = [&] {
+      platform_.provideLaunchers();
+      laid.clear();
+      for (const QFileInfo& each : QDir(clients_).entryInfoList(QDir::Files | QDir::System | QDir::Hidden)) {
+        if (each.symLinkTarget().startsWith(entries_)) laid += each.completeBaseName();
+      }
+      return laid == expected;
+    };
+    EXPECT_TRUE(QTest::qWaitFor(isSo, 10'000)) << utf8(laid.join('|'));
   }
 
-  /// The names that lead to this test's entries.
-  QStringList laid() const {
-    QStringList names;
-    for (const QFileInfo& each : QDir(clients_).entryInfoList(QDir::Files | QDir::System | QDir::Hidden)) {
-      if (each.symLinkTarget().startsWith(entries_)) names += each.fileName();
-    }
-    return names;
-  }
-
-  /// The desktop's changes are heard of a little later.
-  bool becomes(const QStringList& names) {
-    return QTest::qWaitFor([&] { return platform_.provideLaunchers(), laid() == names; }, 10'000);
-  }
-
-  /// A program that tells of its start.
-  QString program(const QString& name) const {
-    QFile file(inFolder(name));
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("#!/bin/sh\necho $# \"$0\" > " + inFolder("started").toUtf8());
-    file.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
-    return file.fileName();
-  }
-
+  /// Starts what tells of it in a file.
   bool starts(const QString& path) {
-    QFile::remove(inFolder("started"));
-    if (!platform_.startProgram(utf8(path), 1)) return false;
-    return QTest::qWaitFor([&] { return readWholeFile(inFolder("started"), 1000).value_or("").startsWith("0 "); },
-                           10'000);
+    QFile::remove(started_);
+    return platform_.startProgram(utf8(path), 1) && QTest::qWaitFor([this] { return QFile::exists(started_); }, 10'000);
   }
 
   QTemporaryDir folder_;
@@ -79,103 +65,82 @@ class Launchers : public testing::Test {
   QtPlatform platform_{reader_};
   QString entries_ = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + "/applications/";
   QString clients_ = qt(platform_.programFile("Clients")) + '/';
+  QString started_ = folder_.filePath("started");
 };
 
 TEST_F(Launchers, ComeAndGoWithTheEntriesAndLeaveWhatIsTheUsers) {
   const QStringList good{"a", "b", "org.example.Äpfel und Mail", QString(236, 'x')};
-  const QStringList bad{"-x", ".x", "x ", "x\ty", "x\ny", "x\u202Ey", QString(237, 'x')};
-  for (const QString& id : good + bad + QStringList{"file", "link"}) enter(id, "Exec=sh");
-  ASSERT_TRUE(writeWholeFile(launcher("file.exe"), "the user's") && QFile::link("/nowhere", launcher("link.exe")));
-  registerForMail(bad + good + QStringList{"file", "link"});
-  const QStringList all{"a.exe", "b.exe", good[2] + ".exe", good[3] + ".exe"};
-  EXPECT_TRUE(becomes(all)) << utf8(laid().join('|'));
-  EXPECT_EQ(QFileInfo(launcher("a.exe")).symLinkTarget(), entry("a"));
-
-  ASSERT_TRUE(QFile::remove(launcher("b.exe")) && QFile::link(entry("link"), launcher("b.exe")));
+  const QStringList others{"-x", ".x", "x ", "x\ty", "x\ny", "x\u202Ey", QString(237, 'x'), "file", "link"};
+  enter(good + others, "Exec=sh");
+  ASSERT_TRUE(writeWholeFile(launcher("file"), "the user's") && link(launcher("link"), "/nowhere"));
+  registerForMail(others + good, good);
+  EXPECT_EQ(QFileInfo(launcher("a")).symLinkTarget(), entry("a"));
+  ASSERT_TRUE(link(launcher("b"), entry("link")));  // the user takes it over
   ASSERT_TRUE(QFile::remove(entry("a")));
-  registerForMail({"c"});
-  enter("c", "Exec=sh");
-  EXPECT_TRUE(becomes({"b.exe", "c.exe"})) << "the user has taken b over: " << utf8(laid().join('|'));
-
-  for (const QByteArray& damaged : {QByteArray("c.exe\t" + entry("c").toUtf8() + "\n\n../x\t/x\n"),
-                                    QByteArray(2 << 20U, '\n'), QByteArray("\xff\0\n", 3)}) {
+  registerForMail({"a", "link"}, {"b"});
+  for (const QByteArray& damaged : {"c.exe\t" + entry("c").toUtf8() + "\nx\t/x\n", QByteArray(2 << 20U, '\n')}) {
+    enter({"c"}, "Exec=sh");
+    registerForMail({"c"}, {"b", "c"});
     ASSERT_TRUE(writeWholeFile(clients_ + ".launchers", damaged));
-    registerForMail({});
-    enter("d", "Exec=sh");
-    registerForMail({"d"});
-    EXPECT_TRUE(becomes({"b.exe", "c.exe", "d.exe"})) << utf8(laid().join('|'));
-    registerForMail({});
-    EXPECT_TRUE(becomes({"b.exe", "c.exe"}));
+    registerForMail({}, {"b", "c"});
+    enter({"d"}, "Exec=sh");
+    registerForMail({"d"}, {"b", "c", "d"});
+    registerForMail({}, {"b", "c"});
   }
-  EXPECT_EQ(readWholeFile(launcher("file.exe"), 1000), "the user's");
-  EXPECT_EQ(QFileInfo(launcher("link.exe")).symLinkTarget(), "/nowhere");
+  EXPECT_EQ(readWholeFile(launcher("file"), 1000), "the user's");
+  EXPECT_EQ(QFileInfo(launcher("link")).symLinkTarget(), "/nowhere");
 }
 
 TEST_F(Launchers, StartTheirApplicationsAsTheDesktopDoes) {
-  const QString script = program("script");
-  enter("mail", "Exec=" + script + " %u");
-  enter("gone", "Exec=" + inFolder("gone"));
-  enter("hidden", "Hidden=true\nExec=" + script);
+  const QString plain = folder_.filePath("PLAIN.EXE");
+  ASSERT_TRUE(writeWholeFile(plain, "#!/bin/sh\n[ $# = 0 ] && > " + started_.toUtf8()));
+  QFile::setPermissions(plain, QFile::ReadOwner | QFile::ExeOwner);
+  enter({"mail"}, "Exec=" + plain + " %u");
+  enter({"gone"}, "Exec=" + plain + "x");
+  enter({"hidden"}, "Hidden=true\nExec=" + plain);
   ASSERT_TRUE(writeWholeFile(entry("nonsense"), QByteArray(1000, '\xff')));
-  registerForMail({"mail"});
-  ASSERT_TRUE(becomes({"mail.exe"}));
-  for (const auto* id : {"gone", "hidden", "nonsense", "none"}) QFile::link(entry(id), launcher(id) + ".exe");
-  QFile::link("loop.exe", launcher("loop.exe"));
-  QFile::link(launcher("mail.exe"), inFolder("again.exe"));
-  EXPECT_TRUE(starts(launcher("mail.exe")));
-  EXPECT_TRUE(starts(inFolder("again.exe")));
-  EXPECT_TRUE(starts(program("PLAIN.EXE")));
-  for (const auto* name : {"gone.exe", "hidden.exe", "nonsense.exe", "none.exe", "loop.exe", "."}) {
-    EXPECT_FALSE(platform_.startProgram(utf8(launcher(name)), 3)) << name;
-  }
+  registerForMail({"mail"}, {"mail"});
+  const QString again = folder_.filePath("again.exe");
+  ASSERT_TRUE(link(again, launcher("mail")));
+  for (const QString& path : {launcher("mail"), again, plain}) EXPECT_TRUE(starts(path)) << utf8(path);
+  for (const auto* id : {"gone", "hidden", "nonsense", "none"}) EXPECT_TRUE(link(launcher(id), entry(id)));
+  EXPECT_TRUE(link(launcher("loop"), launcher("loop")));
+  for (const auto* id : {"gone", "hidden", "nonsense", "none", "loop"}) EXPECT_FALSE(starts(launcher(id))) << id;
 }
 
 TEST_F(Launchers, ShowTheirApplicationsPicture) {
   const ImageList list("imlPopMenu");
   const auto shown = [&](const QString& path) { return list.icon("MailClient12:" + utf8(path)).pixmap(16).toImage(); };
   const QImage none = list.icon("FolderX").pixmap(16).toImage();
-  QFile::link(entry("mail"), launcher("mail.exe"));
-  QDir(entries_).mkpath("../pixmaps");
-  for (const auto& [file, icon, colour] : {std::tuple{inFolder("1.png"), inFolder("1.png"), Qt::red},
-                                           {entries_ + "../pixmaps/blue.xpm", QString("blue"), Qt::blue}}) {
+  const QString own = folder_.filePath("own.png");
+  const QString shared = entries_ + "../pixmaps/shared.xpm";
+  ASSERT_TRUE(QDir().mkpath(entries_ + "../pixmaps") && link(launcher("mail"), entry("mail")));
+  for (const auto& [icon, file, colour] : {std::tuple{own, own, Qt::red}, {QString("shared"), shared, Qt::blue}}) {
     QImage picture(16, 16, QImage::Format_RGB32);
     picture.fill(colour);
-    ASSERT_TRUE(picture.save(file));
-    enter("mail", "Exec=sh\nIcon=" + icon);
-    EXPECT_EQ(shown(launcher("mail.exe")).pixelColor(8, 8), colour) << utf8(icon);
+    enter({"mail"}, "Exec=sh\nIcon=" + icon);
+    EXPECT_TRUE(picture.save(file) && shown(launcher("mail")).pixelColor(8, 8) == colour) << utf8(icon);
+    EXPECT_TRUE(QFile::remove(file) && shown(launcher("mail")) == none) << utf8(icon);
   }
-  for (const QString& icon : {entry("mail"), inFolder("none"), QString("../../none"), QString()}) {
-    enter("mail", "Exec=sh\nIcon=" + icon);
-    EXPECT_EQ(shown(launcher("mail.exe")), none) << utf8(icon);
-  }
-  EXPECT_EQ(shown("/bin/sh"), none);
+  EXPECT_TRUE(shown(launcher("none")) == none && shown("/bin/sh") == none);
 }
 
 TEST_F(Launchers, AreChosenAsThemselves) {
-  enter("mail", "Exec=sh");
-  ASSERT_TRUE(QFile::link(entry("mail"), launcher("mail.exe")) && QFile::link(entry("none"), launcher("none.exe")));
-  ASSERT_TRUE(writeWholeFile(launcher("X.EXE"), ""));
+  ASSERT_TRUE(writeWholeFile(entry("mail"), "") && link(launcher("mail"), entry("mail")));
   const QString own = qt(platform_.programFile(""));
   const QString clients = own + "/Clients";
-  struct Case {
-    QString start, folder, name;
-  };
-  for (const Case& each : std::vector<Case>{{launcher("mail.exe"), clients, "mail.exe"},
-                                            {launcher("X.EXE"), clients, "X.EXE"},
-                                            {launcher("none.exe"), clients, ""},
-                                            {clients, clients, ""},
-                                            {inFolder("none/none.exe"), own, ""},
-                                            {"none.exe", own, ""},
-                                            {QString(5000, 'x'), own, ""},
-                                            {"", own, ""}}) {
-    QTimer::singleShot(0, [&] {
+  using Case = std::tuple<QString, QString, QString>;
+  for (const auto& [start, folder, name] :
+       {Case{launcher("mail"), clients, "mail.exe"}, Case{launcher("none"), clients, ""}, Case{clients, clients, ""},
+        Case{clients + "/x/y", own, ""}, Case{"C:\\x.exe", own, ""}, Case{"", own, ""}}) {
+    QTimer::singleShot(0, [folder = folder, name = name] {
       auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-      EXPECT_EQ(dialog->directory().path(), each.folder);
-      EXPECT_EQ(dialog->findChild<QLineEdit*>("fileNameEdit")->text(), each.name);
-      each.name.isEmpty() ? dialog->reject() : static_cast<QDialog*>(dialog)->accept();
+      EXPECT_EQ(dialog->directory().path(), folder);
+      EXPECT_EQ(dialog->findChild<QLineEdit*>("fileNameEdit")->text(), name);
+      name.isEmpty() ? dialog->reject() : static_cast<QDialog*>(dialog)->accept();
     });
-    const auto chosen = platform_.askForFile({"", "(*.exe)|*.exe|", FileQuestion::Purpose::Open, utf8(each.start)});
-    EXPECT_EQ(chosen.value_or(""), each.name.isEmpty() ? "" : utf8(each.start)) << utf8(each.start);
+    const auto chosen = platform_.askForFile({"", "(*.exe)|*.exe|", FileQuestion::Purpose::Open, utf8(start)});
+    EXPECT_EQ(chosen, name.isEmpty() ? std::nullopt : std::optional(utf8(start)));
   }
 }
 

@@ -44,13 +44,14 @@ std::map<QString, QString> mailApplications() {
   return entries;
 }
 
-bool startApplication(const QString& entry) {
+bool startApplication(const QString& entry, qint64& process) {
   const ApplicationPtr application = applicationOf(entry);
   if (!application) return false;
   // What ends the program's own session, such as Ctrl+C in its terminal, must not end the application.
   const auto leaveSession = [](gpointer) { setsid(); };
+  const auto keepNumber = [](GDesktopAppInfo*, GPid number, gpointer kept) { *static_cast<qint64*>(kept) = number; };
   return g_desktop_app_info_launch_uris_as_manager(application.get(), nullptr, nullptr, G_SPAWN_SEARCH_PATH,
-                                                   leaveSession, nullptr, nullptr, nullptr, nullptr) != FALSE;
+                                                   leaveSession, nullptr, keepNumber, &process, nullptr) != FALSE;
 }
 
 QStringList applicationPictures(const QString& entry) {
@@ -72,7 +73,7 @@ QStringList applicationPictures(const QString& entry) {
 
 std::map<QString, QString> mailApplications() { return {}; }
 
-bool startApplication(const QString& /*entry*/) { return false; }
+bool startApplication(const QString& /*entry*/, qint64& /*process*/) { return false; }
 
 QStringList applicationPictures(const QString& /*entry*/) { return {}; }
 

@@ -10,9 +10,9 @@ namespace velmora {
 /// its desktop entry.
 std::map<QString, QString> mailApplications();
 
-/// Starts the application of a desktop entry the way the desktop does it. Returns whether it could be started: not
-/// where the entry is none, or where its program is gone.
-bool startApplication(const QString& entry);
+/// Starts the application of a desktop entry the way the desktop does it, and sets the number of its process where that
+/// is known. Returns whether it could be started: not where the entry is none, or where its program is gone.
+bool startApplication(const QString& entry, qint64& process);
 
 /// What shows the application of a desktop entry: the path of a picture, or names in the desktop's theme, best first.
 /// None where the entry names none.

@@ -20,6 +20,7 @@
 #include "platform/qt/services/core_dumps.h"
 #include "platform/qt/services/desktop_applications.h"
 #include "platform/qt/services/file_dialogs.h"
+#include "platform/qt/services/maximise.h"
 #include "platform/qt/services/private_files.h"
 #include "platform/qt/services/qt_transport.h"
 #include "platform/qt/services/run_at_logon.h"
@@ -192,11 +193,15 @@ void QtPlatform::showHelp(int context) {
 
 void QtPlatform::provideLaunchers() { layLaunchers(programFolder() + "/Clients"); }
 
-/// The state of the new window is its own desktop's choice here.
-bool QtPlatform::startProgram(const std::string& path, std::int16_t /*windowState*/) {
+bool QtPlatform::startProgram(const std::string& path, std::int16_t windowState) {
+  constexpr std::int16_t maximized = 3;
   const QString entry = entryBehind(qt(path));
-  return withFormerDumpLimit(
-      [&] { return entry.isEmpty() ? QProcess::startDetached(qt(path), {}) : startApplication(entry); });
+  qint64 process = 0;
+  const bool started = withFormerDumpLimit([&] {
+    return entry.isEmpty() ? QProcess::startDetached(qt(path), {}, {}, &process) : startApplication(entry, process);
+  });
+  if (process != 0 && windowState == maximized) maximiseWindowOf(process);
+  return started;
 }
 
 bool QtPlatform::playSound(const std::string& path) { return !quitting_ && soundPlayer_.play(qt(path)); }

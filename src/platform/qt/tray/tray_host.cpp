@@ -1,19 +1,15 @@
 #include "platform/qt/tray/tray_host.h"
 
-#include <QGuiApplication>
-
 #if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
-#include <xcb/xcb.h>
-
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusServiceWatcher>
 #include <QDBusVariant>
-#include <cstdlib>
-#include <memory>
 #include <string>
+
+#include "platform/qt/services/x11.h"
 #else
 #include <QSystemTrayIcon>
 #endif
@@ -41,20 +37,9 @@ namespace {
 const auto watcherName = QStringLiteral("org.kde.StatusNotifierWatcher");  // and of its interface
 const auto watcherPath = QStringLiteral("/StatusNotifierWatcher");
 
-template <class Reply>
-using XcbReply = std::unique_ptr<Reply, decltype(&std::free)>;
-
 /// The window that owns it tells of the tray.
 xcb_atom_t traySelection(xcb_connection_t* display) {
-  char* host = nullptr;
-  int number = 0;
-  int screen = 0;
-  if (xcb_parse_display(nullptr, &host, &number, &screen) == 0) return XCB_NONE;
-  std::free(host);  // NOLINT(cppcoreguidelines-no-malloc)
-  const std::string name = "_NET_SYSTEM_TRAY_S" + std::to_string(screen);
-  const auto asked = xcb_intern_atom(display, 0, static_cast<std::uint16_t>(name.size()), name.c_str());
-  const XcbReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(display, asked, nullptr), std::free);
-  return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_NONE);
+  return x11Atom(display, "_NET_SYSTEM_TRAY_S" + std::to_string(x11Screen()));
 }
 
 bool isOwned(xcb_connection_t* display, xcb_atom_t selection) {
@@ -93,8 +78,7 @@ void TrayHost::askNotifier() {
 }
 
 void TrayHost::watchEmbedding() {
-  const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-  xcb_connection_t* display = x11 != nullptr ? x11->connection() : nullptr;
+  xcb_connection_t* display = x11Display();
   const xcb_atom_t selection = display != nullptr ? traySelection(display) : static_cast<xcb_atom_t>(XCB_NONE);
   if (selection == XCB_NONE) return;
   const auto look = [this, display, selection] {

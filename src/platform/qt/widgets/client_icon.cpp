@@ -13,7 +13,7 @@ namespace velmora {
 namespace {
 
 /// Null where the file holds no picture.
-QIcon fromFile(const QString& path) {
+QIcon pictureIn(const QString& path) {
   if (!QFileInfo(path).isFile()) return {};
   QIcon icon(path);
   return icon.pixmap(16).isNull() ? QIcon() : icon;
@@ -23,13 +23,13 @@ QIcon fromFile(const QString& path) {
 QIcon fromPixmaps(const QString& name) {
   for (const auto* ending : {".svg", ".png", ".xpm"}) {
     const QString path = QStandardPaths::locate(QStandardPaths::GenericDataLocation, "pixmaps/" + name + ending);
-    if (!path.isEmpty()) return fromFile(path);
+    if (!path.isEmpty()) return pictureIn(path);
   }
   return {};
 }
 
 QIcon pictureOf(const QString& name) {
-  if (QFileInfo(name).isAbsolute()) return fromFile(name);
+  if (QFileInfo(name).isAbsolute()) return pictureIn(name);
   QIcon icon = QIcon::fromTheme(name);
   return icon.isNull() ? fromPixmaps(name) : icon;
 }

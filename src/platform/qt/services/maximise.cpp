@@ -1,0 +1,90 @@
+#include "platform/qt/services/maximise.h"
+
+#if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
+#include <QCoreApplication>
+#include <QTimer>
+#include <chrono>
+#include <set>
+#include <vector>
+
+#include "platform/qt/services/x11.h"
+
+// NOLINTBEGIN(cppcoreguidelines-owning-memory): objects are owned by their parents
+#endif
+
+namespace velmora {
+
+#if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto interval = 200ms;
+constexpr auto patience = 10s;
+
+/// A property that is a list of numbers; none where there is no such.
+std::vector<std::uint32_t> numbersIn(xcb_connection_t* display, xcb_window_t window, xcb_atom_t property) {
+  constexpr std::uint32_t most = 10'000;
+  const auto asked = xcb_get_property(display, 0, window, property, XCB_ATOM_ANY, 0, most);
+  const XcbReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(display, asked, nullptr), std::free);
+  if (!reply || reply->format != 32) return {};
+  const auto* values = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
+  return {values, values + reply->value_len};
+}
+
+/// Not a splash screen, nor what belongs to another window.
+bool isMainWindowOf(xcb_connection_t* display, std::uint32_t process, xcb_window_t window) {
+  if (numbersIn(display, window, x11Atom(display, "_NET_WM_PID")) != std::vector{process}) return false;
+  const auto kinds = numbersIn(display, window, x11Atom(display, "_NET_WM_WINDOW_TYPE"));
+  return numbersIn(display, window, XCB_ATOM_WM_TRANSIENT_FOR).empty() &&
+         (kinds.empty() || kinds.front() == x11Atom(display, "_NET_WM_WINDOW_TYPE_NORMAL"));
+}
+
+void maximise(xcb_connection_t* display, xcb_window_t window) {
+  constexpr std::uint32_t add = 1;
+  constexpr std::uint32_t forTheUser = 2;
+  xcb_client_message_event_t wish{};
+  wish.response_type = XCB_CLIENT_MESSAGE;
+  wish.format = 32;
+  wish.window = window;
+  wish.type = x11Atom(display, "_NET_WM_STATE");
+  wish.data = {.data32 = {add, x11Atom(display, "_NET_WM_STATE_MAXIMIZED_VERT"),
+                          x11Atom(display, "_NET_WM_STATE_MAXIMIZED_HORZ"), forTheUser, 0}};
+  xcb_send_event(display, 0, x11Root(display),
+                 XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                 reinterpret_cast<const char*>(&wish));
+  xcb_flush(display);
+}
+
+/// Returns whether the window was there. Each is looked at once, since asking a server that is far away takes time.
+bool maximiseFirstOf(xcb_connection_t* display, std::uint32_t process, std::set<xcb_window_t>& seen) {
+  for (const xcb_window_t window : numbersIn(display, x11Root(display), x11Atom(display, "_NET_CLIENT_LIST"))) {
+    if (!seen.insert(window).second || !isMainWindowOf(display, process, window)) continue;
+    maximise(display, window);
+    return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+void maximiseWindowOf(qint64 process) {
+  xcb_connection_t* display = x11Display();
+  if (display == nullptr) return;
+  auto* clock = new QTimer(QCoreApplication::instance());
+  const auto look = [=, seen = std::set<xcb_window_t>(), looks = patience / interval]() mutable {
+    if (maximiseFirstOf(display, static_cast<std::uint32_t>(process), seen) || --looks == 0) clock->deleteLater();
+  };
+  QObject::connect(clock, &QTimer::timeout, clock, look);
+  clock->start(interval);
+}
+
+// NOLINTEND(cppcoreguidelines-owning-memory)
+#else
+
+void maximiseWindowOf(qint64 /*process*/) {}
+
+#endif
+
+}  // namespace velmora

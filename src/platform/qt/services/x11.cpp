@@ -1,0 +1,35 @@
+#include "platform/qt/services/x11.h"
+
+#if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
+#include <QGuiApplication>
+
+namespace velmora {
+
+xcb_connection_t* x11Display() {
+  const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+  return x11 != nullptr ? x11->connection() : nullptr;
+}
+
+int x11Screen() {
+  char* host = nullptr;
+  int number = 0;
+  int screen = 0;
+  if (xcb_parse_display(nullptr, &host, &number, &screen) == 0) return 0;
+  std::free(host);  // NOLINT(cppcoreguidelines-no-malloc)
+  return screen;
+}
+
+xcb_window_t x11Root(xcb_connection_t* display) {
+  auto screens = xcb_setup_roots_iterator(xcb_get_setup(display));
+  for (int i = x11Screen(); i > 0 && screens.rem > 1; --i) xcb_screen_next(&screens);
+  return screens.data->root;
+}
+
+xcb_atom_t x11Atom(xcb_connection_t* display, const std::string& name) {
+  const auto asked = xcb_intern_atom(display, 0, static_cast<std::uint16_t>(name.size()), name.c_str());
+  const XcbReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(display, asked, nullptr), std::free);
+  return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_NONE);
+}
+
+}  // namespace velmora
+#endif
