@@ -54,7 +54,7 @@ QWidget* makeQuietTime(SectionParts& parts, OptionsPage& page) {
   auto* begin = new TimeEdit(page.txtNoCheckTime[0], "txtNoCheckTime0", parts.section());
   auto* end = new TimeEdit(page.txtNoCheckTime[1], "txtNoCheckTime1", parts.section());
   begin->setAccessibleName("Begin of the quiet time");
-  auto* words = makePrompt("a&nd", end);
+  auto* words = makePrompt("a&nd", end, page.txtNoCheckTime[1].Enabled);
   end->setAccessibleName("End of the quiet time");
   return parts.makeRow({tick, begin, words, end});
 }
