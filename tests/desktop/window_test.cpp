@@ -217,7 +217,7 @@ TEST_F(Window, TheKeyboardAloneDoesEverything) {
     EXPECT_EQ(find<QLabel>("lblBanner").text(), page);
   }
   QTest::keyClick(view_.get(), Qt::Key_F1);
-  EXPECT_EQ(platform.helpShown, std::vector<int>{260});
+  EXPECT_EQ(platform.helpShown, std::vector<int>{210});
   const int logins = platform.servers["Work"].logins;
   QTest::keyClick(view_.get(), Qt::Key_R, Qt::ControlModifier);
   EXPECT_EQ(platform.servers["Work"].logins, logins + 1) << "from any page";
