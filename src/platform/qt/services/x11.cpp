@@ -14,8 +14,8 @@ int x11Screen() {
   char* host = nullptr;
   int number = 0;
   int screen = 0;
-  if (xcb_parse_display(nullptr, &host, &number, &screen) == 0) return 0;
-  std::free(host);  // NOLINT(cppcoreguidelines-no-malloc)
+  xcb_parse_display(nullptr, &host, &number, &screen);
+  const std::unique_ptr<char, decltype(&std::free)> owned(host, std::free);
   return screen;
 }
 
