@@ -14,7 +14,7 @@ int x11Screen() {
   char* host = nullptr;
   int number = 0;
   int screen = 0;
-  xcb_parse_display(nullptr, &host, &number, &screen);
+  if (xcb_parse_display(nullptr, &host, &number, &screen) == 0) return 0;
   const std::unique_ptr<char, decltype(&std::free)> owned(host, std::free);
   return screen;
 }
