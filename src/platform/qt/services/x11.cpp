@@ -15,7 +15,7 @@ int x11Screen() {
   int number = 0;
   int screen = 0;
   if (xcb_parse_display(nullptr, &host, &number, &screen) == 0) return 0;
-  std::free(host);  // NOLINT(cppcoreguidelines-no-malloc)
+  const std::unique_ptr<char, decltype(&std::free)> owned(host, std::free);
   return screen;
 }
 
