@@ -48,13 +48,10 @@ constexpr std::array<TickInput, 3> tickInputs = {{
 Account& edited(Program& program) { return program.accounts.Edit(program.accounts.AcntCurrent); }
 
 void followClient(Program& program) {
-  Accounts::Row& row = program.accounts[program.accounts.AcntCurrent];
-  const std::string& path = edited(program).AcntClient;
-  row.AcntClientValid = isUsableFile(program.platform, path, ".exe");
-  const std::string& used = program.DefaultClientValid ? program.options.DefaultClient : path;
-  program.frmMain.lblClientName.Caption =
-      program.DefaultClientValid || row.AcntClientValid ? fileNamePart(used) : std::string();
   ShowClientIcon(program);
+  const bool isValid = program.accounts[program.accounts.AcntCurrent].AcntClientValid;
+  const std::string& used = program.DefaultClientValid ? program.options.DefaultClient : edited(program).AcntClient;
+  program.frmMain.lblClientName.Caption = program.DefaultClientValid || isValid ? fileNamePart(used) : std::string();
 }
 
 void followSound(Program& program) {
@@ -147,14 +144,14 @@ void takeTick(Program& program, const TickInput& input) {
 }
 
 void txtAcntClient_Change(Program& program) {
-  if (!isUsersChange(program) || program.DefaultClientValid) return;
+  if (!isUsersChange(program) || !program.frmMain.txtAcntClient.Enabled) return;
   edited(program).AcntClient = program.frmMain.txtAcntClient.Text;
   followClient(program);
   AccountDirtyCheck(program);
 }
 
 void txtAcntSound_Change(Program& program) {
-  if (!isUsersChange(program) || program.sounds.DefaultSoundValid) return;
+  if (!isUsersChange(program) || !program.frmMain.txtAcntSound.Enabled) return;
   edited(program).AcntSound = program.frmMain.txtAcntSound.Text;
   followSound(program);
   AccountDirtyCheck(program);

@@ -9,7 +9,6 @@
 #include "options/keep_settings.h"
 #include "platform/set_for_now.h"
 #include "platform/text.h"
-#include "platform/usable_file.h"
 #include "rules/rules_page.h"
 #include "rules/save_rules.h"
 
@@ -42,25 +41,9 @@ void renameOnScreen(Program& program, std::int16_t account, const std::string& f
   frmMain.StatusBar.Panels(1).Text = status;
 }
 
-/// What the working copy makes of the record. A path that a default hides at present stays as it was.
-Account takenOver(const Program& program, const Account& edit, const Account& record) {
-  Account taken = edit;
-  if (program.DefaultClientValid) taken.AcntClient = record.AcntClient;
-  if (program.sounds.DefaultSoundValid) {
-    taken.AcntSound = record.AcntSound;
-    taken.AcntSoundOn = record.AcntSoundOn;
-  }
-  return taken;
-}
-
 bool keep(Program& program, std::int16_t account, const Account& record) {
   Accounts::SaveAccountFields(program.platform.settings(), account, record);
   return KeepSettings(program, "The Account was not saved.");
-}
-
-void lookForFiles(const Program& program, Accounts::Row& row) {
-  if (!program.DefaultClientValid) row.AcntClientValid = isUsableFile(program.platform, row.AcntClient, ".exe");
-  if (!program.sounds.DefaultSoundValid) row.AcntSoundValid = isUsableFile(program.platform, row.AcntSound, ".wav");
 }
 
 Account newAccount(const Accounts& accounts) {
@@ -95,12 +78,11 @@ void resetRow(Program& program, std::int16_t account) {
 Saving SaveAccount(Program& program) {
   const std::int16_t account = program.accounts.AcntCurrent;
   if (account == 0 || !isNameGood(program, account)) return Saving::NameRefused;
-  const Account taken = takenOver(program, program.accounts.Edit(account), program.accounts[account]);
+  const Account taken = program.accounts.Edit(account);
   if (!keep(program, account, taken)) return Saving::NotKept;
   Accounts::Row& row = program.accounts[account];
   const std::string former = row.AcntName;
   static_cast<Account&>(row) = taken;
-  lookForFiles(program, row);
   renameOnScreen(program, account, former, row.AcntName);
   FillRuleAccounts(program);
   ShowAccount(program, account);

@@ -36,7 +36,8 @@ OptionsSituation optionsSituationOf(const Program& program) {
           .sorting = edit.MessageSort == 1,
           .userColours = edit.DTheme == userTheme,
           .defaultClient = program.DefaultClientValid,
-          .defaultSound = program.sounds.DefaultSoundValid};
+          .defaultSound = program.sounds.DefaultSoundValid,
+          .notKept = program.optionsPage.notKept};
 }
 
 Situation situationOf(const Program& program) {

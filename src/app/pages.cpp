@@ -121,6 +121,7 @@ void ShowHelp(Program& program) {
 
 void GoToPage(Program& program, std::int16_t page) {
   const std::int16_t former = std::exchange(program.CurrentPage, page);
+  OptionsDirtyCheck(program);  // files may have come and gone since the page was last seen
   switchPage(program, former, page);
   if (page == rulesPage && former != rulesPage) enterRulesPage(program);
   if (page == optionsPage && former != optionsPage) program.frmMain.TreeView.SetFocus();

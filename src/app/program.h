@@ -12,6 +12,7 @@
 #include "checking/check_cycle.h"
 #include "checking/check_message_window.h"
 #include "checking/check_notification.h"
+#include "checking/hold_timers.h"
 #include "checking/pop_session.h"
 #include "checking/start_up_check.h"
 #include "messages/decisions/message_store.h"
@@ -72,6 +73,7 @@ struct Program {
   Connection connection;
   WalkTotals walk;
   AutoCheckTimes autoCheck;
+  OpenDialogs dialogs;
   StartUpCountdown startUp;
   SoundState sounds;
   TrayTurn trayTurn;

@@ -25,7 +25,8 @@ void saveSortState(Program& program) {
 
 /// The question stands over the page that it speaks of.
 bool mayEnd(Program& program) {
-  if (program.unsaved.any() || program.rulesFile.behind) mnuTrayShow_Click(program);
+  const bool asks = program.unsaved.any() || program.rulesFile.behind || program.optionsPage.notKept;
+  if (asks) mnuTrayShow_Click(program);
   return SettleChanges(program) && SettleRules(program) && SettleOptions(program) && !program.unsaved.any();
 }
 
@@ -34,6 +35,7 @@ bool mayEnd(Program& program) {
 void SaveSession(Program& program) {
   SaveColumnWidths(program);
   saveSortState(program);
+  if (program.optionsPage.notKept) writeOptions(program.platform.settings(), program.options);
   program.platform.settings().Keep();
 }
 

@@ -30,17 +30,20 @@ void tellOfNoTray(Program& program) {
   program.platform.MsgBox(noTrayNotice(program.AppTitle));
 }
 
-/// Changed accounts and rules are left by saving or cancelling only.
+/// Changed accounts and rules are left by saving or cancelling only, and what a dialog brings belongs to the page
+/// below.
 void showOptions(Program& program, std::int16_t section) {
   mnuTrayShow_Click(program);
-  if (program.unsaved.AcntDirty || program.unsaved.RulesDirty) return;
+  if (program.unsaved.AcntDirty || program.unsaved.RulesDirty || program.dialogs.count > 0) return;
   GoToPage(program, optionsPage);
   ShowOptionsPage(program, section);
 }
 
-/// What else was changed on the Options page is saved with it.
+/// The entry tells of the Options page, saved or not. What else was changed there is saved with it, unless the user is
+/// being asked what is to become of that.
 void mnuTraySounds_Click(Program& program) {
-  const std::int16_t sounds = program.options.PlaySound == 0 ? 1 : 0;
+  if (program.optionsPage.asking) return;
+  const std::int16_t sounds = program.EditOptions.PlaySound == 1 ? 0 : 1;
   ChangeOptions(program, [sounds](Options& edit) { edit.PlaySound = sounds; });
   SaveOptions(program);
 }
@@ -109,6 +112,7 @@ void Form_Resize(Program& program) {
 }
 
 void SwitchAutoCheck(Program& program, bool on) {
+  if (program.optionsPage.asking) return;
   ChangeOptions(program, [on](Options& edit) { edit.UseInterval = on ? 1 : 0; });
   if (!on && isInTray(program)) program.frmMain.TrayData.Picture = TrayPicture{autoCheckOffPicture};
   program.autoCheck.NoCheckPostponed = false;

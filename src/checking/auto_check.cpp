@@ -17,12 +17,14 @@ void NextAutoCheck(Program& program, int extraMinutes, bool postponed) {
   program.autoCheck.NoCheckPostponed = next.NoCheckPostponed;
 }
 
-/// Auto Check can be switched on while a check or a deletion is under way. What is due then waits for its end.
+/// Auto Check can be switched on while a check, a deletion or a dialog is under way. What is due then waits for its
+/// end.
 void tmrMailTime_Timer(Program& program) {
   ShowClock(program);
   if (program.accounts.AcntNum() == 0 || program.activity == Activity::Ending) return;
   program.autoCheck.CurrentTime = checkTime(program.platform.now());
-  if (isDue(program.autoCheck.NextCheckTime, program.autoCheck.CurrentTime) && program.activity == Activity::Idle) {
+  const bool mayBegin = program.activity == Activity::Idle && program.dialogs.count == 0;
+  if (mayBegin && isDue(program.autoCheck.NextCheckTime, program.autoCheck.CurrentTime)) {
     program.connection.StopRequested = false;
     AutoCheckAccounts(program);
     program.frmMain.Pointer = MousePointer::Default;

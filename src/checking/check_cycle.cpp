@@ -13,6 +13,7 @@
 #include "checking/start_up_check.h"
 #include "messages/email_page.h"
 #include "messages/message_list.h"
+#include "messages/sorting.h"
 #include "rules/rule_fits.h"
 #include "rules/rule_report.h"
 
@@ -190,6 +191,7 @@ void SetCheckingInterface(Program& program, Activity activity) {
   frmMain.tbrButtons[stopRetrievalBar].Buttons.front().Caption = "Stop Retrieval      ";
   if (const std::int16_t page = shownPage(activity, program.CurrentPage); page != shown) ShowPage(program, page);
   SetInterfaceState(program);
+  FollowSortOptions(program);
   program.platform.yield();
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "checking/decisions/notification_texts.h"
@@ -11,9 +13,9 @@ struct Program;
 
 /// As the Options page has it, saved or not.
 struct SoundState {
-  bool DefaultSoundValid = false;  ///< the default sound is there: it plays for all accounts
-  bool SoundMaster = true;         ///< sounds are on
-  bool testing = false;            ///< the user tries one
+  bool DefaultSoundValid = false;      ///< the default sound is there: it plays for all accounts
+  bool SoundMaster = true;             ///< sounds are on. Without the tick checks are silent at once
+  std::optional<std::size_t> testing;  ///< the bar of buttons whose sound the user tries
 };
 
 /// Sets the handlers of the Auto Check Message.

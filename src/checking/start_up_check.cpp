@@ -66,8 +66,11 @@ void ToggleStartUpPause(Program& program) {
 }
 
 void SuspendStartUpTimer(Program& program, TimerAction action) {
-  if (program.options.EmailCheckStartUp == 0 || program.startUp.StartUpDone) return;
   const bool suspend = action == TimerAction::Suspend;
+  if (suspend ? program.startUp.StartUpHolds++ > 0 : --program.startUp.StartUpHolds > 0) return;
+  // The option may have been changed meanwhile, so it is asked about only once.
+  const bool counts = suspend ? program.options.EmailCheckStartUp != 0 : program.startUp.StartUpHeld;
+  if (!counts || program.startUp.StartUpDone) return;
   if (suspend) program.startUp.StartUpWasRunning = program.frmMain.tmrMailStartUp.Enabled;
   program.startUp.StartUpPaused = !suspend && program.startUp.StartUpWasRunning;
   program.startUp.StartUpHeld = suspend;

@@ -11,6 +11,7 @@ struct StartUpCountdown {
   bool StartUpDone = true;         ///< the check has happened, or never will
   bool StartUpPaused = false;      ///< the countdown stands
   bool StartUpHeld = false;        ///< by SuspendStartUpTimer
+  int StartUpHolds = 0;            ///< how often it was called for
   bool StartUpWasRunning = false;  ///< what SuspendStartUpTimer has to restore
   int StartUpSeconds = 0;          ///< gone by
 };
@@ -27,7 +28,8 @@ void EndStartUpCountdown(Program& program);
 /// Stops the countdown, or lets it go on from where it stands.
 void ToggleStartUpPause(Program& program);
 
-/// For dialogs that the check must not overtake. A countdown that the user has stopped stays so. The two don't nest.
+/// For dialogs that the check must not overtake, one over another as it may be. A countdown that the user has stopped
+/// stays so.
 void SuspendStartUpTimer(Program& program, TimerAction action);
 
 }  // namespace velmora

@@ -1,5 +1,6 @@
 #include "messages/sorting.h"
 
+#include <utility>
 #include <vector>
 
 #include "app/program.h"
@@ -49,6 +50,7 @@ void StartSorting(Program& program) {
 }
 
 void FollowSortOptions(Program& program) {
+  if (program.activity != Activity::Idle || !std::exchange(program.order.optionsChanged, false)) return;
   showOnHeaders(program, "");
   if (program.options.MessageSort != 1) return;
   SortColumnFromOption(program, program.options.SortColumn);

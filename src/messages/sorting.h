@@ -11,6 +11,7 @@ struct Program;
 struct SortState {
   std::string SortColumnName;
   std::string LastClickedColumn;  ///< a click on it again turns the order round
+  bool optionsChanged = false;    ///< and the list doesn't follow them yet
 };
 
 /// Sorts an account's messages by a column, in the order in force, and shows both on the list's headers. A column that
@@ -23,7 +24,8 @@ void SortColumnFromOption(Program& program, std::int16_t option);
 /// What the sort begins with at start-up, once the options are read.
 void StartSorting(Program& program);
 
-/// Shows on the headers what the options say, and sorts the account showing by it.
+/// Shows on the headers what changed options say, and sorts the account showing by it. A check or a deletion that is
+/// under way counts on the order of the messages: this is to be called again behind it.
 void FollowSortOptions(Program& program);
 
 /// The user clicked a column's header: sorts by it, or turns the order round where it was clicked last.

@@ -2,7 +2,6 @@
 
 #include <optional>
 #include <string>
-#include <utility>
 
 #include "accounts/accounts_page.h"
 #include "app/program.h"
@@ -12,7 +11,6 @@
 #include "messages/email_client.h"
 #include "options/decisions/client_picture.h"
 #include "options/decisions/option_texts.h"
-#include "platform/set_for_now.h"
 #include "platform/usable_file.h"
 
 namespace velmora {
@@ -80,22 +78,39 @@ void showStop(Button& test, bool on) {
   test.Image = on ? "Stop" : "Test";
 }
 
-/// The sound goes on while the program does: the button that began it ends it.
+/// The sound goes on while the program does: the button that began it ends it, another one begins its own.
 void TestSound(Program& program, std::size_t bar) {
-  if (program.sounds.testing) return program.platform.stopSound();
+  auto& testing = program.sounds.testing;
+  if (testing == bar) return program.platform.stopSound();
   const std::string path = testedSound(program, bar);
   if (!isUsableFile(program.platform, path, ".wav")) {
     program.platform.MsgBox(soundError(program.AppTitle));
     return;
   }
-  Button& test = program.frmMain.tbrSound.at(bar)["Test"];
-  showStop(test, true);
-  const bool heard = [&] {
-    const SetForNow testing(program.sounds.testing, true);
-    return PlayWave(program, path);
-  }();
-  showStop(test, false);
+  auto& bars = program.frmMain.tbrSound;
+  if (testing) showStop(bars.at(*testing)["Test"], false);
+  showStop(bars.at(bar)["Test"], true);
+  testing = bar;
+  const bool heard = PlayWave(program, path);
+  if (testing == bar) testing.reset();
+  showStop(bars.at(bar)["Test"], false);
   if (!heard && program.activity != Activity::Ending) program.platform.MsgBox(soundUnheard(program.AppTitle));
+}
+
+/// Files come and go, and paths are being edited: what is there is looked up whenever it is shown.
+void judgeClients(Program& program) {
+  program.DefaultClientValid = isUsableFile(program.platform, program.EditOptions.DefaultClient, ".exe");
+  const std::int16_t current = program.accounts.AcntCurrent;
+  program.accounts[current].AcntClientValid =
+      isUsableFile(program.platform, program.accounts.Edit(current).AcntClient, ".exe");
+}
+
+void showPicture(Program& program, std::int16_t shown, const std::string& picture) {
+  MainWindow& frmMain = program.frmMain;
+  frmMain.tbrButtons[startClientBar]["StartEmailClient"].Image = picture;
+  frmMain.mnuTrayRunClient.Caption = "S&tart Email Client|#" + picture;
+  frmMain.tbrClient[defaultClientBar]["Test"].Image = shown == 0 ? picture : "Test";
+  frmMain.tbrClient[accountClientBar]["Test"].Image = shown > 0 ? picture : "Test";
 }
 
 template <class Action>
@@ -115,16 +130,17 @@ void ConnectClientAndSound(Program& program) {
 }
 
 void ShowClientIcon(Program& program) {
-  MainWindow& frmMain = program.frmMain;
+  judgeClients(program);
   const std::int16_t current = program.accounts.AcntCurrent;
-  const bool ofAccount = current > 0 && program.accounts[current].AcntClientValid;
-  const std::int16_t shown = shownClient(program.DefaultClientValid, current, ofAccount);
-  const std::string picture =
-      clientPicture(shown, shown > 0 ? program.accounts.Edit(shown).AcntClient : program.EditOptions.DefaultClient);
-  frmMain.tbrButtons[startClientBar]["StartEmailClient"].Image = picture;
-  frmMain.mnuTrayRunClient.Caption = "S&tart Email Client|#" + picture;
-  frmMain.tbrClient[defaultClientBar]["Test"].Image = shown == 0 ? picture : "Test";
-  frmMain.tbrClient[accountClientBar]["Test"].Image = shown > 0 ? picture : "Test";
+  const std::int16_t shown =
+      shownClient(program.DefaultClientValid, current, program.accounts[current].AcntClientValid);
+  const std::string& path = shown > 0 ? program.accounts.Edit(shown).AcntClient : program.EditOptions.DefaultClient;
+  showPicture(program, shown, clientPicture(shown, path));
+}
+
+void RenewClientIcon(Program& program) {
+  showPicture(program, noClient, clientPicture(noClient, ""));
+  ShowClientIcon(program);
 }
 
 }  // namespace velmora

@@ -35,8 +35,11 @@ struct ClientAndSound {
 /// Sets the handlers of the buttons.
 void ConnectClientAndSound(Program& program);
 
-/// Shows the picture of the email client that is in force for the account showing, or that there is none: on the button
-/// and the tray's entry that start it, and on the buttons that try it.
+/// Looks which email client is there for the account showing, as the pages have it, and shows its picture, or that
+/// there is none: on the button and the tray's entry that start it, and on the buttons that try it.
 void ShowClientIcon(Program& program);
+
+/// Likewise, with the picture as it is now: the file may hold another one.
+void RenewClientIcon(Program& program);
 
 }  // namespace velmora

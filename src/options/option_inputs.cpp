@@ -146,14 +146,14 @@ void ShowOptionInputs(OptionsPage& page, const Options& options) {
 }
 
 /// A colour is not changed on its box: a dialog picks it.
-void WatchOptionInputs(OptionsPage& page, std::function<void(const std::function<void(Options&)>&)> changed) {
+void WatchOptionInputs(OptionsPage& page, const InputChanged& changed) {
   for (const AnyInput& any : inputs) {
     std::visit(
         [&](const auto& input) {
           if constexpr (!std::is_same_v<std::decay_t<decltype(input)>, Colour>) {
             auto& control = input.of(page);
             watch(control, [&control, &input, changed] {
-              changed([&control, &input](Options& options) { take(control, input, options); });
+              changed(control.Enabled, [&control, &input](Options& options) { take(control, input, options); });
             });
           }
         },

@@ -10,8 +10,11 @@ struct OptionsPage;
 /// Shows the options on the controls of the page, each on its own.
 void ShowOptionInputs(OptionsPage& page, const Options& options);
 
-/// Calls `changed` whenever the value of a control has changed, be it by the program, with what brings that value into
+/// Told of a control whose value has changed, be it by the program: whether it is on, and what brings the value into
 /// the options.
-void WatchOptionInputs(OptionsPage& page, std::function<void(const std::function<void(Options&)>& take)> changed);
+using InputChanged = std::function<void(bool isOn, const std::function<void(Options&)>& take)>;
+
+/// Has all controls tell of their changes.
+void WatchOptionInputs(OptionsPage& page, const InputChanged& changed);
 
 }  // namespace velmora

@@ -15,17 +15,6 @@ namespace velmora {
 
 namespace {
 
-/// Files come and go, and paths are being edited: what is there is looked up whenever it is shown.
-void judgeClients(Program& program) {
-  program.DefaultClientValid = isUsableFile(program.platform, program.EditOptions.DefaultClient, ".exe");
-  const std::int16_t current = program.accounts.AcntCurrent;
-  if (current > 0) {
-    program.accounts[current].AcntClientValid =
-        isUsableFile(program.platform, program.accounts.Edit(current).AcntClient, ".exe");
-  }
-  ShowClientIcon(program);
-}
-
 void judgeSounds(Program& program) {
   program.sounds.SoundMaster = program.EditOptions.PlaySound == 1;
   program.sounds.DefaultSoundValid = isUsableFile(program.platform, program.EditOptions.DefaultSound, ".wav");
@@ -34,7 +23,7 @@ void judgeSounds(Program& program) {
 }
 
 void UpdateOptionTexts(Program& program) {
-  judgeClients(program);
+  ShowClientIcon(program);
   judgeSounds(program);
   const OptionTexts texts = optionTexts(program.EditOptions, program.sounds.DefaultSoundValid, program.AppTitle);
   OptionsPage& page = program.frmMain;
@@ -52,9 +41,9 @@ void showInputs(Program& program) {
 }
 
 /// A screen reader can write where nobody else can, as during a check: that is taken back.
-void takeInput(Program& program, const std::function<void(Options&)>& take) {
+void takeInput(Program& program, bool isOn, const std::function<void(Options&)>& take) {
   if (program.optionsPage.OptionsLoading) return;
-  if (program.frmMain.fraOptionsPage.Enabled) {
+  if (isOn && program.frmMain.fraOptionsPage.Enabled) {
     ChangeOptions(program, take);
   } else {
     showInputs(program);
@@ -78,7 +67,7 @@ void ConnectOptionsPage(Program& program) {
   OptionsPage& page = program.frmMain;
   {
     const SetForNow loading(program.optionsPage.OptionsLoading, true);
-    WatchOptionInputs(page, [&program](const auto& take) { takeInput(program, take); });
+    WatchOptionInputs(page, [&program](bool isOn, const auto& take) { takeInput(program, isOn, take); });
   }
   page.TreeView.NodeClick = [&program] { ShowOptionsPage(program, program.frmMain.TreeView.SelectedItem); };
   for (Toolbar& bar : page.tbrOptMisc) {
@@ -122,13 +111,15 @@ void ShowOptionsPage(Program& program, std::int16_t section) {
 }
 
 bool SettleOptions(Program& program) {
-  if (!program.unsaved.OptionsDirty) return true;
+  if (!program.unsaved.OptionsDirty && !program.optionsPage.notKept) return true;
   if (program.optionsPage.asking) return false;
   const SetForNow asking(program.optionsPage.asking, true);
   const Answer answer = program.platform.MsgBox(optionsNotSaved());
   if (answer == Answer::Yes) return SaveOptions(program);
-  if (answer == Answer::Cancel) LoadOptionsPage(program);
-  return !program.unsaved.OptionsDirty;
+  if (answer != Answer::Cancel) return false;
+  program.optionsPage.notKept = false;
+  LoadOptionsPage(program);
+  return true;
 }
 
 }  // namespace velmora

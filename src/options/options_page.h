@@ -133,6 +133,7 @@ struct OptionsPageState {
   std::int16_t OptionsPage = startUpSection;  ///< the section showing
   bool OptionsLoading = false;                ///< the program fills the controls itself: their changes do nothing
   bool asking = false;                        ///< what is to become of changes
+  bool notKept = false;                       ///< the options in force could not be saved
   std::int32_t lastColour = 0;                ///< that the user has picked
 };
 

@@ -3,11 +3,12 @@
 #include <tuple>
 
 #include "accounts/accounts_page.h"
+#include "app/interface_state.h"
 #include "app/program.h"
 #include "checking/auto_check.h"
-#include "messages/email_page.h"
 #include "messages/sorting.h"
 #include "options/button_style.h"
+#include "options/client_and_sound.h"
 #include "options/keep_settings.h"
 #include "options/menu_colours.h"
 
@@ -24,13 +25,17 @@ auto themeOf(const Options& options) {
 }
 
 /// Only a change touches the entry: one that was removed by hand doesn't come back with every save.
-void followRunStartUp(Program& program) {
-  if (program.EditOptions.RunStartUp == program.options.RunStartUp) return;
-  if (program.EditOptions.RunStartUp == 1) {
+void setRunAtStartUp(Program& program) {
+  if (program.options.RunStartUp == 1) {
     program.platform.SetRunAtStartUp();
   } else {
     program.platform.ClearRunAtStartUp();
   }
+}
+
+/// Whether the program starts at logon, as the settings have it.
+std::int16_t keptRunStartUp(const SettingsStore& settings) {
+  return fromText(settings.GetSetting(optionsSection, "RunStartUp", "1"), Options{}.RunStartUp);
 }
 
 /// A switch alone brings back the next time that was kept; another timing gives another one.
@@ -45,23 +50,34 @@ void followTiming(Program& program, const Options& before) {
   ChooseRunningTimer(program);
 }
 
+/// Where nothing can be kept, nothing may outlive the program, and the user may try once more.
+bool keep(Program& program, std::int16_t ranAtStartUp) {
+  const bool kept = KeepSettings(program, "The Options hold until " + program.AppTitle + " ends, but were not saved.");
+  if (kept && program.options.RunStartUp != ranAtStartUp) setRunAtStartUp(program);
+  program.optionsPage.notKept = !kept;
+  SetInterfaceState(program);
+  return kept;
+}
+
 }  // namespace
 
-/// The tray's entries save while a check or a deletion is under way, too, which counts on the order of the messages.
+/// The tray's entries save while a check or a deletion is under way, too.
 bool SaveOptions(Program& program) {
-  followRunStartUp(program);
+  const std::int16_t ranAtStartUp = keptRunStartUp(program.platform.settings());
   const Options before = program.options;
   takeOver(program.EditOptions, program.options);
   if (themeOf(program.options) != themeOf(before)) WriteMenuStyleFile(program);
   writeOptions(program.platform.settings(), program.options);
-  const bool idle = program.activity == Activity::Idle;
-  if (idle) FollowSortOptions(program);
+  program.order.optionsChanged = true;
+  FollowSortOptions(program);
   followTiming(program, before);
   LoadOptionsPage(program);
+  RenewClientIcon(program);
   ApplyButtonStyle(program);
+  const bool idle = program.activity == Activity::Idle;
   if (idle && !program.unsaved.AcntDirty) ShowAccount(program, program.accounts.AcntCurrent);
   program.frmMain.TreeView.SetFocus();
-  return KeepSettings(program, "The Options hold until " + program.AppTitle + " ends, but were not saved.");
+  return keep(program, ranAtStartUp);
 }
 
 }  // namespace velmora

@@ -46,7 +46,8 @@ TEST_F(AccountsPageTest, AValidDefaultHidesTheAccountsOwnPathsAndKeepsThem) {
   cancel();
   program.options.DefaultClient = "/apps/Mail.EXE";
   program.options.DefaultSound = "C:\\Sounds\\ding.wav";
-  program.DefaultClientValid = program.sounds.DefaultSoundValid = true;
+  platform.files.insert({"/apps/Mail.EXE", "C:\\Sounds\\ding.wav"});
+  LoadOptionsPage(program);
   program.frmMain.tbrMainButtons["Accounts"].click();
   EXPECT_EQ(page().txtAcntClient.Text.get(), "Using Default Email Client");
   EXPECT_EQ(page().txtAcntSound.Text.get(), "Using Default Sound File");

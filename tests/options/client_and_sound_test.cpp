@@ -87,21 +87,52 @@ TEST_F(ClientAndSoundOfTheProgram, BrowseBeginsAtWhatIsThere) {
   EXPECT_TRUE(platform.hasQuit && page.txtAcntClient.Text == "") << "nothing is changed behind the program's end";
 }
 
-TEST_F(ClientAndSoundOfTheProgram, ACheckBeneathTheDialogTakesNothingAway) {
+TEST_F(ClientAndSoundOfTheProgram, ADialogIsForThePageThatItStandsOver) {
   option("UseInterval", "1");
+  option("EmailCheckStartUp", "1");
   start();
   page.tbrMainButtons["Accounts"].click();
   platform.chosenFile = "/own.EXE";
-  platform.onFileAsked = [this] {
-    EXPECT_FALSE(page.tmrMailTime.Enabled) << "none begins by itself";
-    page.mnuTrayCheckAll.Click();
-    platform.servers["Home"].line.onReceive = nullptr;
+  platform.onFileAsked = [&] {
+    EXPECT_TRUE(program.startUp.StartUpHeld);
+    page.chkEmailCheckStartUp.Value = std::int16_t{0};
+    page.mnuTraySounds.Click();
+    page.mnuTrayOptions.Click();
+    program.autoCheck.NextCheckTime.clear();
+    page.tmrMailTime.Enabled = true;
+    page.tmrMailTime.tick();
+    EXPECT_EQ(program.walk.AccountInfoLines, 0) << "no timed check comes beneath a dialog";
   };
-  platform.servers["Home"].line.onReceive = [this] { EXPECT_EQ(program.accounts.AcntCurrent, 2); };
   press(page.tbrClient, 1, "Browse");
-  EXPECT_TRUE(page.tmrMailTime.Enabled);
+  EXPECT_TRUE(!program.startUp.StartUpHeld && page.tmrMailTime.Enabled && program.CurrentPage == accountsPage);
+  page.tbrButtons[cancelAccountBar]["Cancel"].click();
+
+  bool asked = false;
+  platform.onFileAsked = [&] {
+    asked = true;
+    EXPECT_EQ(program.accounts.AcntCurrent, 2) << "the account of the check below, not of the page";
+  };
+  platform.servers["Home"].line.onReceive = [&] {
+    if (!asked) press(page.tbrClient, 1, "Browse");
+  };
+  checkAll();
+  EXPECT_TRUE(asked);
   EXPECT_EQ(page.txtAcntClient.Text.get(), "/own.EXE");
   EXPECT_EQ(program.accounts.Edit(1).AcntClient + program.accounts.Edit(2).AcntClient, "/own.EXE/other.exe");
+}
+
+TEST_F(ClientAndSoundOfTheProgram, FilesThatComeAndGoAreSeenOnEnteringAPage) {
+  option("DefaultClient", "/all.exe");
+  start();
+  EXPECT_EQ(picture(), "MailClient0:/all.exe");
+  platform.files.erase("/all.exe");
+  page.tbrMainButtons["Accounts"].click();
+  EXPECT_TRUE(page.txtAcntClient.Enabled && page.tbrClient[1]["Browse"].Enabled && picture() == "Folder");
+  page.txtAcntClient.Text = "/own.EXE";
+  platform.files.insert("/all.exe");
+  page.mnuTraySounds.Click();
+  page.tbrButtons[saveAccountBar]["SaveAccount"].click();
+  EXPECT_EQ(program.accounts[1].AcntClient, "/own.EXE") << "what the user has typed is kept, whatever hides it now";
 }
 
 TEST_F(ClientAndSoundOfTheProgram, TestTriesWhatStandsThere) {
@@ -144,12 +175,20 @@ TEST_F(ClientAndSoundOfTheProgram, ASoundThatIsTriedCanBeStopped) {
   };
   test.click();
   EXPECT_EQ(test.Caption.get() + test.Image.get(), "Test   Test");
+  platform.onSound = [&] {
+    platform.onSound = nullptr;
+    press(page.tbrSound, 1, "Test");
+    EXPECT_EQ(test.Caption.get(), "Test   ") << "the other one's sound has ended this one";
+  };
+  program.options.DefaultSound = "/ding.wav";
+  test.click();
+  EXPECT_EQ(platform.played.size(), 3U);
   EXPECT_THAT(titles(), IsEmpty());
   platform.canHear = false;
   platform.onSound = nullptr;
   test.click();
   EXPECT_THAT(platform.asked.back().text, testing::HasSubstr("could not be played"));
-  EXPECT_EQ(platform.played.size(), 2U);
+  EXPECT_EQ(platform.played.size(), 4U);
 }
 
 }  // namespace

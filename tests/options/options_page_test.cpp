@@ -44,8 +44,6 @@ class OptionsPageOfTheProgram : public test::RunningProgram {
 
 TEST_F(OptionsPageOfTheProgram, EachControlSetsItsOption) {
   openPage();
-  save();
-  page.chkUseInterval.Value = std::int16_t{1};
   SaveOptions(program);
   changes();
   const auto tick = [](CheckBox OptionsPage::*box) {
@@ -62,7 +60,7 @@ TEST_F(OptionsPageOfTheProgram, EachControlSetsItsOption) {
       {tick(&OptionsPage::chkEmailCheckStartUp), {{"EmailCheckStartUp", "1"}}},
       {type(&OptionsPage::txtStartUpDelay, "7"), {{"StartUpDelay", "7"}}},
       {tick(&OptionsPage::chkMinimizeStartUp), {{"MinimizeStartUp", "1"}}},
-      {tick(&OptionsPage::chkUseInterval), {{"UseInterval", "0"}}},
+      {tick(&OptionsPage::chkUseInterval), {{"UseInterval", "1"}}},
       {type(&OptionsPage::txtHours, "2"), {{"Hours", "2"}}},
       {type(&OptionsPage::txtMinutes, "45"), {{"Minutes", "45"}}},
       {tick(&OptionsPage::chkNoCheck), {{"NoCheck", "1"}}},
@@ -98,7 +96,7 @@ TEST_F(OptionsPageOfTheProgram, EachControlSetsItsOption) {
   for (const auto& [change, expected] : cases) {
     const std::string what = expected.begin()->first;
     change(page);
-    EXPECT_TRUE(program.unsaved.OptionsDirty && page.tbrButtons[saveOptionsBar]["SaveOptions"].Enabled) << what;
+    EXPECT_TRUE(program.unsaved.OptionsDirty && page.tbrButtons[saveOptionsBar].Enabled) << what;
     EXPECT_FALSE(page.tbrMainButtons.Enabled) << what;
     cancel();
     EXPECT_FALSE(program.unsaved.OptionsDirty) << what;
@@ -234,6 +232,7 @@ TEST_F(OptionsPageOfTheProgram, MenusTakeTheirColoursFromTheFileOfTheirStyle) {
   EXPECT_TRUE(page.lblUserColours.Visible && page.lbl3DMiddleColour.Enabled);
   EXPECT_EQ(page.lbl3DTopColour.BackColour, 0xFFD7AE) << "they begin with what was last saved";
   platform.chosenColour = 0x123456;
+  platform.onColourAsked = [this] { EXPECT_EQ(program.dialogs.count, 1) << "no timed check comes beneath it"; };
   page.lbl3DTopColour.Click();
   platform.chosenColour.reset();
   page.lbl3DMiddleColour.Click();
@@ -265,11 +264,17 @@ TEST_F(OptionsPageOfTheProgram, RaisesTheButtonsOfTheChosenBars) {
   EXPECT_EQ(raised(1, 4), std::nullopt);
   openPage();
   page.chkButtonStyle.Value = std::int16_t{1};
-  page.optApplyStyle.Choose(1);
-  EXPECT_FALSE(page.tbrButtons[0].Raised);
-  save();
-  EXPECT_TRUE(page.tbrButtons[0].Raised && program.frmFirstUse.tbrButtons.Raised);
-  EXPECT_FALSE(page.tbrMainButtons.Raised || page.tbrOptAbout.Raised);
+  for (std::int16_t where = 0; where < 4; ++where) {
+    page.optApplyStyle.Choose(static_cast<std::int16_t>(where + 1));
+    save();
+    EXPECT_EQ((RaisedBars{page.tbrMainButtons.Raised && page.tbrRules.Raised,
+                          page.tbrOptAbout.Raised && page.tbrSound[1].Raised,
+                          page.tbrButtons[0].Raised && program.frmFirstUse.tbrButtons.Raised}),
+              raised(1, where));
+  }
+  Program next(platform);
+  ASSERT_TRUE(Main(next));
+  EXPECT_TRUE(next.frmMain.tbrMainButtons.Raised);
 }
 
 TEST_F(OptionsPageOfTheProgram, TheTraysSwitchesSaveWhatElseWasChanged) {
@@ -287,21 +292,50 @@ TEST_F(OptionsPageOfTheProgram, TheTraysSwitchesSaveWhatElseWasChanged) {
   EXPECT_EQ(page.lvwEmail.Columns[3].Picture.get(), "Ascending") << "the order that the user has clicked";
 }
 
+TEST_F(OptionsPageOfTheProgram, TheTraysSwitchesLeaveTheOtherPagesAlone) {
+  platform.servers["Work"].messages = {test::message("a"), test::message("b")};
+  openPage();
+  page.chkPlaySound.Value = std::int16_t{0};
+  page.mnuTraySounds.Click();
+  EXPECT_EQ(program.options.PlaySound, 1) << "the entry read Off";
+  page.optSortColumn.Choose(4);
+  platform.servers["Work"].line.onReceive = [this] {
+    if (program.unsaved.OptionsDirty) page.mnuTrayAutoCheck.Click();
+  };
+  page.mnuTrayCheckAll.Click();
+  EXPECT_EQ(page.lvwEmail.Columns[2].Picture.get(), "Descending") << "what is saved in a check counts behind it";
+  page.tbrMainButtons["Accounts"].click();
+  page.txtAcntServer.Text = "elsewhere";
+  page.mnuTraySounds.Click();
+  EXPECT_TRUE(page.txtAcntServer.Text == "elsewhere" && program.unsaved.AcntDirty);
+}
+
 TEST_F(OptionsPageOfTheProgram, AsksBeforeUnsavedChangesAreLost) {
   openPage();
-  int focused = 0;
-  page.TreeView.focus.watch([&focused] { ++focused; });
   page.chkQuickCheck.Value = std::int16_t{0};
   platform.answers = {Answer::No};
+  platform.onAsked = [this] {
+    page.mnuTraySounds.Click();
+    page.mnuTrayAutoCheck.Click();
+    save();
+  };
   QuitApplication(program);
+  platform.onAsked = nullptr;
   EXPECT_THAT(titles(), ElementsAre("Changes Not Saved!"));
-  EXPECT_TRUE(!platform.hasQuit && program.unsaved.OptionsDirty);
+  EXPECT_TRUE(!platform.hasQuit && program.unsaved.OptionsDirty) << "nothing is settled while the user is asked";
+  page.chkRunStartUp.Value = std::int16_t{0};
   platform.tree.refusal = "The disk is full.";
   platform.answers = {Answer::Yes, Answer::Ok};
   QuitApplication(program);
   EXPECT_THAT(titles().back(), "Velmora - Settings Error");
   EXPECT_FALSE(platform.hasQuit) << "the user is told first, and may free the disk";
-  EXPECT_EQ(focused, 1);
+  EXPECT_EQ(platform.logonEntriesRemoved, 0);
+  EXPECT_TRUE(page.tbrMainButtons.Enabled) << "nothing differs from what is in force";
+  platform.tree.refusal.reset();
+  save();
+  EXPECT_EQ(changes().at("QuickCheck"), "0");
+  EXPECT_EQ(platform.logonEntriesRemoved, 1);
+  EXPECT_FALSE(page.tbrButtons[saveOptionsBar].Enabled);
   page.chkQuickCheck.Value = std::int16_t{1};
   platform.answers = {Answer::Cancel};
   QuitApplication(program);

@@ -57,6 +57,7 @@ class TestPlatform : public Platform {
   std::function<void()> onFileAsked;
   std::optional<std::int32_t> chosenColour;  ///< what the user answers to every question for a colour
   std::vector<std::int32_t> coloursAsked;    ///< from which each began
+  std::function<void()> onColourAsked;
   int launchersProvided = 0;
   std::vector<std::string> opened;
   std::vector<std::string> played;  ///< sounds, by path
@@ -85,6 +86,7 @@ class TestPlatform : public Platform {
   }
   std::optional<std::int32_t> askForColour(std::int32_t initial) override {
     coloursAsked.push_back(initial);
+    if (onColourAsked) onColourAsked();
     return chosenColour;
   }
   void yield() override;

@@ -26,6 +26,7 @@ constexpr Needs allSaved = 1ULL << 8U;
 constexpr Needs accountUnsaved = 1ULL << 9U;
 constexpr Needs rulesUnsaved = 1ULL << 10U;
 constexpr Needs optionsUnsaved = 1ULL << 11U;
+constexpr Needs toSave = 1ULL << 38U;   ///< options that differ from what is kept
 constexpr Needs message = 1ULL << 12U;  ///< one is selected
 constexpr Needs spam = 1ULL << 13U;
 constexpr Needs marks = 1ULL << 14U;
@@ -126,7 +127,7 @@ constexpr std::array<Row, offerCount> table = {{
     {Offer::OptSorting, need::sorting},
     {Offer::OptColours, need::userColours},
     {Offer::OptionsHelp, need::nothing},
-    {Offer::OptionsSave, need::idle | need::optionsUnsaved},
+    {Offer::OptionsSave, need::idle | need::toSave},
     {Offer::OptionsCancel, need::idle | need::optionsUnsaved},
     {Offer::StartUpPauseShown, need::idle | need::countdown},
     {Offer::StartUpPause, need::countdownFree},
@@ -182,7 +183,8 @@ Needs metBy(const Situation& s) {
          when(!some && s.page < optionsPage, need::emptyPage) | when(!s.unsaved.AcntDirty, need::accountSaved) |
          when(!s.unsaved.any(), need::allSaved) | when(s.unsaved.AcntDirty, need::accountUnsaved) |
          when(s.unsaved.RulesDirty, need::rulesUnsaved) | when(s.unsaved.OptionsDirty, need::optionsUnsaved) |
-         when(s.messageSelected, need::message) | when(s.spamListed, need::spam) | when(s.marksReported, need::marks) |
+         when(s.unsaved.OptionsDirty || s.options.notKept, need::toSave) | when(s.messageSelected, need::message) |
+         when(s.spamListed, need::spam) | when(s.marksReported, need::marks) |
          when(s.startUpCheckWaits, need::countdown) | when(!s.startUpTimerHeld, need::countdownFree) | metBy(s.rules) |
          metBy(s.options);
 }

@@ -43,6 +43,7 @@ struct OptionsSituation {
   bool userColours = false;
   bool defaultClient = false;  ///< a valid one
   bool defaultSound = false;   ///< likewise
+  bool notKept = false;        ///< the options in force could not be saved
 };
 
 /// All that decides what the user may press.

@@ -198,7 +198,8 @@ bool QtPlatform::startProgram(const std::string& path, std::int16_t windowState)
   const QString entry = entryBehind(qt(path));
   qint64 process = 0;
   const bool started = withFormerDumpLimit([&] {
-    return entry.isEmpty() ? QProcess::startDetached(qt(path), {}, {}, &process) : startApplication(entry, process);
+    return entry.isEmpty() ? QProcess::startDetached(QFileInfo(qt(path)).absoluteFilePath(), {}, {}, &process)
+                           : startApplication(entry, process);
   });
   if (process != 0 && windowState == maximized) maximiseWindowOf(process);
   return started;

@@ -27,13 +27,18 @@ TimeEdit::TimeEdit(TimeBox& box, const QString& name, QWidget* parent) : QTimeEd
 void TimeEdit::showText() {
   if (taking_) return;
   const QSignalBlocker quiet(this);
-  const QTime time = QTime::fromString(qt(box_.Text.get()), "H:m");
+  const QTime time = QTime::fromString(qt(box_.Text.get()), displayFormat());
   setTime(time.isValid() ? time : QTime(0, 0));
 }
 
+/// The change may be refused.
 void TimeEdit::take(const QTime& time) {
-  const SetForNow taking(taking_, true);
-  box_.Text = utf8(time.toString(displayFormat()));
+  const std::string text = utf8(time.toString(displayFormat()));
+  {
+    const SetForNow taking(taking_, true);
+    box_.Text = text;
+  }
+  if (box_.Text.get() != text) showText();
 }
 
 /// What Qt would make of a text such as "1:30" only when the keyboard leaves, which a click on a button doesn't make it
