@@ -124,7 +124,7 @@ void GoToPage(Program& program, std::int16_t page) {
   OptionsDirtyCheck(program);  // files may have come and gone since the page was last seen
   switchPage(program, former, page);
   if (page == rulesPage && former != rulesPage) enterRulesPage(program);
-  if (page == optionsPage && former != optionsPage) program.frmMain.TreeView.SetFocus();
+  if (page == optionsPage) program.frmMain.TreeView.SetFocus();
   CountRuleFits(program);
   SetInterfaceState(program);
 }

@@ -5,6 +5,7 @@
 
 #include "app/decisions/shortcuts.h"
 #include "app/program.h"
+#include "app/shut_down.h"
 
 namespace velmora {
 
@@ -67,7 +68,8 @@ void PressShortcut(Program& program, const Shortcut& shortcut) {
     case KeyDeed::Help:
       return frmMain.Help();
     case KeyDeed::Quit:
-      return press(frmMain.tbrMainButtons, "Quit", frmMain.fraMainButtons);
+      return canBeWorked(frmMain.fraMainButtons) ? QuitApplication(program)
+                                                 : void();  // unsaved changes are asked about
     case KeyDeed::RestoreWidths:
       return frmMain.mnuRestoreColWidth.Click();
     case KeyDeed::Save:

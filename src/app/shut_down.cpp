@@ -8,6 +8,7 @@
 #include "checking/check_notification.h"
 #include "messages/email_client.h"
 #include "messages/preview.h"
+#include "options/save_options.h"
 #include "rules/edit_rules.h"
 #include "rules/rename_rules.h"
 #include "rules/rule_fits.h"
@@ -35,7 +36,7 @@ bool mayEnd(Program& program) {
 void SaveSession(Program& program) {
   SaveColumnWidths(program);
   saveSortState(program);
-  if (program.optionsPage.notKept) writeOptions(program.platform.settings(), program.options);
+  KeepOptionsAtLast(program);
   program.platform.settings().Keep();
 }
 

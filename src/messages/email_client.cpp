@@ -8,24 +8,28 @@ namespace velmora {
 
 namespace {
 
-/// What is saved counts here, whatever the pages show.
-bool startClientInForce(Program& program) {
-  const Options& options = program.options;
-  if (isUsableFile(program.platform, options.DefaultClient, ".exe")) {
-    return StartClient(program, options.DefaultClient, options.RunSize);
-  }
-  return StartClient(program, program.accounts[program.accounts.AcntCurrent].AcntClient, normalWindow);
-}
+constexpr std::int16_t normalWindow = 1;
 
 }  // namespace
 
-bool StartClient(Program& program, const std::string& path, std::int16_t windowState) {
-  return isUsableFile(program.platform, path, ".exe") && program.platform.startProgram(path, windowState);
+void StartClient(Program& program, const std::string& path, std::int16_t windowState) {
+  if (!isUsableFile(program.platform, path, ".exe")) {
+    program.platform.MsgBox(clientError(program.AppTitle));
+  } else if (!program.platform.startProgram(path, windowState)) {
+    program.platform.MsgBox(clientNotStarted(program.AppTitle, path));
+  }
 }
 
-void StartClientProgram(Program& program) {
-  if (!startClientInForce(program)) program.platform.MsgBox(clientError(program.AppTitle));
+void StartClientFor(Program& program, const Account& account) {
+  const Options& options = program.options;
+  if (isUsableFile(program.platform, options.DefaultClient, ".exe")) {
+    StartClient(program, options.DefaultClient, options.RunSize);
+  } else {
+    StartClient(program, account.AcntClient, normalWindow);
+  }
 }
+
+void StartClientProgram(Program& program) { StartClientFor(program, program.accounts[program.accounts.AcntCurrent]); }
 
 void OpenOutside(Program& program, const std::string& target) {
   if (!program.platform.open(target)) program.platform.MsgBox(nothingOpens(program.AppTitle, target));

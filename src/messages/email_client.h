@@ -5,15 +5,17 @@
 
 namespace velmora {
 
+struct Account;
 struct Program;
 
-/// The window state of a program that nothing is said of.
-inline constexpr std::int16_t normalWindow = 1;
+/// Starts the email client that a path leads to, in a window of this state; says so where there is none, or where it
+/// can't be started.
+void StartClient(Program& program, const std::string& path, std::int16_t windowState);
 
-/// Starts an email client where its path leads to one, in a window of this state. Returns whether it was started.
-bool StartClient(Program& program, const std::string& path, std::int16_t windowState);
+/// Starts the default email client as it is saved, or else that of an account, saved or not.
+void StartClientFor(Program& program, const Account& account);
 
-/// Starts the default email client, or else that of the account showing; says so where neither can be started.
+/// Starts the email client of the account showing, all as it is saved.
 void StartClientProgram(Program& program);
 
 /// Opens a file or an address with the program that the desktop has for it; says so where there is none.

@@ -7,7 +7,6 @@
 #include "app/program.h"
 #include "checking/check_notification.h"
 #include "checking/hold_timers.h"
-#include "messages/decisions/client_texts.h"
 #include "messages/email_client.h"
 #include "options/decisions/client_picture.h"
 #include "options/decisions/option_texts.h"
@@ -53,18 +52,12 @@ void BrowseClient(Program& program, std::size_t bar) {
 void BrowseSound(Program& program, std::size_t bar) { browse(program, bar, sound, program.platform.soundFile("")); }
 
 /// The defaults are tried as they stand on the page, saved or not; for an account, the saved default is in force.
-bool startTested(Program& program, std::size_t bar) {
-  if (bar == defaultClientBar)
-    return StartClient(program, program.EditOptions.DefaultClient, program.EditOptions.RunSize);
-  const Options& inForce = program.options;
-  if (isUsableFile(program.platform, inForce.DefaultClient, ".exe")) {
-    return StartClient(program, inForce.DefaultClient, inForce.RunSize);
-  }
-  return StartClient(program, ShownAccount(program).AcntClient, normalWindow);
-}
-
 void TestClient(Program& program, std::size_t bar) {
-  if (!startTested(program, bar)) program.platform.MsgBox(clientError(program.AppTitle));
+  if (bar == defaultClientBar) {
+    StartClient(program, program.EditOptions.DefaultClient, program.EditOptions.RunSize);
+  } else {
+    StartClientFor(program, ShownAccount(program));
+  }
 }
 
 std::string testedSound(Program& program, std::size_t bar) {

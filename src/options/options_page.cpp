@@ -25,12 +25,14 @@ void judgeSounds(Program& program) {
 void UpdateOptionTexts(Program& program) {
   ShowClientIcon(program);
   judgeSounds(program);
-  const OptionTexts texts = optionTexts(program.EditOptions, program.sounds.DefaultSoundValid, program.AppTitle);
+  const OptionTexts texts = optionTexts(
+      program.EditOptions, {program.DefaultClientValid, program.sounds.DefaultSoundValid}, program.AppTitle);
   OptionsPage& page = program.frmMain;
   page.lblRunStartUp.Caption = texts.RunStartUp;
   page.lblEmailCheckStartUp.Caption = texts.EmailCheckStartUp;
   page.lblMinimizeStartUp.Caption = texts.MinimizeStartUp;
   page.lblUseInterval.Caption = texts.UseInterval;
+  page.lblDefaultClient.Caption = texts.DefaultClient;
   for (std::size_t i = 0; i < texts.PlaySound.size(); ++i) page.lblPlaySound[i].Caption = texts.PlaySound[i];
   for (std::size_t i = 0; i < texts.MenuColours.size(); ++i) page.lblMenuColours[i].Caption = texts.MenuColours[i];
 }

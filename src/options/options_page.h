@@ -75,6 +75,7 @@ struct OptionsPage {
 
   // Defaults
   TextBox txtDefaultClient;
+  Label lblDefaultClient;
   OptionGroup optRunSize{{"Normal", "Maximized"}};
   TextBox txtDefaultSound;
   CheckBox chkPlaySound{"Sound On"};

@@ -1,5 +1,7 @@
 #include "options/save_options.h"
 
+#include <optional>
+#include <string>
 #include <tuple>
 
 #include "accounts/accounts_page.h"
@@ -50,24 +52,24 @@ void followTiming(Program& program, const Options& before) {
   ChooseRunningTimer(program);
 }
 
-/// Where nothing can be kept, nothing may outlive the program, and the user may try once more.
-bool keep(Program& program, std::int16_t ranAtStartUp) {
-  const bool kept = KeepSettings(program, "The Options hold until " + program.AppTitle + " ends, but were not saved.");
-  if (kept && program.options.RunStartUp != ranAtStartUp) setRunAtStartUp(program);
-  program.optionsPage.notKept = !kept;
-  SetInterfaceState(program);
-  return kept;
+/// Returns the reason where they can't be kept. Nothing may outlive the program then, and the user may try once more.
+std::optional<std::string> keepOptions(Program& program) {
+  SettingsStore& settings = program.platform.settings();
+  const std::int16_t ranAtStartUp = keptRunStartUp(settings);
+  writeOptions(settings, program.options);
+  auto reason = settings.Keep();
+  if (!reason && program.options.RunStartUp != ranAtStartUp) setRunAtStartUp(program);
+  program.optionsPage.notKept = reason.has_value();
+  return reason;
 }
 
 }  // namespace
 
 /// The tray's entries save while a check or a deletion is under way, too.
 bool SaveOptions(Program& program) {
-  const std::int16_t ranAtStartUp = keptRunStartUp(program.platform.settings());
   const Options before = program.options;
   takeOver(program.EditOptions, program.options);
   if (themeOf(program.options) != themeOf(before)) WriteMenuStyleFile(program);
-  writeOptions(program.platform.settings(), program.options);
   program.order.optionsChanged = true;
   FollowSortOptions(program);
   followTiming(program, before);
@@ -77,7 +79,16 @@ bool SaveOptions(Program& program) {
   const bool idle = program.activity == Activity::Idle;
   if (idle && !program.unsaved.AcntDirty) ShowAccount(program, program.accounts.AcntCurrent);
   program.frmMain.TreeView.SetFocus();
-  return keep(program, ranAtStartUp);
+  const auto reason = keepOptions(program);
+  SetInterfaceState(program);
+  if (reason) {
+    TellNotSaved(program, "The Options hold until " + program.AppTitle + " ends, but were not saved.", *reason);
+  }
+  return !reason;
+}
+
+void KeepOptionsAtLast(Program& program) {
+  if (program.optionsPage.notKept) keepOptions(program);
 }
 
 }  // namespace velmora

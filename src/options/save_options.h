@@ -8,4 +8,7 @@ struct Program;
 /// effect until the program ends. Returns whether it is kept.
 bool SaveOptions(Program& program);
 
+/// Once more keeps options that could not be kept. Tells nobody.
+void KeepOptionsAtLast(Program& program);
+
 }  // namespace velmora

@@ -88,7 +88,7 @@ TEST_F(OptionsOnScreen, ATimeIsTakenWhileItIsTyped) {
       {"08:15", "2, 5", "02:15", "2:15"},
       {"no time", "x", "no time", "00:00"},
       {"99:99", "Right, 7", "00:07", "00:07"},
-      {"7:5", "", "7:5", "07:05"},
+      {"7:5", "", "7:5", "00:00"},
   };
   for (const auto& each : cases) {
     page_.txtNoCheckTime[0].Text = "12:00";

@@ -88,9 +88,9 @@ class OptionsTest(ShownProgramTest):
             if key in ("CLIENT", "SOUND"):
                 tell("xdotool", "type", str(self.client if key == "CLIENT" else self.sound))
             elif key == "COLOUR":
-                self.see.wait_for("the dialog", lambda: self.see.window(self.root, "Select Color"))
+                self.see.wait_for("the dialog", lambda: self.see.window(self.root, "Select Colour"))
                 self.key("Return")
-                self.see.wait_for("its end", lambda: not self.see.window(self.root, "Select Color"))
+                self.see.wait_for("its end", lambda: not self.see.window(self.root, "Select Colour"))
             else:
                 self.key(key)
 

@@ -142,6 +142,12 @@ TEST_F(ClientAndSoundOfTheProgram, TestTriesWhatStandsThere) {
   page.optRunSize.Choose(1);
   press(page.tbrClient, 0, "Test");
   EXPECT_THAT(platform.started, ElementsAre("/all.exe 1")) << "before it is saved";
+  EXPECT_EQ(page.lblDefaultClient.Caption.get(), "The Default Email Client will start for all Accounts.");
+  platform.canStartPrograms = false;
+  press(page.tbrClient, 0, "Test");
+  EXPECT_THAT(platform.asked.back().text, testing::HasSubstr("could not be started:\r\n/all.exe"));
+  platform.asked.clear();
+  platform.canStartPrograms = true;
   page.txtDefaultClient.Text = "/gone.exe";
   press(page.tbrClient, 0, "Test");
   press(page.tbrSound, 0, "Test");

@@ -115,10 +115,10 @@ TEST_F(OptionsPageOfTheProgram, KeepsTheIntervalBetweenOneMinuteAndTwelveHours) 
     std::string typedHours, typedMinutes;  ///< "-" for nothing typed
     std::string shown;                     ///< hours and minutes, and the bounds of the minutes
   } cases[] = {
-      {"0", "30", "13", "-", "12:0 0-0"},   {"12", "0", "0", "-", "0:1 1-59"},   {"12", "0", "11", "-", "11:0 0-59"},
-      {"1", "0", "", "-", "0:1 1-59"},      {"0", "30", "-", "0", "0:0 1-59"},   {"0", "30", "-", "", "0:1 1-59"},
-      {"3", "30", "-", "", "3:0 0-59"},     {"3", "30", "-", "60", "3:59 0-59"}, {"12", "30", "-", "7", "12:0 0-0"},
-      {"20", "99", "-", "-", "20:99 0-59"}, {"3", "30", "x", "4x", "3:30 0-59"},
+      {"0", "30", "13", "-", "12:0 0-0"},  {"12", "0", "0", "-", "0:1 1-59"},    {"1", "30", "0", "-", "0:30 1-59"},
+      {"12", "0", "11", "-", "11:0 0-59"}, {"1", "0", "", "-", "0:1 1-59"},      {"0", "30", "-", "0", "0:0 1-59"},
+      {"0", "30", "-", "", "0:1 1-59"},    {"3", "30", "-", "", "3:0 0-59"},     {"3", "30", "-", "60", "3:59 0-59"},
+      {"12", "30", "-", "7", "12:0 0-0"},  {"20", "99", "-", "-", "20:99 0-59"}, {"3", "30", "x", "4x", "3:30 0-59"},
   };
   for (const auto& [hours, minutes, typedHours, typedMinutes, shown] : cases) {
     platform.tree.values.clear();
@@ -138,6 +138,8 @@ TEST_F(OptionsPageOfTheProgram, KeepsTheIntervalBetweenOneMinuteAndTwelveHours) 
     main.chkUseInterval.Value = std::int16_t{0};
     EXPECT_EQ(text(main.txtHours.Value.get()) + text(main.txtMinutes.Value.get()), hours + std::string(minutes));
     EXPECT_FALSE(main.txtHours.Enabled || main.txtMinutes.Enabled || main.lblMinutes.Enabled);
+    main.txtHours.Type("5");
+    EXPECT_EQ(text(main.txtHours.Value.get()), hours) << "a screen reader reaches what is off";
     main.chkUseInterval.Value = std::int16_t{1};
     EXPECT_FALSE(fresh.unsaved.OptionsDirty) << "nothing differs any more";
   }
@@ -167,6 +169,7 @@ TEST_F(OptionsPageOfTheProgram, SaysWhatThePresentSettingsMean) {
   EXPECT_EQ(page.lblUseInterval.Caption.get(),
             "(Off)  Do not use an Auto Check Timing Interval. Checking for messages must be done manually.");
   EXPECT_EQ(page.lblPlaySound[0].Caption.get(), "Sound Controlled by Individual Accounts.");
+  EXPECT_EQ(page.lblDefaultClient.Caption.get(), "Email Client Controlled by Individual Accounts.");
   for (auto* box : {&page.chkRunStartUp, &page.chkEmailCheckStartUp, &page.chkMinimizeStartUp, &page.chkUseInterval}) {
     box->Value = static_cast<std::int16_t>(1 - box->Value.get());
   }
@@ -318,6 +321,7 @@ TEST_F(OptionsPageOfTheProgram, AsksBeforeUnsavedChangesAreLost) {
     page.mnuTraySounds.Click();
     page.mnuTrayAutoCheck.Click();
     save();
+    QuitApplication(program);
   };
   QuitApplication(program);
   platform.onAsked = nullptr;
@@ -332,8 +336,9 @@ TEST_F(OptionsPageOfTheProgram, AsksBeforeUnsavedChangesAreLost) {
   EXPECT_EQ(platform.logonEntriesRemoved, 0);
   EXPECT_TRUE(page.tbrMainButtons.Enabled) << "nothing differs from what is in force";
   platform.tree.refusal.reset();
-  save();
+  SaveSession(program);
   EXPECT_EQ(changes().at("QuickCheck"), "0");
+  save();
   EXPECT_EQ(platform.logonEntriesRemoved, 1);
   EXPECT_FALSE(page.tbrButtons[saveOptionsBar].Enabled);
   page.chkQuickCheck.Value = std::int16_t{1};

@@ -15,6 +15,14 @@ inline Question clientError(std::string_view appTitle) {
           std::string(appTitle) + " - Email Client Error"};
 }
 
+/// What is said where one is there and can't be started.
+inline Question clientNotStarted(std::string_view appTitle, const std::string& path) {
+  return {
+      "The Email Client Program could not be started:\r\n" + path +
+          "\r\n\r\nThe file is there, but it is no program that you may run,\r\nor what it leads to is missing.\r\n",
+      std::string(appTitle) + " - Email Client Error"};
+}
+
 /// What is said where the desktop has no program for an address or a file.
 inline Question nothingOpens(std::string_view appTitle, const std::string& target) {
   const bool isMail = target.starts_with("mailto:");

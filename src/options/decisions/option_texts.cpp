@@ -16,9 +16,16 @@ std::string whoSounds(const Options& edit, bool DefaultSoundValid) {
                            : "Sound Controlled by Individual Accounts.";
 }
 
+std::string whoseClient(const Options& edit, bool isValid) {
+  if (isValid) return "The Default Email Client will start for all Accounts.";
+  return edit.DefaultClient.empty()
+             ? "Email Client Controlled by Individual Accounts."
+             : "Email Client Controlled by Individual Accounts: this is no file that ends with '.exe'.";
+}
+
 }  // namespace
 
-OptionTexts optionTexts(const Options& edit, bool DefaultSoundValid, std::string_view appTitle) {
+OptionTexts optionTexts(const Options& edit, const ValidDefaults& valid, std::string_view appTitle) {
   return {
       .RunStartUp = edit.RunStartUp == 1
                         ? sentence("Start ", appTitle, " automatically when you logon to your computer.")
@@ -32,7 +39,8 @@ OptionTexts optionTexts(const Options& edit, bool DefaultSoundValid, std::string
                          ? "Set the Timing Interval below to Auto Check for messages in all Enabled Accounts."
                          : std::string(off) +
                                "Do not use an Auto Check Timing Interval. Checking for messages must be done manually.",
-      .PlaySound = {whoSounds(edit, DefaultSoundValid),
+      .DefaultClient = whoseClient(edit, valid.client),
+      .PlaySound = {whoSounds(edit, valid.sound),
                     edit.PlaySound == 1
                         ? "Sound Files will play based on these settings even if the Auto Check Message is not "
                           "displayed."

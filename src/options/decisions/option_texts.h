@@ -15,10 +15,17 @@ struct OptionTexts {
   std::string EmailCheckStartUp;
   std::string MinimizeStartUp;
   std::string UseInterval;
+  std::string DefaultClient;
   std::array<std::string, 2> PlaySound;  ///< for which accounts one plays, and when
   std::array<std::string, 3> MenuColours;
 };
-OptionTexts optionTexts(const Options& edit, bool DefaultSoundValid, std::string_view appTitle);
+
+/// Whether the two defaults are there.
+struct ValidDefaults {
+  bool client = false;
+  bool sound = false;
+};
+OptionTexts optionTexts(const Options& edit, const ValidDefaults& valid, std::string_view appTitle);
 
 /// What is to become of changed options that the user is about to leave.
 Question optionsNotSaved();

@@ -146,6 +146,7 @@ std::optional<std::string> QtPlatform::askForFile(const FileQuestion& question) 
 std::optional<std::int32_t> QtPlatform::askForColour(std::int32_t initial) {
   if (quitting_) return std::nullopt;
   QColorDialog dialog(colourOf(initial), QApplication::activeWindow());
+  dialog.setWindowTitle("Select Colour");
   keepInFront(dialog);
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   const QColor chosen = dialog.currentColor();

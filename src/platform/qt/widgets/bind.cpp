@@ -4,6 +4,7 @@
 #include <QAccessibleWidget>
 #include <QCursor>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
 #include <QProgressBar>
@@ -58,12 +59,21 @@ void bindButton(Button& button, const ImageList& images, QToolButton& widget) {
   QObject::connect(&widget, &QToolButton::clicked, &widget, [&button] { button.click(); });
 }
 
-/// A button that shows clearly where the keyboard is: many styles hardly do for flat ones.
+/// A button that shows clearly where the keyboard is, which many styles hardly do for flat ones, and that Enter
+/// presses.
 class PlainToolButton : public QToolButton {
  public:
   using QToolButton::QToolButton;
 
  protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+      click();
+    } else {
+      QToolButton::keyPressEvent(event);
+    }
+  }
+
   void paintEvent(QPaintEvent* event) override {
     QToolButton::paintEvent(event);
     if (!hasFocus()) return;

@@ -16,6 +16,7 @@ NumberEdit::NumberEdit(NumberBox& box, const QString& name, QWidget* parent) : Q
   setFocusPolicy(Qt::StrongFocus);  // a wheel that turns the page must not bring the keyboard here
   setLocale(QLocale::c());
   for (auto* each : {&box.Value, &box.Least, &box.Most}) each->watch([this](std::int16_t) { showValue(); });
+  setMinimumWidth(sizeHint().width());  // its bounds may come to leave room for one digit only
   box.Enabled.watch([this](bool on) { setEnabled(on); });
   connect(this, &QSpinBox::valueChanged, this, [this](int value) {
     box_.Type(std::to_string(value));

@@ -20,7 +20,7 @@ SectionTree::SectionTree(TreeView& tree, const QString& name, QWidget* parent) :
   }
   tree.SelectedItem.watch([this](std::int16_t) { showNode(); });
   tree.focus.watch([this] {
-    if (isVisible()) setFocus();  // else it would get the keys, and nobody see it
+    if (isVisibleTo(window())) setFocus();  // else it would get the keys, and nobody see it
   });
 }
 

@@ -44,9 +44,7 @@ QWidget* makeColourRows(OptionsPage& page, QWidget* parent) {
     grid->addWidget(makePrompt(each.prompt, patch, (page.*each.box).Enabled), row++, 1);
     patch->setAccessibleName(each.spoken);
   }
-  auto* note = makeLabel(page.lblUserColours, "lblUserColours", frame);
-  note->setWordWrap(true);
-  grid->addWidget(note, row++, 0, 1, 2);
+  grid->addWidget(makeLabel(page.lblUserColours, "lblUserColours", frame), row++, 0, 1, 2);
   grid->setRowStretch(row, 1);
   return frame;
 }

@@ -83,8 +83,10 @@ void fillAutoCheck(SectionParts& parts, OptionsPage& page) {
 /// A box of a path, and the buttons that find and try what it names. They hand the keyboard to it when they go off.
 void addPath(SectionParts& parts, QGridLayout& grid, TextBox& box, const QString& name, const QString& prompt,
              Toolbar& buttons, const QString& buttonsName) {
+  constexpr int leastLength = 16;
   auto* path = new QLineEdit(parts.section());
   path->setObjectName(name);
+  path->setMinimumWidth(path->fontMetrics().averageCharWidth() * leastLength);
   bindInput(box, *path);
   auto* tools = makeToolbar(buttons, buttonsName, ButtonLook::TextBesideIcon, parts.section());
   setHeir(*tools, *path);
@@ -105,6 +107,7 @@ void addDefaultPaths(SectionParts& parts, QGridLayout& grid, OptionsPage& page, 
   QWidget* section = parts.section();
   addPath(parts, grid, page.txtDefaultClient, "txtDefaultClient",
           "Default &Email Client:", bars.tbrClient[defaultClientBar], "tbrClient0");
+  grid.addWidget(parts.makeNote(page.lblDefaultClient, "lblDefaultClient"), grid.rowCount(), 1, 1, 2);
   addRow(grid, new QLabel("Run:", section),
          SectionParts::nameOptions(makeOptions(page.optRunSize, "optRunSize", "NM", Qt::Horizontal, section), "Run"));
   addPath(parts, grid, page.txtDefaultSound, "txtDefaultSound", "&Default Sound:", bars.tbrSound[defaultClientBar],
