@@ -20,7 +20,7 @@ std::string whoseClient(const Options& edit, bool isValid) {
   if (isValid) return "The Default Email Client will start for all Accounts.";
   return edit.DefaultClient.empty()
              ? "Email Client Controlled by Individual Accounts."
-             : "Email Client Controlled by Individual Accounts: this is no file that ends with '.exe'.";
+             : "Email Client Controlled by Individual Accounts, since there is no such file that ends with '.exe'.";
 }
 
 }  // namespace
