@@ -74,6 +74,7 @@ void showPath(TextBox& box, const std::string& path, bool hasDefault, std::strin
 
 void showClientAndSound(Program& program) {
   MainWindow& page = program.frmMain;
+  ShowClientIcon(program);  // and looks whether the default is there
   const Account& account = edited(program);
   showPath(page.txtAcntClient, account.AcntClient, program.DefaultClientValid, usingDefaultClient);
   showPath(page.txtAcntSound, account.AcntSound, program.sounds.DefaultSoundValid, usingDefaultSound);

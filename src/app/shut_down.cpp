@@ -2,6 +2,7 @@
 
 #include "accounts/accounts_page.h"
 #include "app/first_use.h"
+#include "app/pages.h"
 #include "app/program.h"
 #include "app/tray.h"
 #include "checking/check_cycle.h"
@@ -28,6 +29,8 @@ void saveSortState(Program& program) {
 bool mayEnd(Program& program) {
   const bool asks = program.unsaved.any() || program.rulesFile.behind || program.optionsPage.notKept;
   if (asks) mnuTrayShow_Click(program);
+  const bool mayTurn = !program.unsaved.any() && program.activity == Activity::Idle && program.dialogs.count == 0;
+  if (program.optionsPage.notKept && mayTurn) GoToPage(program, optionsPage);
   return SettleChanges(program) && SettleRules(program) && SettleOptions(program) && !program.unsaved.any();
 }
 

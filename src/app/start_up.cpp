@@ -51,7 +51,7 @@ bool isFirstRun(SettingsStore& settings) {
 /// A new installation starts at logon until the user says otherwise.
 void firstRun(Program& program) {
   ShowFirstUse(program);
-  program.options.RunStartUp = 1;
+  program.options.RunStartUp = program.optionsPage.logonEntry = 1;
   ChangeOptions(program, [](Options& edit) { edit.RunStartUp = 1; });
   SettingsStore& settings = program.platform.settings();
   settings.SaveSetting(optionsSection, "RunStartUp", "1");
@@ -146,6 +146,7 @@ void Form_Load(Program& program) {
   if (!isSound) program.platform.settings().Protect();
   loadOptions(program.platform.settings(), OptionField::Read::AtStartUp, program.options);
   LoadMenuColours(program);
+  program.optionsPage.logonEntry = program.options.RunStartUp;
   SetColumnWidths(program);
   StartSorting(program);
   program.autoCheck.CurrentTime = checkTime(program.platform.now());

@@ -48,6 +48,10 @@ void mnuTraySounds_Click(Program& program) {
   SaveOptions(program);
 }
 
+void mnuTrayAutoCheck_Click(Program& program) {
+  if (!program.optionsPage.asking) SwitchAutoCheck(program, program.options.UseInterval != 1);
+}
+
 }  // namespace
 
 void ConnectTray(Program& program) {
@@ -62,7 +66,7 @@ void ConnectTray(Program& program) {
   frmMain.mnuTrayCheckAll.Click = [&program] { CheckAllAccounts(program); };
   frmMain.mnuTrayNewMessage.Click = [&program] { NewMessage(program); };
   frmMain.mnuTrayRunClient.Click = [&program] { StartClientProgram(program); };
-  frmMain.mnuTrayAutoCheck.Click = [&program] { SwitchAutoCheck(program, program.options.UseInterval != 1); };
+  frmMain.mnuTrayAutoCheck.Click = [&program] { mnuTrayAutoCheck_Click(program); };
   frmMain.mnuTraySounds.Click = [&program] { mnuTraySounds_Click(program); };
   frmMain.mnuTrayOptions.Click = [&program] { showOptions(program, startUpSection); };
   frmMain.mnuTrayMenuColours.Click = [&program] { showOptions(program, coloursSection); };
@@ -112,7 +116,6 @@ void Form_Resize(Program& program) {
 }
 
 void SwitchAutoCheck(Program& program, bool on) {
-  if (program.optionsPage.asking) return;
   ChangeOptions(program, [on](Options& edit) { edit.UseInterval = on ? 1 : 0; });
   if (!on && isInTray(program)) program.frmMain.TrayData.Picture = TrayPicture{autoCheckOffPicture};
   program.autoCheck.NoCheckPostponed = false;

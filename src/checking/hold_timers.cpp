@@ -6,16 +6,20 @@
 
 namespace velmora {
 
-HoldTimers::HoldTimers(Program& program) : program_(program) {
-  ++program_.dialogs.count;
-  SuspendStartUpTimer(program_, TimerAction::Suspend);
-  SuspendAutoCheck(program_, TimerAction::Suspend);
+void OpenDialog(Program& program) {
+  ++program.dialogs.count;
+  SuspendStartUpTimer(program, TimerAction::Suspend);
+  SuspendAutoCheck(program, TimerAction::Suspend);
 }
 
-HoldTimers::~HoldTimers() {
-  --program_.dialogs.count;
-  SuspendStartUpTimer(program_, TimerAction::Restore);
-  LetAutoCheckGoOn(program_);
+void CloseDialog(Program& program) {
+  --program.dialogs.count;
+  SuspendStartUpTimer(program, TimerAction::Restore);
+  LetAutoCheckGoOn(program);
 }
+
+HoldTimers::HoldTimers(Program& program) : program_(program) { OpenDialog(program_); }
+
+HoldTimers::~HoldTimers() { CloseDialog(program_); }
 
 }  // namespace velmora

@@ -9,8 +9,12 @@ struct OpenDialogs {
   int count = 0;
 };
 
-/// Holds off the checks that come by themselves, and the tray's ways to other pages, for as long as it lives: a dialog
-/// must not be overtaken by them.
+/// A dialog comes up, or goes, which must not be overtaken by the checks that come by themselves, nor by the tray's
+/// ways to other pages.
+void OpenDialog(Program& program);
+void CloseDialog(Program& program);
+
+/// A dialog that is open for as long as this lives.
 class HoldTimers {
  public:
   /// `program` outlives it.

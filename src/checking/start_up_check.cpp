@@ -37,9 +37,9 @@ void BeginStartUpCountdown(Program& program) {
   SetInterfaceState(program);
 }
 
-/// A deletion that is under way is not overtaken: the countdown waits for it.
+/// A deletion that is under way is not overtaken, nor a dialog: the countdown waits for it.
 void tmrMailStartUp_Timer(Program& program) {
-  if (program.activity != Activity::Idle) return;
+  if (program.activity != Activity::Idle || program.dialogs.count > 0) return;
   const int delay = program.options.StartUpDelay;
   program.frmMain.StatusBar.Panels(3).Text = countdownText(delay - program.startUp.StartUpSeconds);
   ++program.startUp.StartUpSeconds;

@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <tuple>
+#include <utility>
 
 #include "accounts/accounts_page.h"
 #include "app/interface_state.h"
@@ -27,17 +28,13 @@ auto themeOf(const Options& options) {
 }
 
 /// Only a change touches the entry: one that was removed by hand doesn't come back with every save.
-void setRunAtStartUp(Program& program) {
+void followRunStartUp(Program& program) {
+  if (std::exchange(program.optionsPage.logonEntry, program.options.RunStartUp) == program.options.RunStartUp) return;
   if (program.options.RunStartUp == 1) {
     program.platform.SetRunAtStartUp();
   } else {
     program.platform.ClearRunAtStartUp();
   }
-}
-
-/// Whether the program starts at logon, as the settings have it.
-std::int16_t keptRunStartUp(const SettingsStore& settings) {
-  return fromText(settings.GetSetting(optionsSection, "RunStartUp", "1"), Options{}.RunStartUp);
 }
 
 /// A switch alone brings back the next time that was kept; another timing gives another one.
@@ -55,10 +52,9 @@ void followTiming(Program& program, const Options& before) {
 /// Returns the reason where they can't be kept. Nothing may outlive the program then, and the user may try once more.
 std::optional<std::string> keepOptions(Program& program) {
   SettingsStore& settings = program.platform.settings();
-  const std::int16_t ranAtStartUp = keptRunStartUp(settings);
   writeOptions(settings, program.options);
   auto reason = settings.Keep();
-  if (!reason && program.options.RunStartUp != ranAtStartUp) setRunAtStartUp(program);
+  if (!reason) followRunStartUp(program);
   program.optionsPage.notKept = reason.has_value();
   return reason;
 }
@@ -88,7 +84,9 @@ bool SaveOptions(Program& program) {
 }
 
 void KeepOptionsAtLast(Program& program) {
-  if (program.optionsPage.notKept) keepOptions(program);
+  if (!program.optionsPage.notKept) return;
+  keepOptions(program);
+  if (program.activity != Activity::Ending) SetInterfaceState(program);
 }
 
 }  // namespace velmora

@@ -3,8 +3,7 @@
 #include <utility>
 
 #include "app/program.h"
-#include "checking/auto_check.h"
-#include "checking/start_up_check.h"
+#include "checking/hold_timers.h"
 #include "platform/set_for_now.h"
 #include "rules/decisions/rule_file_name.h"
 #include "rules/decisions/rule_file_texts.h"
@@ -47,8 +46,7 @@ void ConnectRuleFile(Program& program) {
 void RenameRuleFile(Program& program) {
   RuleFileWindow& window = program.frmRuleFile;
   window.RuleFileOpen = true;
-  SuspendStartUpTimer(program, TimerAction::Suspend);
-  SuspendAutoCheck(program, TimerAction::Suspend);
+  OpenDialog(program);
   window.lblRuleFilePathCurrent.Caption = program.platform.programFile("");
   window.lblRuleFileNameCurrent.Caption = program.options.RulesIniFileName;
   window.txtRuleFileName.Text = "Rules";
@@ -58,8 +56,7 @@ void RenameRuleFile(Program& program) {
 void frmRuleFile_Unload(Program& program) {
   if (!std::exchange(program.frmRuleFile.RuleFileOpen, false)) return;
   program.frmRuleFile.Visible = false;
-  SuspendStartUpTimer(program, TimerAction::Restore);
-  LetAutoCheckGoOn(program);
+  CloseDialog(program);
 }
 
 }  // namespace velmora

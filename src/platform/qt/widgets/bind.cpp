@@ -68,7 +68,7 @@ class PlainToolButton : public QToolButton {
  protected:
   void keyPressEvent(QKeyEvent* event) override {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-      click();
+      if (!event->isAutoRepeat()) click();  // a key that is held must not answer what the press has asked
     } else {
       QToolButton::keyPressEvent(event);
     }
