@@ -20,10 +20,11 @@ void ApplyButtonStyle(Program& program) {
   if (!raised) return;
   MainWindow& frmMain = program.frmMain;
   setRaised({&frmMain.tbrMainButtons, &frmMain.tbrEmail, &frmMain.tbrAcnts, &frmMain.tbrRules}, raised->upper);
+  for (auto* pair : {&frmMain.tbrClient, &frmMain.tbrSound, &frmMain.tbrRuleUpdate, &frmMain.tbrOptMisc}) {
+    for (Toolbar& bar : *pair) bar.Raised = raised->intermediate;
+  }
   setRaised(
-      {&frmMain.tbrClient[0], &frmMain.tbrClient[1], &frmMain.tbrSound[0], &frmMain.tbrSound[1], &frmMain.tbrColour,
-       &frmMain.tbrMoveButtons, &frmMain.tbrMoveRule, &frmMain.tbrRuleUpdate[0], &frmMain.tbrRuleUpdate[1],
-       &frmMain.tbrRuleFits, &frmMain.tbrOptMisc[0], &frmMain.tbrOptMisc[1], &frmMain.tbrOptAbout},
+      {&frmMain.tbrColour, &frmMain.tbrMoveButtons, &frmMain.tbrMoveRule, &frmMain.tbrRuleFits, &frmMain.tbrOptAbout},
       raised->intermediate);
   for (Toolbar& bar : frmMain.tbrButtons) bar.Raised = raised->lower;
   setRaised({&program.frmPreview.tbrButtons, &program.frmRuleReport.tbrRuleReport, &program.frmMessage.tbrButtons,
