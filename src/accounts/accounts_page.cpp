@@ -48,7 +48,6 @@ constexpr std::array<TickInput, 3> tickInputs = {{
 Account& edited(Program& program) { return program.accounts.Edit(program.accounts.AcntCurrent); }
 
 void followClient(Program& program) {
-  ShowClientIcon(program);
   const bool isValid = program.accounts[program.accounts.AcntCurrent].AcntClientValid;
   const std::string& used = program.DefaultClientValid ? program.options.DefaultClient : edited(program).AcntClient;
   program.frmMain.lblClientName.Caption = program.DefaultClientValid || isValid ? fileNamePart(used) : std::string();
@@ -74,7 +73,7 @@ void showPath(TextBox& box, const std::string& path, bool hasDefault, std::strin
 
 void showClientAndSound(Program& program) {
   MainWindow& page = program.frmMain;
-  ShowClientIcon(program);  // and looks whether the default is there
+  ShowClientIcon(program);  // and looks which client is there
   const Account& account = edited(program);
   showPath(page.txtAcntClient, account.AcntClient, program.DefaultClientValid, usingDefaultClient);
   showPath(page.txtAcntSound, account.AcntSound, program.sounds.DefaultSoundValid, usingDefaultSound);
@@ -147,6 +146,7 @@ void takeTick(Program& program, const TickInput& input) {
 void txtAcntClient_Change(Program& program) {
   if (!isUsersChange(program) || !program.frmMain.txtAcntClient.Enabled) return;
   edited(program).AcntClient = program.frmMain.txtAcntClient.Text;
+  ShowClientIcon(program);
   followClient(program);
   AccountDirtyCheck(program);
 }

@@ -48,6 +48,11 @@ void pressOnPage(const MainWindow& frmMain, std::span<const ButtonOfPage> button
   }
 }
 
+/// The button is off on a changed page; here the user is asked about his changes.
+void quit(Program& program) {
+  if (canBeWorked(program.frmMain.fraMainButtons)) QuitApplication(program);
+}
+
 void sortBy(ListView& list, std::size_t column) { list.ColumnClick(list.Columns.at(column).Text); }
 
 }  // namespace
@@ -68,8 +73,7 @@ void PressShortcut(Program& program, const Shortcut& shortcut) {
     case KeyDeed::Help:
       return frmMain.Help();
     case KeyDeed::Quit:
-      return canBeWorked(frmMain.fraMainButtons) ? QuitApplication(program)
-                                                 : void();  // unsaved changes are asked about
+      return quit(program);
     case KeyDeed::RestoreWidths:
       return frmMain.mnuRestoreColWidth.Click();
     case KeyDeed::Save:

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "app/decisions/shortcuts.h"
 #include "app/shut_down.h"
 #include "options/decisions/button_style.h"
 #include "options/save_options.h"
@@ -204,6 +205,9 @@ TEST_F(OptionsPageOfTheProgram, EachSectionHasItsTitlePictureAndHelp) {
     page.tbrButtons[optionsHelpBar]["Help"].click();
   }
   EXPECT_THAT(platform.helpShown, ElementsAre(210, 220, 230, 240, 250, 260));
+  EXPECT_FALSE(page.lblTrayMenu.Visible);
+  page.TrayData.TrayDrawsMenu = true;
+  EXPECT_TRUE(page.lblTrayMenu.Visible) << "the tray's menu is not the program's to colour";
   page.chkQuickCheck.Value = std::int16_t{0};
   page.mnuTrayMenuColours.Click();
   EXPECT_EQ(page.TreeView.SelectedItem.get(), coloursSection) << "unsaved changes stay while the user looks at another";
@@ -343,7 +347,7 @@ TEST_F(OptionsPageOfTheProgram, AsksBeforeUnsavedChangesAreLost) {
   EXPECT_FALSE(page.tbrButtons[saveOptionsBar].Enabled);
   page.chkQuickCheck.Value = std::int16_t{1};
   platform.answers = {Answer::Cancel};
-  QuitApplication(program);
+  page.KeyPress({"Ctrl+Q", KeyDeed::Quit});
   EXPECT_TRUE(platform.hasQuit);
   EXPECT_EQ(program.options.QuickCheck, 0);
 }

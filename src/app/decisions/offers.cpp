@@ -26,7 +26,6 @@ constexpr Needs allSaved = 1ULL << 8U;
 constexpr Needs accountUnsaved = 1ULL << 9U;
 constexpr Needs rulesUnsaved = 1ULL << 10U;
 constexpr Needs optionsUnsaved = 1ULL << 11U;
-constexpr Needs toSave = 1ULL << 38U;   ///< options that differ from what is kept
 constexpr Needs message = 1ULL << 12U;  ///< one is selected
 constexpr Needs spam = 1ULL << 13U;
 constexpr Needs marks = 1ULL << 14U;
@@ -53,6 +52,7 @@ constexpr Needs sorting = 1ULL << 34U;
 constexpr Needs userColours = 1ULL << 35U;
 constexpr Needs noDefaultClient = 1ULL << 36U;
 constexpr Needs noDefaultSound = 1ULL << 37U;
+constexpr Needs toSave = 1ULL << 38U;  ///< options that differ from what is kept
 }  // namespace need
 
 struct Row {
