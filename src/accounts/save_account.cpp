@@ -70,7 +70,7 @@ void resetRow(Program& program, std::int16_t account) {
   static_cast<AccountState&>(row) = {};
   row.AcntStatusText = row.AcntName;
   row.AcntLastCheckText = "Not Checked";
-  row.AcntLastCheckTime = formatDateTime(program.platform.now(), "h:mm:ss AM/PM", program.platform.monthNames());
+  row.AcntLastCheckTime = formatDateTime(program.platform.now(), "h:mm:ss AM/PM", program.platform.dateNames());
 }
 
 }  // namespace

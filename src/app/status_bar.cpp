@@ -8,7 +8,7 @@ namespace {
 
 std::string tipOfPanel(const Program& program, int number, const std::string& text) {
   const DateTime now = program.platform.now();
-  const MonthNames& months = program.platform.monthNames();
+  const DateNames& months = program.platform.dateNames();
   switch (number) {
     case 2:
       return countTip(program.accounts[program.accounts.AcntCurrent], program.list.listCounts, text);
@@ -37,7 +37,7 @@ void RefreshAccountPanels(Program& program, std::int16_t account) {
 }
 
 void ShowClock(Program& program) {
-  program.frmMain.StatusBar.Panels(5).Text = clockText(program.platform.now(), program.platform.monthNames());
+  program.frmMain.StatusBar.Panels(5).Text = clockText(program.platform.now(), program.platform.dateNames());
 }
 
 void ShowPanelTip(Program& program, std::int32_t x, std::int32_t /*y*/) {

@@ -27,7 +27,7 @@ void noteCheckTime(Program& program, std::int16_t account) {
   program.accounts[account].AcntLastCheckTime = time;
   program.accounts[account].AcntLastCheckText = "Checked at: " + time;
   program.accounts[0].AcntLastCheckText =
-      "Checked: " + time + " on " + formatDateTime(now, "mmm d/yy", program.platform.monthNames());
+      "Checked: " + time + " on " + formatDateTime(now, "mmm d/yy", program.platform.dateNames());
 }
 
 /// One account from start to finish. The outcome is left in the account and on the screen.

@@ -48,7 +48,7 @@ void frmMessage_Load(Program& program) {
   SuspendAutoCheck(program, TimerAction::Suspend);
   program.frmMessage.AutoMessageOpen = true;
   window.Caption = program.AppTitle + ":  Auto Check - " +
-                   formatDateTime(program.platform.now(), "mmmm d, yyyy", program.platform.monthNames());
+                   formatDateTime(program.platform.now(), "mmmm d, yyyy", program.platform.dateNames());
   window.lblMsg.Caption = accountList(program.walk.AccountInfoText, program.walk.AccountInfoLines);
   window.LabelLines = accountListLines(program.walk.AccountInfoLines);
   startCountDown(program);

@@ -15,7 +15,7 @@ constexpr std::int16_t normalWindow = 1;
 void StartClient(Program& program, const std::string& path, std::int16_t windowState) {
   if (!isUsableFile(program.platform, path, ".exe")) {
     program.platform.MsgBox(clientError(program.AppTitle));
-  } else if (!program.platform.startProgram(path, windowState)) {
+  } else if (!program.platform.startProgram(path, windowState, {})) {
     program.platform.MsgBox(clientNotStarted(program.AppTitle, path));
   }
 }

@@ -25,7 +25,7 @@ void clearFindings(AccountState& state) {
 }
 
 /// Takes the texts out of the item: a mailbox is large enough to hold it once.
-void fillMessage(MailMessage& message, PopMessage& item, const MonthNames& months) {
+void fillMessage(MailMessage& message, PopMessage& item, const DateNames& months) {
   message.Size = sizeText(item.Size);
   message.From = cleanFrom(item.Mail.From);
   message.To = cleanTo(item.Mail.To);
@@ -34,7 +34,9 @@ void fillMessage(MailMessage& message, PopMessage& item, const MonthNames& month
   message.Raw = std::move(item.Mail.Raw);
   message.Body = std::move(item.Mail.Body);
   message.MsgID = std::move(item.Uid);
+  message.Sender = std::move(item.Mail.Sender);
   message.Attach = item.Mail.Attachments > 0;
+  message.Attached = std::move(item.Mail.Attached);
 }
 
 /// A message without sender, recipient and size did not come in whole. As cleaned recipients are never blank, this
@@ -47,7 +49,7 @@ void captureMessages(Program& program, std::int16_t account) {
   Accounts::Row& row = program.accounts[account];
   std::int16_t index = 0;
   for (MailMessage& message : messagesOf(program, account)) {
-    fillMessage(message, currentClient(program).Messages().Item(index++), program.platform.monthNames());
+    fillMessage(message, currentClient(program).Messages().Item(index++), program.platform.dateNames());
     if (isIncomplete(message)) row.AcntIncomplete = true;
   }
   if (row.AcntIncomplete) program.walk.IncompleteAccounts += row.AcntName + "\r\n";

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <chrono>
 #include <cstddef>
 #include <utility>
 
@@ -30,21 +31,29 @@ std::string_view nextToken(std::string_view pattern) {
 
 char letterOf(std::string_view token) { return ascii::lower(token.front()); }
 
-void appendMonth(std::string& text, const DateTime& moment, std::size_t width, const MonthNames& months) {
+void appendMonth(std::string& text, const DateTime& moment, std::size_t width, const DateNames& names) {
   const auto index = static_cast<std::size_t>(std::clamp(moment.month, 1, 12) - 1);
   if (width >= 3) {
-    text += width == 3 ? months.abbreviated[index] : months.full[index];
+    text += width == 3 ? names.abbreviated[index] : names.full[index];
   } else {
     appendDigits(text, moment.month, width);
   }
+}
+
+void appendDay(std::string& text, const DateTime& moment, std::size_t width, const DateNames& names) {
+  if (width < 3) return appendDigits(text, moment.day, width);
+  using namespace std::chrono;
+  const year_month_day date{year(moment.year), month(static_cast<unsigned>(moment.month)),
+                            day(static_cast<unsigned>(moment.day))};
+  text += names.weekdays.at(weekday(sys_days(date)).c_encoding());
 }
 
 int hourOfTwelve(int hour) { return hour % 12 == 0 ? 12 : hour % 12; }
 
 class PatternWriter {
  public:
-  PatternWriter(const DateTime& moment, bool ofTwelve, const MonthNames& months)
-      : moment_(moment), ofTwelve_(ofTwelve), months_(months) {}
+  PatternWriter(const DateTime& moment, bool ofTwelve, const DateNames& names)
+      : moment_(moment), ofTwelve_(ofTwelve), names_(names) {}
 
   void append(std::string& text, std::string_view token) {
     if (token.size() == 5 && token[2] == '/') {
@@ -54,10 +63,10 @@ class PatternWriter {
     const bool minutes = std::exchange(afterHour_, afterHour_ && token == ":");
     switch (letterOf(token)) {
       case 'd':
-        return appendDigits(text, moment_.day, token.size());
+        return appendDay(text, moment_, token.size(), names_);
       case 'm':
         return minutes ? appendDigits(text, moment_.minute, token.size())
-                       : appendMonth(text, moment_, token.size(), months_);
+                       : appendMonth(text, moment_, token.size(), names_);
       case 'y':
         return token.size() > 2 ? appendDigits(text, moment_.year, 4) : appendDigits(text, moment_.year % 100, 2);
       case 'h':
@@ -73,7 +82,7 @@ class PatternWriter {
  private:
   const DateTime& moment_;
   bool ofTwelve_;
-  const MonthNames& months_;
+  const DateNames& names_;
   bool afterHour_ = false;
 };
 
@@ -154,9 +163,9 @@ DateTime nextDay(DateTime moment) {
   return moment;
 }
 
-std::string formatDateTime(const DateTime& moment, std::string_view pattern, const MonthNames& months) {
+std::string formatDateTime(const DateTime& moment, std::string_view pattern, const DateNames& names) {
   const bool ofTwelve = pattern.find("AM/PM") != std::string_view::npos;
-  PatternWriter writer(moment, ofTwelve, months);
+  PatternWriter writer(moment, ofTwelve, names);
   std::string result;
   while (!pattern.empty()) {
     const auto token = nextToken(pattern);
@@ -180,6 +189,23 @@ std::optional<DateTime> parseGeneralDate(std::string_view text) {
     if (!takeTime(text, moment)) return std::nullopt;
     applyMarker(skipBlanks(text), moment.hour);
   }
+  return isValid(moment) ? std::optional(moment) : std::nullopt;
+}
+
+std::optional<DateTime> parseDisplayDate(std::string_view text, const DateNames& names) {
+  DateTime moment;
+  const auto name = std::ranges::find_if(names.abbreviated, [text](const std::string& each) {
+    return text.starts_with(each) && text.substr(each.size()).starts_with(' ');
+  });
+  if (name == names.abbreviated.end()) return std::nullopt;
+  moment.month = static_cast<int>(name - names.abbreviated.begin()) + 1;
+  text = skipBlanks(text.substr(name->size()));
+  const auto day = takeNumber(text);
+  const auto year = day && take(text, ',') ? takeNumber(text = skipBlanks(text)) : std::nullopt;
+  if (!year || !takeTime(text = skipBlanks(text), moment)) return std::nullopt;
+  moment.day = *day;
+  moment.year = *year;
+  applyMarker(skipBlanks(text), moment.hour);
   return isValid(moment) ? std::optional(moment) : std::nullopt;
 }
 

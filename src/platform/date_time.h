@@ -19,18 +19,19 @@ struct DateTime {
   auto operator<=>(const DateTime&) const = default;
 };
 
-/// The user's names of the months, January first.
-struct MonthNames {
+/// The user's names of the months, January first, and of the days of the week, Sunday first.
+struct DateNames {
   std::array<std::string, 12> abbreviated = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                              "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
   std::array<std::string, 12> full = {"January", "February", "March",     "April",   "May",      "June",
                                       "July",    "August",   "September", "October", "November", "December"};
+  std::array<std::string, 7> weekdays = {"Sunday", "Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday"};
 };
 
-/// Writes a moment by a pattern of these tokens, in either case: d dd day, m mm mmm mmmm month, yy yyyy year, h hh
-/// hour (of twelve where the pattern holds AM/PM), mm minutes where an hour stands before it, ss seconds, AM/PM. All
-/// else is copied.
-std::string formatDateTime(const DateTime& moment, std::string_view pattern, const MonthNames& months = {});
+/// Writes a moment by a pattern of these tokens, in either case: d dd day, dddd weekday, m mm mmm mmmm month, yy yyyy
+/// year, h hh hour (of twelve where the pattern holds AM/PM), mm minutes where an hour stands before it, ss seconds,
+/// AM/PM. All else is copied.
+std::string formatDateTime(const DateTime& moment, std::string_view pattern, const DateNames& months = {});
 
 /// The general date: "12/25/2026 9:34:56 PM", without the time at midnight.
 std::string generalDate(const DateTime& moment);
@@ -41,6 +42,9 @@ std::optional<DateTime> parseGeneralDate(std::string_view text);
 
 /// Reads "15/11/26 16:21": day, month and year of this century, then hour and minute. Nothing where it is no date.
 std::optional<DateTime> parseDayFirst(std::string_view text);
+
+/// Reads "Nov 15, 2026 04:22:05 PM" with the user's names of the months. Nothing where the text is no such date.
+std::optional<DateTime> parseDisplayDate(std::string_view text, const DateNames& names);
 
 /// The same time of the day after.
 DateTime nextDay(DateTime moment);

@@ -23,6 +23,9 @@ inline constexpr std::size_t raw = std::size_t{1} << 20U;
 inline constexpr std::size_t fields = 10'000;
 inline constexpr std::size_t parts = 10'000;
 
+/// Attachments of one message that are told of.
+inline constexpr std::size_t attached = 100;
+
 /// What stands in place of what was cut off. In a header it is a field, so that a saved message stays one.
 inline constexpr std::string_view bodyMark = "\r\n\r\n[The message goes on. Velmora keeps no more of it.]";
 inline constexpr std::string_view rawMark = "\r\nX-Velmora-Note: the header goes on, and no more of it is kept";

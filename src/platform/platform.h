@@ -2,12 +2,16 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include "platform/date_time.h"
+#include "platform/file_draft.h"
+#include "platform/mail_draft.h"
+#include "platform/printing.h"
 #include "platform/settings.h"
 
 namespace velmora {
@@ -38,6 +42,7 @@ struct FileQuestion {
   std::string filter;  ///< for each kind of file its description, "|", its pattern, "|"
   Purpose purpose = Purpose::Save;
   std::string start = {};  ///< of one to open: the file or the folder to begin at, blank for the program's own folder
+  bool forUser = false;    ///< one to save is begun where the user keeps such files, not in the program's own folder
 
   bool operator==(const FileQuestion&) const = default;
 };
@@ -54,7 +59,7 @@ class Platform {
   virtual std::string applicationTitle() const = 0;
 
   virtual DateTime now() const = 0;
-  virtual const MonthNames& monthNames() const = 0;
+  virtual const DateNames& dateNames() const = 0;
 
   virtual SettingsStore& settings() = 0;
 
@@ -93,8 +98,9 @@ class Platform {
   virtual void provideLaunchers() = 0;
 
   /// Starts a program, or the application that a launcher leads to, in a window of this state where the system lets it
-  /// be told (1 normal, 3 maximized). Returns whether it could be started.
-  virtual bool startProgram(const std::string& path, std::int16_t windowState) = 0;
+  /// be told (1 normal, 3 maximized), with an address as its argument unless that is blank. Returns whether it could be
+  /// started.
+  virtual bool startProgram(const std::string& path, std::int16_t windowState, const std::string& address) = 0;
 
   /// Plays a .wav file to its end, or half a minute of it, while the event loop turns; a later call ends an earlier
   /// one. Returns whether anything could be heard.
@@ -103,7 +109,7 @@ class Platform {
   /// Ends the sound that is on, if one is.
   virtual void stopSound() = 0;
 
-  /// Opens a file or an address with the program that the desktop has for it. Returns whether there is one.
+  /// Opens a file or an address with the program that the desktop has for it. Returns whether one could be started.
   virtual bool open(const std::string& target) = 0;
 
   /// Writes a file that its owner alone can read, or replaces one as a whole. Returns whether that succeeded; what was
@@ -127,7 +133,20 @@ class Platform {
   /// A plain file stands at this path.
   virtual bool fileExists(const std::string& path) const = 0;
 
-  /// Removes a file of the program's own temporary folder, if it is there.
+  /// Has the desktop's portal for mail show a message to be written on, where there is such a portal. Returns at once;
+  /// the answer comes later, out of the event loop, and not at all once the program is ending.
+  virtual void composeThroughPortal(const MailDraft& draft, std::function<void(PortalAnswer)> answered) = 0;
+
+  /// Begins to print on the user's default printer, without asking him. Never null.
+  virtual std::unique_ptr<PrintJob> startPrinting() = 0;
+
+  /// Begins a file; nothing where that can't be done.
+  virtual std::unique_ptr<FileDraft> startFile(const std::string& path) = 0;
+
+  /// The path of a file in the program's own temporary folder, where it may be laid for other programs.
+  virtual std::string temporaryFile(std::string_view name) const = 0;
+
+  /// Removes a file of that folder, if it is there.
   virtual void deleteTemporaryFile(std::string_view name) = 0;
 
   virtual std::shared_ptr<PopClient> makePopClient() = 0;

@@ -207,7 +207,7 @@ TEST_P(SimulatedWeeks, GoAsTheyAreWrittenDown) {
     if (checks() == before) continue;
     ASSERT_EQ(checks(), before + 1);
     if (now - last != std::chrono::minutes(stretch.options.IntervalMinutes()) && now - last != 1s)
-      odd.push_back(formatDateTime(platform.clock, "dd hh:mm:ss", platform.monthNames()));
+      odd.push_back(formatDateTime(platform.clock, "dd hh:mm:ss", platform.dateNames()));
     last = now;
   }
   EXPECT_EQ(jump, stretch.jumps.end()) << stretch.what;

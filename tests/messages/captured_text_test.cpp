@@ -22,7 +22,7 @@ TEST(CapturedText, CleansSendersAndRecipients) {
 }
 
 TEST(CapturedText, LongDatesLoseTheirMarker) {
-  const MonthNames english;
+  const DateNames english;
   const std::pair<DateTime, const char*> cases[] = {
       {{2026, 11, 15, 16, 22, 5}, "Nov 15, 2026 04:22:05 PM"},
       {{2026, 12, 25, 22, 34, 56}, "Dec 25, 2026 10:34:56 AM"},

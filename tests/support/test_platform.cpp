@@ -50,6 +50,14 @@ class PlainReader : public MailReader {
     return mail;
   }
 
+  /// Of one word each: "Attachments: 1" has one that holds its body.
+  std::optional<std::string> attachment(std::string_view message, std::size_t place,
+                                        const Pause& /*pause*/) const override {
+    const ReadMail mail = read(message, {}, [] {});
+    if (place >= static_cast<std::size_t>(mail.Attachments)) return std::nullopt;
+    return mail.Body;
+  }
+
   std::string fingerprint(std::string_view bytes) const override {
     return std::to_string(std::hash<std::string_view>()(bytes));
   }
@@ -62,6 +70,38 @@ class PlainReader : public MailReader {
     const auto begin = at + name.size() + 4;
     return lines.substr(begin, lines.find("\r\n", begin) - begin);
   }
+};
+
+/// Stands where the test says.
+class ScriptedPrintJob : public PrintJob {
+ public:
+  explicit ScriptedPrintJob(TestPlatform& platform) : platform_(platform) { ++platform_.printJobs; }
+  ~ScriptedPrintJob() override { --platform_.printJobs; }
+  ScriptedPrintJob(const ScriptedPrintJob&) = delete;
+  ScriptedPrintJob& operator=(const ScriptedPrintJob&) = delete;
+
+  const PrintState& goOn() override { return platform_.printState; }
+  void print(PrintText text) override { platform_.printed.push_back(std::move(text)); }
+
+ private:
+  TestPlatform& platform_;
+};
+
+/// Lays the file among those that were written once it is kept.
+class MemoryDraft : public FileDraft {
+ public:
+  MemoryDraft(TestPlatform& platform, std::string path) : platform_(platform), path_(std::move(path)) {}
+
+  bool write(std::string_view bytes) override {
+    content_ += bytes;
+    return platform_.canWriteFiles;
+  }
+  bool keep() override { return platform_.writeFile(path_, content_); }
+
+ private:
+  TestPlatform& platform_;
+  std::string path_;
+  std::string content_;
 };
 
 std::string path(std::string_view section, std::string_view key) {
@@ -125,6 +165,12 @@ void TestPlatform::yield() {
 std::shared_ptr<PopClient> TestPlatform::makePopClient() {
   return std::make_shared<PopClient>(
       PopClient::Surroundings{makeTransport, *reader, [this] { return clock; }, habits_});
+}
+
+std::unique_ptr<PrintJob> TestPlatform::startPrinting() { return std::make_unique<ScriptedPrintJob>(*this); }
+
+std::unique_ptr<FileDraft> TestPlatform::startFile(const std::string& path) {
+  return std::make_unique<MemoryDraft>(*this, path);
 }
 
 }  // namespace velmora::test

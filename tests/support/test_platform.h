@@ -65,6 +65,11 @@ class TestPlatform : public Platform {
   bool canHear = true;
   int soundsStopped = 0;
   std::vector<std::string> deletedFiles;
+  std::vector<MailDraft> composed;                              ///< that were given to the portal
+  std::optional<PortalAnswer> portal = PortalAnswer::NotThere;  ///< what it answers at once, if it does
+  PrintState printState;                                        ///< where every print job stands
+  std::vector<PrintText> printed;
+  int printJobs = 0;  ///< that are there now
   std::vector<int> helpShown;
   std::vector<std::string> started;  ///< path and window state
   bool canStartPrograms = true;
@@ -76,7 +81,7 @@ class TestPlatform : public Platform {
 
   std::string applicationTitle() const override { return "Velmora"; }
   DateTime now() const override { return clock; }
-  const MonthNames& monthNames() const override { return months_; }
+  const DateNames& dateNames() const override { return months_; }
   SettingsStore& settings() override { return *store; }
   Answer MsgBox(const Question& question) override;
   std::optional<std::string> askForFile(const FileQuestion& question) override {
@@ -96,8 +101,8 @@ class TestPlatform : public Platform {
   void ClearRunAtStartUp() override { ++logonEntriesRemoved; }
   void showHelp(int context) override { helpShown.push_back(context); }
   void provideLaunchers() override { ++launchersProvided; }
-  bool startProgram(const std::string& path, std::int16_t windowState) override {
-    started.push_back(path + " " + std::to_string(windowState));
+  bool startProgram(const std::string& path, std::int16_t windowState, const std::string& address) override {
+    started.push_back(path + " " + std::to_string(windowState) + (address.empty() ? "" : " " + address));
     return canStartPrograms;
   }
   bool playSound(const std::string& path) override {
@@ -122,11 +127,18 @@ class TestPlatform : public Platform {
   std::string soundFile(std::string_view name) const override { return "/home/Sounds/" + std::string(name); }
   std::string installedFile(std::string_view name) const override { return "/share/" + std::string(name); }
   bool fileExists(const std::string& path) const override { return files.contains(path) || written.contains(path); }
+  void composeThroughPortal(const MailDraft& draft, std::function<void(PortalAnswer)> answered) override {
+    composed.push_back(draft);
+    if (portal) answered(*portal);
+  }
+  std::unique_ptr<PrintJob> startPrinting() override;
+  std::unique_ptr<FileDraft> startFile(const std::string& path) override;
+  std::string temporaryFile(std::string_view name) const override { return "/temporary/" + std::string(name); }
   void deleteTemporaryFile(std::string_view name) override { deletedFiles.emplace_back(name); }
   std::shared_ptr<PopClient> makePopClient() override;
 
  private:
-  MonthNames months_;
+  DateNames months_;
   ServerHabits habits_;
 };
 

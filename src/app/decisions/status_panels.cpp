@@ -43,7 +43,7 @@ CountPanel countPanel(const Accounts::Row& account, const AttachmentCounts& list
   return holdsNoCount(account) ? CountPanel{} : shown(account.AcntMsgCount, "Normal");
 }
 
-std::string clockText(const DateTime& now, const MonthNames& months) {
+std::string clockText(const DateTime& now, const DateNames& months) {
   return formatDateTime(now, "mmm d/yy h:mm AM/PM", months);
 }
 
@@ -58,14 +58,14 @@ std::string countTip(const Accounts::Row& account, const AttachmentCounts& list,
   return text + (account.AcntMsgCount == 1 ? " Message" : " Messages");
 }
 
-std::string lastCheckTip(const std::string& text, const DateTime& now, const MonthNames& months) {
+std::string lastCheckTip(const std::string& text, const DateTime& now, const DateNames& months) {
   constexpr std::string_view checkedAt = "Checked at:";
   if (!text.starts_with(checkedAt)) return text;
   const auto moment = parseGeneralDate(formatDateTime(now, "m/d/yyyy") + text.substr(checkedAt.size()));
   return moment ? "Last Check: " + formatDateTime(*moment, momentPattern, months) : text;
 }
 
-std::string nextCheckTip(const std::string& text, std::string nextCheckTime, const MonthNames& months) {
+std::string nextCheckTip(const std::string& text, std::string nextCheckTime, const DateNames& months) {
   if (text.starts_with("Retrieving")) return text;
   if (!text.starts_with("Auto Check at")) return "Auto Check is Off";
   std::replace(nextCheckTime.begin(), nextCheckTime.end(), '-', ' ');
@@ -73,7 +73,7 @@ std::string nextCheckTip(const std::string& text, std::string nextCheckTime, con
   return moment ? "Next Auto Check: " + formatDateTime(*moment, momentPattern, months) : text;
 }
 
-std::string clockTip(const DateTime& now, const MonthNames& months) {
+std::string clockTip(const DateTime& now, const DateNames& months) {
   return "Current: " + formatDateTime(now, "mmmm dd, yyyy h:mm AM/PM", months);
 }
 

@@ -24,7 +24,7 @@ struct CountPanel {
 CountPanel countPanel(const Accounts::Row& account, const AttachmentCounts& list);
 
 /// "Nov 15/26 4:21 PM"
-std::string clockText(const DateTime& now, const MonthNames& months);
+std::string clockText(const DateTime& now, const DateNames& months);
 
 // What the tips of the panels say, each built from the text that its panel shows.
 
@@ -32,12 +32,12 @@ std::string clockText(const DateTime& now, const MonthNames& months);
 std::string countTip(const Accounts::Row& account, const AttachmentCounts& list, const std::string& text);
 
 /// Panel 3: the moment of the last check. The panel knows its time only, so the day is always today's.
-std::string lastCheckTip(const std::string& text, const DateTime& now, const MonthNames& months);
+std::string lastCheckTip(const std::string& text, const DateTime& now, const DateNames& months);
 
 /// Panel 4: the moment of the next check, which `nextCheckTime` holds as "15/11/26-16:21".
-std::string nextCheckTip(const std::string& text, std::string nextCheckTime, const MonthNames& months);
+std::string nextCheckTip(const std::string& text, std::string nextCheckTime, const DateNames& months);
 
 /// Panel 5: the present moment.
-std::string clockTip(const DateTime& now, const MonthNames& months);
+std::string clockTip(const DateTime& now, const DateNames& months);
 
 }  // namespace velmora

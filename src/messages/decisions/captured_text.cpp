@@ -20,7 +20,7 @@ std::string cleanTo(std::string_view to) {
   return cleaned.empty() ? "Undisclosed-Recipient" : cleaned;
 }
 
-std::string displayDate(std::string_view generalDate, const MonthNames& months) {
+std::string displayDate(std::string_view generalDate, const DateNames& months) {
   constexpr char firstWeekdayLetter = 'F';
   constexpr std::size_t weekdayPrefix = 5;
   constexpr std::size_t kept = 20;

@@ -21,7 +21,7 @@ std::string cleanTo(std::string_view to);
 /// A general date, with or without a weekday of three letters before it ("Sun, "), as the list shows it: "Nov 15, 2026
 /// 04:22:05 PM". Only its first 20 characters count, so that a long one loses its marker and reads as a morning time;
 /// this is how dates have always been shown. A text that is no date stays as it is.
-std::string displayDate(std::string_view generalDate, const MonthNames& months);
+std::string displayDate(std::string_view generalDate, const DateNames& months);
 
 /// For each identifier, whether it is new: not among those of the previous pass. `previous` holds the rows that count.
 std::vector<bool> newFlags(const std::vector<std::string_view>& present, const std::vector<std::string_view>& previous);

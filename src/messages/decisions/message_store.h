@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/mail_reader.h"
+
 namespace velmora {
 
 /// One message as the program shows it. `Date` and `Size` are display texts; `Size` counts whole kilobytes of 1000
@@ -20,11 +22,13 @@ struct MailMessage {
   std::string MsgID;
   std::string PrevMsgID;  ///< the MsgID that stood at this number when the account's previous pass ended
   std::string Raw;        ///< the header, as it came
+  std::string Sender;     ///< the bare address that an answer goes to, blank where it can't be told
   std::string MarkedBy;   ///< the rule that has set Delete or Spam, by its name
   bool New = false;
   bool Delete = false;
   bool Spam = false;
   bool Attach = false;
+  std::vector<Attachment> Attached;  ///< the first of what is attached
 };
 
 /// The messages of all accounts, addressed by account number and message number from 1. Lives in memory only. Cells

@@ -93,7 +93,14 @@ ReadMail GmimeReader::read(std::string_view message, const DateTime& now, const 
           .Date = date(reading, fields, now),
           .Raw = rawOf(entity.Header),
           .Body = std::move(content.Body),
-          .Attachments = content.Attachments};
+          .Sender = {},
+          .Attachments = content.Attachments,
+          .Attached = {}};
+}
+
+std::optional<std::string> GmimeReader::attachment(std::string_view /*message*/, std::size_t /*place*/,
+                                                   const Pause& /*pause*/) const {
+  return std::nullopt;
 }
 
 std::string GmimeReader::fingerprint(std::string_view bytes) const {

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -25,6 +26,7 @@ class GmimeReader : public MailReader {
   GmimeReader& operator=(const GmimeReader&) = delete;
 
   ReadMail read(std::string_view message, const DateTime& now, const Pause& pause) const override;
+  std::optional<std::string> attachment(std::string_view message, std::size_t place, const Pause& pause) const override;
   std::string fingerprint(std::string_view bytes) const override;
 
  private:

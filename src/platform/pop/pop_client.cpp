@@ -25,6 +25,7 @@ class PopClient::Implementation {
   void connect();
   void fetchAll();
   void listMessages(PopMessages::Identifiers wanted);
+  void fetchOriginal(std::int16_t index, const PopMessages::Take& take);
   void disconnect();
 
   std::int16_t count() const { return text::toInt16(count_); }
@@ -168,6 +169,10 @@ void PopClient::Implementation::fetchAll() {
   });
 }
 
+void PopClient::Implementation::fetchOriginal(std::int16_t /*index*/, const PopMessages::Take& /*take*/) {
+  throw PopFailure(pop_failure::messageRefused, "");
+}
+
 void PopClient::Implementation::listMessages(PopMessages::Identifiers wanted) {
   run([this, wanted] {
     requireConnected();
@@ -243,6 +248,9 @@ void PopClient::Implementation::remember(const PopFailure& failure) {
 std::int16_t PopMessages::Count() const { return client_.implementation_->count(); }
 PopMessage& PopMessages::Item(std::int16_t index) { return client_.implementation_->item(index); }
 void PopMessages::FetchAll() { client_.implementation_->fetchAll(); }
+void PopMessages::FetchOriginal(std::int16_t index, const Take& take) {
+  client_.implementation_->fetchOriginal(index, take);
+}
 void PopMessages::ListMessages(Identifiers wanted) { client_.implementation_->listMessages(wanted); }
 
 PopClient::PopClient(const Surroundings& surroundings)

@@ -6,6 +6,7 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/date_time.h"
@@ -78,6 +79,14 @@ class PopMessages {
   /// every message, unless the caller wants only what is listed. Blocks while the event loop turns. Throws PopFailure.
   enum class Identifiers { All, Listed };
   void ListMessages(Identifiers wanted = Identifiers::All);
+
+  /// Takes the next bytes of a message; false ends it.
+  using Take = std::function<bool(std::string_view bytes)>;
+
+  /// Hands out one message, however long, exactly as the server has it, piece by piece. To be called after
+  /// ListMessages. Tells the progress as FetchAll does. Blocks while the event loop turns. Throws PopFailure, also
+  /// where `take` wants no more: what came then is of no use. Nothing is tried a second time.
+  void FetchOriginal(std::int16_t index, const Take& take);
 
  private:
   PopClient& client_;

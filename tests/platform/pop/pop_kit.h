@@ -25,6 +25,10 @@ class PlainReader : public MailReader {
     mail.Body = message;
     return mail;
   }
+  std::optional<std::string> attachment(std::string_view /*message*/, std::size_t /*place*/,
+                                        const Pause& /*pause*/) const override {
+    return std::nullopt;
+  }
   std::string fingerprint(std::string_view bytes) const override {
     return std::to_string(std::hash<std::string_view>()(bytes));
   }

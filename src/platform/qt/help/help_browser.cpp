@@ -1,6 +1,6 @@
 #include "platform/qt/help/help_browser.h"
+#include "platform/qt/services/desktop_applications.h"
 
-#include <QDesktopServices>
 #include <QDir>
 #include <QEvent>
 #include <QImageReader>
@@ -85,7 +85,7 @@ int HelpBrowser::numberOf(const QUrl& url) const {
 
 void HelpBrowser::follow(const QUrl& link) {
   if (link.scheme() == "https" || link.scheme() == "mailto") {
-    QDesktopServices::openUrl(link);
+    openWithApplication(link.toString(QUrl::FullyEncoded));
   } else {
     setSource(link);
   }

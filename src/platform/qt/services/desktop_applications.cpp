@@ -7,8 +7,12 @@
 
 #include <QFile>
 #include <memory>
+#include <vector>
 
 #include "platform/mime/glib_ptr.h"
+#else
+#include <QDesktopServices>
+#include <QUrl>
 #endif
 
 namespace velmora {
@@ -21,6 +25,10 @@ struct ListDeleter {
   void operator()(GList* list) const { g_list_free_full(list, g_object_unref); }
 };
 
+struct ShallowDeleter {
+  void operator()(GList* list) const { g_list_free(list); }
+};
+
 using ApplicationPtr = mime::ObjectPtr<GDesktopAppInfo>;
 
 /// A hidden entry is a deleted one.
@@ -28,6 +36,19 @@ ApplicationPtr applicationOf(const QString& entry) {
   ApplicationPtr application(g_desktop_app_info_new_from_filename(QFile::encodeName(entry).constData()));
   if (application && g_desktop_app_info_get_is_hidden(application.get()) != FALSE) application.reset();
   return application;
+}
+
+bool start(GDesktopAppInfo& application, const QStringList& addresses, qint64& process) {
+  std::vector<QByteArray> texts;
+  for (const QString& address : addresses) texts.push_back(address.toUtf8());
+  GList* list = nullptr;
+  for (QByteArray& text : texts) list = g_list_append(list, text.data());
+  const std::unique_ptr<GList, ShallowDeleter> uris(list);
+  // What ends the program's own session, such as Ctrl+C in its terminal, must not end the application.
+  const auto leaveSession = [](gpointer) { setsid(); };
+  const auto keepNumber = [](GDesktopAppInfo*, GPid number, gpointer kept) { *static_cast<qint64*>(kept) = number; };
+  return g_desktop_app_info_launch_uris_as_manager(&application, uris.get(), nullptr, G_SPAWN_SEARCH_PATH, leaveSession,
+                                                   nullptr, keepNumber, &process, nullptr) != FALSE;
 }
 
 }  // namespace
@@ -44,14 +65,17 @@ std::map<QString, QString> mailApplications() {
   return entries;
 }
 
-bool startApplication(const QString& entry, qint64& process) {
+bool startApplication(const QString& entry, const QStringList& addresses, qint64& process) {
   const ApplicationPtr application = applicationOf(entry);
-  if (!application) return false;
-  // What ends the program's own session, such as Ctrl+C in its terminal, must not end the application.
-  const auto leaveSession = [](gpointer) { setsid(); };
-  const auto keepNumber = [](GDesktopAppInfo*, GPid number, gpointer kept) { *static_cast<qint64*>(kept) = number; };
-  return g_desktop_app_info_launch_uris_as_manager(application.get(), nullptr, nullptr, G_SPAWN_SEARCH_PATH,
-                                                   leaveSession, nullptr, keepNumber, &process, nullptr) != FALSE;
+  return application && start(*application, addresses, process);
+}
+
+bool openWithApplication(const QString& address) {
+  const QByteArray text = address.toUtf8();
+  const mime::ObjectPtr<GFile> file(g_file_new_for_uri(text.constData()));
+  const mime::ObjectPtr<GAppInfo> application(g_file_query_default_handler(file.get(), nullptr, nullptr));
+  qint64 process = 0;
+  return G_IS_DESKTOP_APP_INFO(application.get()) && start(*G_DESKTOP_APP_INFO(application.get()), {address}, process);
 }
 
 QStringList applicationPictures(const QString& entry) {
@@ -73,7 +97,9 @@ QStringList applicationPictures(const QString& entry) {
 
 std::map<QString, QString> mailApplications() { return {}; }
 
-bool startApplication(const QString& /*entry*/, qint64& /*process*/) { return false; }
+bool startApplication(const QString& /*entry*/, const QStringList& /*addresses*/, qint64& /*process*/) { return false; }
+
+bool openWithApplication(const QString& address) { return QDesktopServices::openUrl(QUrl(address)); }
 
 QStringList applicationPictures(const QString& /*entry*/) { return {}; }
 

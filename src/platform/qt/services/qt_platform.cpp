@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QColorDialog>
 #include <QDateTime>
-#include <QDesktopServices>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
@@ -20,7 +19,9 @@
 #include "platform/qt/services/core_dumps.h"
 #include "platform/qt/services/desktop_applications.h"
 #include "platform/qt/services/file_dialogs.h"
+#include "platform/qt/services/mail_portal.h"
 #include "platform/qt/services/maximise.h"
+#include "platform/qt/services/print_job.h"
 #include "platform/qt/services/private_files.h"
 #include "platform/qt/services/qt_transport.h"
 #include "platform/qt/services/run_at_logon.h"
@@ -34,13 +35,17 @@ namespace velmora {
 
 namespace {
 
-MonthNames userMonthNames() {
-  MonthNames names;
+DateNames userDateNames() {
+  DateNames names;
   const QLocale locale;
   for (int month = 1; month <= 12; ++month) {
     const auto index = static_cast<std::size_t>(month - 1);
     names.abbreviated.at(index) = utf8(locale.monthName(month, QLocale::ShortFormat));
     names.full.at(index) = utf8(locale.monthName(month, QLocale::LongFormat));
+  }
+  // Qt counts the days of the week from 1 for Monday.
+  for (int day = 0; day < 7; ++day) {
+    names.weekdays.at(static_cast<std::size_t>(day)) = utf8(locale.dayName(day == 0 ? 7 : day, QLocale::LongFormat));
   }
   return names;
 }
@@ -57,7 +62,9 @@ QString ownFolder(QStandardPaths::StandardLocation kind) {
 QString temporaryFolder() {
   const QString systemRoot = qEnvironmentVariable("systemroot");
   if (!systemRoot.isEmpty()) return systemRoot + "/Temp";
-  return ownFolder(QStandardPaths::CacheLocation) + "/temporary";
+  const QString folder = ownFolder(QStandardPaths::CacheLocation) + "/temporary";
+  makePrivateFolder(folder);
+  return folder;
 }
 
 /// Where every dialog for a file begins.
@@ -110,7 +117,7 @@ void keepInFront(QDialog& dialog) {
 
 }  // namespace
 
-QtPlatform::QtPlatform(const MailReader& reader) : reader_(reader), monthNames_(userMonthNames()) {}
+QtPlatform::QtPlatform(const MailReader& reader) : reader_(reader), dateNames_(userDateNames()) {}
 
 std::string QtPlatform::applicationTitle() const {
   return utf8(QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName());
@@ -194,13 +201,14 @@ void QtPlatform::showHelp(int context) {
 
 void QtPlatform::provideLaunchers() { layLaunchers(programFolder() + "/Clients"); }
 
-bool QtPlatform::startProgram(const std::string& path, std::int16_t windowState) {
+bool QtPlatform::startProgram(const std::string& path, std::int16_t windowState, const std::string& address) {
   constexpr std::int16_t maximized = 3;
   const QString entry = entryBehind(qt(path));
+  const QStringList arguments = address.empty() ? QStringList() : QStringList(qt(address));
   qint64 process = 0;
   const bool started = withFormerDumpLimit([&] {
-    return entry.isEmpty() ? QProcess::startDetached(QFileInfo(qt(path)).absoluteFilePath(), {}, {}, &process)
-                           : startApplication(entry, process);
+    return entry.isEmpty() ? QProcess::startDetached(QFileInfo(qt(path)).absoluteFilePath(), arguments, {}, &process)
+                           : startApplication(entry, arguments, process);
   });
   if (process != 0 && windowState == maximized) maximiseWindowOf(process);
   return started;
@@ -214,7 +222,8 @@ bool QtPlatform::open(const std::string& target) {
   const QString text = qt(target);
   const bool isFile = QFileInfo(text).isAbsolute();
   // "mailto: someone" is an address with a blank that belongs to none.
-  return QDesktopServices::openUrl(isFile ? QUrl::fromLocalFile(text) : QUrl(QString(text).remove(' ')));
+  const QString address = isFile ? QUrl::fromLocalFile(text).toString(QUrl::FullyEncoded) : QString(text).remove(' ');
+  return withFormerDumpLimit([&] { return openWithApplication(address); });
 }
 
 bool QtPlatform::writeFile(const std::string& path, std::string_view content) {
@@ -239,7 +248,19 @@ std::string QtPlatform::installedFile(std::string_view name) const {
 
 bool QtPlatform::fileExists(const std::string& path) const { return QFileInfo(qt(path)).isFile(); }
 
-void QtPlatform::deleteTemporaryFile(std::string_view name) { QFile::remove(temporaryFolder() + '/' + qt(name)); }
+void QtPlatform::composeThroughPortal(const MailDraft& draft, std::function<void(PortalAnswer)> answered) {
+  composeThroughMailPortal(draft, [this, answered = std::move(answered)](PortalAnswer answer) {
+    if (!quitting_) answered(answer);
+  });
+}
+
+std::unique_ptr<PrintJob> QtPlatform::startPrinting() { return makePrintJob(); }
+
+std::unique_ptr<FileDraft> QtPlatform::startFile(const std::string& path) { return draftOf(qt(path)); }
+
+std::string QtPlatform::temporaryFile(std::string_view name) const { return utf8(temporaryFolder() + '/' + qt(name)); }
+
+void QtPlatform::deleteTemporaryFile(std::string_view name) { QFile::remove(qt(temporaryFile(name))); }
 
 std::shared_ptr<PopClient> QtPlatform::makePopClient() {
   return std::make_shared<PopClient>(

@@ -30,7 +30,7 @@ class QtPlatform : public Platform {
 
   std::string applicationTitle() const override;
   DateTime now() const override;
-  const MonthNames& monthNames() const override { return monthNames_; }
+  const DateNames& dateNames() const override { return dateNames_; }
   SettingsStore& settings() override { return settingsFile(); }
   Answer MsgBox(const Question& question) override;
   std::optional<std::string> askForFile(const FileQuestion& question) override;
@@ -42,7 +42,7 @@ class QtPlatform : public Platform {
   void ClearRunAtStartUp() override;
   void showHelp(int context) override;
   void provideLaunchers() override;
-  bool startProgram(const std::string& path, std::int16_t windowState) override;
+  bool startProgram(const std::string& path, std::int16_t windowState, const std::string& address) override;
   bool playSound(const std::string& path) override;
   void stopSound() override;
   bool open(const std::string& target) override;
@@ -52,6 +52,10 @@ class QtPlatform : public Platform {
   std::string soundFile(std::string_view name) const override;
   std::string installedFile(std::string_view name) const override;
   bool fileExists(const std::string& path) const override;
+  void composeThroughPortal(const MailDraft& draft, std::function<void(PortalAnswer)> answered) override;
+  std::unique_ptr<PrintJob> startPrinting() override;
+  std::unique_ptr<FileDraft> startFile(const std::string& path) override;
+  std::string temporaryFile(std::string_view name) const override;
   void deleteTemporaryFile(std::string_view name) override;
   std::shared_ptr<PopClient> makePopClient() override;
 
@@ -59,7 +63,7 @@ class QtPlatform : public Platform {
   const MailReader& reader_;
   std::optional<QLockFile> instanceLock_;  ///< outlives the settings that it guards
   std::unique_ptr<QtSettings> settings_;
-  MonthNames monthNames_;
+  DateNames dateNames_;
   ServerHabits serverHabits_;
   std::unique_ptr<HelpWindow> help_;
   SoundPlayer soundPlayer_;
