@@ -46,6 +46,7 @@ Situation situationOf(const Program& program) {
           .page = program.CurrentPage,
           .accounts = program.accounts.AcntNum(),
           .account = program.accounts.AcntCurrent,
+          .printing = isPrinting(program),
           .messageSelected = program.list.MessageSelected,
           .spamListed = program.list.SpamListed,
           .marksReported = program.frmRuleReport.CanDelete,
@@ -70,6 +71,7 @@ void setEmailPage(EmailPage& page, const Offers& on) {
   page.mnuEmailDelete.Enabled = on[Offer::MenuDelete];
   page.mnuEmailReply.Enabled = on[Offer::MenuReply];
   page.mnuEmailOpen.Enabled = on[Offer::MenuOpen];
+  page.mnuEmailSaveOriginal.Enabled = on[Offer::MenuSaveOriginal];
 }
 
 void setAccountsPage(AccountsPage& page, const Offers& on) {
@@ -172,9 +174,12 @@ void setTray(Tray& tray, const Offers& on) {
   tray.mnuTrayHelp.Enabled = on[Offer::TrayHelp];
 }
 
-void setPreview(Toolbar& buttons, const Offers& on) {
+void setPreview(PreviewWindow& window, const Offers& on) {
+  Toolbar& buttons = window.tbrButtons;
   buttons.Enabled = on[Offer::PreviewTools];
   buttons["Save"].Enabled = on[Offer::PreviewSave];
+  buttons["Save Original"].Enabled = on[Offer::PreviewSaveOriginal];
+  window.tbrAttachments["SaveAttachment"].Enabled = on[Offer::PreviewSaveAttachment];
   buttons["Print"].Enabled = on[Offer::PreviewPrint];
   buttons["Delete"].Enabled = on[Offer::PreviewDelete];
   buttons["Reply"].Enabled = on[Offer::PreviewReply];
@@ -196,7 +201,7 @@ void SetInterfaceState(Program& program) {
   setOptionsPage(frmMain, on);
   setSmallButtons(frmMain.tbrButtons, on);
   setTray(frmMain, on);
-  setPreview(program.frmPreview.tbrButtons, on);
+  setPreview(program.frmPreview, on);
   program.frmRuleReport.tbrRuleReport["DeleteNow"].Enabled = on[Offer::ReportDelete];
 }
 

@@ -1,7 +1,6 @@
 #include "app/press_shortcut.h"
 
-#include <array>
-#include <span>
+#include <vector>
 
 #include "app/decisions/shortcuts.h"
 #include "app/program.h"
@@ -13,8 +12,49 @@ namespace {
 
 bool canBeWorked(const Frame& frame) { return frame.Visible && frame.Enabled; }
 
-void press(Toolbar& bar, const char* button, const Frame& frame) {
-  if (canBeWorked(frame)) bar[button].click();
+/// A button that keys press where its page shows, and where the part of the window that it stands in is on.
+struct PressedButton {
+  std::int16_t page;
+  Button& button;
+  const Frame* part = nullptr;
+};
+
+std::vector<PressedButton> buttonsOf(MainWindow& frmMain, const Shortcut& shortcut) {
+  switch (shortcut.deed) {
+    case KeyDeed::Add:
+      return {{emailPage, frmMain.tbrEmail["EmailNew"], &frmMain.fraEmailToolBar},
+              {accountsPage, frmMain.tbrAcnts["AcntAdd"]},
+              {rulesPage, frmMain.tbrRules["RulesAdd"]}};
+    case KeyDeed::CheckAll:
+      return {{anyPage, frmMain.tbrButtons[checkAllBar]["CheckAll"]}};
+    case KeyDeed::PressEmail:
+      return {{shortcut.page, frmMain.tbrEmail[shortcut.button], &frmMain.fraEmailToolBar}};
+    case KeyDeed::Save:
+      return {{accountsPage, frmMain.tbrButtons[saveAccountBar]["SaveAccount"]},
+              {rulesPage, frmMain.tbrButtons[saveRulesBar]["SaveRules"]},
+              {optionsPage, frmMain.tbrButtons[saveOptionsBar]["SaveOptions"]}};
+    case KeyDeed::ShowPage:
+      return {{anyPage, frmMain.tbrMainButtons[PageBanners.at(static_cast<std::size_t>(shortcut.number))],
+               &frmMain.fraMainButtons}};
+    case KeyDeed::TestAccount:
+      return {{shortcut.page, frmMain.tbrAcnts["AcntTest"]}};
+    default:
+      return {};
+  }
+}
+
+bool isShowing(const MainWindow& frmMain, std::int16_t page) {
+  return page == anyPage || canBeWorked(frmMain.fraMain.at(static_cast<std::size_t>(page)));
+}
+
+void pressButton(MainWindow& frmMain, const Shortcut& shortcut) {
+  for (const auto& [page, button, part] : buttonsOf(frmMain, shortcut)) {
+    if (isShowing(frmMain, page) && (part == nullptr || canBeWorked(*part))) return button.click();
+  }
+}
+
+void chooseEntry(const MenuEntry& entry) {
+  if (entry.Enabled) entry.Click();
 }
 
 void giveUp(MainWindow& frmMain) {
@@ -26,28 +66,6 @@ void giveUp(MainWindow& frmMain) {
   if (ended.check) stop["StopRetrieval"].click();
 }
 
-/// A button that the same keys press on each page that has one.
-struct ButtonOfPage {
-  std::int16_t page;
-  Button& button;
-};
-
-std::array<ButtonOfPage, 2> adding(MainWindow& frmMain) {
-  return {{{accountsPage, frmMain.tbrAcnts["AcntAdd"]}, {rulesPage, frmMain.tbrRules["RulesAdd"]}}};
-}
-
-std::array<ButtonOfPage, 3> saving(MainWindow& frmMain) {
-  return {{{accountsPage, frmMain.tbrButtons[saveAccountBar]["SaveAccount"]},
-           {rulesPage, frmMain.tbrButtons[saveRulesBar]["SaveRules"]},
-           {optionsPage, frmMain.tbrButtons[saveOptionsBar]["SaveOptions"]}}};
-}
-
-void pressOnPage(const MainWindow& frmMain, std::span<const ButtonOfPage> buttons) {
-  for (const auto& [page, button] : buttons) {
-    if (canBeWorked(frmMain.fraMain.at(static_cast<std::size_t>(page)))) return button.click();
-  }
-}
-
 /// The button is off on a changed page; here the user is asked about his changes.
 void quit(Program& program) {
   if (canBeWorked(program.frmMain.fraMainButtons)) QuitApplication(program);
@@ -57,17 +75,16 @@ void sortBy(ListView& list, std::size_t column) { list.ColumnClick(list.Columns.
 
 }  // namespace
 
+void NameKeys(Program& program) {
+  for (const Shortcut& shortcut : shortcuts) {
+    for (const PressedButton& each : buttonsOf(program.frmMain, shortcut)) each.button.Keys = shortcut.keys;
+  }
+}
+
 void PressShortcut(Program& program, const Shortcut& shortcut) {
   MainWindow& frmMain = program.frmMain;
-  const auto number = static_cast<std::size_t>(shortcut.number);
-  if (shortcut.page != anyPage && !canBeWorked(frmMain.fraMain.at(static_cast<std::size_t>(shortcut.page)))) return;
+  if (!isShowing(frmMain, shortcut.page)) return;
   switch (shortcut.deed) {
-    case KeyDeed::Add:
-      return pressOnPage(frmMain, adding(frmMain));
-    case KeyDeed::CheckAll:
-      return frmMain.tbrButtons[checkAllBar]["CheckAll"].click();
-    case KeyDeed::CheckCurrent:
-      return press(frmMain.tbrEmail, "EmailCheck", frmMain.fraEmailToolBar);
     case KeyDeed::GiveUp:
       return giveUp(frmMain);
     case KeyDeed::Help:
@@ -76,14 +93,12 @@ void PressShortcut(Program& program, const Shortcut& shortcut) {
       return quit(program);
     case KeyDeed::RestoreWidths:
       return frmMain.mnuRestoreColWidth.Click();
-    case KeyDeed::Save:
-      return pressOnPage(frmMain, saving(frmMain));
-    case KeyDeed::ShowPage:
-      return press(frmMain.tbrMainButtons, PageBanners.at(number), frmMain.fraMainButtons);
+    case KeyDeed::SaveOriginal:
+      return chooseEntry(frmMain.mnuEmailSaveOriginal);
     case KeyDeed::SortByColumn:
-      return sortBy(frmMain.lvwEmail, number);
-    case KeyDeed::TestAccount:
-      return frmMain.tbrAcnts["AcntTest"].click();
+      return sortBy(frmMain.lvwEmail, static_cast<std::size_t>(shortcut.number));
+    default:
+      return pressButton(frmMain, shortcut);
   }
 }
 

@@ -19,6 +19,8 @@
 #include "messages/list_tips.h"
 #include "messages/message_list.h"
 #include "messages/preview_window.h"
+#include "messages/print_message.h"
+#include "messages/progress_window.h"
 #include "messages/sorting.h"
 #include "options/decisions/options.h"
 #include "platform/platform.h"
@@ -49,6 +51,8 @@ struct Program {
   // The windows.
   MainWindow frmMain;
   PreviewWindow frmPreview;
+  ProgressWindow frmPrinting;  ///< a message is on its way to the printer
+  ProgressWindow frmOriginal;  ///< one is fetched as its server has it
   RuleReportWindow frmRuleReport;
   RuleFileWindow frmRuleFile;
   RuleFitsWindow frmRuleFits;
@@ -70,6 +74,7 @@ struct Program {
   RulesFile rulesFile;
   RuleFits ruleFits;
   ListPointer pointer;
+  Printing printing;
   Connection connection;
   WalkTotals walk;
   AutoCheckTimes autoCheck;

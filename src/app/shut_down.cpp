@@ -7,7 +7,7 @@
 #include "app/tray.h"
 #include "checking/check_cycle.h"
 #include "checking/check_notification.h"
-#include "messages/email_client.h"
+#include "messages/hand_over.h"
 #include "messages/preview.h"
 #include "options/save_options.h"
 #include "rules/edit_rules.h"
@@ -31,7 +31,8 @@ bool mayEnd(Program& program) {
   if (asks) mnuTrayShow_Click(program);
   const bool mayTurn = !program.unsaved.any() && program.activity == Activity::Idle && program.dialogs.count == 0;
   if (program.optionsPage.notKept && mayTurn) GoToPage(program, optionsPage);
-  return SettleChanges(program) && SettleRules(program) && SettleOptions(program) && !program.unsaved.any();
+  return SettleChanges(program) && SettleRules(program) && SettleOptions(program) && !program.unsaved.any() &&
+         SettlePrinting(program);
 }
 
 }  // namespace
@@ -63,6 +64,7 @@ void EndApplication(Program& program) {
   program.frmMain.TrayData.Visible = false;
   SaveSession(program);
   frmPreview_Unload(program);
+  StopPrinting(program);
   frmRuleReport_Unload(program);
   frmRuleFile_Unload(program);
   frmRuleFits_Unload(program);

@@ -16,6 +16,7 @@
 #include "checking/check_notification.h"
 #include "checking/decisions/check_texts.h"
 #include "checking/decisions/schedule.h"
+#include "checking/fetch_original.h"
 #include "checking/pop_session.h"
 #include "checking/start_up_check.h"
 #include "messages/message_list.h"
@@ -67,6 +68,7 @@ void connectWindow(Program& program) {
     bar.ButtonClick = [&program](Button& button) { tbrButtons_ButtonClick(program, button); };
   }
   frmMain.Help = [&program] { ShowHelp(program); };
+  NameKeys(program);
   frmMain.KeyPress = [&program](const Shortcut& shortcut) { PressShortcut(program, shortcut); };
   frmMain.Resize = [&program] { Form_Resize(program); };
   frmMain.Close = [&program] { Form_Unload(program); };
@@ -80,6 +82,8 @@ void connectWindow(Program& program) {
   ConnectRuleFile(program);
   ConnectTabDrag(program);
   ConnectPreview(program);
+  ConnectPrinting(program);
+  ConnectFetchOriginal(program);
   ConnectRuleReport(program);
   ConnectMessage(program);
   ConnectFirstUse(program);

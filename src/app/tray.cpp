@@ -8,6 +8,7 @@
 #include "app/shut_down.h"
 #include "checking/check_cycle.h"
 #include "messages/email_client.h"
+#include "messages/hand_over.h"
 #include "options/save_options.h"
 
 namespace velmora {

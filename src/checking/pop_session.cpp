@@ -7,6 +7,7 @@
 #include "accounts/decisions/account_texts.h"
 #include "app/program.h"
 #include "app/shut_down.h"
+#include "checking/fetch_original.h"
 #include "messages/decisions/pictures.h"
 #include "messages/message_capture.h"
 #include "platform/failure.h"
@@ -47,6 +48,8 @@ class PopEvents : public IPopClientNotify {
     program_.frmMain.ProgressBar.Width = program_.frmMain.StatusBar.Panels(1).Width;
     if (program_.connection.StopRequested) {
       stopRetrieval(program_);
+    } else if (program_.activity == Activity::Fetching) {
+      ShowOriginalProgress(program_, std::min(position, total), total);
     } else {
       showProgress(program_, std::min(position, total), total);
     }

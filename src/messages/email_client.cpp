@@ -12,33 +12,25 @@ constexpr std::int16_t normalWindow = 1;
 
 }  // namespace
 
-void StartClient(Program& program, const std::string& path, std::int16_t windowState) {
-  if (!isUsableFile(program.platform, path, ".exe")) {
+EmailClient clientAt(const Program& program, const std::string& path, std::int16_t windowState) {
+  return {path, windowState, isUsableFile(program.platform, path, ".exe")};
+}
+
+EmailClient clientFor(const Program& program, const Account& account) {
+  EmailClient client = clientAt(program, program.options.DefaultClient, program.options.RunSize);
+  return client.isThere ? client : clientAt(program, account.AcntClient, normalWindow);
+}
+
+void StartClient(Program& program, const EmailClient& client, const std::string& address) {
+  if (!client.isThere) {
     program.platform.MsgBox(clientError(program.AppTitle));
-  } else if (!program.platform.startProgram(path, windowState, {})) {
-    program.platform.MsgBox(clientNotStarted(program.AppTitle, path));
+  } else if (!program.platform.startProgram(client.path, client.windowState, address)) {
+    program.platform.MsgBox(clientNotStarted(program.AppTitle, client.path));
   }
 }
 
-void StartClientFor(Program& program, const Account& account) {
-  const Options& options = program.options;
-  if (isUsableFile(program.platform, options.DefaultClient, ".exe")) {
-    StartClient(program, options.DefaultClient, options.RunSize);
-  } else {
-    StartClient(program, account.AcntClient, normalWindow);
-  }
-}
-
-void StartClientProgram(Program& program) { StartClientFor(program, program.accounts[program.accounts.AcntCurrent]); }
-
-void OpenOutside(Program& program, const std::string& target) {
-  if (!program.platform.open(target)) program.platform.MsgBox(nothingOpens(program.AppTitle, target));
-}
-
-void NewMessage(Program& program) { OpenOutside(program, "mailto:"); }
-
-void DeleteTemporaryFiles(Program& program) {
-  for (const auto* name : {"temporary.eml", "temporary.msg"}) program.platform.deleteTemporaryFile(name);
+void StartClientProgram(Program& program) {
+  StartClient(program, clientFor(program, program.accounts[program.accounts.AcntCurrent]));
 }
 
 }  // namespace velmora

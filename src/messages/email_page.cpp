@@ -6,10 +6,11 @@
 #include "app/program.h"
 #include "checking/check_cycle.h"
 #include "checking/deletion.h"
-#include "messages/email_client.h"
+#include "messages/hand_over.h"
 #include "messages/list_tips.h"
 #include "messages/message_list.h"
 #include "messages/preview.h"
+#include "messages/save_original.h"
 #include "messages/sorting.h"
 #include "options/client_and_sound.h"
 #include "platform/failure.h"
@@ -77,6 +78,8 @@ void tbrEmail_ButtonClick(Program& program, const Button& button) {
   if (button.Key == "EmailPreview") PreviewMessage(program);
   if (button.Key == "EmailDelete") DeleteSelectedMessages(program);
   if (button.Key == "EmailSpam") DeleteSpamMessages(program);
+  if (button.Key == "EmailReply") ReplyToMessage(program);
+  if (button.Key == "EmailOpen") OpenMessage(program);
   if (button.Key == "EmailNew") NewMessage(program);
   if (button.Key == "EmailCheck") CheckCurrentAccount(program);
 }
@@ -106,6 +109,9 @@ void ConnectEmailPage(Program& program) {
   frmMain.mnuRestoreColWidth.Click = [&program] { RestoreColumnWidths(program); };
   frmMain.mnuEmailPreview.Click = [&program] { pressInPlace(program, "EmailPreview"); };
   frmMain.mnuEmailDelete.Click = [&program] { pressInPlace(program, "EmailDelete"); };
+  frmMain.mnuEmailReply.Click = [&program] { pressInPlace(program, "EmailReply"); };
+  frmMain.mnuEmailOpen.Click = [&program] { pressInPlace(program, "EmailOpen"); };
+  frmMain.mnuEmailSaveOriginal.Click = [&program] { SaveOriginal(program); };
   frmMain.tbrEmail.ButtonClick = [&program](Button& button) { tbrEmail_ButtonClick(program, button); };
 }
 

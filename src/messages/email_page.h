@@ -35,7 +35,9 @@ struct EmailPage {
   MenuEntry mnuEmailDelete{"&Delete|#Delete"};
   MenuEntry mnuEmailReply{"&Reply|#Reply"};
   MenuEntry mnuEmailOpen{"&Open|#Open"};
-  PopupMenu mnuEmailPopMenu{"imlPopMenu", {&mnuEmailPreview, &mnuEmailDelete, &mnuEmailReply, &mnuEmailOpen}, {}};
+  MenuEntry mnuEmailSaveOriginal{"&Save Original...|#Save"};
+  PopupMenu mnuEmailPopMenu{
+      "imlPopMenu", {&mnuEmailPreview, &mnuEmailDelete, &mnuEmailReply, &mnuEmailOpen, &mnuEmailSaveOriginal}, {}};
 
   MenuEntry mnuRestoreColWidth{"&Restore Column Width Now"};
   PopupMenu mnuColumns{"imlPopMenu", {&mnuRestoreColWidth}, {}};  ///< of the list's headers

@@ -6,9 +6,10 @@
 #include "checking/auto_check.h"
 #include "checking/deletion.h"
 #include "messages/decisions/message_file.h"
-#include "messages/email_client.h"
-#include "messages/email_page.h"
+#include "messages/decisions/original_texts.h"
+#include "messages/hand_over.h"
 #include "messages/message_list.h"
+#include "messages/save_original.h"
 #include "platform/file_name.h"
 #include "platform/text.h"
 
@@ -32,6 +33,10 @@ void fill(PreviewWindow& window, const MailMessage& message) {
   window.txtPrvSubject.Text = message.Subject;
   window.rtbBody.Text = message.Body;
   window.rtbRawMsg.Text = rawText(message);
+  const auto lines = attachmentLines(message.Attached);
+  window.fraAttachments.Visible = !lines.empty();
+  window.cboAttachments.List = lines;
+  window.cboAttachments.Text = lines.empty() ? std::string() : lines.front();
 }
 
 void frmPreview_Load(Program& program) {
@@ -65,6 +70,10 @@ void deleteMessage(Program& program) {
 void tbrButtons_ButtonClick(Program& program, const Button& button) {
   const auto caption = text::trim(button.Caption.get());
   if (caption == "Save") SaveMessageAs(program);
+  if (caption == "Save Original...") SaveOriginal(program);
+  if (caption == "Print") PrintMessage(program);
+  if (caption == "Reply") ReplyToMessage(program);
+  if (caption == "Open") OpenMessage(program);
   if (caption == "Delete") deleteMessage(program);
   if (caption == "Exit Preview") frmPreview_Unload(program);
 }
@@ -78,6 +87,7 @@ void ConnectPreview(Program& program) {
   window.rtbRawMsg.Visible = false;
   window.TabStrip.Click = [&window] { TabStrip_Click(window); };
   window.tbrButtons.ButtonClick = [&program](Button& button) { tbrButtons_ButtonClick(program, button); };
+  window.tbrAttachments.ButtonClick = [&program](Button&) { SaveAttachment(program); };
   window.Activate = [&program] {
     if (!program.frmMessage.AutoMessageOpen && !program.frmRuleReport.RuleReportOpen) focusText(program.frmPreview);
   };

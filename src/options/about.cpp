@@ -1,5 +1,5 @@
 #include "app/program.h"
-#include "messages/email_client.h"
+#include "messages/hand_over.h"
 #include "options/decisions/maker.h"
 
 namespace velmora {
@@ -7,7 +7,6 @@ namespace velmora {
 namespace {
 
 constexpr const char* homePage = VELMORA_HOME_PAGE;
-constexpr const char* supportAddress = VELMORA_SUPPORT_ADDRESS;
 
 void tbrOptAbout_ButtonClick(Program& program, const Button& button) {
   if (button.Key == "Update") OpenHomePage(program);
@@ -23,8 +22,8 @@ void ConnectAbout(Program& program) {
   frmMain.lblAboutTitle.Caption = program.AppTitle + " " VELMORA_VERSION ", " + std::string(makersNotice);
   frmMain.lblAboutWebSite.Caption = homePage;
   frmMain.lblAboutWebSite.Click = [&program] { OpenHomePage(program); };
-  frmMain.lblAboutEmail.Caption = supportAddress;
-  frmMain.lblAboutEmail.Click = [&program] { OpenOutside(program, std::string("mailto: ") + supportAddress); };
+  frmMain.lblAboutEmail.Caption = std::string(supportAddress);
+  frmMain.lblAboutEmail.Click = [&program] { OpenOutside(program, "mailto: " + std::string(supportAddress)); };
   frmMain.tbrOptAbout.ButtonClick = [&program](Button& button) { tbrOptAbout_ButtonClick(program, button); };
 }
 

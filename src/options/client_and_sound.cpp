@@ -54,9 +54,9 @@ void BrowseSound(Program& program, std::size_t bar) { browse(program, bar, sound
 /// The defaults are tried as they stand on the page, saved or not; for an account, the saved default is in force.
 void TestClient(Program& program, std::size_t bar) {
   if (bar == defaultClientBar) {
-    StartClient(program, program.EditOptions.DefaultClient, program.EditOptions.RunSize);
+    StartClient(program, clientAt(program, program.EditOptions.DefaultClient, program.EditOptions.RunSize));
   } else {
-    StartClientFor(program, ShownAccount(program));
+    StartClient(program, clientFor(program, ShownAccount(program)));
   }
 }
 

@@ -57,7 +57,6 @@ TEST(OffersOfTheProgram, FollowEachValue) {
                             .spamListed = true,
                             .marksReported = true,
                             .startUpCheckWaits = true};
-  const OfferSet selection = {MenuPreview, MenuDelete};
   const struct {
     const char* what;
     Situation before;
@@ -66,10 +65,13 @@ TEST(OffersOfTheProgram, FollowEachValue) {
   } cases[] = {
       {"a check", someAccounts, [](Situation& s) { s.activity = Activity::Checking; },
        also(shutWhileBusy, {StopShown})},
+      {"the fetching of one message", someAccounts, [](Situation& s) { s.activity = Activity::Fetching; },
+       shutWhileBusy},
       {"a test", someAccounts, [](Situation& s) { s.activity = Activity::Testing; }, shutWhileBusy},
       {"a deletion over all that a user has before him", busyHands,
        [](Situation& s) { s.activity = Activity::Deleting; },
-       also(shutWhileBusy, {MenuPreview, MenuDelete, ReportDelete, StartUpPauseShown})},
+       also(shutWhileBusy, {MenuPreview, MenuDelete, MenuReply, MenuOpen, MenuSaveOriginal, PreviewSaveAttachment,
+                            ReportDelete, StartUpPauseShown})},
       {"an account more",
        {.accounts = 0},
        [](Situation& s) { s.accounts = s.account = 1; },
@@ -120,7 +122,10 @@ TEST(OffersOfTheProgram, FollowEachValue) {
       {"a message",
        someAccounts,
        [](Situation& s) { s.messageSelected = true; },
-       {EmailPreview, EmailDelete, MenuPreview, MenuDelete, PreviewSave, PreviewDelete}},
+       {EmailPreview, EmailDelete, EmailReply, EmailOpen, MenuPreview, MenuDelete, MenuReply, MenuOpen,
+        MenuSaveOriginal, PreviewSave, PreviewSaveOriginal, PreviewSaveAttachment, PreviewPrint, PreviewDelete,
+        PreviewReply, PreviewOpen}},
+      {"a message at the printer", busyHands, [](Situation& s) { s.printing = true; }, {PreviewPrint}},
       {"spam", someAccounts, [](Situation& s) { s.spamListed = true; }, {EmailSpam}},
       {"spam of nobody", {}, [](Situation& s) { s.spamListed = true; }, {}},
       {"a message of nobody", {}, [](Situation& s) { s.messageSelected = true; }, {}},

@@ -21,7 +21,7 @@ TEST(Shortcuts, EachPageHasKeysOfItsOwn) {
   }
   const std::map<std::int16_t, std::string> expected = {
       {anyPage, "F1 F5 Ctrl+R Esc Ctrl+Q Ctrl+1 Ctrl+2 Ctrl+3 Ctrl+4 Ctrl+N Ctrl+S "},
-      {emailPage, "Ctrl+0 Alt+1 Alt+2 Alt+3 Alt+4 Alt+5 "},
+      {emailPage, "Ctrl+O Ctrl+Shift+R Ctrl+Shift+S Ctrl+0 Alt+1 Alt+2 Alt+3 Alt+4 Alt+5 "},
       {accountsPage, "Ctrl+T "}};
   EXPECT_EQ(ofPage, expected);
   EXPECT_EQ(givenUp({true, true, true}), (Unfinished{true, false, false})) << "Esc ends what the user is at";

@@ -57,7 +57,8 @@ class Launchers : public testing::Test {
   /// Starts what tells of it in a file.
   bool starts(const QString& path) {
     QFile::remove(started_);
-    return platform_.startProgram(utf8(path), 1, {}) && QTest::qWaitFor([this] { return QFile::exists(started_); }, 10'000);
+    return platform_.startProgram(utf8(path), 1, {}) &&
+           QTest::qWaitFor([this] { return QFile::exists(started_); }, 10'000);
   }
 
   QTemporaryDir folder_;

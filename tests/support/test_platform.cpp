@@ -45,7 +45,9 @@ class PlainReader : public MailReader {
     mail.From = field(mail.Raw, "From");
     mail.To = field(mail.Raw, "To");
     mail.Subject = field(mail.Raw, "Subject");
+    mail.Sender = mail.From;
     mail.Attachments = static_cast<std::int16_t>(text::toNumber(field(mail.Raw, "Attachments")).value_or(0));
+    mail.Attached.resize(static_cast<std::size_t>(mail.Attachments), {"notes.txt", "text/plain", 1500});
     mail.Date = parseGeneralDate(field(mail.Raw, "Date")).value_or(now);
     return mail;
   }

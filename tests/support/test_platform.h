@@ -132,6 +132,9 @@ class TestPlatform : public Platform {
     if (portal) answered(*portal);
   }
   std::unique_ptr<PrintJob> startPrinting() override;
+  std::optional<std::string> attachmentOf(std::string_view message, std::size_t place) override {
+    return reader->attachment(message, place, [] {});
+  }
   std::unique_ptr<FileDraft> startFile(const std::string& path) override;
   std::string temporaryFile(std::string_view name) const override { return "/temporary/" + std::string(name); }
   void deleteTemporaryFile(std::string_view name) override { deletedFiles.emplace_back(name); }

@@ -8,6 +8,7 @@ enum class Activity {
   Checking,  ///< a walk over the accounts, or the check of one
   Testing,   ///< a connection test: it stays on its page
   Deleting,  ///< on a server
+  Fetching,  ///< one message as its server has it
   Ending,    ///< the client is gone, and nothing begins any more
 };
 

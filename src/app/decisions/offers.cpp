@@ -31,7 +31,7 @@ constexpr Needs spam = 1ULL << 13U;
 constexpr Needs marks = 1ULL << 14U;
 constexpr Needs countdown = 1ULL << 15U;
 constexpr Needs countdownFree = 1ULL << 16U;
-constexpr Needs handler = 1ULL << 17U;  ///< of what nothing handles yet: it is never there
+constexpr Needs printerFree = 1ULL << 17U;
 constexpr Needs rule = 1ULL << 18U;
 constexpr Needs noRule = 1ULL << 19U;
 constexpr Needs roomForRule = 1ULL << 20U;
@@ -70,14 +70,15 @@ constexpr std::array<Row, offerCount> table = {{
     {Offer::EmailPreview, need::account | need::message},
     {Offer::EmailDelete, need::account | need::message},
     {Offer::EmailSpam, need::account | need::spam},
-    {Offer::EmailReply, need::account | need::message | need::handler},
-    {Offer::EmailOpen, need::account | need::message | need::handler},
+    {Offer::EmailReply, need::account | need::message},
+    {Offer::EmailOpen, need::account | need::message},
     {Offer::EmailNew, need::account},
     {Offer::EmailCheck, need::account},
     {Offer::MenuPreview, need::idle | need::account | need::message},
     {Offer::MenuDelete, need::idle | need::account | need::message},
-    {Offer::MenuReply, need::idle | need::account | need::message | need::handler},
-    {Offer::MenuOpen, need::idle | need::account | need::message | need::handler},
+    {Offer::MenuReply, need::idle | need::account | need::message},
+    {Offer::MenuOpen, need::idle | need::account | need::message},
+    {Offer::MenuSaveOriginal, need::idle | need::account | need::message},
     {Offer::AcntToolsFrame, need::idle},
     {Offer::AcntTools, need::accountSaved},
     {Offer::AcntAdd, need::roomForAccount},
@@ -133,10 +134,12 @@ constexpr std::array<Row, offerCount> table = {{
     {Offer::StartUpPause, need::countdownFree},
     {Offer::PreviewTools, need::idle},
     {Offer::PreviewSave, need::account | need::message},
-    {Offer::PreviewPrint, need::account | need::message | need::handler},
+    {Offer::PreviewSaveOriginal, need::account | need::message},
+    {Offer::PreviewSaveAttachment, need::idle | need::account | need::message},
+    {Offer::PreviewPrint, need::account | need::message | need::printerFree},
     {Offer::PreviewDelete, need::account | need::message},
-    {Offer::PreviewReply, need::account | need::message | need::handler},
-    {Offer::PreviewOpen, need::account | need::message | need::handler},
+    {Offer::PreviewReply, need::account | need::message},
+    {Offer::PreviewOpen, need::account | need::message},
     {Offer::ReportDelete, need::idle | need::marks},
     {Offer::TrayCheckAll, need::idle | need::account},
     {Offer::TrayNewMessage, need::idle | need::account},
@@ -178,11 +181,12 @@ Needs metBy(const OptionsSituation& s) {
 Needs metBy(const Situation& s) {
   const bool some = s.accounts > 0;
   return when(s.activity == Activity::Idle, need::idle) | when(s.activity == Activity::Checking, need::check) |
-         when(some, need::account) | when(s.accounts < mostAccounts, need::roomForAccount) |
-         when(s.account > 1, need::accountBefore) | when(s.account < s.accounts, need::accountBehind) |
-         when(!some && s.page < optionsPage, need::emptyPage) | when(!s.unsaved.AcntDirty, need::accountSaved) |
-         when(!s.unsaved.any(), need::allSaved) | when(s.unsaved.AcntDirty, need::accountUnsaved) |
-         when(s.unsaved.RulesDirty, need::rulesUnsaved) | when(s.unsaved.OptionsDirty, need::optionsUnsaved) |
+         when(!s.printing, need::printerFree) | when(some, need::account) |
+         when(s.accounts < mostAccounts, need::roomForAccount) | when(s.account > 1, need::accountBefore) |
+         when(s.account < s.accounts, need::accountBehind) | when(!some && s.page < optionsPage, need::emptyPage) |
+         when(!s.unsaved.AcntDirty, need::accountSaved) | when(!s.unsaved.any(), need::allSaved) |
+         when(s.unsaved.AcntDirty, need::accountUnsaved) | when(s.unsaved.RulesDirty, need::rulesUnsaved) |
+         when(s.unsaved.OptionsDirty, need::optionsUnsaved) |
          when(s.unsaved.OptionsDirty || s.options.notKept, need::toSave) | when(s.messageSelected, need::message) |
          when(s.spamListed, need::spam) | when(s.marksReported, need::marks) |
          when(s.startUpCheckWaits, need::countdown) | when(!s.startUpTimerHeld, need::countdownFree) | metBy(s.rules) |

@@ -53,6 +53,7 @@ struct Situation {
   std::int16_t page = emailPage;   ///< the current one
   std::int16_t accounts = 0;       ///< how many there are
   std::int16_t account = 0;        ///< the current one
+  bool printing = false;           ///< a message is on its way to the printer's queue
   bool messageSelected = false;    ///< in the list, by the user
   bool spamListed = false;         ///< the list shows spam that Delete won't take
   bool marksReported = false;      ///< the tab of the Rule Report that is in front has accounts with marked messages
@@ -81,6 +82,7 @@ enum class Offer : std::size_t {
   MenuDelete,
   MenuReply,
   MenuOpen,
+  MenuSaveOriginal,
   AcntToolsFrame,
   AcntTools,
   AcntAdd,
@@ -136,6 +138,8 @@ enum class Offer : std::size_t {
   StartUpPause,
   PreviewTools,
   PreviewSave,
+  PreviewSaveOriginal,
+  PreviewSaveAttachment,
   PreviewPrint,
   PreviewDelete,
   PreviewReply,

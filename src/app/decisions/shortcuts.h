@@ -10,12 +10,13 @@ namespace velmora {
 enum class KeyDeed {
   Add,
   CheckAll,
-  CheckCurrent,
   GiveUp,
   Help,
+  PressEmail,
   Quit,
   RestoreWidths,
   Save,
+  SaveOriginal,
   ShowPage,
   SortByColumn,
   TestAccount,
@@ -29,12 +30,16 @@ struct Shortcut {
   KeyDeed deed;
   std::int16_t page = anyPage;  ///< which must be showing
   std::int16_t number = 0;      ///< of the page to show, or of the list's column to sort by, from 0
+  const char* button = "";      ///< of the Email page's bar, to be pressed
 };
 
-inline constexpr std::array<Shortcut, 18> shortcuts = {{
+inline constexpr std::array<Shortcut, 21> shortcuts = {{
     {"F1", KeyDeed::Help},
     {"F5", KeyDeed::CheckAll},
-    {"Ctrl+R", KeyDeed::CheckCurrent},
+    {"Ctrl+R", KeyDeed::PressEmail, anyPage, 0, "EmailCheck"},
+    {"Ctrl+O", KeyDeed::PressEmail, emailPage, 0, "EmailOpen"},
+    {"Ctrl+Shift+R", KeyDeed::PressEmail, emailPage, 0, "EmailReply"},
+    {"Ctrl+Shift+S", KeyDeed::SaveOriginal, emailPage},
     {"Esc", KeyDeed::GiveUp},
     {"Ctrl+Q", KeyDeed::Quit},
     {"Ctrl+1", KeyDeed::ShowPage, anyPage, emailPage},

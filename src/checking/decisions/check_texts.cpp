@@ -56,4 +56,8 @@ Question nothingCheckedNotice(std::string_view appTitle) {
   return question;
 }
 
+std::string fetchingText(std::string_view accountName) {
+  return "Fetching the message from '" + std::string(accountName) + "'...";
+}
+
 }  // namespace velmora

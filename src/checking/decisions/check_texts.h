@@ -28,4 +28,7 @@ Question deleteQuestion(std::string_view appTitle, std::string_view accountName,
 /// What Check All says where no account was enabled.
 Question nothingCheckedNotice(std::string_view appTitle);
 
+/// What is shown while one message is fetched.
+std::string fetchingText(std::string_view accountName);
+
 }  // namespace velmora

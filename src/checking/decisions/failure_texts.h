@@ -15,6 +15,7 @@ inline constexpr std::string_view establishing = "Error Establishing Connection"
 inline constexpr std::string_view processing = "Error Processing Messages";
 inline constexpr std::string_view test = "Test Connection Failure";
 inline constexpr std::string_view deleting = "Delete Connection Failure";
+inline constexpr std::string_view fetchingOriginal = "Fetch Message Failure";
 }  // namespace failure_title
 
 /// A failure as a dialog tells it.

@@ -23,6 +23,17 @@ inline Question clientNotStarted(std::string_view appTitle, const std::string& p
       std::string(appTitle) + " - Email Client Error"};
 }
 
+/// What is said where no program can be started to open a message.
+inline Question openFailed(std::string_view appTitle, std::string_view supportAddress) {
+  return {
+      "The message failed to open using\r\nyour Default Email Client.\r\n\r\n"
+      "If this problem occurs for every message\r\nyou attempt to Open please report this to\r\n"
+      "Kestrum for further" +
+          std::string(10, ' ') + "\r\nanalysis. Please include the name of your\r\nEmail program.\r\n\r\nEmail: " +
+          std::string(supportAddress),
+      std::string(appTitle) + " - Open Message Failed"};
+}
+
 /// What is said where the desktop has no program for an address or a file.
 inline Question nothingOpens(std::string_view appTitle, const std::string& target) {
   const bool isMail = target.starts_with("mailto:");

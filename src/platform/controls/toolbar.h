@@ -20,6 +20,7 @@ struct Button {
   Property<std::string> ToolTipText;
   Property<std::string> Image;  ///< key in the toolbar's image list
   Property<bool> Enabled = true;
+  Property<std::string> Keys;     ///< that press it, "Ctrl+P"; blank for none
   std::string Tag;                ///< what the program notes on the button
   std::function<void()> pressed;  ///< set by the toolbar
 
@@ -37,6 +38,7 @@ class Toolbar {
     std::string Caption;
     std::string ToolTipText;
     std::string Image;
+    std::string Keys = {};
   };
 
   Toolbar(std::string imageList, std::initializer_list<ButtonTexts> buttons) : ImageList(std::move(imageList)) {
@@ -65,6 +67,7 @@ class Toolbar {
     button.Caption = texts.Caption;
     button.ToolTipText = texts.ToolTipText;
     button.Image = texts.Image;
+    button.Keys = texts.Keys;
     button.pressed = [this, &button] {
       if (Enabled && ButtonClick) ButtonClick(button);
     };

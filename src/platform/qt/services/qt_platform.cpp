@@ -70,6 +70,12 @@ QString temporaryFolder() {
 /// Where every dialog for a file begins.
 QString programFolder() { return ownFolder(QStandardPaths::AppDataLocation); }
 
+/// Where the user keeps what he takes out of other places.
+QString usersFolder() {
+  const QString downloads = QStandardPaths::writableLocation(QStandardPaths::DownloadLocation);
+  return QFileInfo(downloads).isDir() ? downloads : QDir::homePath();
+}
+
 QString soundsFolder() { return programFolder() + "/Sounds"; }
 
 QMessageBox::Icon iconOf(Question::Icon icon) {
@@ -144,7 +150,7 @@ Answer QtPlatform::MsgBox(const Question& question) {
 
 std::optional<std::string> QtPlatform::askForFile(const FileQuestion& question) {
   if (quitting_) return std::nullopt;
-  QFileDialog dialog(QApplication::activeWindow(), {}, programFolder());
+  QFileDialog dialog(QApplication::activeWindow(), {}, question.forUser ? usersFolder() : programFolder());
   keepInFront(dialog);
   return question.purpose == FileQuestion::Purpose::Open ? fileToOpen(dialog, question)
                                                          : fileToSave(dialog, question, quitting_);
@@ -249,12 +255,16 @@ std::string QtPlatform::installedFile(std::string_view name) const {
 bool QtPlatform::fileExists(const std::string& path) const { return QFileInfo(qt(path)).isFile(); }
 
 void QtPlatform::composeThroughPortal(const MailDraft& draft, std::function<void(PortalAnswer)> answered) {
-  composeThroughMailPortal(draft, [this, answered = std::move(answered)](PortalAnswer answer) {
+  MailPortal::compose(draft, [this, answered = std::move(answered)](PortalAnswer answer) {
     if (!quitting_) answered(answer);
   });
 }
 
 std::unique_ptr<PrintJob> QtPlatform::startPrinting() { return makePrintJob(); }
+
+std::optional<std::string> QtPlatform::attachmentOf(std::string_view message, std::size_t place) {
+  return reader_.attachment(message, place, [] {});
+}
 
 std::unique_ptr<FileDraft> QtPlatform::startFile(const std::string& path) { return draftOf(qt(path)); }
 

@@ -54,6 +54,7 @@ class QtPlatform : public Platform {
   bool fileExists(const std::string& path) const override;
   void composeThroughPortal(const MailDraft& draft, std::function<void(PortalAnswer)> answered) override;
   std::unique_ptr<PrintJob> startPrinting() override;
+  std::optional<std::string> attachmentOf(std::string_view message, std::size_t place) override;
   std::unique_ptr<FileDraft> startFile(const std::string& path) override;
   std::string temporaryFile(std::string_view name) const override;
   void deleteTemporaryFile(std::string_view name) override;

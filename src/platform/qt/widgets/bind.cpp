@@ -5,6 +5,7 @@
 #include <QCursor>
 #include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QKeySequence>
 #include <QLabel>
 #include <QPainter>
 #include <QProgressBar>
@@ -27,6 +28,7 @@ namespace velmora {
 namespace {
 
 constexpr const char* heirProperty = "heir";
+constexpr const char* keysProperty = "keys";
 
 /// Behind a question the window may not be the active one again yet.
 bool isFocus(const QWidget& widget) { return widget.window()->focusWidget() == &widget; }
@@ -47,10 +49,15 @@ void bindButton(Button& button, const ImageList& images, QToolButton& widget) {
     widget.setText(trimmed(caption));
     name();
   });
-  button.ToolTipText.watch([&widget, name](const std::string& tip) {
-    widget.setToolTip(qt(tip));
+  const auto tell = [&button, &widget, name] {
+    const std::string& keys = button.Keys;
+    const QString native = QKeySequence(qt(keys)).toString(QKeySequence::NativeText);
+    widget.setToolTip(qt(button.ToolTipText.get()) + (keys.empty() ? QString() : " (" + native + ')'));
+    widget.setProperty(keysProperty, native);
     name();
-  });
+  };
+  button.ToolTipText.watch([tell](const std::string&) { tell(); });
+  button.Keys.watch([tell](const std::string&) { tell(); });
   button.Image.watch([&widget, images](const std::string& key) { widget.setIcon(images.icon(key)); });
   button.Enabled.watch([&widget](bool on) {
     if (!on && isFocus(widget)) passFocusOn(widget);
@@ -93,6 +100,10 @@ class PlainButtonAccess : public QAccessibleWidget {
   explicit PlainButtonAccess(QWidget* button) : QAccessibleWidget(button, QAccessible::Button) {}
 
   QStringList actionNames() const override { return QStringList(pressAction()) + QAccessibleWidget::actionNames(); }
+  QStringList keyBindingsForAction(const QString& name) const override {
+    const QString keys = widget()->property(keysProperty).toString();
+    return name == pressAction() && !keys.isEmpty() ? QStringList(keys) : QStringList();
+  }
   void doAction(const QString& name) override {
     if (name != pressAction()) {
       QAccessibleWidget::doAction(name);

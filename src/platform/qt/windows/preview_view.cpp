@@ -9,6 +9,7 @@
 #include "messages/preview_window.h"
 #include "platform/qt/strings.h"
 #include "platform/qt/widgets/bind.h"
+#include "platform/qt/widgets/choice_box.h"
 #include "platform/qt/widgets/icons.h"
 #include "platform/qt/widgets/room.h"
 #include "platform/qt/widgets/tab_bar.h"
@@ -32,7 +33,10 @@ PreviewView::PreviewView(PreviewWindow& window, QWidget* mainWindow)
   column->setContentsMargins(6, 4, 6, 6);
   column->addWidget(makeHead());
   column->addWidget(makeFields());
+  column->addWidget(makeAttachments());
   column->addWidget(makeText(), 1);
+  bind(window_.tmrPrint, *this);
+  bind(window_.tmrPrinter, *this);
   setMinimumSize(leastSize);
   resize(inFontOf(*this, startSize).boundedTo(roomFor(*this)));
   addShortcuts();
@@ -79,6 +83,21 @@ void PreviewView::addField(QGridLayout& grid, Label& label, TextBox& box, const 
   grid.addWidget(field, row, 1);
 }
 
+QWidget* PreviewView::makeAttachments() {
+  auto* frame = new QWidget(this);
+  bind(window_.fraAttachments, *frame);
+  auto* row = new QHBoxLayout(frame);
+  row->setContentsMargins(0, 0, 0, 0);
+  auto* caption = makeLabel(window_.lblPrvAttachments, "lblPrvAttachments", frame);
+  auto* choice = new ChoiceBox(window_.cboAttachments, "cboAttachments", frame);
+  choice->setAccessibleName("Attachments");
+  caption->setBuddy(choice);
+  row->addWidget(caption);
+  row->addWidget(choice, 1);
+  row->addWidget(makeToolbar(window_.tbrAttachments, "tbrAttachments", ButtonLook::TextBesideIcon, frame));
+  return frame;
+}
+
 /// Both boxes take the same place.
 QWidget* PreviewView::makeText() {
   auto* frame = new QWidget(this);
@@ -98,14 +117,16 @@ QWidget* PreviewView::makeText() {
 }
 
 void PreviewView::addShortcuts() {
-  const auto press = [this](const QKeySequence& keys, const char* button) {
-    connect(new QShortcut(keys, this), &QShortcut::activated, this, [this, button] {
-      if (window_.tbrButtons.Enabled) window_.tbrButtons[button].click();
-    });
-  };
-  press(QKeySequence::Save, "Save");
-  press(QKeySequence::Print, "Print");
-  press(QKeySequence::Delete, "Delete");
+  for (Toolbar* bar : {&window_.tbrButtons, &window_.tbrAttachments}) {
+    for (const Button& button : bar->Buttons) {
+      if (button.Keys.get().empty()) continue;
+      auto* keys = new QShortcut(QKeySequence(qt(button.Keys.get())), this);
+      keys->setAutoRepeat(false);  // a key held down would ask over and over
+      connect(keys, &QShortcut::activated, this, [bar, &button] {
+        if (bar->Enabled) button.click();
+      });
+    }
+  }
   const auto showTab = [this](const QKeySequence& keys, auto tab) {
     connect(new QShortcut(keys, this), &QShortcut::activated, this,
             [this, tab] { window_.TabStrip.SelectTab(tab(window_.TabStrip.SelectedItem())); });

@@ -19,6 +19,7 @@ class PreviewView : public FormView {
  private:
   QWidget* makeHead();
   QWidget* makeFields();
+  QWidget* makeAttachments();
   QWidget* makeText();
   void addField(QGridLayout& grid, Label& label, TextBox& box, const char* name);
   void addShortcuts();
