@@ -105,19 +105,26 @@ Reply Conversation::reply() {
   return reply;
 }
 
-void Conversation::lines(const std::function<void(std::string_view)>& each) {
+/// What follows a status line.
+template <class Take>
+auto Conversation::awaitRest(Take take) {
   insideAnswer_ = true;
   patience_.awaitMore();
-  await([&] { return reader_.lines(each) ? std::optional(true) : std::nullopt; });
+  auto rest = await(take);
   insideAnswer_ = false;
+  return rest;
+}
+
+void Conversation::lines(const std::function<void(std::string_view)>& each) {
+  awaitRest([&] { return reader_.lines(each) ? std::optional(true) : std::nullopt; });
 }
 
 Delivery Conversation::message() {
-  insideAnswer_ = true;
-  patience_.awaitMore();
-  Delivery message = await([this] { return reader_.message(); });
-  insideAnswer_ = false;
-  return message;
+  return awaitRest([this] { return reader_.message(); });
+}
+
+void Conversation::message(const ReplyReader::Take& take) {
+  awaitRest([&] { return reader_.message(take) ? std::optional(true) : std::nullopt; });
 }
 
 void Conversation::requireOpen() const {

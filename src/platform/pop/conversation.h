@@ -44,6 +44,8 @@ class Conversation {
   Reply reply();
   void lines(const std::function<void(std::string_view)>& each);
   Delivery message();
+  /// Hands it out as it comes in, in place of keeping it.
+  void message(const ReplyReader::Take& take);
 
   /// For work between two waits, as often as it likes: lets the event loop turn where it hasn't for 50 ms. Throws where
   /// `close` was called meanwhile or the program is ending.
@@ -69,6 +71,8 @@ class Conversation {
  private:
   template <class Take>
   auto await(Take take);
+  template <class Take>
+  auto awaitRest(Take take);
   void receive();
   std::optional<Milliseconds> limitOf(Phase phase) const;
 

@@ -1,7 +1,6 @@
 #include "platform/pop/fetch.h"
 
 #include <algorithm>
-#include <limits>
 #include <span>
 #include <utility>
 
@@ -11,12 +10,6 @@
 
 namespace velmora::pop {
 namespace {
-
-constexpr Milliseconds progressPause{50};
-
-std::int32_t clamped(std::int64_t bytes) {
-  return static_cast<std::int32_t>(std::min<std::int64_t>(bytes, std::numeric_limits<std::int32_t>::max()));
-}
 
 /// Blank identifiers tell nothing, so they are never the same.
 bool haveSameIdentifiers(const Listing& before, const Listing& after) {
@@ -46,10 +39,13 @@ std::vector<Request> requestsFor(std::span<const Entry> entries, const Maildrop&
 }  // namespace
 
 Fetch::Fetch(std::vector<PopMessage>& messages, Listing& listing, Surroundings surroundings)
-    : messages_(messages), listing_(listing), surroundings_(std::move(surroundings)) {}
+    : messages_(messages),
+      listing_(listing),
+      surroundings_(std::move(surroundings)),
+      progress_(surroundings_.progress) {}
 
 void Fetch::run(const Channel& channel) {
-  if (total_ == 0) total_ = channel.maildrop.bytes;
+  if (!listed_) progress_.expect(channel.maildrop.bytes);
   if (channel.maildrop.count > 0) begin(list(channel), channel.maildrop);
   const auto requests = requestsFor(std::span(listing_).subspan(kept_), channel.maildrop);
   exchange(channel.conversation, requests, channel.pipelined,
@@ -60,7 +56,7 @@ void Fetch::begin(Listing fresh, const Maildrop& maildrop) {
   if (!listed_ || !haveSameIdentifiers(listing_, fresh)) startOver();
   listed_ = true;
   listing_ = std::move(fresh);
-  total_ = totalBytes(listing_, maildrop);
+  progress_.expect(totalBytes(listing_, maildrop));
 }
 
 /// The texts of before go first, since there is room for those of one mailbox only.
@@ -92,20 +88,15 @@ void Fetch::keep(Conversation& conversation, Delivery delivery) {
   ++kept_;
   if (kept_ <= told_) return;
   told_ = kept_;
-  position_ = std::max(position_, keptBytes_);
-  if (isThrough()) tellProgress(conversation.now());
+  progress_.reach(keptBytes_);
+  if (isThrough()) progress_.tellNow(conversation.now());
   surroundings_.received(message);
 }
 
 void Fetch::whileWaiting(const Conversation& conversation) {
   if (isThrough()) return;
-  position_ = std::max(position_, keptBytes_ + static_cast<std::int64_t>(conversation.messageBytes()));
-  if (conversation.now() >= nextProgress_) tellProgress(conversation.now());
-}
-
-void Fetch::tellProgress(Milliseconds now) {
-  nextProgress_ = now + progressPause;
-  surroundings_.progress(clamped(position_), clamped(total_));
+  progress_.reach(keptBytes_ + conversation.messageBytes());
+  progress_.tellWhereDue(conversation.now());
 }
 
 }  // namespace velmora::pop

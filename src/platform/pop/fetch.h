@@ -10,6 +10,7 @@
 #include "platform/mail_reader.h"
 #include "platform/pop/listing.h"
 #include "platform/pop/pop_client.h"
+#include "platform/pop/progress.h"
 #include "platform/pop/session.h"
 
 namespace velmora::pop {
@@ -22,7 +23,7 @@ class Fetch {
     const MailReader& reader;
     std::size_t room;  ///< bytes of the texts that are kept
     std::function<DateTime()> now;
-    std::function<void(std::int32_t position, std::int32_t total)> progress;
+    Progress::Tell progress;
     std::function<void(const PopMessage&)> received;
   };
 
@@ -39,7 +40,6 @@ class Fetch {
   void startOver();
   void take(Conversation& conversation, const Reply& reply);
   void keep(Conversation& conversation, Delivery delivery);
-  void tellProgress(Milliseconds now);
   bool isThrough() const { return listed_ && kept_ == messages_.size(); }
 
   std::vector<PopMessage>& messages_;
@@ -50,9 +50,7 @@ class Fetch {
   std::size_t room_ = 0;  ///< for the texts of the messages to come
   std::size_t told_ = 0;  ///< messages that were told to be received, each once
   std::int64_t keptBytes_ = 0;
-  std::int64_t position_ = 0;
-  std::int64_t total_ = 0;
-  Milliseconds nextProgress_ = Milliseconds::min();
+  Progress progress_;
 };
 
 }  // namespace velmora::pop

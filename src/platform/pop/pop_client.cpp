@@ -9,6 +9,7 @@
 #include "platform/failure.h"
 #include "platform/pop/fetch.h"
 #include "platform/pop/listing.h"
+#include "platform/pop/original.h"
 #include "platform/pop/session.h"
 #include "platform/text.h"
 
@@ -46,6 +47,7 @@ class PopClient::Implementation {
   void enter(PopState state);
   std::vector<std::int32_t> numbersToDelete() const;
   pop::Session::Events sessionEvents();
+  pop::Progress::Tell tellProgress();
 
   /// The receiver may change at any event, so each one asks for it anew.
   template <class Event>
@@ -154,23 +156,32 @@ void PopClient::Implementation::requireConnected() const {
   count();
 }
 
+pop::Progress::Tell PopClient::Implementation::tellProgress() {
+  return [this](std::int32_t position, std::int32_t total) {
+    notify([&](IPopClientNotify& r) { r.Progress(owner_, position, total); });
+  };
+}
+
 void PopClient::Implementation::fetchAll() {
   run([this] {
     requireConnected();
     pop::Fetch fetch(
         items_, listing_,
-        {surroundings_.reader, surroundings_.room, surroundings_.now,
-         [this](std::int32_t position, std::int32_t total) {
-           notify([&](IPopClientNotify& r) { r.Progress(owner_, position, total); });
-         },
+        {surroundings_.reader, surroundings_.room, surroundings_.now, tellProgress(),
          [this](const PopMessage& message) { notify([&](IPopClientNotify& r) { r.Received(owner_, message); }); }});
     session_->run([&](const pop::Channel& channel) { fetch.run(channel); },
                   [&](const pop::Conversation& conversation) { fetch.whileWaiting(conversation); });
   });
 }
 
-void PopClient::Implementation::fetchOriginal(std::int16_t /*index*/, const PopMessages::Take& /*take*/) {
-  throw PopFailure(pop_failure::messageRefused, "");
+void PopClient::Implementation::fetchOriginal(std::int16_t index, const PopMessages::Take& take) {
+  run([&] {
+    requireConnected();
+    item(index);
+    pop::Original original(listing_, static_cast<std::size_t>(index), take, tellProgress());
+    session_->runOnce([&](const pop::Channel& channel) { original.run(channel); },
+                      [&](const pop::Conversation& conversation) { original.whileWaiting(conversation); });
+  });
 }
 
 void PopClient::Implementation::listMessages(PopMessages::Identifiers wanted) {

@@ -42,9 +42,9 @@ class IPopClientNotify {
   virtual void Disconnected(PopClient& /*owner*/, std::int32_t /*code*/, const std::string& /*text*/) {}
   /// A blocking call ended, well (0) or by this failure.
   virtual void Done(PopClient& /*owner*/, std::int32_t /*code*/, const std::string& /*text*/) {}
-  /// Bytes received so far and expected in all, during FetchAll. Raised at most every 50 ms, about every 100 ms while
-  /// nothing comes, and once when all is in, before the last message is told to be received. The position never falls
-  /// and may pass the total.
+  /// Bytes received so far and expected in all, during FetchAll and FetchOriginal. Raised at most every 50 ms, about
+  /// every 100 ms while nothing comes, and once when all is in, before the last message is told to be received. The
+  /// position never falls and may pass the total.
   virtual void Progress(PopClient& /*owner*/, std::int32_t /*position*/, std::int32_t /*total*/) {}
   /// A message is in whole. Told once for each place in the mailbox, in order, also where a fetch had to start over.
   virtual void Received(PopClient& /*owner*/, const PopMessage& /*message*/) {}
@@ -83,9 +83,11 @@ class PopMessages {
   /// Takes the next bytes of a message; false ends it.
   using Take = std::function<bool(std::string_view bytes)>;
 
-  /// Hands out one message, however long, exactly as the server has it, piece by piece. To be called after
-  /// ListMessages. Tells the progress as FetchAll does. Blocks while the event loop turns. Throws PopFailure, also
-  /// where `take` wants no more: what came then is of no use. Nothing is tried a second time.
+  /// Hands out one message of up to 2^31 - 1 bytes exactly as the server has it, piece by piece, and keeps none of it.
+  /// To be called after ListMessages or FetchAll, whose listing gives the message's number. Tells the progress as
+  /// FetchAll does, in bytes of this message: the total is 0 where the server doesn't tell its size. Blocks while the
+  /// event loop turns. Throws PopFailure, also where `take` wants no more, which ends the connection: what came until
+  /// then is of no use. Nothing is tried a second time. Throws subscriptFailure.
   void FetchOriginal(std::int16_t index, const Take& take);
 
  private:

@@ -84,14 +84,27 @@ bool ReplyReader::lines(const std::function<void(std::string_view)>& each) {
   return false;
 }
 
-std::optional<Delivery> ReplyReader::message() {
+bool ReplyReader::message(const Take& take) {
   while (position_ < buffer_.size()) {
     const LineStart start = atLineStart_ ? lineStart() : LineStart::Text;
-    if (start == LineStart::Incomplete) return std::nullopt;
-    if (start == LineStart::End) return std::exchange(message_, {});
-    takeMessageLine();
+    if (start == LineStart::Incomplete) return false;
+    if (start == LineStart::End) {
+      messageBytes_ = 0;
+      return true;
+    }
+    take(messageLines());
   }
-  return std::nullopt;
+  return false;
+}
+
+std::optional<Delivery> ReplyReader::message() {
+  std::int64_t bytes = messageBytes_;
+  const bool isWhole = message([&](std::string_view lines) {
+    messageText_.append(lines.substr(0, mail_bounds::message - messageText_.size()));
+    bytes = messageBytes_;
+  });
+  if (!isWhole) return std::nullopt;
+  return Delivery{std::exchange(messageText_, {}), bytes};
 }
 
 ReplyReader::LineStart ReplyReader::lineStart() {
@@ -106,15 +119,16 @@ ReplyReader::LineStart ReplyReader::lineStart() {
   return LineStart::Text;
 }
 
-void ReplyReader::takeMessageLine() {
+/// All up to the next line that begins with a dot.
+std::string_view ReplyReader::messageLines() {
   const std::string_view rest = pending();
-  const std::size_t end = rest.find('\n');
-  atLineStart_ = end != std::string_view::npos;
-  const std::string_view taken = atLineStart_ ? rest.substr(0, end + 1) : rest;
+  const std::size_t end = rest.find("\n.");
+  const std::string_view taken = rest.substr(0, end == std::string_view::npos ? end : end + 1);
+  atLineStart_ = taken.ends_with('\n');
   position_ += taken.size();
-  message_.bytes += static_cast<std::int64_t>(taken.size());
-  if (message_.bytes > maximumMessage) throw tooLong("a message");
-  message_.text.append(taken.substr(0, mail_bounds::message - message_.text.size()));
+  messageBytes_ += static_cast<std::int64_t>(taken.size());
+  if (messageBytes_ > maximumMessage) throw tooLong("a message");
+  return taken;
 }
 
 }  // namespace velmora::pop

@@ -47,11 +47,16 @@ class ReplyReader {
   /// Hands out the complete lines of a listing, undotted and without line ends. True when its final dot was among them.
   bool lines(const std::function<void(std::string_view)>& each);
 
+  using Take = std::function<void(std::string_view)>;
+
+  /// Hands out what is there of a message, undotted, with its line ends as they came. True when its end was among it.
+  bool message(const Take& take);
+
   /// A whole message, or nothing while it is incomplete.
   std::optional<Delivery> message();
 
   /// Bytes of the message that is incomplete as yet.
-  std::int64_t messageBytes() const { return message_.bytes; }
+  std::int64_t messageBytes() const { return messageBytes_; }
 
   /// "What happened." followed by the server's own words, without the secret.
   std::string quote(std::string_view what, std::string_view words) const;
@@ -65,14 +70,15 @@ class ReplyReader {
   Reply parseStatus(std::string_view line) const;
   std::optional<std::string_view> line(std::size_t maximum);
   LineStart lineStart();
-  void takeMessageLine();
+  std::string_view messageLines();
 
   std::string secret_;
   std::string buffer_;
   std::size_t position_ = 0;
   std::size_t listLines_ = 0;
   std::size_t listBytes_ = 0;
-  Delivery message_;
+  std::string messageText_;
+  std::int64_t messageBytes_ = 0;
   bool atLineStart_ = true;
 };
 

@@ -14,9 +14,17 @@ bool isOddity(const PopFailure& failure) {
 }
 
 /// Lets go of a job's handler when the job is done, however it ends.
-struct Forgetting {
-  Conversation::WhileWaiting& handler;
-  ~Forgetting() { handler = nullptr; }
+class Watching {
+ public:
+  Watching(Conversation::WhileWaiting& handler, const Conversation::WhileWaiting& ofJob) : handler_(handler) {
+    handler_ = ofJob;
+  }
+  ~Watching() { handler_ = nullptr; }
+  Watching(const Watching&) = delete;
+  Watching& operator=(const Watching&) = delete;
+
+ private:
+  Conversation::WhileWaiting& handler_;
 };
 
 }  // namespace
@@ -59,17 +67,22 @@ void Session::authorize(Conversation& conversation, bool withCapabilities) {
       (before.contains("PIPELINING") || after.contains("PIPELINING")) && !habits_.oneByOne.contains(server_.key());
 }
 
-void Session::run(const std::function<void(const Channel&)>& job, const Conversation::WhileWaiting& whileWaiting) {
-  whileWaiting_ = whileWaiting;
-  const Forgetting atTheEnd{whileWaiting_};
+void Session::run(const Job& job, const Conversation::WhileWaiting& whileWaiting) {
+  const Watching watching(whileWaiting_, whileWaiting);
   try {
-    job({*conversation_, pipelined_, maildrop_});
+    job(channel());
   } catch (const PopFailure& failure) {
     if (!pipelined_ || !isOddity(failure)) throw;
     conversation_->requireOpen();
     openAgainAfter(failure);
-    job({*conversation_, pipelined_, maildrop_});
+    job(channel());
   }
+  conversation_->requireOpen();
+}
+
+void Session::runOnce(const Job& job, const Conversation::WhileWaiting& whileWaiting) {
+  const Watching watching(whileWaiting_, whileWaiting);
+  job(channel());
   conversation_->requireOpen();
 }
 
@@ -95,7 +108,7 @@ void Session::leave(std::span<const std::int32_t> deletions) {
     return;
   }
   try {
-    deleteAndQuit({*conversation_, pipelined_, maildrop_}, deletions);
+    deleteAndQuit(channel(), deletions);
   } catch (const PopFailure& failure) {
     if (pipelined_ && isOddity(failure)) habits_.oneByOne.insert(server_.key());
     throw;

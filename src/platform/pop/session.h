@@ -48,9 +48,14 @@ class Session {
 
   const Maildrop& maildrop() const { return maildrop_; }
 
+  using Job = std::function<void(const Channel&)>;
+
   /// Runs a job. Where it fails in a pipelined exchange for any reason but a refusal, it is run once more over a new
   /// connection, one by one.
-  void run(const std::function<void(const Channel&)>& job, const Conversation::WhileWaiting& whileWaiting);
+  void run(const Job& job, const Conversation::WhileWaiting& whileWaiting);
+
+  /// Runs a job that can't be run a second time.
+  void runOnce(const Job& job, const Conversation::WhileWaiting& whileWaiting);
 
   /// Has the messages of these numbers deleted and says good-bye. Throws PopFailure where that is not sure to be done;
   /// without numbers it never does.
@@ -64,6 +69,7 @@ class Session {
   void connectAndLogIn(bool withCapabilities);
   void authorize(Conversation& conversation, bool withCapabilities);
   void openAgainAfter(const PopFailure& failure);
+  Channel channel() { return {*conversation_, pipelined_, maildrop_}; }
 
   Transport& transport_;
   Server server_;
