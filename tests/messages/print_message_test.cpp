@@ -46,6 +46,7 @@ TEST(PrintedText, StandsAtThePrintableEdgeInLinesForMargins) {
 class PrintedMessage : public test::RunningProgram {
  protected:
   void SetUp() override {
+    option("UseInterval", "1");
     addAccount("Work").messages = {test::message("one"), test::message("two")};
     start();
     check();
@@ -133,6 +134,7 @@ TEST_F(PrintedMessage, TellsOfTroubleOnceAndNotInTheMiddleOfSomethingElse) {
   program.dialogs.count = 0;
   platform.onAsked = [this] { EXPECT_FALSE(program.frmMain.tmrMailTime.Enabled); };
   for (int i = 0; i < 3; ++i) tick(PrintStage::HandedOver, PrintTrouble::Waiting);
+  EXPECT_FALSE(program.frmMain.tmrMailTime.Enabled) << "the preview is still open";
   EXPECT_THAT(titles(), ElementsAre("Velmora - Printer Waits"));
   EXPECT_THAT(platform.asked[0].text, HasSubstr("media-empty"));
   tick(PrintStage::HandedOver);

@@ -59,7 +59,8 @@ FileQuestion originalQuestion(std::string_view subject) {
 
 FileQuestion attachmentQuestion(const Attachment& attachment) {
   const bool isMessage = attachment.name.empty() && attachment.kind == "message/rfc822";
-  const std::string name = isMessage ? "message.eml" : proposedFileName(attachment.name);
+  std::string name = isMessage ? "message.eml" : proposedFileName(attachment.name);
+  name.erase(0, std::min(name.find_first_not_of(" .-"), name.size()));  // or all behind a dot would be its ending
   const std::string ending = endingOf(name);
   return {.name = name.empty() ? "attachment" : name,
           .filter = ending.empty() ? "All Files (*)|*|" : "Attachment (*" + ending + ")|*" + ending + "|",
