@@ -19,6 +19,7 @@ Text of {subject}, for every ear.\r
 
 class ShownProgramTest(BuiltProgramTest):
     SUBJECTS = ()  # of the messages of robin, whose password is secret
+    MAILS = ()     # more of them, as they stand on the server
 
     @classmethod
     def setUpClass(cls):
@@ -26,9 +27,9 @@ class ShownProgramTest(BuiltProgramTest):
         cls.addClassCleanup(stack.close)
         home = make_folder(stack)
         files = []
-        for subject in cls.SUBJECTS:
-            files.append(home / subject)
-            files[-1].write_text(MAIL.format(subject=subject), newline="")
+        for mail in [MAIL.format(subject=subject).encode() for subject in cls.SUBJECTS] + list(cls.MAILS):
+            files.append(home / f"mail{len(files)}")
+            files[-1].write_bytes(mail)
         cls.ports = serve_mail(stack, "secret", {"robin": files})[1]
         cls.home, cls.settings = home, settings_in(home)
         open_desktop(stack, home)
