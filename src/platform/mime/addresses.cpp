@@ -7,6 +7,8 @@
 #include <iterator>
 #include <vector>
 
+#include "platform/mime/address_list.h"
+#include "platform/mime/bare_address.h"
 #include "platform/mime/encoded_words.h"
 #include "platform/mime/glib_ptr.h"
 #include "platform/text.h"
@@ -22,6 +24,9 @@ constexpr std::size_t MaxAddress = 1000;
 constexpr std::size_t addressWork = 64;
 
 constexpr std::string_view Specials = "()<>@,;:\\\".[]=?";
+/// Stands for an encoded word where it must be part of no address.
+constexpr std::string_view Placeholder = "\uFFFC";
+
 constexpr std::string_view DisguiseLead = "\xEE\x80";  // U+E000 and the 63 characters after it
 
 /// A character for private use that stands in for a special one: no two of them have the same last six bits.
@@ -47,34 +52,6 @@ std::string disguisedText(Reading& reading, std::string_view value) {
   for (const Run& run : decodedRuns(reading, value)) text += run.Encoded ? disguise(run.Text) : run.Text;
   std::ranges::replace(text, '\0', ' ');
   return text::replaceAll(text, "=?", "=" + disguised('?'));
-}
-
-/// Cuts a list at the commas and semicolons that stand outside of quotes, comments and angle brackets.
-std::vector<std::string_view> splitList(std::string_view list) {
-  std::vector<std::string_view> pieces;
-  std::size_t begin = 0;
-  std::size_t comments = 0;
-  bool quoted = false;
-  bool angled = false;
-  for (std::size_t i = 0; i < list.size(); ++i) {
-    const char c = list[i];
-    if (c == '\\') {
-      ++i;
-    } else if (quoted || (c == '"' && comments == 0)) {
-      quoted = quoted != (c == '"');
-    } else if (c == '(') {
-      ++comments;
-    } else if (comments > 0) {
-      comments -= c == ')' ? 1 : 0;
-    } else if (c == '<' || c == '>') {
-      angled = c == '<';
-    } else if (c == ';' || (c == ',' && !angled)) {
-      pieces.push_back(list.substr(begin, i - begin));
-      begin = i + 1;
-    }
-  }
-  pieces.push_back(list.substr(begin));
-  return pieces;
 }
 
 std::string textOf(const char* text) { return text ? text : ""; }
@@ -122,14 +99,21 @@ std::string displayAddress(std::string_view piece) {
 std::string displayAddresses(Reading& reading, std::string_view value) {
   const std::string list = disguisedText(reading, value);
   std::string text;
-  for (const std::string_view piece : splitList(list)) {
-    const std::string_view address = text::trim(piece);
+  for (const auto& [begin, size] : splitList(maskList(list).Text)) {
+    const std::string_view address = text::trim(std::string_view(list).substr(begin, size));
     if (address.empty()) continue;
     reading.worked(addressWork * address.size());
     if (!text.empty()) text += ", ";
     text += displayAddress(address);
   }
   return reveal(text);
+}
+
+std::string senderAddress(Reading& reading, std::string_view value) {
+  std::string list;
+  for (const Run& run : decodedRuns(reading, value)) list += run.Encoded ? Placeholder : run.Text;
+  reading.worked(list.size());
+  return lastBareAddress(list);
 }
 
 }  // namespace velmora::mime

@@ -11,4 +11,8 @@ namespace velmora::mime {
 /// doesn't understand to its end stays as it is, decoded.
 std::string displayAddresses(Reading& reading, std::string_view value);
 
+/// The bare address of the last mailbox of such a value, to answer to. Blank where it isn't plain and sure, and where
+/// encoded words make up a part of it.
+std::string senderAddress(Reading& reading, std::string_view value);
+
 }  // namespace velmora::mime

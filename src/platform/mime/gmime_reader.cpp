@@ -2,15 +2,19 @@
 
 #include <gmime/gmime.h>
 
+#include <algorithm>
+#include <cstdint>
+#include <limits>
 #include <utility>
 #include <vector>
 
 #include "platform/mail_bounds.h"
 #include "platform/mime/addresses.h"
+#include "platform/mime/attachments.h"
+#include "platform/mime/body.h"
 #include "platform/mime/encoded_words.h"
 #include "platform/mime/entity.h"
 #include "platform/mime/glib_ptr.h"
-#include "platform/mime/message_content.h"
 #include "platform/mime/message_date.h"
 #include "platform/mime/reading.h"
 #include "platform/mime/utf8.h"
@@ -35,15 +39,30 @@ struct Library {
   ~Library() { g_mime_shutdown(); }
 };
 
-std::string addresses(mime::Reading& reading, const std::vector<mime::Field>& fields, std::string_view name) {
-  std::string joined;
+/// All fields of a name as one list, or the beginning of it.
+struct AddressFields {
+  std::string Text;
+  bool IsWhole = true;
+};
+
+AddressFields addressFields(const std::vector<mime::Field>& fields, std::string_view name) {
+  AddressFields joined;
   for (const mime::Field& field : fields) {
     if (!text::equalsIgnoringCase(field.Name, name) || field.Value.empty()) continue;
-    if (!joined.empty()) joined += ",";
-    joined += mime::unfold(field.Value, MaxEncodedLine);
-    if (joined.size() >= MaxEncodedLine) break;
+    joined.IsWhole = joined.Text.size() + field.Value.size() < MaxEncodedLine;
+    if (!joined.Text.empty()) joined.Text += ",";
+    joined.Text += mime::unfold(field.Value, MaxEncodedLine);
+    if (!joined.IsWhole) break;
   }
-  return mime::oneLine(mime::displayAddresses(reading, joined), GmimeReader::MaxLine);
+  return joined;
+}
+
+std::string addresses(mime::Reading& reading, const AddressFields& joined) {
+  return mime::oneLine(mime::displayAddresses(reading, joined.Text), GmimeReader::MaxLine);
+}
+
+std::string sender(mime::Reading& reading, const AddressFields& from) {
+  return from.IsWhole ? mime::senderAddress(reading, from.Text) : std::string();
 }
 
 std::string subject(mime::Reading& reading, const std::vector<mime::Field>& fields) {
@@ -75,6 +94,20 @@ std::string rawOf(std::string_view header) {
   return raw;
 }
 
+std::int16_t clamped(std::size_t count) {
+  constexpr std::size_t most = std::numeric_limits<std::int16_t>::max();
+  return static_cast<std::int16_t>(std::min(count, most));
+}
+
+std::vector<Attachment> described(mime::Reading& reading, const std::vector<const mime::Part*>& attached) {
+  std::vector<Attachment> told;
+  for (const mime::Part* const part : attached) {
+    if (told.size() == mail_bounds::attached) break;
+    told.push_back(mime::describe(reading, *part));
+  }
+  return told;
+}
+
 }  // namespace
 
 GmimeReader::GmimeReader() : converters_(std::make_unique<mime::Converters>()) { static const Library library; }
@@ -86,21 +119,28 @@ ReadMail GmimeReader::read(std::string_view message, const DateTime& now, const 
   mime::Reading reading(*converters_, pause);
   const mime::Entity entity = mime::splitEntity(reading, message);
   const std::vector<mime::Field> fields = mime::fieldsOf(reading, entity.Header);
-  mime::MessageContent content = mime::readContent(reading, entity);
-  return {.From = addresses(reading, fields, "From"),
-          .To = addresses(reading, fields, "To"),
+  const AddressFields from = addressFields(fields, "From");
+  const mime::Parts parts = mime::partsOf(reading, entity);
+  const std::vector<const mime::Part*> attached = mime::attachmentsOf(reading, parts);
+  return {.From = addresses(reading, from),
+          .To = addresses(reading, addressFields(fields, "To")),
           .Subject = subject(reading, fields),
           .Date = date(reading, fields, now),
           .Raw = rawOf(entity.Header),
-          .Body = std::move(content.Body),
-          .Sender = {},
-          .Attachments = content.Attachments,
-          .Attached = {}};
+          .Body = mime::bodyOf(reading, parts),
+          .Sender = sender(reading, from),
+          .Attachments = clamped(attached.size()),
+          .Attached = described(reading, attached)};
 }
 
-std::optional<std::string> GmimeReader::attachment(std::string_view /*message*/, std::size_t /*place*/,
-                                                   const Pause& /*pause*/) const {
-  return std::nullopt;
+std::optional<std::string> GmimeReader::attachment(std::string_view message, std::size_t place,
+                                                   const Pause& pause) const {
+  converters_->startMessage();
+  mime::Reading reading(*converters_, pause);
+  const mime::Parts parts = mime::partsOf(reading, mime::splitEntity(reading, message));
+  const std::vector<const mime::Part*> attached = mime::attachmentsOf(reading, parts);
+  if (place >= std::min(attached.size(), mail_bounds::attached)) return std::nullopt;
+  return mime::contentOf(reading, *attached[place]);
 }
 
 std::string GmimeReader::fingerprint(std::string_view bytes) const {

@@ -1,6 +1,7 @@
 #include "platform/mime/parts.h"
 
-#include <cstddef>
+#include <algorithm>
+#include <array>
 #include <utility>
 
 #include "platform/mail_bounds.h"
@@ -19,65 +20,124 @@ constexpr std::size_t MaxValue = std::size_t{16} * 1024;
 /// What the header of a part costs besides its bytes, as bytes of other work.
 constexpr std::size_t partWork = 1024;
 
-bool saysAttached(std::string_view disposition) {
-  return text::equalsIgnoringCase(disposition.substr(0, 10), "attachment");
-}
+/// How a part stands to those around it.
+enum class Place { Beside, Alternative, Root, Shown };
 
-std::string contentId(std::string_view value) {
-  std::string id = unfold(value, MaxValue);
+std::string withoutBrackets(std::string id) {
   std::erase_if(id, [](char c) { return c == '<' || c == '>' || c == ' ' || c == '\t'; });
   return id;
 }
 
-ContentType plainText() { return {"text", "plain", {}, {}}; }
+std::string contentId(const std::vector<Field>& fields) {
+  return withoutBrackets(unfold(valueOf(fields, "Content-ID"), MaxValue));
+}
+
+const ContentType plainText = {.Type = "text", .Subtype = "plain"};
+const ContentType wholeMessage = {.Type = "message", .Subtype = "rfc822"};
+
+/// Says what another alternative says, for programs that show no HTML or more than that.
+bool isForm(const ContentType& type) {
+  constexpr std::array<std::string_view, 4> forms = {"x-amp-html", "watch-html", "enriched", "richtext"};
+  return std::ranges::any_of(forms, [&](std::string_view form) { return type.is("text", form); });
+}
+
+/// Half a message, or a multipart without parts, is of no use but as text.
+bool isFragment(const ContentType& type) { return type.is("multipart") || type.is("message", "partial"); }
+
+Role roleOf(const ContentType& type, const Disposition& disposition, Place place) {
+  if (disposition.IsAttached) return Role::Attached;
+  if (isFragment(type)) return Role::LeftOut;
+  if (!type.is("text") || place == Place::Shown) return Role::Picture;
+  if (type.is("text", "plain")) return Role::Plain;
+  if (type.is("text", "html")) return Role::Html;
+  return place == Place::Alternative && isForm(type) ? Role::LeftOut : Role::Attached;
+}
+
+bool isText(const Part& part) { return part.Is == Role::Plain || part.Is == Role::Html; }
 
 class Walk {
  public:
   explicit Walk(Reading& reading) : reading_(reading) {}
 
-  void enter(const Entity& entity, const ContentType& fallback, int depth) {
+  void enter(const Entity& entity, const ContentType& fallback, Place place, int depth) {
     reading_.worked(partWork);
     const std::vector<Field> fields = fieldsOf(reading_, entity.Header);
     const ContentType type = parseContentType(unfold(valueOf(fields, "Content-Type"), MaxValue), fallback);
-    if (type.is("multipart") && enterParts(entity, type, depth)) return;
-    add(type, fields, entity.Content);
+    const std::size_t index = parts_.size();
+    parts_.push_back({.Kind = kindOf(type), .Header = entity.Header, .Content = entity.Content});
+    if (const auto children = childrenOf(entity, type, depth); children.empty()) {
+      addLeaf(type, fields, place);
+    } else {
+      parts_[index].Is = type.is("multipart", "alternative") ? Role::Alternatives : Role::Sequence;
+      enterAll(children, type, place, depth + 1);
+    }
+    parts_[index].End = parts_.size();
   }
 
-  Parts take() { return std::move(parts_); }
+  /// What has to be known of all parts at once comes last.
+  Parts take() {
+    auto first = std::ranges::find_if(parts_, isText);
+    if (first == parts_.end())
+      for (const std::size_t index : substitutes_) parts_[index].Is = Role::Plain;
+    first = std::ranges::find_if(parts_, isText);
+    for (const std::size_t index : named_) {
+      Part& part = parts_[index];
+      if (isText(part) && &part != &*first) part.Is = Role::Attached;
+    }
+    return std::move(parts_);
+  }
 
  private:
-  /// False where there are no parts.
-  bool enterParts(const Entity& entity, const ContentType& type, int depth) {
-    if (type.Boundary.empty() || depth >= MaxDepth || left_ == 0) return false;
-    const std::vector<std::string_view> children = splitMultipart(reading_, entity.Content, type.Boundary, left_);
+  std::vector<Entity> childrenOf(const Entity& entity, const ContentType& type, int depth) {
+    std::vector<Entity> children;
+    if (!type.is("multipart") || type.Boundary.empty() || depth >= MaxDepth || left_ == 0) return children;
+    for (const std::string_view child : splitMultipart(reading_, entity.Content, type.Boundary, left_))
+      children.push_back(splitEntity(reading_, child));
     left_ -= children.size();
-    const ContentType fallback =
-        type.is("multipart", "digest") ? ContentType{"message", "rfc822", {}, {}} : plainText();
-    for (const std::string_view child : children) enter(splitEntity(reading_, child), fallback, depth + 1);
-    return !children.empty();
+    return children;
   }
 
-  void add(const ContentType& type, const std::vector<Field>& fields, std::string_view content) {
-    // Half a message is of no use but as text.
-    const bool fragment = type.is("multipart") || type.is("message", "partial");
-    if (!fragment && saysAttached(valueOf(fields, "Content-Disposition"))) {
-      ++parts_.Attached;
-    } else if (fragment) {
-      parts_.OtherText.push_back({content, {}, {}});
-    } else if (type.is("text")) {
-      textsOf(type).push_back({content, valueOf(fields, "Content-Transfer-Encoding"), type.Charset});
-    } else {
-      parts_.NonTextIds.push_back(contentId(valueOf(fields, "Content-ID")));
+  void enterAll(const std::vector<Entity>& children, const ContentType& type, Place place, int depth) {
+    const ContentType& fallback = type.is("multipart", "digest") ? wholeMessage : plainText;
+    if (place != Place::Shown && type.is("multipart", "related")) return enterRelated(children, type.Start, depth);
+    const Place below = type.is("multipart", "alternative") ? Place::Alternative : Place::Beside;
+    for (const Entity& child : children) enter(child, fallback, place == Place::Shown ? place : below, depth);
+  }
+
+  /// The root is the part that the start names. Where there is none it should be the first one; some programs put
+  /// pictures before it.
+  void enterRelated(const std::vector<Entity>& children, const std::string& start, int depth) {
+    const auto hasStart = [id = withoutBrackets(start), this](const Entity& child) {
+      return !id.empty() && contentId(fieldsOf(reading_, child.Header)) == id;
+    };
+    const auto root = std::ranges::find_if(children, hasStart);
+    bool isFound = root != children.end();
+    for (auto child = children.begin(); child != children.end(); ++child) {
+      const auto before = static_cast<std::ptrdiff_t>(parts_.size());
+      enter(*child, plainText, child == root || !isFound ? Place::Root : Place::Shown, depth);
+      isFound = isFound || std::any_of(parts_.begin() + before, parts_.end(), isText);
     }
   }
 
-  std::vector<TextPart>& textsOf(const ContentType& type) {
-    if (type.is("text", "plain")) return parts_.Plain;
-    return type.is("text", "html") ? parts_.Html : parts_.OtherText;
+  void addLeaf(const ContentType& type, const std::vector<Field>& fields, Place place) {
+    Part& part = parts_.back();
+    const std::size_t index = parts_.size() - 1;
+    const Disposition disposition = parseDisposition(unfold(valueOf(fields, "Content-Disposition"), MaxValue));
+    part.Is = roleOf(type, disposition, place);
+    if (part.Is == Role::Picture) part.Id = contentId(fields);
+    if (part.Is == Role::LeftOut || (part.Is == Role::Attached && !disposition.IsAttached))
+      substitutes_.push_back(index);
+    if (place == Place::Beside && !(type.Name.Bytes.empty() && disposition.FileName.Bytes.empty()))
+      named_.push_back(index);
+    if (isFragment(type)) return;
+    part.Encoding = valueOf(fields, "Content-Transfer-Encoding");
+    part.Charset = type.Charset;
   }
 
   Reading& reading_;
   Parts parts_;
+  std::vector<std::size_t> substitutes_;  ///< text only where there is no other
+  std::vector<std::size_t> named_;        ///< attached where they are text, and not the first
   std::size_t left_ = mail_bounds::parts;
 };
 
@@ -85,7 +145,7 @@ class Walk {
 
 Parts partsOf(Reading& reading, const Entity& message) {
   Walk walk(reading);
-  walk.enter(message, plainText(), 0);
+  walk.enter(message, plainText, Place::Beside, 0);
   return walk.take();
 }
 

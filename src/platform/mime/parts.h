@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -8,22 +9,37 @@
 
 namespace velmora::mime {
 
-/// A part that holds text. Views into the message.
-struct TextPart {
-  std::string_view Content;
-  std::string_view Encoding;  ///< value of Content-Transfer-Encoding
-  std::string Charset;
+/// What a part is to its message.
+enum class Role {
+  Sequence,      ///< holds parts that stand side by side
+  Alternatives,  ///< holds parts that say the same, the plainest first
+  Plain,         ///< text of the message
+  Html,          ///< the same
+  Picture,       ///< what HTML may show; attached where none does
+  Attached,
+  LeftOut,  ///< another form of the text
 };
 
-/// What a message is made of, in order: `mail_bounds::parts` at most. Multiparts are opened, attached messages not. A
-/// multipart that holds no parts after all, or lies deeper than any real one, or behind too many parts, is plain text.
-struct Parts {
-  std::vector<TextPart> Plain;
-  std::vector<TextPart> Html;
-  std::vector<TextPart> OtherText;
-  std::vector<std::string> NonTextIds;  ///< Content-ID of each part that is no text and isn't marked as attached
-  std::size_t Attached = 0;             ///< parts marked as attached
+/// A part of a message. Views into the message.
+struct Part {
+  Role Is = Role::LeftOut;
+  std::size_t End = 0;    ///< the place behind the last part that it holds
+  std::string Kind = {};  ///< "image/png", in small letters
+  std::string_view Header = {};
+  std::string_view Content = {};
+  std::string_view Encoding = {};  ///< value of Content-Transfer-Encoding
+  std::string Charset = {};
+  std::string Id = {};  ///< Content-ID of a picture
 };
+
+/// A message and all that it is made of, in order and each in front of what it holds: `mail_bounds::parts` at most and
+/// the message itself. Multiparts are opened, attached messages not. A multipart that holds no parts after all, or lies
+/// deeper than any real one, or behind too many parts, is plain text.
+///
+/// The text is what is plain or HTML, and any other text only where there is neither: besides it that is attached, but
+/// for forms that only stand for another part. Attached is also what says so, and plain text or HTML with a file name
+/// that stands behind the first text. In a multipart/related the root alone is text.
+using Parts = std::vector<Part>;
 
 Parts partsOf(Reading& reading, const Entity& message);
 

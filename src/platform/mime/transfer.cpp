@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <charconv>
 
+#include "platform/ascii.h"
+
 namespace velmora::mime {
 
 namespace {
@@ -18,6 +20,25 @@ std::string_view uuencodedLines(std::string_view content) {
   return content.substr(0, content.find("\nend"));
 }
 
+GMimeContentEncoding kindOf(std::string_view encoding) {
+  const std::string name(encoding.substr(0, encoding.find_first_of(" \t;(")));
+  return g_mime_content_encoding_from_string(name.c_str());
+}
+
+bool isBase64(char c) { return ascii::isLetter(c) || ascii::isDigit(c) || c == '+' || c == '/'; }
+
+template <class Matches>
+std::size_t count(Reading& reading, std::string_view content, Matches matches) {
+  std::size_t found = 0;
+  while (!content.empty()) {
+    const std::string_view slice = content.substr(0, Reading::slice);
+    found += static_cast<std::size_t>(std::ranges::count_if(slice, matches));
+    reading.worked(slice.size());
+    content.remove_prefix(slice.size());
+  }
+  return found;
+}
+
 }  // namespace
 
 struct TransferDecoder::State {
@@ -26,8 +47,7 @@ struct TransferDecoder::State {
 };
 
 TransferDecoder::TransferDecoder(std::string_view content, std::string_view encoding) : content_(content) {
-  const std::string name(encoding.substr(0, encoding.find_first_of(" \t;(")));
-  const GMimeContentEncoding kind = g_mime_content_encoding_from_string(name.c_str());
+  const GMimeContentEncoding kind = kindOf(encoding);
   if (kind == GMIME_CONTENT_ENCODING_UUENCODE) content_ = uuencodedLines(content);
   if (kind != GMIME_CONTENT_ENCODING_BASE64 && kind != GMIME_CONTENT_ENCODING_QUOTEDPRINTABLE &&
       kind != GMIME_CONTENT_ENCODING_UUENCODE)
@@ -50,6 +70,20 @@ std::string TransferDecoder::next(std::size_t maxBytes) {
     size += g_mime_encoding_step(&state_->decoder, "==", 2, decoded.data() + size);
   decoded.resize(size);
   return decoded;
+}
+
+std::size_t decodedSize(Reading& reading, std::string_view content, std::string_view encoding) {
+  switch (kindOf(encoding)) {
+    case GMIME_CONTENT_ENCODING_BASE64:
+      return count(reading, content, isBase64) * 3 / 4;
+    case GMIME_CONTENT_ENCODING_QUOTEDPRINTABLE:
+      return content.size() - std::min(content.size(), 2 * count(reading, content, [](char c) { return c == '='; }));
+    case GMIME_CONTENT_ENCODING_UUENCODE:
+      // A full line takes 62 bytes to bring 45.
+      return uuencodedLines(content).size() * 45 / 62;
+    default:
+      return content.size();
+  }
 }
 
 std::string decodeTransfer(std::string_view content, std::string_view encoding) {

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/mime/reading.h"
+
 namespace velmora::mime {
 
 /// Undoes a transfer encoding (base64, quoted-printable, uuencode in any of their names; all else is taken as it is),
@@ -27,6 +29,10 @@ class TransferDecoder {
   std::string_view content_;
   std::unique_ptr<State> state_;  ///< none where there is nothing to undo
 };
+
+/// About as many bytes as the decoder brings in all, found without decoding: of base64 just as many where nothing
+/// breaks the encoding.
+std::size_t decodedSize(Reading& reading, std::string_view content, std::string_view encoding);
 
 /// The same for a content that is taken as a whole.
 std::string decodeTransfer(std::string_view content, std::string_view encoding);

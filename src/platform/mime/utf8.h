@@ -27,6 +27,9 @@ class LineWriter {
 
   void add(std::string_view utf8);
   const std::string& text() const { return text_; }
+
+  /// Takes back all but so many bytes.
+  void cutTo(std::size_t bytes) { text_.resize(bytes); }
   std::string take() { return std::move(text_); }
 
  private:

@@ -1,0 +1,45 @@
+#include "platform/mime/address_list.h"
+
+#include <cstddef>
+
+namespace velmora::mime {
+
+MaskedList maskList(std::string_view list) {
+  std::string masked(list);
+  std::size_t comments = 0;
+  bool quoted = false;
+  for (std::size_t i = 0; i < list.size(); ++i) {
+    const char c = list[i];
+    if (c == '\\') {
+      masked[i] = comments > 0 ? ' ' : '"';
+      if (++i < list.size()) masked[i] = masked[i - 1];
+    } else if (quoted || (c == '"' && comments == 0)) {
+      quoted = quoted != (c == '"');
+      masked[i] = '"';
+    } else if (c == '(' || comments > 0) {
+      if (c == '(') ++comments;
+      if (c == ')') --comments;
+      masked[i] = ' ';
+    }
+  }
+  return {std::move(masked), comments == 0 && !quoted};
+}
+
+std::vector<ListPiece> splitList(std::string_view masked) {
+  std::vector<ListPiece> pieces;
+  std::size_t begin = 0;
+  bool angled = false;
+  for (std::size_t i = 0; i < masked.size(); ++i) {
+    const char c = masked[i];
+    if (c == '<' || c == '>') {
+      angled = c == '<';
+    } else if (c == ';' || (c == ',' && !angled)) {
+      pieces.push_back({begin, i - begin});
+      begin = i + 1;
+    }
+  }
+  pieces.push_back({begin, masked.size() - begin});
+  return pieces;
+}
+
+}  // namespace velmora::mime
