@@ -204,8 +204,7 @@ class HandingOnTest(ShownProgramTest):
         self.save_as("ctrl+shift+s", self.home / "whole.eml")
         self.assertEqual((self.home / "whole.eml").read_bytes(), LETTER)
         self.open_preview()
-        box = self.find({self.see.pyatspi.ROLE_COMBO_BOX}, "Attachments")
-        self.assertEqual(box[0][0].name if box.childCount else box.name, "1. ../a b.png (image/png, 10 KB)")
+        self.find({self.see.pyatspi.ROLE_COMBO_BOX}, "1. ../a b.png (image/png, 10 KB)")
         self.save_as("ctrl+shift+a", self.home / "picture.png")
         self.assertEqual((self.home / "picture.png").read_bytes(), PICTURE)
         self.close_preview()
@@ -213,9 +212,7 @@ class HandingOnTest(ShownProgramTest):
 
     def save_as(self, keys, path):
         self.key(keys)
-        dialog = self.see.wait_for("the dialog", lambda: next((each for each in self.root if each and each.getRole() in
-                                   (self.see.pyatspi.ROLE_FILE_CHOOSER, self.see.pyatspi.ROLE_DIALOG)
-                                   and self.see.showing(each, self.see.BUTTONS, "Save")), None))
+        dialog = self.see.wait_for("the dialog", lambda: self.see.window(self.root, "Save As"))
         self.wait_for_focus(self.see.showing(dialog, {self.see.pyatspi.ROLE_TEXT})[0])
         self.key("ctrl+a")
         tell("xdotool", "type", str(path))
