@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -5,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/mail_bounds.h"
 #include "platform/mime/gmime_reader.h"
 #include "platform/mime/utf8.h"
 
@@ -26,6 +28,25 @@ bool hasNetworkLineEnds(std::string_view text) {
   return true;
 }
 
+bool isSender(const std::string& sender) {
+  return sender.empty() || (isUtf8(sender) && sender.size() <= 320 && std::ranges::count(sender, '@') == 1 &&
+                            sender.find_first_of(std::string_view(" \"(),:;<>[\\]\0\r\n", 15)) == std::string::npos);
+}
+
+/// Each that is told of has a content, and no other place has.
+void requireAttachments(const velmora::GmimeReader& reader, std::string_view message, const velmora::ReadMail& mail) {
+  const std::size_t told = mail.Attached.size();
+  require(told == std::min(static_cast<std::size_t>(mail.Attachments), velmora::mail_bounds::attached));
+  for (std::size_t i = 0; i < told; ++i) {
+    const auto& [name, kind, bytes] = mail.Attached[i];
+    require(isUtf8(name) && isOneLine(name) && name.size() <= 255);
+    require(kind.size() <= 100 && kind.find('/') != kind.npos && isOneLine(kind));
+    const auto content = reader.attachment(message, i, [] {});
+    require(content && bytes >= 0 && content->size() <= message.size());
+  }
+  require(!reader.attachment(message, told, [] {}));
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -40,6 +61,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   require(isUtf8(mail.Body) && hasNetworkLineEnds(mail.Body));
   require(velmora::isValid(mail.Date));
   require(message.starts_with(mail.Raw));
-  require(mail.Attachments >= 0);
+  require(isSender(mail.Sender));
+  requireAttachments(reader, message, mail);
   return 0;
 }

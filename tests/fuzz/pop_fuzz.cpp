@@ -46,6 +46,8 @@ void session(std::uint8_t setting, std::string_view script) {
   PopMessages& messages = client->Messages();
   if ((setting & 4U) != 0) works([&] { messages.ListMessages(); });
   if ((setting & 8U) != 0) works([&] { messages.FetchAll(); });
+  if ((setting & 32U) != 0)
+    works([&] { messages.FetchOriginal(0, [](std::string_view bytes) { return !bytes.empty(); }); });
   if ((setting & 16U) != 0) works([&] { messages.Item(0).Deleted = true; });
   const bool marked = (setting & 16U) != 0;
   if (!works([&] { client->Disconnect(); }) && !marked) std::abort();

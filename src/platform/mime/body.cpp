@@ -86,8 +86,8 @@ class BodyWriter {
 
   bool writeOne(std::size_t place) {
     std::vector<std::size_t> children = childrenOf(place);
-    const auto others = std::ranges::stable_partition(children, [this](std::size_t child) { return isPlain(child); });
-    std::ranges::reverse(others);
+    const auto isPlainText = [this](std::size_t child) { return isPlain(child); };
+    std::reverse(std::stable_partition(children.begin(), children.end(), isPlainText), children.end());
     return std::ranges::any_of(children, [this](std::size_t child) { return write(child); });
   }
 

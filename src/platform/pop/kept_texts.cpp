@@ -4,6 +4,7 @@
 #include <array>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/mail_bounds.h"
 
@@ -26,6 +27,12 @@ constexpr std::array texts = {
     Text{&ReadMail::Body, mail_bounds::bodyMark.size(), mail_bounds::bodyMark},
 };
 
+std::size_t sizeOf(const std::vector<Attachment>& attached) {
+  std::size_t size = 0;
+  for (const Attachment& each : attached) size += sizeof(each) + each.name.capacity() + each.kind.capacity();
+  return size;
+}
+
 }  // namespace
 
 void keepWithin(std::size_t& room, ReadMail& mail) {
@@ -36,6 +43,11 @@ void keepWithin(std::size_t& room, ReadMail& mail) {
     // A text that grew piece by piece may hold twice the memory.
     text.shrink_to_fit();
   }
+  // Half an address would be another one.
+  room -= std::min(room, mail.Sender.size());
+  mail.Attached.shrink_to_fit();
+  if (sizeOf(mail.Attached) > room) mail.Attached = {};
+  room -= sizeOf(mail.Attached);
 }
 
 }  // namespace velmora::pop

@@ -21,11 +21,11 @@ std::string repeat(std::string_view text, std::size_t times) {
   return repeated;
 }
 
-std::string nested(int depth) {
+std::string nested(int depth, const std::string& subtype = "mixed") {
   std::string message;
   for (int i = 0; i < depth; ++i) {
     const std::string name = "b" + std::to_string(i);
-    message += "Content-Type: multipart/mixed; boundary=" + name + "\r\n\r\n--" + name + "\r\n";
+    message += "Content-Type: multipart/" + subtype + "; boundary=" + name + "\r\n\r\n--" + name + "\r\n";
   }
   return message + "\r\ninnermost";
 }
@@ -157,6 +157,18 @@ const Hostile hostileMail[] = {
     {"TinyDelimiters", mixed, "--b\n", 4000000, ""},
     {"CharsetsOfParameters", mixed,
      "--b\r\nContent-Type: text/plain" + charsetsInTurn("; a*=", "''%41") + "; charset=utf-8\r\n\r\nx\r\n", 5000, ""},
+    {"NamesInCharsets", mixed, charsetsInTurn("--b\r\nContent-Type: a/b; name*=", "''%E1\r\n\r\nx\r\n"), 8000, ""},
+    {"NameInSections", mixed, "--b\r\nContent-Type: a/b; a=b" + numbered("; name*", "*=%41", 1500) + "\r\n\r\nx\r\n",
+     300, ""},
+    {"HtmlSideBySide", mixed, "--b\r\nContent-Type: text/html\r\n\r\n<p>x\r\n", 20000, ""},
+    {"BlankAlternatives",
+     nested(14, "alternative") + "\r\n--b13\r\nContent-Type: multipart/alternative; boundary=b\r\n\r\n",
+     "--b\r\nContent-Type: text/html\r\n\r\n&nbsp;\r\n", 20000, ""},
+    {"BlankText", "A: b\r\n\r\n", " \r\n", 1000000, ""},
+    {"RelatedWithoutRoot", "Content-Type: multipart/related; boundary=b; start=x\r\n\r\n",
+     image + "Content-ID: <y>\r\n\r\nx\r\n", 50000, ""},
+    {"PicturesOfManyPages", mixed + numbered(image + "Content-ID: <", ">\r\n\r\nx\r\n", 5000),
+     "--b\r\nContent-Type: text/html\r\n\r\n" + numbered("cid:", " ", 200) + "\r\n", 4000, ""},
     {"HtmlLinesInAList", htmlMail + "<ul><li><pre>", "x\n", mebibyte / 2},
     {"HtmlSeparatorsInAList", htmlMail + "<ul><li>", "x\u2029", mebibyte / 4},
     {"HtmlEntitiesInAList", htmlMail + "<ul><li>", "&#xFDD0;", mebibyte / 8},

@@ -222,5 +222,22 @@ TEST(Fetch, KeepsNoMoreOfAMailboxThanThereIsRoomFor) {
   }
 }
 
+TEST(Fetch, KeepsWhatIsToldOfAttachmentsWhileThereIsRoom) {
+  ReadMail hostile;
+  hostile.Sender = "a@b.example";
+  hostile.Attachments = mail_bounds::attached;
+  hostile.Attached.assign(mail_bounds::attached, {std::string(255, 'n'), std::string(100, 'k'), 1});
+  const std::size_t ofOne = mail_bounds::attached * (sizeof(Attachment) + 255 + 100) + hostile.Sender.size();
+  std::size_t room = 2 * ofOne + 50;
+  for (const bool isKept : {true, true, false, false}) {
+    ReadMail mail = hostile;
+    pop::keepWithin(room, mail);
+    EXPECT_EQ(mail.Attached, isKept ? hostile.Attached : std::vector<Attachment>());
+    EXPECT_EQ(mail.Attachments, mail_bounds::attached);
+    EXPECT_EQ(mail.Sender, hostile.Sender);
+  }
+  EXPECT_EQ(room, 50U - 2 * hostile.Sender.size());
+}
+
 }  // namespace
 }  // namespace velmora::test
