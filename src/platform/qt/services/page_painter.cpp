@@ -1,7 +1,9 @@
 #include "platform/qt/services/page_painter.h"
 
 #include <QElapsedTimer>
+#include <QGuiApplication>
 #include <QPageSize>
+#include <QScreen>
 #include <QTextOption>
 #include <algorithm>
 #include <utility>
@@ -15,7 +17,7 @@ namespace {
 
 constexpr int TwipsOfAnInch = 1440;
 constexpr qreal TwipsOfAPoint = 20;
-constexpr qreal TabStops = TwipsOfAnInch / 2.0;
+constexpr qreal InchesOfATab = 0.5;
 
 QPageSize sheet(const Paper& paper) {
   return QPageSize(QSizeF(paper.width, paper.height) / TwipsOfAPoint, QPageSize::Point, {}, QPageSize::ExactMatch);
@@ -34,7 +36,8 @@ QTextOption optionFor(const QString& text) {
   QTextOption option(text.isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft);
   option.setTextDirection(text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
   option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-  option.setTabStopDistance(TabStops);
+  // The layout takes them for the screen's dots, and a paper's are finer.
+  option.setTabStopDistance(InchesOfATab * QGuiApplication::primaryScreen()->logicalDotsPerInchY());
   return option;
 }
 

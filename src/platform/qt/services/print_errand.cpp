@@ -4,8 +4,9 @@
 
 namespace velmora {
 
-PrintState PrintErrand::state() const {
+PrintState PrintErrand::state() {
   const std::scoped_lock lock(mutex_);
+  if (state_.stage == PrintStage::HandedOver) handedOverIsKnown_ = true;
   return state_;
 }
 
@@ -32,6 +33,11 @@ std::optional<PrintErrand::Document> PrintErrand::waitForDocument() {
   std::unique_lock lock(mutex_);
   changed_.wait(lock, [this] { return document_ || isLetGo(); });
   return isLetGo() ? std::nullopt : std::exchange(document_, {});
+}
+
+bool PrintErrand::handedOverIsKnown() const {
+  const std::scoped_lock lock(mutex_);
+  return handedOverIsKnown_;
 }
 
 bool PrintErrand::pause(std::chrono::milliseconds length) {

@@ -23,13 +23,14 @@ class PrintErrand {
   };
 
   // For the job.
-  PrintState state() const;
+  PrintState state();
   void send(Document document);
   void letGo();
 
   // For the thread. Once the job has let go of the errand, nothing is waited for any more.
   bool tell(const PrintState& state);  ///< whether the job still asks
   std::optional<Document> waitForDocument();
+  bool handedOverIsKnown() const;                ///< the job has heard of it
   bool pause(std::chrono::milliseconds length);  ///< whether the job still asks
   bool isLetGo() const { return std::atomic_ref(letGo_).load() != 0; }
   int* cancelFlag() { return &letGo_; }  ///< for a library in C, which ends its own waits by it
@@ -39,6 +40,7 @@ class PrintErrand {
   std::condition_variable changed_;
   PrintState state_;
   std::optional<Document> document_;
+  bool handedOverIsKnown_ = false;
   alignas(std::atomic_ref<int>::required_alignment) mutable int letGo_ = 0;
 };
 

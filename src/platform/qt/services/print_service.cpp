@@ -122,6 +122,7 @@ void PrintService::watch() {
     if (answered) judge(last = news);
     if (state_.stage == PrintStage::HandedOver && Clock::now() > end) tell(PrintStage::Printed);
   }
+  if (errand_.isLetGo() && !errand_.handedOverIsKnown()) takeBack();
 }
 
 void PrintService::judge(const JobNews& news) {
