@@ -1,20 +1,96 @@
 #include "platform/qt/services/print_job.h"
 
+#include <exception>
+#include <optional>
+#include <thread>
+#include <utility>
+
+#include "platform/qt/services/page_painter.h"
+#include "platform/qt/services/print_errand.h"
+#include "platform/qt/services/print_service.h"
+#include "platform/qt/services/printer_paper.h"
+
 namespace velmora {
 
 namespace {
 
-class NoPrinter : public PrintJob {
+using namespace std::chrono_literals;
+
+constexpr auto slice = 25ms;
+
+void carryOut(PrintErrand& errand, const Paper& paper) {
+#if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
+  PrintService(errand, paper).run();
+#else
+  errand.tell({.stage = PrintStage::Failed, .paper = paper, .trouble = PrintTrouble::NoPrinter});
+#endif
+}
+
+/// The library that talks to the print service blocks its caller, be it while a machine that never answers is looked
+/// up, and has no calls that don't. So it does that in a thread, for which nobody waits: the thread shares nothing with
+/// the program but the errand, and ends soon after that was let go of, or with the process.
+void startThread(const std::shared_ptr<PrintErrand>& errand) {
+  const auto guarded = [errand](auto&& work) {
+    try {
+      work();
+    } catch (const std::exception& fault) {
+      errand->tell({.stage = PrintStage::Failed, .trouble = PrintTrouble::NoAnswer, .words = fault.what()});
+    }
+  };
+  const auto work = [errand, guarded, paper = usualPaper()] { guarded([&] { carryOut(*errand, paper); }); };
+  guarded([&] { std::thread(work).detach(); });
+}
+
+class DefaultPrinterJob : public PrintJob {
  public:
-  const PrintState& goOn() override { return state_; }
-  void print(PrintText /*text*/) override {}
+  DefaultPrinterJob() { startThread(errand_); }
+  ~DefaultPrinterJob() override { errand_->letGo(); }
+  DefaultPrinterJob(const DefaultPrinterJob&) = delete;
+  DefaultPrinterJob& operator=(const DefaultPrinterJob&) = delete;
+
+  const PrintState& goOn() override {
+    if (painter_) {
+      paint();
+    } else {
+      follow();
+    }
+    return state_;
+  }
+
+  void print(PrintText text) override {
+    if (state_.stage != PrintStage::Found) return;
+    title_ = text.title;
+    painter_.emplace(std::move(text), state_.paper);
+    state_.stage = PrintStage::Painting;
+    state_.pages = 1;
+  }
 
  private:
-  PrintState state_{.stage = PrintStage::Failed, .trouble = PrintTrouble::NoPrinter};
+  void paint() {
+    const bool complete = painter_->paint(slice);
+    state_.percent = painter_->percent();
+    state_.pages = painter_->pages();
+    if (!complete) return;
+    errand_->send({painter_->takeDocument(), std::move(title_)});
+    painter_.reset();
+    state_.stage = PrintStage::Sending;
+  }
+
+  void follow() {
+    PrintState told = errand_->state();
+    told.percent = state_.percent;
+    told.pages = state_.pages;
+    state_ = std::move(told);
+  }
+
+  std::shared_ptr<PrintErrand> errand_ = std::make_shared<PrintErrand>();
+  std::optional<PagePainter> painter_;  ///< at the stage Painting
+  std::string title_;
+  PrintState state_;
 };
 
 }  // namespace
 
-std::unique_ptr<PrintJob> makePrintJob() { return std::make_unique<NoPrinter>(); }
+std::unique_ptr<PrintJob> makePrintJob() { return std::make_unique<DefaultPrinterJob>(); }
 
 }  // namespace velmora

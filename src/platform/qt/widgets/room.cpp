@@ -14,4 +14,10 @@ QSize inFontOf(const QWidget& window, const QSize& design) {
   return design * std::max(1.0, window.fontMetrics().height() / usualHeight);
 }
 
+int lineWidthIn(const QWidget& window) {
+  constexpr QSize design(460, 0);
+  constexpr QSize margins(80, 0);
+  return inFontOf(window, design).boundedTo(roomFor(window) - margins).width();
+}
+
 }  // namespace velmora

@@ -15,4 +15,7 @@ QSize roomFor(const QWidget& window);
 /// A size that was designed for the usual font, in the window's own: a larger one needs more of both.
 QSize inFontOf(const QWidget& window, const QSize& design);
 
+/// How wide lines are that are easy to read, as far as the screen has room for them and the window's margins.
+int lineWidthIn(const QWidget& window);
+
 }  // namespace velmora

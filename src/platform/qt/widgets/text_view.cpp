@@ -14,6 +14,7 @@
 #include <array>
 
 #include "platform/qt/widgets/harmless_text.h"
+#include "platform/qt/widgets/text_lines.h"
 #include "platform/text.h"
 
 // NOLINTBEGIN(cppcoreguidelines-owning-memory): Qt takes what it is given
@@ -23,12 +24,6 @@ namespace velmora {
 namespace {
 
 using std::chrono::milliseconds;
-
-/// The layout's time grows with the square of a paragraph's length.
-constexpr std::size_t MostOfALine = 2000;
-
-/// Where a broken line has a blank in its last bytes, it is broken there.
-constexpr std::size_t NearlyAll = MostOfALine - 200;
 
 /// A paragraph costs some 400 bytes and each change of the width takes time for it. So behind the first many, short
 /// lines share one; the more there are, the more they share, so that their number grows only with the root of the
@@ -43,22 +38,6 @@ constexpr int Continued = 1;
 constexpr std::size_t MostOfAPiece = 16'000;
 
 constexpr milliseconds slice{5};
-
-/// What is shown in a paragraph of its own of a line that needs several.
-std::string_view brokenOff(std::string_view text) {
-  const auto blank = text.find_last_of(' ', MostOfALine - 1);
-  const bool nearby = blank != std::string_view::npos && blank >= NearlyAll;
-  return text::leftBytes(text, nearby ? blank + 1 : MostOfALine);
-}
-
-/// The first line with its end, or as much of it as one paragraph holds.
-std::string_view firstLine(std::string_view text) {
-  const auto end = text.substr(0, MostOfALine + 1).find_first_of("\r\n");
-  if (end != std::string_view::npos) return text.substr(0, end + (text.substr(end, 2) == "\r\n" ? 2 : 1));
-  return text.size() <= MostOfALine ? text : brokenOff(text);
-}
-
-bool isEnded(std::string_view line) { return line.ends_with('\n') || line.ends_with('\r'); }
 
 /// Some lines with their ends, or one that has none.
 std::string_view firstPiece(std::string_view text) {

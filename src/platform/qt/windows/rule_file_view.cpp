@@ -24,13 +24,6 @@ namespace {
 
 constexpr int spacing = 12;
 
-/// Of the lines, beside which the frames around them have room.
-int widthOn(const QWidget& window) {
-  constexpr QSize design(460, 0);
-  constexpr QSize frames(80, 0);
-  return inFontOf(window, design).boundedTo(roomFor(window) - frames).width();
-}
-
 /// Of a path too long for the window the ends are seen, and in a tip all of it.
 QLabel* makeElided(Label& label, const char* name, int room, QWidget* parent) {
   auto* text = makeLabel(label, name, parent);
@@ -46,7 +39,7 @@ QLabel* makeElided(Label& label, const char* name, int room, QWidget* parent) {
 }  // namespace
 
 RuleFileView::RuleFileView(RuleFileWindow& window, QWidget* mainWindow)
-    : FormView(window, mainWindow, Qt::Dialog), window_(window), lineWidth_(widthOn(*this)) {
+    : FormView(window, mainWindow, Qt::Dialog), window_(window), lineWidth_(lineWidthIn(*this)) {
   setObjectName("frmRuleFile");
   setWindowModality(Qt::ApplicationModal);
   auto* column = new QVBoxLayout(this);

@@ -21,7 +21,7 @@ class RuleFileView : public FormView {
   void pressEnter();
 
   RuleFileWindow& window_;
-  int lineWidth_;  ///< lines that are easy to read are not long ones
+  int lineWidth_;
 };
 
 }  // namespace velmora
