@@ -14,6 +14,7 @@
 #include "platform/qt/windows/first_use_view.h"
 #include "platform/qt/windows/main_window_view.h"
 #include "platform/qt/windows/preview_view.h"
+#include "platform/qt/windows/progress_view.h"
 #include "platform/qt/windows/rule_file_view.h"
 #include "platform/qt/windows/rule_fits_view.h"
 #include "platform/qt/windows/rule_report_view.h"
@@ -63,6 +64,8 @@ int main(int argc, char* argv[]) {
   MainWindowView view(program.frmMain);
   const TrayView tray(program.frmMain, view);
   const PreviewView preview(program.frmPreview, &view);
+  const ProgressView printing(program.frmPrinting, "frmPrinting", &view);
+  const ProgressView original(program.frmOriginal, "frmOriginal", &view);
   const RuleFileView ruleFile(program.frmRuleFile, &view);
   const RuleFitsView ruleFits(program.frmRuleFits, &view);
   const RuleReportView ruleReport(program.frmRuleReport);

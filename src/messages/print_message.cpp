@@ -55,7 +55,7 @@ void tellOutcome(Program& program, const PrintState& state) {
 /// What the job tells is copied, since the box about it may outlive it.
 void goOn(Program& program) {
   const PrintState state = program.printing.job->goOn();
-  if (state.stage == PrintStage::Found) PrintRichText(program, state.paper);
+  if (state.stage == PrintStage::Found && !program.printing.rtbPrint.runs.empty()) PrintRichText(program, state.paper);
   if (state.stage < PrintStage::HandedOver) return showProgress(program, state);
   leaveToQueue(program);
   tellOutcome(program, state);

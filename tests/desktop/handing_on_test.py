@@ -8,6 +8,7 @@ import base64
 import json
 import os
 import pathlib
+import subprocess
 import unittest
 import urllib.parse
 
@@ -16,6 +17,8 @@ from gi.repository import Gio, GLib
 from shown_program import ShownProgramTest
 
 from private_desktop import rest, tell
+
+PRINT_SERVICE = pathlib.Path(__file__).resolve().parents[2] / "scripts" / "print_service"
 
 PICTURE = bytes(range(256)) * 40
 LETTER = b"""From: "Doe, John <boss@example.org>" <r&d@example.org>\r
@@ -197,6 +200,40 @@ class HandingOnTest(ShownProgramTest):
         self.begin(DefaultClient=f'"{self.stand_in}"')
         self.key("ctrl+shift+r")
         self.expect_reply(self.noted(1)[0][0][0])
+        self.end()
+
+    def test_on_paper(self):
+        folder = self.home / "printer"
+        folder.mkdir()
+        service = subprocess.Popen([PRINT_SERVICE, folder], stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
+        for end in (service.stdout.close, service.wait, service.stdin.close):
+            self.addCleanup(end)
+        os.environ["CUPS_SERVER"] = service.stdout.readline().strip().partition("=")[2]
+        self.begin()
+        self.open_preview()
+        for number, tab in (("1", "ctrl+1"), ("2", "ctrl+2")):
+            self.key(tab, "ctrl+p")
+            pages = folder / "printed" / f"{number}.pdf"
+            self.see.wait_for("the pages", lambda: tell("pdftotext", "-layout", str(pages), "-").endswith("\f"))
+            text = tell("pdftotext", "-layout", str(pages), "-")
+            lines = [" ".join(line.split()) for line in text.splitlines()]
+            self.assertEqual(lines[:5], ["From: Doe, John <boss@example.org> <randd@example.org>",
+                                         "To: robin@example.com", "Date: Nov 15, 2026 04:22:05 PM",
+                                         "Subject: Lunch?&bcc=eve@example.org", "_" * 97])
+            self.assertEqual("MIME-Version: 1.0" in text, tab == "ctrl+2")
+            self.assertLess(text.index("Café & more: 100 %"), text.index(".dotted"))
+            self.assertIn("Bold", tell("pdffonts", str(pages)))
+            button = self.button("Print")
+            self.see.wait_for("Print to be on", lambda: self.has(button, "SENSITIVE"))
+        (folder / "hold").write_text("media-empty-error")
+        self.key("ctrl+p")
+        self.answer("Velmora - Printer Waits", "media-empty", "Return", "OK")
+        self.end()
+        os.environ["CUPS_SERVER"] = str(folder / "nobody")
+        self.begin()
+        self.open_preview()
+        self.key("ctrl+p")
+        self.answer("Velmora - Printing Failed", "does not answer", "Return", "OK")
         self.end()
 
     def test_the_original_and_its_attachment(self):
