@@ -9,6 +9,11 @@ from built_program import write_settings
 from shown_program import ShownProgramTest
 
 
+KEYS_OF_THE_PAGE = {"Reply": "Ctrl+Shift+R", "Open": "Ctrl+O", "New": "Ctrl+N", "Check": "Ctrl+R", "Check All": "F5"}
+KEYS_OF_THE_PREVIEW = {"Save": "Ctrl+S", "Save Original...": "Ctrl+Shift+S", "Print": "Ctrl+P", "Delete": "Del",
+                       "Reply": "Ctrl+Shift+R", "Open": "Ctrl+O"}
+
+
 class ScreenReaderTest(ShownProgramTest):
     SUBJECTS = ("One", "Two", "Three")
 
@@ -34,6 +39,8 @@ class ScreenReaderTest(ShownProgramTest):
         self.assertEqual(messages.nRows, 3)
         subjects = [messages.getAccessibleAt(row, 2).name for row in range(3)]
         self.assertEqual(subjects, ["One", "Three", "Two"])
+        for name, keys in KEYS_OF_THE_PAGE.items():
+            self.assertEqual(self.keys(self.root, name), keys)
         preview = see.showing(self.root, see.BUTTONS, "Preview")[0]
         self.assertFalse(preview.getState().contains(see.pyatspi.STATE_SENSITIVE), "nothing is selected yet")
         messages.addRowSelection(1)
@@ -43,11 +50,16 @@ class ScreenReaderTest(ShownProgramTest):
         self.assertEqual(body.strip(), "Text of Three, for every ear.")
         self.assertEqual(self.text("From"), "Zoë <zoe@example.org>")
         self.assertEqual(self.text("Subject"), "Three")
+        for name, keys in KEYS_OF_THE_PREVIEW.items():
+            self.assertEqual(self.keys(see.window(self.root, "Velmora - Preview"), name), keys)
         tab = see.showing(self.root, see.TABS, "Raw Message")[0]
         tab.queryAction().doAction(0)
         self.assertIn("Content-Type: text/plain; charset=utf-8", self.text("Raw message"))
         see.press(self.root, "Exit Preview")
         see.wait_for("the end of the preview", lambda: not see.showing(self.root, see.BUTTONS, "Exit Preview"))
+
+    def keys(self, window, name):
+        return self.see.showing(window, self.see.BUTTONS, name)[0].queryAction().getKeyBinding(0)
 
     def text(self, name):
         field = self.see.wait_for(name, lambda: self.see.showing(self.root, {self.see.pyatspi.ROLE_TEXT}, name))[0]
