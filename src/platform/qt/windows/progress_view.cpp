@@ -39,6 +39,7 @@ QLabel* makeText(Label& label, QWidget* parent) {
   text->setMinimumHeight(2 * text->fontMetrics().lineSpacing());
   text->setAlignment(Qt::AlignLeft | Qt::AlignTop);
   text->setFocusPolicy(Qt::TabFocus);
+  text->setFocus();
   label.Caption.watch([text](const std::string& caption) { text->setText(shownOf(caption)); });
   return text;
 }
