@@ -80,6 +80,7 @@ TEST(Content, IsFoundInMailOfAllKinds) {
       {related({alternative({plain, shows}), picture("1")}), {"plain", {}}},
       {alternative({multipart({plain, pdf}), html}), {"plain", {"application/pdf a.pdf: pdf"}}},
       {alternative({plain, multipart({html, pdf, html})}), {"plain", {"application/pdf a.pdf: pdf"}}},
+      {alternative({multipart({plain, html}), part("text/html", "last")}), {"last", {}}},
       {alternative({alternative({part("text/plain", "inner"), html}), calendar}), {"inner", {"text/calendar: BEGIN"}}},
       // Lists put a footer behind what they hand on.
       {multipart({html, footer}), {"html\r\n____\r\nfooter\r\n", {}}},
@@ -92,6 +93,7 @@ TEST(Content, IsFoundInMailOfAllKinds) {
       {alternative({html, calendar}), {"html", {"text/calendar: BEGIN"}}},
       {multipart({blank, calendar}), {"", {"text/calendar: BEGIN"}}},
       {calendar, {"BEGIN", {}}},
+      {multipart({plain, part("text/enriched", "rich")}), {"plain", {"text/enriched: rich"}}},
       {alternative({part("text/enriched", "rich")}), {"rich", {}}},
       {multipart({calendar, part("text/csv; name=a.csv", "1;2")}), {"BEGIN", {"text/csv a.csv: 1;2"}}},
       // Files that programs put into the text.
@@ -115,6 +117,8 @@ TEST(Content, IsFoundInMailOfAllKinds) {
       {multipart({plain, attached("multipart/mixed", "none inside")}), {"plain", {"multipart/mixed: none inside"}}},
       // What belongs together.
       {related({shows, picture("1")}), {"shows", {}}},
+      {multipart({part("text/html", "<img src='cid:'>x"), part("image/png", "y")}), {"x", {"image/png: y"}}},
+      {related({shows, related({html, picture("1")})}), {"shows", {"text/html: <b>html</b>"}}},
       {related({picture("1"), shows, picture("2")}), {"shows", {"image/png: 2"}}},
       {related({plain, part("text/html\r\nContent-ID: <root>", "root")}, "; start=\"<root>\""),
        {"root", {"text/plain: plain"}}},
@@ -140,6 +144,7 @@ TEST(Content, OfBrokenMultipartsIsText) {
       {"Content-Type: multipart/mixed boundary=\"=?utf-8?Q?\\x?=\"\r\n\r\n--=?utf-8?Q?x?=\r\n\r\nodd name", "odd name"},
       {"Content-Type: multipart/mixed; boundary=x\r\n\r\nnever opened", "never opened"},
       {"Content-Type: multipart/mixed\r\n\r\n--x\r\n\r\nno name", "--x\r\n\r\nno name"},
+      {"Content-Transfer-Encoding: base64\r\n" + part("multipart/mixed", "bm8="), "bm8="},
       {"Content-Type: message/partial; id=a; number=1\r\n\r\nhalf of it", "half of it"},
   };
   for (const auto& [given, wanted] : cases) EXPECT_EQ(contentOf(given).Body, wanted) << given;
@@ -162,6 +167,7 @@ TEST(Content, HasAttachmentsWithNames) {
       {disposition + "FILENAME*=utf-8''%E2%82%AC%20=?x?Q?=41?=", "€ =?x?Q?=41?="},
       {disposition + "filename*1*=%AC.; filename*2=p%64f; filename*0*=\"utf-8''%E2%82\"", "€.p%64f"},
       {disposition + "filename*0=a; filename*1=b.pdf", "ab.pdf"},
+      {disposition + "filename*0*=utf-8''a; filename*1*=b'c'd", "ab'c'd"},
       {disposition + "filename*=nonsense''caf%E9", "café"},
       {disposition + "filename*=%41", "A"},
       {disposition + "filename*=utf-8''a%00b%0D%0A%1Bc", "a b c"},
@@ -181,6 +187,7 @@ TEST(Content, HasAttachmentsOfAKind) {
       {"IMAGE/Svg+XML", "image/svg+xml"},
       {"application", "text/plain"},
       {"image/ü", "application/octet-stream"},
+      {"ü/png", "application/octet-stream"},
       {"image/", "application/octet-stream"},
       {"a/" + std::string(98, 'x'), "a/" + std::string(98, 'x')},
       {"a/" + std::string(99, 'x'), "application/octet-stream"},
