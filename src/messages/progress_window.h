@@ -9,7 +9,7 @@ namespace velmora {
 /// A small window that tells how far a work has come that takes its time, and ends it at a press.
 struct ProgressWindow : Form {
   Label lblProgress;  ///< what is being done, in a line or two
-  velmora::ProgressBar ProgressBar;
+  velmora::ProgressBar ProgressBar{.Visible = true};
   Toolbar tbrProgress{"imlButtons", {{"Stop", "Stop    ", "Stop it", "Stop"}}};
 };
 
