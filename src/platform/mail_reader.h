@@ -14,8 +14,8 @@ namespace velmora {
 
 /// What is told of a part that is attached to a message.
 struct Attachment {
-  std::string name;        ///< as the sender gives it, decoded, in one line; blank where he doesn't
-  std::string kind;        ///< "image/png", in small letters
+  std::string name;  ///< as the sender gives it, decoded, in one line of 255 bytes at most; blank where he doesn't
+  std::string kind;  ///< "image/png", in small letters, of 100 bytes at most
   std::int64_t bytes = 0;  ///< once it is decoded, more or less
 
   bool operator==(const Attachment&) const = default;
@@ -29,7 +29,8 @@ struct ReadMail {
   DateTime Date;        ///< local time
   std::string Raw;      ///< the header block as it came, without the blank line that ends it
   std::string Body;     ///< the text of the message, line ends CR LF
-  std::string Sender;   ///< the bare address of the last sender; blank where it is none that can be told for sure
+  std::string Sender;   ///< the bare address of the last sender, "local@domain" without blanks, quotes or brackets, of
+                        ///< 320 bytes at most; blank where it is none that can be told for sure
   std::int16_t Attachments = 0;
   std::vector<Attachment> Attached;  ///< the first of them, mail_bounds::attached at most
 };
@@ -48,8 +49,8 @@ class MailReader {
   /// holds none that can be read.
   virtual ReadMail read(std::string_view message, const DateTime& now, const Pause& pause) const = 0;
 
-  /// The content of the attachment that stands at this place, from 0, in `Attached` of the same message, decoded;
-  /// nothing where there is none.
+  /// The content of the attachment that stands at this place, from 0, in `Attached` of the same message: its bytes
+  /// once the transfer encoding is undone, of an attached message all of it. Nothing where there is none.
   virtual std::optional<std::string> attachment(std::string_view message, std::size_t place,
                                                 const Pause& pause) const = 0;
 
