@@ -11,7 +11,7 @@
 #include <QToolButton>
 
 #include "messages/progress_window.h"
-#include "platform/qt/widgets/room.h"
+#include "platform/qt/widgets/text_view.h"
 
 namespace velmora {
 namespace {
@@ -58,10 +58,16 @@ TEST_F(ProgressViewTest, TellsAndIsEndedByKeysThatAreMeant) {
 }
 
 TEST_F(ProgressViewTest, LeavesTheKeyboardToWhoWrites) {
-  input_.setFocus();
-  window_.Visible = true;
-  ASSERT_TRUE(QTest::qWaitForWindowExposed(&view_));
-  EXPECT_TRUE(view_.testAttribute(Qt::WA_ShowWithoutActivating));
+  TextView text(&parent_);
+  text.show();
+  for (QWidget* place : {static_cast<QWidget*>(&input_), static_cast<QWidget*>(&text)}) {
+    parent_.activateWindow();
+    place->setFocus();
+    ASSERT_TRUE(QTest::qWaitFor([place] { return QApplication::focusWidget() == place; }));
+    window_.Visible = true;
+    EXPECT_EQ(view_.testAttribute(Qt::WA_ShowWithoutActivating), place == &input_);
+    window_.Visible = false;
+  }
 }
 
 TEST_F(ProgressViewTest, ShowsWhateverIsSaidHarmlessAndOnTheScreen) {

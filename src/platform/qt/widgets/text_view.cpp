@@ -74,6 +74,7 @@ bool wantsAll(const QKeyEvent& key) {
 TextView::TextView(QWidget* parent, std::size_t mostBytes) : QPlainTextEdit(parent), mostBytes_(mostBytes) {
   setUndoRedoEnabled(false);
   setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  setAttribute(Qt::WA_InputMethodEnabled, false);  // nobody writes in it
   setTabChangesFocus(true);
   setAcceptDrops(false);
   setLineWrapMode(WidgetWidth);
