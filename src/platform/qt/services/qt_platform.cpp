@@ -62,7 +62,7 @@ QString ownFolder(QStandardPaths::StandardLocation kind) {
 QString temporaryFolder() {
   const QString systemRoot = qEnvironmentVariable("systemroot");
   if (!systemRoot.isEmpty()) return systemRoot + "/Temp";
-  const QString folder = ownFolder(QStandardPaths::CacheLocation) + "/temporary";
+  QString folder = ownFolder(QStandardPaths::CacheLocation) + "/temporary";
   makePrivateFolder(folder);
   return folder;
 }
