@@ -20,8 +20,6 @@ namespace {
 /// What file systems take.
 constexpr std::size_t MaxName = 255;
 
-constexpr std::size_t MaxValue = std::size_t{16} * 1024;
-
 using Ids = std::unordered_set<std::string_view>;
 
 /// Takes the identifiers of what the HTML shows off `ids`. Those are of the parts that there are, and not what a
@@ -47,18 +45,17 @@ Ids unshown(Reading& reading, const Parts& parts) {
   return ids;
 }
 
-std::string lineOf(Reading& reading, const ParameterText& name) {
+std::string decodedName(Reading& reading, const ParameterText& name) {
   const std::string text =
       name.IsCoded ? toUtf8(reading.converters, name.Bytes, name.Charset) : decodedText(reading, name.Bytes);
-  const std::string line = oneLine(text, MaxValue);
+  const std::string line = oneLine(text, 2 * text.size());
   return std::string(text::trim(text::leftBytes(line, MaxName)));
 }
 
 std::string nameOf(Reading& reading, const Part& part) {
   const std::vector<Field> fields = fieldsOf(reading, part.Header);
-  const auto value = [&](std::string_view field) { return unfold(valueOf(fields, field), MaxValue); };
-  const std::string name = lineOf(reading, parseDisposition(value("Content-Disposition")).FileName);
-  return name.empty() ? lineOf(reading, parseContentType(value("Content-Type"), {}).Name) : name;
+  const std::string name = decodedName(reading, parseDisposition(lineOf(fields, "Content-Disposition")).FileName);
+  return name.empty() ? decodedName(reading, parseContentType(lineOf(fields, "Content-Type"), {}).Name) : name;
 }
 
 }  // namespace

@@ -115,6 +115,11 @@ std::string unfold(std::string_view value, std::size_t maxBytes) {
   return line;
 }
 
+std::string lineOf(const std::vector<Field>& fields, std::string_view name) {
+  constexpr std::size_t most = std::size_t{16} * 1024;
+  return unfold(valueOf(fields, name), most);
+}
+
 std::vector<std::string_view> splitMultipart(Reading& reading, std::string_view content, std::string_view boundary,
                                              std::size_t maxParts) {
   std::vector<std::string_view> parts;

@@ -35,6 +35,9 @@ std::string_view valueOf(const std::vector<Field>& fields, std::string_view name
 /// At most `maxBytes` of the value in one line, without NUL.
 std::string unfold(std::string_view value, std::size_t maxBytes);
 
+/// The first field of this name as one line, of more bytes than any real value that has parameters.
+std::string lineOf(const std::vector<Field>& fields, std::string_view name);
+
 /// The parts between the delimiter lines of a multipart, without preamble and epilogue; the last one reaches to the end
 /// where the closing delimiter is missing, and where it is the one that makes up `maxParts`. None where no delimiter is
 /// found.

@@ -15,8 +15,6 @@ namespace {
 /// Each level reads the whole of its content once; real messages have a handful.
 constexpr int MaxDepth = 16;
 
-constexpr std::size_t MaxValue = std::size_t{16} * 1024;
-
 /// What the header of a part costs besides its bytes, as bytes of other work.
 constexpr std::size_t partWork = 1024;
 
@@ -28,9 +26,7 @@ std::string withoutBrackets(std::string id) {
   return id;
 }
 
-std::string contentId(const std::vector<Field>& fields) {
-  return withoutBrackets(unfold(valueOf(fields, "Content-ID"), MaxValue));
-}
+std::string contentId(const std::vector<Field>& fields) { return withoutBrackets(lineOf(fields, "Content-ID")); }
 
 const ContentType plainText = {.Type = "text", .Subtype = "plain"};
 const ContentType wholeMessage = {.Type = "message", .Subtype = "rfc822"};
@@ -62,7 +58,7 @@ class Walk {
   void enter(const Entity& entity, const ContentType& fallback, Place place, int depth) {
     reading_.worked(partWork);
     const std::vector<Field> fields = fieldsOf(reading_, entity.Header);
-    const ContentType type = parseContentType(unfold(valueOf(fields, "Content-Type"), MaxValue), fallback);
+    const ContentType type = parseContentType(lineOf(fields, "Content-Type"), fallback);
     const std::size_t index = parts_.size();
     parts_.push_back({.Kind = kindOf(type), .Header = entity.Header, .Content = entity.Content});
     if (const auto children = childrenOf(entity, type, depth); children.empty()) {
@@ -122,7 +118,7 @@ class Walk {
   void addLeaf(const ContentType& type, const std::vector<Field>& fields, Place place) {
     Part& part = parts_.back();
     const std::size_t index = parts_.size() - 1;
-    const Disposition disposition = parseDisposition(unfold(valueOf(fields, "Content-Disposition"), MaxValue));
+    const Disposition disposition = parseDisposition(lineOf(fields, "Content-Disposition"));
     part.Is = roleOf(type, disposition, place);
     if (part.Is == Role::Picture) part.Id = contentId(fields);
     if (part.Is == Role::LeftOut || (part.Is == Role::Attached && !disposition.IsAttached))
