@@ -13,10 +13,12 @@ struct ChildWindow {
   bool open;
 };
 
-std::array<ChildWindow, 5> childWindows(Program& program) {
+std::array<ChildWindow, 7> childWindows(Program& program) {
   return {{{program.frmFirstUse, program.frmFirstUse.FirstUseOpen},
            {program.frmMessage, program.frmMessage.AutoMessageOpen},
            {program.frmPreview, program.frmPreview.PreviewOpen},
+           {program.frmPrinting, isPrinting(program)},
+           {program.frmOriginal, program.activity == Activity::Fetching},
            {program.frmRuleFits, program.frmRuleFits.RuleFitsOpen},
            {program.frmRuleFile, program.frmRuleFile.RuleFileOpen}}};
 }
@@ -29,6 +31,12 @@ void HideChildWindows(Program& program) {
     window.form.HiddenWithMain = true;
     window.form.Visible = false;
   }
+}
+
+void ShowChildWindow(Program& program, Form& window) {
+  const bool mainShown = program.frmMain.State != WindowState::Minimised;
+  window.HiddenWithMain = !mainShown;
+  window.Visible = mainShown;
 }
 
 void ShowChildWindows(Program& program) {

@@ -78,7 +78,10 @@ void sortBy(ListView& list, std::size_t column) { list.ColumnClick(list.Columns.
 void NameKeys(Program& program) {
   for (const Shortcut& shortcut : shortcuts) {
     for (const PressedButton& each : buttonsOf(program.frmMain, shortcut)) each.button.Keys = shortcut.keys;
+    if (shortcut.deed == KeyDeed::SaveOriginal) program.frmMain.mnuEmailSaveOriginal.Keys = shortcut.keys;
   }
+  program.frmMain.mnuEmailReply.Keys = program.frmMain.tbrEmail["EmailReply"].Keys.get();
+  program.frmMain.mnuEmailOpen.Keys = program.frmMain.tbrEmail["EmailOpen"].Keys.get();
 }
 
 void PressShortcut(Program& program, const Shortcut& shortcut) {

@@ -44,7 +44,9 @@ void SuspendAutoCheck(Program& program, TimerAction action) {
 }
 
 void LetAutoCheckGoOn(Program& program) {
-  if (program.activity == Activity::Idle) SuspendAutoCheck(program, TimerAction::Restore);
+  if (program.activity == Activity::Idle && !program.frmPreview.PreviewOpen) {
+    SuspendAutoCheck(program, TimerAction::Restore);
+  }
 }
 
 void ChooseRunningTimer(Program& program) {

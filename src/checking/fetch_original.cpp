@@ -5,6 +5,7 @@
 
 #include "app/program.h"
 #include "app/status_bar.h"
+#include "checking/auto_check.h"
 #include "checking/check_cycle.h"
 #include "checking/decisions/check_texts.h"
 #include "messages/message_list.h"
@@ -13,7 +14,8 @@ namespace velmora {
 
 namespace {
 
-using Take = std::function<bool(std::string_view)>;
+/// The help's topic of what is fetched here.
+constexpr int readingHelp = 131;
 
 /// Where the message stands, and how many bear its identifier.
 struct Found {
@@ -32,7 +34,7 @@ Found find(PopMessages& server, const std::string& identifier) {
   return found;
 }
 
-FetchOutcome fetch(Program& program, std::int16_t account, const std::string& identifier, const Take& take) {
+FetchOutcome fetch(Program& program, std::int16_t account, const std::string& identifier, const OriginalTaker& taker) {
   PrepareConnection(program, account);
   currentClient(program).Connect();
   currentClient(program).Messages().ListMessages();
@@ -44,18 +46,19 @@ FetchOutcome fetch(Program& program, std::int16_t account, const std::string& id
   bool kept = true;
   try {
     currentClient(program).Messages().FetchOriginal(found.index,
-                                                    [&](std::string_view bytes) { return kept = take(bytes); });
+                                                    [&](std::string_view bytes) { return kept = taker.take(bytes); });
   } catch (const PopFailure&) {
     if (kept) throw;
   }
   CloseConnection(program);
-  return kept ? FetchOutcome::Fetched : FetchOutcome::NotKept;
+  return kept && taker.keep() ? FetchOutcome::Fetched : FetchOutcome::NotKept;
 }
 
 /// A stop looks like a failure of the client that it takes away.
-FetchOutcome fetchOrTell(Program& program, std::int16_t account, const std::string& identifier, const Take& take) {
+FetchOutcome fetchOrTell(Program& program, std::int16_t account, const std::string& identifier,
+                         const OriginalTaker& taker) {
   try {
-    return fetch(program, account, identifier, take);
+    return fetch(program, account, identifier, taker);
   } catch (const std::exception& failure) {
     CloseConnection(program);
     if (program.connection.StopRequested) return FetchOutcome::Stopped;
@@ -72,22 +75,26 @@ void stop(Program& program) {
 
 }  // namespace
 
-FetchOutcome FetchOriginal(Program& program, std::int16_t account, const std::string& identifier, const Take& take) {
+FetchOutcome FetchOriginal(Program& program, std::int16_t account, const std::string& identifier,
+                           const OriginalTaker& taker) {
   program.connection.StopRequested = false;
   program.frmOriginal.lblProgress.Caption = fetchingText(program.accounts[account].AcntName);
   program.frmOriginal.ProgressBar.Max = 0;
   SetCheckingInterface(program, Activity::Fetching);
   program.frmOriginal.Visible = true;
-  const FetchOutcome outcome = fetchOrTell(program, account, identifier, take);
+  program.frmOriginal.activate.raise();
+  const FetchOutcome outcome = fetchOrTell(program, account, identifier, taker);
   program.frmOriginal.Visible = false;
   SetAccountTabImage(program, account);  // the animation has left its own there
   RefreshAccountPanels(program, program.accounts.AcntCurrent);
   SetCheckingInterface(program, Activity::Idle);
+  LetAutoCheckGoOn(program);  // for a preview that was closed meanwhile
   return outcome;
 }
 
 void ConnectFetchOriginal(Program& program) {
   program.frmOriginal.Caption = program.AppTitle + " - Fetching a Message";
+  program.frmOriginal.Help = [&program] { program.platform.showHelp(readingHelp); };
   program.frmOriginal.Close = [&program] { stop(program); };
   program.frmOriginal.tbrProgress.ButtonClick = [&program](Button&) { stop(program); };
 }

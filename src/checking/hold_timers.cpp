@@ -15,8 +15,7 @@ void OpenDialog(Program& program) {
 void CloseDialog(Program& program) {
   --program.dialogs.count;
   SuspendStartUpTimer(program, TimerAction::Restore);
-  // While the preview is open, Auto Check waits for its end, too.
-  if (!program.frmPreview.PreviewOpen) LetAutoCheckGoOn(program);
+  LetAutoCheckGoOn(program);
 }
 
 HoldTimers::HoldTimers(Program& program) : program_(program) { OpenDialog(program_); }

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "app/child_windows.h"
 #include "app/interface_state.h"
 #include "app/program.h"
 #include "messages/decisions/print_text.h"
@@ -14,6 +15,9 @@ namespace {
 /// Lines are made for margins that the pages then don't have: what is printed stands at the printable edge.
 constexpr PrintMargins layoutMargins{360, 360, 360, 360};
 constexpr PrintMargins pageMargins{};
+
+/// The help's topic of printing.
+constexpr int printingHelp = 132;
 
 /// A job that is done sooner needs no window.
 constexpr int ticksBeforeWindow = 25;
@@ -29,7 +33,7 @@ void showProgress(Program& program, const PrintState& state) {
   window.lblProgress.Caption = printProgress(state);
   window.ProgressBar.Max = state.stage == PrintStage::Painting ? 100 : 0;
   window.ProgressBar.Value = state.percent;
-  if (++program.printing.ticks == ticksBeforeWindow) window.Visible = true;
+  if (++program.printing.ticks == ticksBeforeWindow) ShowChildWindow(program, window);
 }
 
 /// From here on another message may be printed. The queue is looked at now and then, for what becomes of this one.
@@ -67,6 +71,7 @@ void ConnectPrinting(Program& program) {
   program.frmPreview.tmrPrint.Tick = [&program] { goOn(program); };
   program.frmPreview.tmrPrinter.Tick = [&program] { goOn(program); };
   program.frmPrinting.Caption = program.AppTitle + " - Printing";
+  program.frmPrinting.Help = [&program] { program.platform.showHelp(printingHelp); };
   program.frmPrinting.Close = [&program] { StopPrinting(program); };
   program.frmPrinting.tbrProgress.ButtonClick = [&program](Button&) { StopPrinting(program); };
 }

@@ -37,7 +37,10 @@ std::optional<Original> selectedOriginal(Program& program) {
 /// Where the user wants the file, nothing where he doesn't.
 std::optional<std::string> askForPlace(Program& program, const FileQuestion& question) {
   const HoldTimers hold(program);
-  return program.platform.askForFile(question);
+  auto path = program.platform.askForFile(question);
+  if (!path || program.activity == Activity::Idle) return path;
+  tell(program, OriginalTrouble::Busy);  // the tray can be used beneath a dialog
+  return std::nullopt;
 }
 
 std::size_t chosenPlace(const ComboBox& box) {
@@ -45,48 +48,45 @@ std::size_t chosenPlace(const ComboBox& box) {
   return static_cast<std::size_t>(std::find(list.begin(), list.end(), box.Text.get()) - list.begin());
 }
 
-/// Returns whether all of the message came in; the user has been told where not.
-bool fetch(Program& program, const Original& original, const std::function<bool(std::string_view)>& take,
-           OriginalTrouble notKept) {
-  switch (FetchOriginal(program, original.account, original.identifier, take)) {
-    case FetchOutcome::Fetched:
-      return true;
+/// Fetches the message for a taker who notes what was the matter where he didn't keep it, and tells the user what went
+/// wrong.
+void fetch(Program& program, const Original& original, const OriginalTaker& taker, const OriginalTrouble& notKept) {
+  switch (FetchOriginal(program, original.account, original.identifier, taker)) {
     case FetchOutcome::Gone:
-      tell(program, OriginalTrouble::Gone);
-      return false;
+      return tell(program, OriginalTrouble::Gone);
     case FetchOutcome::NotUnique:
-      tell(program, OriginalTrouble::NotUnique);
-      return false;
+      return tell(program, OriginalTrouble::NotUnique);
     case FetchOutcome::NotKept:
-      tell(program, notKept);
-      return false;
+      return tell(program, notKept);
+    case FetchOutcome::Fetched:
     case FetchOutcome::Stopped:
     case FetchOutcome::Failed:
-      return false;
+      return;
   }
-  return false;
 }
 
 void saveTo(Program& program, const Original& original, const std::string& path) {
   const auto draft = program.platform.startFile(path);
   if (!draft) return tell(program, OriginalTrouble::NotWritten);
-  const auto write = [&](std::string_view bytes) { return draft->write(bytes); };
-  if (fetch(program, original, write, OriginalTrouble::NotWritten) && !draft->keep())
-    tell(program, OriginalTrouble::NotWritten);
+  const auto take = [&draft](std::string_view bytes) { return draft->write(bytes); };
+  fetch(program, original, {take, [&draft] { return draft->keep(); }}, OriginalTrouble::NotWritten);
 }
 
 /// The attachment stands at the same place in the message that comes in as it stood in the one that was listed: they
 /// are the same bytes.
 void saveAttachmentTo(Program& program, const Original& original, std::size_t place, const std::string& path) {
   std::string message;
-  const auto keep = [&message](std::string_view bytes) {
+  OriginalTrouble trouble = OriginalTrouble::TooLong;
+  const auto take = [&message](std::string_view bytes) {
     message += bytes;
     return message.size() <= longestWithAttachment;
   };
-  if (!fetch(program, original, keep, OriginalTrouble::TooLong)) return;
-  const auto content = program.platform.attachmentOf(message, place);
-  if (!content) return tell(program, OriginalTrouble::NoAttachment);
-  if (!program.platform.writeFile(path, *content)) tell(program, OriginalTrouble::NotWritten);
+  const auto keep = [&] {
+    const auto content = program.platform.attachmentOf(message, place);
+    trouble = content ? OriginalTrouble::NotWritten : OriginalTrouble::NoAttachment;
+    return content && program.platform.writeFile(path, *content);
+  };
+  fetch(program, original, {take, keep}, trouble);
 }
 
 }  // namespace
@@ -95,7 +95,7 @@ void SaveOriginal(Program& program) {
   const auto original = selectedOriginal(program);
   if (!original) return;
   const auto path = askForPlace(program, originalQuestion(selectedMail(program)->Subject));
-  if (path && program.activity == Activity::Idle) saveTo(program, *original, *path);
+  if (path) saveTo(program, *original, *path);
 }
 
 void SaveAttachment(Program& program) {
@@ -105,7 +105,7 @@ void SaveAttachment(Program& program) {
   const auto& attached = selectedMail(program)->Attached;
   if (place >= attached.size()) return;
   const auto path = askForPlace(program, attachmentQuestion(attached[place]));
-  if (path && program.activity == Activity::Idle) saveAttachmentTo(program, *original, place, *path);
+  if (path) saveAttachmentTo(program, *original, place, *path);
 }
 
 }  // namespace velmora

@@ -140,7 +140,8 @@ class Platform {
   /// Begins to print on the user's default printer, without asking him. Never null.
   virtual std::unique_ptr<PrintJob> startPrinting() = 0;
 
-  /// The content of the attachment at this place of a whole message, as `MailReader::attachment` gives it.
+  /// The content of the attachment at this place of a whole message, as `MailReader::attachment` gives it, while the
+  /// event loop turns. Nothing else may be read meanwhile.
   virtual std::optional<std::string> attachmentOf(std::string_view message, std::size_t place) = 0;
 
   /// Begins a file; nothing where that can't be done.

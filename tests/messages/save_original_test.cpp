@@ -86,6 +86,8 @@ TEST_F(OriginalMessage, OfWhichNotAllComesLeavesNoFile) {
        "Work"},
       {"a full disk", [&] { platform.canWriteFiles = false; }, "could not be written"},
       {"no identifier", [&] { program.messages.at(1, 2).MsgID.clear(); }, "gives it no identifier"},
+      {"a check beneath the dialog", [&] { platform.onFileAsked = [&] { program.activity = Activity::Checking; }; },
+       "busy with something else"},
       {"nobody chose a file", [&] { platform.chosenFile.reset(); }, ""},
   };
   for (const auto& [what, prepare, words] : cases) {
@@ -96,13 +98,28 @@ TEST_F(OriginalMessage, OfWhichNotAllComesLeavesNoFile) {
     save();
     EXPECT_THAT(lastWords(), HasSubstr(words)) << what;
     EXPECT_THAT(platform.written, IsEmpty()) << what;
-    EXPECT_EQ(program.activity, Activity::Idle) << what;
+    program.activity = Activity::Idle;
+    platform.onFileAsked = nullptr;
     server().messages = before;
     server().answers.clear();
     platform.canWriteFiles = true;
     platform.chosenFile = "/home/me/two.eml";
     program.messages.at(1, 2).MsgID = identifier;
   }
+}
+
+TEST_F(OriginalMessage, LetsAutoCheckGoOnWhenThePreviewIsClosedMeanwhile) {
+  program.options.UseInterval = 1;
+  PreviewMessage(program);
+  server().line.onReceive = [this] {
+    if (program.frmPreview.PreviewOpen) program.frmPreview.Close();
+    program.frmMain.State = WindowState::Minimised;
+    program.frmMain.Resize();
+    EXPECT_FALSE(program.frmOriginal.Visible) << "it goes with the main window";
+  };
+  save();
+  EXPECT_TRUE(program.frmMain.tmrMailTime.Enabled);
+  EXPECT_FALSE(platform.written.empty());
 }
 
 TEST_F(OriginalMessage, CanBeStoppedAndQuitOverWithoutAWord) {
@@ -146,20 +163,20 @@ TEST(AttachmentName, IsCleanedAndKeepsItsEnding) {
     std::string name;
     std::string filter;
   } cases[] = {
-      {{"../../.bashrc", "text/plain"}, "bashrc", "All Files (*)|*|"},
+      {{"../../.bashrc", "text/plain"}, "bashrc", ""},
       {{"invoice.PDF", "application/pdf"}, "invoice.PDF", "Attachment (*.PDF)|*.PDF|"},
       {{"a.tar.gz", "x/y"}, "a.tar.gz", "Attachment (*.gz)|*.gz|"},
       {{"x.a|*.*|b", "x/y"}, "x.a.b", "Attachment (*.b)|*.b|"},
       {{"gpj\u202E.exe", "image/jpeg"}, "gpj.exe", "Attachment (*.exe)|*.exe|"},
-      {{"no ending. ", "x/y"}, "no ending. ", "All Files (*)|*|"},
-      {{"x.averylongending", "x/y"}, "x.averylongending", "All Files (*)|*|"},
+      {{"no ending. ", "x/y"}, "no ending. ", ""},
+      {{"x.averylongending", "x/y"}, "x.averylongending", ""},
       {{"", "message/rfc822"}, "message.eml", "Attachment (*.eml)|*.eml|"},
-      {{"", "image/png"}, "attachment", "All Files (*)|*|"},
+      {{"", "image/png"}, "attachment", ""},
   };
   for (const auto& [attachment, name, filter] : cases) {
     const FileQuestion question = attachmentQuestion(attachment);
     EXPECT_EQ(question.name, name);
-    EXPECT_EQ(question.filter, filter);
+    EXPECT_EQ(question.filter, filter + "All Files (*)|*|");
     EXPECT_TRUE(question.forUser);
   }
 }

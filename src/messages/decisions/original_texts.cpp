@@ -22,6 +22,8 @@ std::string reasonOf(OriginalTrouble trouble) {
       return "The attachment is not in what the server sent.";
     case OriginalTrouble::NotWritten:
       return "The file could not be written.";
+    case OriginalTrouble::Busy:
+      return "Velmora is busy with something else.\r\nPlease try again when it is done.";
   }
   return {};
 }
@@ -63,7 +65,7 @@ FileQuestion attachmentQuestion(const Attachment& attachment) {
   name.erase(0, std::min(name.find_first_not_of(" .-"), name.size()));  // or all behind a dot would be its ending
   const std::string ending = endingOf(name);
   return {.name = name.empty() ? "attachment" : name,
-          .filter = ending.empty() ? "All Files (*)|*|" : "Attachment (*" + ending + ")|*" + ending + "|",
+          .filter = (ending.empty() ? "" : "Attachment (*" + ending + ")|*" + ending + "|") + "All Files (*)|*|",
           .forUser = true};
 }
 

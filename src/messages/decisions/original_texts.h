@@ -21,6 +21,7 @@ enum class OriginalTrouble {
   TooLong,  ///< for an attachment to be taken out of it
   NoAttachment,
   NotWritten,
+  Busy,  ///< something else began while the user was asked
 };
 
 Question originalNotSaved(std::string_view appTitle, OriginalTrouble trouble);

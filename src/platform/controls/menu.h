@@ -17,6 +17,7 @@ struct MenuEntry {
   Property<std::string> Caption;
   Property<bool> Enabled = true;
   std::function<void()> Click = {};
+  Property<std::string> Keys = {};  ///< that choose it, "Ctrl+O"; blank for none
 };
 
 /// From the top of a menu to its bottom, each 0x00BBGGRR.

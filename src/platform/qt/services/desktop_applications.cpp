@@ -38,7 +38,7 @@ ApplicationPtr applicationOf(const QString& entry) {
   return application;
 }
 
-bool start(GDesktopAppInfo& application, const QStringList& addresses, qint64& process) {
+bool startAs(GDesktopAppInfo& application, const QStringList& addresses, qint64& process) {
   std::vector<QByteArray> texts;
   for (const QString& address : addresses) texts.push_back(address.toUtf8());
   GList* list = nullptr;
@@ -49,6 +49,30 @@ bool start(GDesktopAppInfo& application, const QStringList& addresses, qint64& p
   const auto keepNumber = [](GDesktopAppInfo*, GPid number, gpointer kept) { *static_cast<qint64*>(kept) = number; };
   return g_desktop_app_info_launch_uris_as_manager(&application, uris.get(), nullptr, G_SPAWN_SEARCH_PATH, leaveSession,
                                                    nullptr, keepNumber, &process, nullptr) != FALSE;
+}
+
+/// The program of an application to be started by its command line, where that tells more than the application itself:
+/// one that the bus starts answers before it is known whether it can, and one that takes files only, or nothing, would
+/// get no address. Null where there is no need of it.
+ApplicationPtr byCommandLine(GDesktopAppInfo& application, const QStringList& addresses) {
+  GAppInfo* info = G_APP_INFO(&application);
+  const char* line = g_app_info_get_commandline(info);
+  const bool wantsAddress = !addresses.empty() && !addresses.first().startsWith("file:");
+  const bool addressLost = wantsAddress && g_app_info_supports_uris(info) == FALSE;
+  const bool byBus = g_desktop_app_info_get_boolean(&application, "DBusActivatable") != FALSE;
+  if (line == nullptr || (!addressLost && !byBus)) return nullptr;
+  const bool terminal = g_desktop_app_info_get_boolean(&application, "Terminal") != FALSE;
+  const int flags = (addressLost ? G_APP_INFO_CREATE_SUPPORTS_URIS : G_APP_INFO_CREATE_NONE) |
+                    (terminal ? G_APP_INFO_CREATE_NEEDS_TERMINAL : G_APP_INFO_CREATE_NONE);
+  return ApplicationPtr(G_DESKTOP_APP_INFO(g_app_info_create_from_commandline(
+      line, g_app_info_get_name(info), static_cast<GAppInfoCreateFlags>(flags), nullptr)));
+}
+
+bool start(GDesktopAppInfo& application, const QStringList& addresses, qint64& process) {
+  if (const ApplicationPtr program = byCommandLine(application, addresses)) {
+    return startAs(*program, addresses, process);
+  }
+  return startAs(application, addresses, process);
 }
 
 }  // namespace

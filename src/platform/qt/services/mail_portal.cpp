@@ -8,6 +8,7 @@
 #include <QDBusObjectPath>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QDBusServiceWatcher>
 #include <QUuid>
 
 #include "platform/qt/strings.h"
@@ -22,6 +23,7 @@ namespace {
 constexpr const char* portal = "org.freedesktop.portal.Desktop";
 constexpr const char* portalPath = "/org/freedesktop/portal/desktop";
 constexpr const char* mailInterface = "org.freedesktop.portal.Email";
+constexpr int patience = 5000;  // milliseconds for its first word; the user may take longer
 constexpr const char* requestInterface = "org.freedesktop.portal.Request";
 
 /// The portal passes the texts on as they are. None of its options lets one of them name a file or another address.
@@ -50,7 +52,9 @@ void MailPortal::ask(const MailDraft& draft) {
   listen(QString(portalPath) + "/request/" + sender + '/' + token);
   QDBusMessage call = QDBusMessage::createMethodCall(portal, portalPath, mailInterface, "ComposeEmail");
   call.setArguments({QString(), optionsFor(draft, token)});
-  auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(call), this);
+  auto* owner = new QDBusServiceWatcher(portal, bus, QDBusServiceWatcher::WatchForUnregistration, this);
+  connect(owner, &QDBusServiceWatcher::serviceUnregistered, this, [this] { end(PortalAnswer::NotThere); });
+  auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(call, patience), this);
   connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] { begun(*watcher); });
 }
 

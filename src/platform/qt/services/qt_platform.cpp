@@ -263,7 +263,7 @@ void QtPlatform::composeThroughPortal(const MailDraft& draft, std::function<void
 std::unique_ptr<PrintJob> QtPlatform::startPrinting() { return makePrintJob(); }
 
 std::optional<std::string> QtPlatform::attachmentOf(std::string_view message, std::size_t place) {
-  return reader_.attachment(message, place, [] {});
+  return reader_.attachment(message, place, [this] { yield(); });
 }
 
 std::unique_ptr<FileDraft> QtPlatform::startFile(const std::string& path) { return draftOf(qt(path)); }

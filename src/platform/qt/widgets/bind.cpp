@@ -39,6 +39,9 @@ void passFocusOn(const QWidget& widget) {
   if (heir != nullptr && heir->isEnabled()) heir->setFocus();
 }
 
+/// As the user's keyboard has them.
+QString nativeKeys(const std::string& keys) { return QKeySequence(qt(keys)).toString(QKeySequence::NativeText); }
+
 /// A button that shows no text is named by its tip.
 void bindButton(Button& button, const ImageList& images, QToolButton& widget) {
   widget.setObjectName(qt(button.Key));
@@ -50,10 +53,9 @@ void bindButton(Button& button, const ImageList& images, QToolButton& widget) {
     name();
   });
   const auto tell = [&button, &widget, name] {
-    const std::string& keys = button.Keys;
-    const QString native = QKeySequence(qt(keys)).toString(QKeySequence::NativeText);
-    widget.setToolTip(qt(button.ToolTipText.get()) + (keys.empty() ? QString() : " (" + native + ')'));
-    widget.setProperty(keysProperty, native);
+    const QString keys = nativeKeys(button.Keys);
+    widget.setToolTip(qt(button.ToolTipText.get()) + (keys.isEmpty() ? keys : " (" + keys + ')'));
+    widget.setProperty(keysProperty, keys);
     name();
   };
   button.ToolTipText.watch([tell](const std::string&) { tell(); });
@@ -135,11 +137,15 @@ void bindEntry(MenuEntry& entry, const ImageList& images, QMenu& menu) {
     return;
   }
   QAction* action = menu.addAction(QString());
-  entry.Caption.watch([action, images](const std::string& caption) {
+  const auto tell = [&entry, action, images] {
+    const std::string& caption = entry.Caption;
     const auto mark = caption.find("|#");
-    action->setText(qt(caption.substr(0, mark)));
+    const QString keys = nativeKeys(entry.Keys);
+    action->setText(qt(caption.substr(0, mark)) + (keys.isEmpty() ? keys : '\t' + keys));
     if (mark != std::string::npos) action->setIcon(images.icon(caption.substr(mark + 2)));
-  });
+  };
+  entry.Caption.watch([tell](const std::string&) { tell(); });
+  entry.Keys.watch([tell](const std::string&) { tell(); });
   entry.Enabled.watch([action](bool on) { action->setEnabled(on); });
   QObject::connect(action, &QAction::triggered, &menu, [&entry] {
     if (entry.Click) entry.Click();

@@ -88,7 +88,9 @@ void ColouredMenu::paintContent(QPainter& painter, const QStyleOptionMenuItem& e
   const bool marked = style()->styleHint(QStyle::SH_UnderlineShortcut, &entry, this) != 0;
   painter.drawText(place.adjusted(entry.maxIconWidth + gap, 0, 0, 0),
                    Qt::AlignVCenter | Qt::TextSingleLine | (marked ? Qt::TextShowMnemonic : Qt::TextHideMnemonic),
-                   entry.text);
+                   entry.text.section('\t', 0, 0));
+  painter.drawText(place.adjusted(0, 0, -gap, 0), Qt::AlignVCenter | Qt::AlignRight | Qt::TextSingleLine,
+                   entry.text.section('\t', 1));
 }
 
 }  // namespace velmora
