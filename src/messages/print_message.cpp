@@ -48,12 +48,13 @@ void leaveToQueue(Program& program) {
 /// Nothing is told in the middle of something else. The job is asked again until it may be.
 void tellOutcome(Program& program, const PrintState& state) {
   if (program.activity != Activity::Idle || program.dialogs.count > 0) return;
-  const bool tells = state.trouble != PrintTrouble::None && !program.printing.toldOf;
-  program.printing.toldOf |= tells;
+  const Question words = printFailure(program.AppTitle, state);
+  const bool inTrouble = state.trouble != PrintTrouble::None;
+  const bool isTold = std::exchange(program.printing.told, inTrouble ? words.text : std::string()) == words.text;
   if (state.stage != PrintStage::HandedOver) StopPrinting(program);
-  if (!tells) return;
+  if (!inTrouble || isTold) return;
   const HoldTimers hold(program);
-  program.platform.MsgBox(printFailure(program.AppTitle, state));
+  program.platform.MsgBox(words);
 }
 
 /// What the job tells is copied, since the box about it may outlive it.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "platform/printing.h"
 
@@ -11,9 +12,9 @@ struct Program;
 /// The message that is being printed, if one is.
 struct Printing {
   std::unique_ptr<PrintJob> job;
-  PrintText rtbPrint;   ///< taken when Print was pressed, whatever is shown meanwhile
-  int ticks = 0;        ///< of the timer, since the job began
-  bool toldOf = false;  ///< the user knows that the printer stands still
+  PrintText rtbPrint;     ///< taken when Print was pressed, whatever is shown meanwhile
+  int ticks = 0;          ///< of the timer, since the job began
+  std::string told = {};  ///< what the user has been told of a printer that stands still, as long as it does
 };
 
 /// Sets the handlers of what goes on while a message is printed.

@@ -66,6 +66,7 @@ enum class PrintTrouble {
   Refused,     ///< the print service didn't take this one
   Waiting,     ///< the printer stands still, and the job waits in its queue
   Unfinished,  ///< the job ended before all was printed
+  TooLong,     ///< the text takes more pages than anybody prints
 };
 
 struct PrintState {
@@ -78,14 +79,18 @@ struct PrintState {
   std::string words = {};  ///< what the print service says of the trouble, or its keywords with blanks between
 };
 
+/// Pages of the longest text that is printed.
+inline constexpr std::int32_t mostPages = 5000;
+
 /// One text on its way to the default printer. A job that is let go of before it is HandedOver prints nothing; from
 /// there on it is the queue's, and the job only watches it.
 class PrintJob {
  public:
   virtual ~PrintJob() = default;
 
-  /// Goes on with the work, for a few hundredths of a second at most, and tells where it stands. To be called again and
-  /// again until the stage is Printed or Failed; both are final. Trouble at the stage HandedOver may pass.
+  /// Goes on with the work, for a few hundredths of a second, and tells where it stands; only the end of a text with
+  /// thousands of different letters takes longer. To be called again and again until the stage is Printed or Failed;
+  /// both are final. Trouble at the stage HandedOver may pass.
   virtual const PrintState& goOn() = 0;
 
   /// What to print, at the stage Found.

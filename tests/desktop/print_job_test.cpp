@@ -53,7 +53,8 @@ class Job {
   PrintState state;
 
  private:
-  std::unique_ptr<PrintJob> job_ = makePrintJob();
+  PrintWork work_;
+  std::unique_ptr<PrintJob> job_ = makePrintJob(work_);
   PrintText text_;
 };
 
@@ -111,7 +112,7 @@ TEST_F(Printing, FailsWhereNoPrinterTakesIt) {
 TEST_F(Printing, TellsWhatThePrinterWaitsFor) {
   outputOf("cupsdisable", {"Robin"});
   Job job;
-  EXPECT_TRUE(job.waitsFor("paused"));
+  EXPECT_TRUE(job.waitsFor("paused")) << static_cast<int>(job.state.trouble) << job.state.words;
   service_.hold("media-jam-error,door-open-report");
   outputOf("cupsenable", {"Robin"});
   EXPECT_TRUE(job.waitsFor("media-jam"));
@@ -121,7 +122,7 @@ TEST_F(Printing, TellsWhatThePrinterWaitsFor) {
   EXPECT_EQ(job.state.trouble, PrintTrouble::None);
   service_.hold("media-empty");
   Job other;
-  EXPECT_TRUE(other.waitsFor("media-empty"));
+  EXPECT_TRUE(other.waitsFor("media-empty")) << static_cast<int>(other.state.stage) << other.state.words;
   outputOf("cancel", {"-a"});
   EXPECT_TRUE(other.reaches(PrintStage::Failed));
   EXPECT_EQ(other.state.trouble, PrintTrouble::Unfinished);
@@ -132,7 +133,7 @@ TEST_F(Printing, PrintsNothingOfWhatWasLetGoOfEarlier) {
   outputOf("cupsdisable", {"Robin"});
   for (const auto stage : {PrintStage::Finding, PrintStage::Found, PrintStage::Painting, PrintStage::Sending}) {
     Job job(lines(5000));
-    EXPECT_TRUE(job.reaches(stage));
+    EXPECT_TRUE(job.follow([stage](const PrintState& now) { return now.stage >= stage; }));
   }
   {
     Job job(lines(5000));
@@ -173,6 +174,7 @@ TEST(PrinterReasons, AreThoseThatNeedAPerson) {
     const char* still;
   } cases[] = {{{"none"}, "", ""},
                {{"media-empty", "door-open-error"}, "media-empty door-open", "media-empty door-open"},
+               {{"connecting-to-device", "media-low"}, "", "connecting-to-device media-low"},
                {{"toner-low-warning", "offline-report", "cups-waiting-for-job-completed"}, "", "toner-low"},
                {{}, "", ""}};
   for (const auto& [reasons, moving, still] : cases) {

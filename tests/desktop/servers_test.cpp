@@ -5,7 +5,6 @@
 
 #include "checking/deletion.h"
 #include "platform/qt/services/address_race.h"
-#include "support/dovecot.h"
 #include "support/networked_program.h"
 
 namespace velmora {
@@ -272,38 +271,6 @@ TEST_F(Servers, AreFoundByNameAndUnderBothFamilies) {
   checkAll();
   EXPECT_EQ(program.accounts[1].AcntStatusText, "localhost - 1 Message");
   EXPECT_EQ(program.accounts[2].AcntStatusText, "::1 - 1 Message");
-}
-
-TEST(Dovecot, HandsOutOriginalsByteForByte) {
-  std::string large = "Subject: large\r\n\r\n";
-  for (int i = 0; i < 200'000; ++i)
-    large += std::string(static_cast<std::size_t>(i % 4), '.') + std::to_string(i) + "\xFF\t \r\n";
-  const std::vector<std::string> originals = {"Subject: dots\r\n\r\n.\r\n..\r\n. \r\nx\r\n.", large,
-                                              "Subject: header alone\r\n\r\n", "\r\nbody alone\r\n"};
-  const test::Dovecot dovecot;
-  for (const std::string& original : originals) dovecot.deliver(original);
-  const GmimeReader reader;
-  ServerHabits habits;
-  for (const bool secure : {false, true}) {
-    const auto client = std::make_shared<PopClient>(
-        PopClient::Surroundings{makeQtTransport, reader, [] { return DateTime{}; }, habits});
-    client->HostName("127.0.0.1");
-    client->Port(secure ? dovecot.tlsPort() : dovecot.port());
-    client->Security(secure ? 3 : 0);
-    client->Login("user");
-    client->Password("secret");
-    client->Connect();
-    client->Messages().ListMessages();
-    ASSERT_EQ(client->Messages().Count(), std::ssize(originals));
-    for (std::int16_t i = 0; i < client->Messages().Count(); ++i) {
-      std::string original;
-      client->Messages().FetchOriginal(i, [&](std::string_view bytes) { return original.append(bytes), true; });
-      // An answer ends with a line's end, so the server adds the one that is missing.
-      const std::string& given = originals[static_cast<std::size_t>(i)];
-      EXPECT_TRUE(original == given + (given.ends_with('\n') ? "" : "\r\n")) << i;
-    }
-    client->Disconnect();
-  }
 }
 
 }  // namespace

@@ -139,7 +139,11 @@ TEST_F(PrintedMessage, TellsOfTroubleOnceAndNotInTheMiddleOfSomethingElse) {
   EXPECT_THAT(platform.asked[0].text, HasSubstr("media-empty"));
   tick(PrintStage::HandedOver);
   EXPECT_EQ(platform.printJobs, 1) << "it may go on";
-  tick(PrintStage::Printed);
+  platform.printState.words = "media-jam";
+  tick(PrintStage::HandedOver, PrintTrouble::Waiting);
+  EXPECT_EQ(platform.asked.size(), 2U) << "and stand still anew";
+  tick(PrintStage::Failed, PrintTrouble::Unfinished);
+  EXPECT_THAT(platform.asked.back().text, HasSubstr("did not print the whole message"));
   EXPECT_EQ(platform.printJobs, 0);
 }
 

@@ -6,12 +6,14 @@
 #include <vector>
 
 #include "messages/decisions/message_store.h"
+#include "platform/mail_bounds.h"
 #include "platform/platform.h"
 
 namespace velmora {
 
-/// Bytes of the longest message that an attachment is looked for in, which takes as much memory.
-inline constexpr std::size_t longestWithAttachment = std::size_t{256} << 20U;
+/// Bytes of the longest message that an attachment is taken out of: in one that was cut when it was listed, other parts
+/// may stand at the places that were told.
+inline constexpr std::size_t longestWithAttachment = mail_bounds::message;
 
 /// Why a message, or what is attached to it, could not be saved as the server has it.
 enum class OriginalTrouble {

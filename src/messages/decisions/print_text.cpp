@@ -16,16 +16,11 @@ std::string rule() { return std::string(49, '_') + std::string(48, '_') + lineEn
 }  // namespace
 
 std::vector<PrintRun> printRuns(const MailMessage& message, bool rawShown) {
-  return {{"From:  ", true},
-          {message.From + lineEnd},
-          {"To:  ", true},
-          {message.To + lineEnd},
-          {"Date:  ", true},
-          {message.Date + lineEnd},
-          {"Subject:  ", true},
-          {message.Subject + lineEnd},
-          {rule()},
-          {rawShown ? rawText(message) : message.Body}};
+  std::vector<PrintRun> runs = {{"From:  ", true},      {message.From + lineEnd},    {"To:  ", true},
+                                {message.To + lineEnd}, {"Date:  ", true},           {message.Date + lineEnd},
+                                {"Subject:  ", true},   {message.Subject + lineEnd}, {rule()}};
+  runs.push_back({rawShown ? rawText(message) : message.Body});  // in the list it would be copied once more
+  return runs;
 }
 
 std::int32_t fitRichTextToPrinter(const Paper& paper, const PrintMargins& margins) {

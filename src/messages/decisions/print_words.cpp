@@ -22,6 +22,9 @@ std::string whatHappened(const PrintState& state) {
              "The message waits in its queue and is printed when the printer goes on.";
     case PrintTrouble::Unfinished:
       return printer + "did not print the whole message.";
+    case PrintTrouble::TooLong:
+      return "The message is too long to be printed: it would take more than " + std::to_string(mostPages) +
+             " pages.\r\nNothing was printed.";
     case PrintTrouble::None:
       break;
   }

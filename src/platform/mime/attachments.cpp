@@ -20,12 +20,16 @@ namespace {
 /// What file systems take.
 constexpr std::size_t MaxName = 255;
 
+/// What looking at one place in HTML costs, as bytes of other work.
+constexpr std::size_t lookWork = 64;
+
 using Ids = std::unordered_set<std::string_view>;
 
 /// Takes the identifiers of what the HTML shows off `ids`. Those are of the parts that there are, and not what a
 /// stranger's HTML asks for, which may be far more.
-void removeShown(std::string_view html, Ids& ids) {
+void removeShown(Reading& reading, std::string_view html, Ids& ids) {
   for (auto colon = html.find(':'); colon != std::string_view::npos; colon = html.find(':', colon + 1)) {
+    reading.worked(lookWork);
     if (!text::endsWithIgnoringCase(html.substr(0, colon), "cid")) continue;
     const auto end = std::min(html.find_first_of("\"'<> \t\r\n)", colon), html.size());
     ids.erase(decodePercent(html.substr(colon + 1, end - colon - 1)));
@@ -40,7 +44,7 @@ Ids unshown(Reading& reading, const Parts& parts) {
     if (part.Is == Role::Picture) ids.insert(part.Id);
   for (const Part& part : parts) {
     if (ids.empty()) break;
-    if (part.Is == Role::Html) removeShown(decodeHtml(reading, part).Html, ids);
+    if (part.Is == Role::Html) removeShown(reading, decodeHtml(reading, part).Html, ids);
   }
   return ids;
 }

@@ -40,16 +40,32 @@ bool isForm(const ContentType& type) {
 /// Half a message, or a multipart without parts, is of no use but as text.
 bool isFragment(const ContentType& type) { return type.is("multipart") || type.is("message", "partial"); }
 
+/// Some programs call their pictures just bytes, but by their names.
+bool isNamedPicture(const ContentType& type, const Disposition& disposition) {
+  constexpr std::array<std::string_view, 7> endings = {".png", ".jpg", ".jpeg", ".gif", ".bmp", ".svg", ".webp"};
+  const std::string& name = disposition.FileName.Bytes.empty() ? type.Name.Bytes : disposition.FileName.Bytes;
+  return type.is("application", "octet-stream") &&
+         std::ranges::any_of(endings, [&](auto ending) { return text::endsWithIgnoringCase(name, ending); });
+}
+
+/// What HTML may show, and what styles it. Whatever else HTML names, a program for instance, stays attached.
+bool canBeShown(const ContentType& type, const Disposition& disposition) {
+  return type.is("image") || type.is("font") || type.is("text") || isNamedPicture(type, disposition);
+}
+
 Role roleOf(const ContentType& type, const Disposition& disposition, Place place) {
   if (disposition.IsAttached) return Role::Attached;
   if (isFragment(type)) return Role::LeftOut;
-  if (!type.is("text") || place == Place::Shown) return Role::Picture;
+  if (!type.is("text") || place == Place::Shown) return canBeShown(type, disposition) ? Role::Picture : Role::Attached;
   if (type.is("text", "plain")) return Role::Plain;
   if (type.is("text", "html")) return Role::Html;
   return place == Place::Alternative && isForm(type) ? Role::LeftOut : Role::Attached;
 }
 
 bool isText(const Part& part) { return part.Is == Role::Plain || part.Is == Role::Html; }
+
+/// As the part is in front that some gateways and programs put before the text.
+bool isEmpty(const Part& part) { return part.Content.find_first_not_of(" \t\r\n") == std::string_view::npos; }
 
 class Walk {
  public:
@@ -75,7 +91,8 @@ class Walk {
     auto first = std::ranges::find_if(parts_, isText);
     if (first == parts_.end())
       for (const std::size_t index : substitutes_) parts_[index].Is = Role::Plain;
-    first = std::ranges::find_if(parts_, isText);
+    first = std::ranges::find_if(parts_, [](const Part& part) { return isText(part) && !isEmpty(part); });
+    if (first == parts_.end()) first = std::ranges::find_if(parts_, isText);
     for (const std::size_t index : named_) {
       Part& part = parts_[index];
       if (isText(part) && &part != &*first) part.Is = Role::Attached;
@@ -121,8 +138,8 @@ class Walk {
     const Disposition disposition = parseDisposition(lineOf(fields, "Content-Disposition"));
     part.Is = roleOf(type, disposition, place);
     if (part.Is == Role::Picture) part.Id = contentId(fields);
-    if (part.Is == Role::LeftOut || (part.Is == Role::Attached && !disposition.IsAttached))
-      substitutes_.push_back(index);
+    const bool otherText = part.Is == Role::Attached && type.is("text") && !disposition.IsAttached;
+    if (part.Is == Role::LeftOut || otherText) substitutes_.push_back(index);
     if (place == Place::Beside && !(type.Name.Bytes.empty() && disposition.FileName.Bytes.empty()))
       named_.push_back(index);
     if (isFragment(type)) return;

@@ -15,7 +15,7 @@ enum class Role {
   Alternatives,  ///< holds parts that say the same, the plainest first
   Plain,         ///< text of the message
   Html,          ///< the same
-  Picture,       ///< what HTML may show; attached where none does
+  Picture,       ///< a picture, font or style that HTML may show; attached where none does
   Attached,
   LeftOut,  ///< another form of the text
 };
@@ -38,7 +38,7 @@ struct Part {
 ///
 /// The text is what is plain or HTML, and any other text only where there is neither: besides it that is attached, but
 /// for forms that only stand for another part. Attached is also what says so, and plain text or HTML with a file name
-/// that stands behind the first text. In a multipart/related the root alone is text.
+/// that isn't the first text of the message with anything in it. In a multipart/related the root alone is text.
 using Parts = std::vector<Part>;
 
 Parts partsOf(Reading& reading, const Entity& message);

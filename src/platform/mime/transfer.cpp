@@ -44,6 +44,26 @@ std::size_t count(Reading& reading, std::string_view content, Matches matches) {
 struct TransferDecoder::State {
   GMimeContentEncoding encoding;
   GMimeEncoding decoder;
+  bool padded = false;  ///< the decoder has come to an end
+
+  /// Some programs encode piece by piece, and each piece of base64 ends with padding: what follows begins anew. Takes
+  /// the bytes off the front that are decoded in one go.
+  std::string_view takePiece(std::string_view& rest) {
+    std::size_t size = rest.size();
+    if (encoding == GMIME_CONTENT_ENCODING_BASE64) {
+      const auto next = std::ranges::find_if(rest, isBase64);
+      if (padded && next != rest.end()) {
+        g_mime_encoding_reset(&decoder);
+        padded = false;
+      }
+      const auto padding = std::find(next, rest.end(), '=');
+      padded = padded || padding != rest.end();
+      size = static_cast<std::size_t>(std::find_if(padding, rest.end(), isBase64) - rest.begin());
+    }
+    const std::string_view piece = rest.substr(0, size);
+    rest.remove_prefix(size);
+    return piece;
+  }
 };
 
 TransferDecoder::TransferDecoder(std::string_view content, std::string_view encoding) : content_(content) {
@@ -64,7 +84,11 @@ std::string TransferDecoder::next(std::size_t maxBytes) {
   content_.remove_prefix(slice.size());
   if (!state_) return std::string(slice);
   std::string decoded(g_mime_encoding_outlen(&state_->decoder, slice.size()) + 8, '\0');
-  std::size_t size = g_mime_encoding_step(&state_->decoder, slice.data(), slice.size(), decoded.data());
+  std::size_t size = 0;
+  for (std::string_view rest = slice; !rest.empty();) {
+    const std::string_view piece = state_->takePiece(rest);
+    size += g_mime_encoding_step(&state_->decoder, piece.data(), piece.size(), decoded.data() + size);
+  }
   // Padding that is missing at the end would cost the last characters; more than enough does no harm.
   if (atEnd() && state_->encoding == GMIME_CONTENT_ENCODING_BASE64)
     size += g_mime_encoding_step(&state_->decoder, "==", 2, decoded.data() + size);

@@ -11,6 +11,7 @@
 namespace velmora {
 namespace {
 
+using namespace std::string_literals;
 using test::multipart;
 using test::part;
 using test::TextCase;
@@ -127,6 +128,12 @@ TEST(Content, IsFoundInMailOfAllKinds) {
       {related({shows, part("text/css\r\nContent-ID: <1>", "p {}")}), {"shows", {}}},
       {multipart({shows, picture("1"), picture("a@b"), part("text/html", "<p style='background:url(cid:a%40b)'>x")}),
        {"shows\r\nx", {}}},
+      {related({part("text/html", "<!-- cid:v --><a href='cid:d'>x"), part("application/x\r\nContent-ID: <v>", "evil"),
+                part("application/pdf\r\nContent-ID: <d>", "d")}),
+       {"x", {"application/x: evil", "application/pdf: d"}}},
+      {related({shows, part("application/octet-stream; name=a.PNG\r\nContent-ID: <1>", "y")}), {"shows", {}}},
+      {multipart({part("text/plain", " \r\n"), named("text/html", "mail.html"), named("text/plain", "b")}),
+       {"mail.html", {"text/plain b: b"}}},
       {multipart({plain, named("text/html", "cid:1"), picture("1")}),
        {"plain", {"text/html cid:1: cid:1", "image/png: 1"}}},
   };
@@ -205,6 +212,7 @@ TEST(Content, OfAttachmentsIsDecoded) {
       {attached(encoded("8bit"), bytes), bytes},
       {attached(encoded("base64"), "AP8N\r\nCgo=\r\n"), bytes},
       {attached(encoded("base64"), "AP8NCgo"), bytes},
+      {attached(encoded("base64"), "AP8NCg==\r\nAP8NCg==AP8N="), "\0\xFF\r\n\0\xFF\r\n\0\xFF\r"s},
       {attached(encoded("quoted-printable"), "=00=FF=0D=0A=0Asoft="), bytes + "soft"},
       {multipart({plain, part("message/rfc822\r\nContent-Transfer-Encoding: base64", "QTogYg0KDQpj")}),
        "A: b\r\n\r\nc"},

@@ -37,7 +37,9 @@ QTextOption optionFor(const QString& text) {
   option.setTextDirection(text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
   option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
   // The layout takes them for the screen's dots, and a paper's are finer.
-  option.setTabStopDistance(InchesOfATab * QGuiApplication::primaryScreen()->logicalDotsPerInchY());
+  constexpr qreal usualDots = 96;
+  const QScreen* screen = QGuiApplication::primaryScreen();
+  option.setTabStopDistance(InchesOfATab * (screen == nullptr ? usualDots : screen->logicalDotsPerInchY()));
   return option;
 }
 

@@ -1,5 +1,7 @@
 #include "platform/qt/services/print_job.h"
 
+#include <QElapsedTimer>
+#include <chrono>
 #include <exception>
 #include <optional>
 #include <thread>
@@ -17,6 +19,9 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto slice = 25ms;
+
+/// A service that answers byte by byte does answer, but not in any useful time.
+constexpr std::chrono::milliseconds longestFinding = 60s;
 
 void carryOut(PrintErrand& errand, const Paper& paper) {
 #if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
@@ -43,7 +48,10 @@ void startThread(const std::shared_ptr<PrintErrand>& errand) {
 
 class DefaultPrinterJob : public PrintJob {
  public:
-  DefaultPrinterJob() { startThread(errand_); }
+  DefaultPrinterJob() {
+    sinceStart_.start();
+    startThread(errand_);
+  }
   ~DefaultPrinterJob() override { errand_->letGo(); }
   DefaultPrinterJob(const DefaultPrinterJob&) = delete;
   DefaultPrinterJob& operator=(const DefaultPrinterJob&) = delete;
@@ -56,6 +64,8 @@ class DefaultPrinterJob : public PrintJob {
     }
     return state_;
   }
+
+  PrintWork work() const { return errand_; }
 
   void print(PrintText text) override {
     if (state_.stage != PrintStage::Found) return;
@@ -70,13 +80,26 @@ class DefaultPrinterJob : public PrintJob {
     const bool complete = painter_->paint(slice);
     state_.percent = painter_->percent();
     state_.pages = painter_->pages();
+    if (state_.pages > mostPages) return giveUp(PrintTrouble::TooLong);
     if (!complete) return;
     errand_->send({painter_->takeDocument(), std::move(title_)});
     painter_.reset();
     state_.stage = PrintStage::Sending;
   }
 
+  void giveUp(PrintTrouble trouble) {
+    painter_.reset();
+    errand_->letGo();
+    state_.stage = PrintStage::Failed;
+    state_.trouble = trouble;
+    errand_->tell(state_);
+  }
+
   void follow() {
+    if (state_.stage == PrintStage::Failed) return;
+    if (state_.stage == PrintStage::Finding && sinceStart_.hasExpired(longestFinding.count())) {
+      return giveUp(PrintTrouble::NoAnswer);
+    }
     PrintState told = errand_->state();
     told.percent = state_.percent;
     told.pages = state_.pages;
@@ -84,6 +107,7 @@ class DefaultPrinterJob : public PrintJob {
   }
 
   std::shared_ptr<PrintErrand> errand_ = std::make_shared<PrintErrand>();
+  QElapsedTimer sinceStart_;
   std::optional<PagePainter> painter_;  ///< at the stage Painting
   std::string title_;
   PrintState state_;
@@ -91,6 +115,10 @@ class DefaultPrinterJob : public PrintJob {
 
 }  // namespace
 
-std::unique_ptr<PrintJob> makePrintJob() { return std::make_unique<DefaultPrinterJob>(); }
+std::unique_ptr<PrintJob> makePrintJob(PrintWork& work) {
+  auto job = std::make_unique<DefaultPrinterJob>();
+  work = job->work();
+  return job;
+}
 
 }  // namespace velmora

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QColorDialog>
 #include <QDateTime>
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
@@ -12,6 +13,7 @@
 #include <QMessageBox>
 #include <QProcess>
 #include <QStandardPaths>
+#include <QThread>
 #include <QUrl>
 #include <algorithm>
 
@@ -124,6 +126,12 @@ void keepInFront(QDialog& dialog) {
 }  // namespace
 
 QtPlatform::QtPlatform(const MailReader& reader) : reader_(reader), dateNames_(userDateNames()) {}
+
+/// A job that was let go of in the middle of its way to the printer takes itself back, if it has a moment for that.
+QtPlatform::~QtPlatform() {
+  QDeadlineTimer moment(1000);
+  while (!printing_.expired() && !moment.hasExpired()) QThread::msleep(10);
+}
 
 std::string QtPlatform::applicationTitle() const {
   return utf8(QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName());
@@ -260,7 +268,7 @@ void QtPlatform::composeThroughPortal(const MailDraft& draft, std::function<void
   });
 }
 
-std::unique_ptr<PrintJob> QtPlatform::startPrinting() { return makePrintJob(); }
+std::unique_ptr<PrintJob> QtPlatform::startPrinting() { return makePrintJob(printing_); }
 
 std::optional<std::string> QtPlatform::attachmentOf(std::string_view message, std::size_t place) {
   return reader_.attachment(message, place, [this] { yield(); });

@@ -9,6 +9,7 @@
 #include "platform/platform.h"
 #include "platform/pop/pop_client.h"
 #include "platform/qt/help/help_window.h"
+#include "platform/qt/services/print_job.h"
 #include "platform/qt/services/qt_settings.h"
 #include "platform/qt/services/sound_player.h"
 
@@ -18,6 +19,9 @@ namespace velmora {
 class QtPlatform : public Platform {
  public:
   explicit QtPlatform(const MailReader& reader);
+  ~QtPlatform() override;
+  QtPlatform(const QtPlatform&) = delete;
+  QtPlatform& operator=(const QtPlatform&) = delete;
 
   /// Read at the first use, so that what is another instance's is left alone until isOnlyInstance was asked.
   QtSettings& settingsFile();
@@ -68,6 +72,7 @@ class QtPlatform : public Platform {
   ServerHabits serverHabits_;
   std::unique_ptr<HelpWindow> help_;
   SoundPlayer soundPlayer_;
+  PrintWork printing_;  ///< of the last job
   bool quitting_ = false;
 };
 
