@@ -130,10 +130,7 @@ class HandOver : public test::RunningProgram {
     addAccount("Work").messages = {test::message("lunch", "From: ann@example.org\r\nTo: me\r\n")};
     start();
     check();
-    ListView& list = program.frmMain.lvwEmail;
-    list.UserSelected({1}, 1);
-    list.ItemClick();
-    list.Click();
+    clickRow(1);
   }
   void press(const char* key) { program.frmMain.tbrEmail[key].click(); }
 

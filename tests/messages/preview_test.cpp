@@ -23,12 +23,6 @@ class Preview : public test::RunningProgram {
     check();
   }
 
-  void clickRow(std::int32_t row) {
-    ListView& list = program.frmMain.lvwEmail;
-    list.UserSelected({row}, row);
-    list.ItemClick();
-    list.Click();
-  }
   void preview(std::int32_t row) {
     clickRow(row);
     program.frmMain.tbrEmail["EmailPreview"].click();

@@ -54,10 +54,7 @@ class PrintedMessage : public test::RunningProgram {
   }
 
   void preview(std::int32_t row) {
-    ListView& list = program.frmMain.lvwEmail;
-    list.UserSelected({row}, row);
-    list.ItemClick();
-    list.Click();
+    clickRow(row);
     PreviewMessage(program);
   }
   void press() { program.frmPreview.tbrButtons["Print"].click(); }

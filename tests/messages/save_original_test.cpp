@@ -22,19 +22,13 @@ class OriginalMessage : public test::RunningProgram {
                          test::message("three")};
     start();
     check();
-    select(2);
+    clickRow(2);
     platform.chosenFile = "/home/me/two.eml";
     platform.written.clear();
   }
 
   test::MemoryServer& server() {
     return platform.servers.contains("Work") ? platform.servers["Work"] : addAccount("Work");
-  }
-  void select(std::int32_t row) {
-    ListView& list = program.frmMain.lvwEmail;
-    list.UserSelected({row}, row);
-    list.ItemClick();
-    list.Click();
   }
   void save() { program.frmMain.mnuEmailSaveOriginal.Click(); }
   void fetchAttachment(int place) {
@@ -140,10 +134,10 @@ TEST_F(OriginalMessage, CanBeStoppedAndQuitOverWithoutAWord) {
 }
 
 TEST_F(OriginalMessage, GivesItsAttachments) {
-  select(1);
+  clickRow(1);
   PreviewMessage(program);
   EXPECT_FALSE(program.frmPreview.fraAttachments.Visible);
-  select(2);
+  clickRow(2);
   EXPECT_TRUE(program.frmPreview.fraAttachments.Visible);
   EXPECT_THAT(program.frmPreview.cboAttachments.List.get(),
               ElementsAre("1. notes.txt (text/plain, 2 KB)", "2. notes.txt (text/plain, 2 KB)"));

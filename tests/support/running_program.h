@@ -40,6 +40,13 @@ class RunningProgram : public testing::Test {
   void check() { program.frmMain.tbrEmail["EmailCheck"].click(); }
   void stop() { program.frmMain.tbrButtons[stopRetrievalBar]["StopRetrieval"].click(); }
 
+  void clickRow(std::int32_t row) {
+    ListView& list = program.frmMain.lvwEmail;
+    list.UserSelected({row}, row);
+    list.ItemClick();
+    list.Click();
+  }
+
   /// The identifiers of the messages in an account's mailbox.
   std::vector<std::string> onServer(const std::string& name) {
     std::vector<std::string> result;
