@@ -67,7 +67,7 @@ TEST_F(Help, ShowsTheTopicAskedForAndGoesBack) {
 TEST_F(Help, SearchNarrowsTheContentsAndMarksThePage) {
   window_.showTopic(140);
   ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
-  search_.setText("  QUIT  original ");
+  search_.setText("  QUIT  running ");
   EXPECT_EQ(listed(), 1);
   EXPECT_EQ(contents_.currentRow(), -1);
   EXPECT_FALSE(browser_.extraSelections().isEmpty()) << "one of the words is on this page too";
