@@ -3,6 +3,7 @@
 #include <exception>
 #include <optional>
 
+#include "app/child_windows.h"
 #include "app/program.h"
 #include "app/status_bar.h"
 #include "checking/auto_check.h"
@@ -51,7 +52,10 @@ FetchOutcome fetch(Program& program, std::int16_t account, const std::string& id
     if (kept) throw;
   }
   CloseConnection(program);
-  return kept && taker.keep() ? FetchOutcome::Fetched : FetchOutcome::NotKept;
+  if (!kept) return FetchOutcome::NotKept;
+  const bool isKept = !program.connection.StopRequested && taker.keep();
+  if (program.connection.StopRequested) return FetchOutcome::Stopped;
+  return isKept ? FetchOutcome::Fetched : FetchOutcome::NotKept;
 }
 
 /// A stop looks like a failure of the client that it takes away.
@@ -81,8 +85,8 @@ FetchOutcome FetchOriginal(Program& program, std::int16_t account, const std::st
   program.frmOriginal.lblProgress.Caption = fetchingText(program.accounts[account].AcntName);
   program.frmOriginal.ProgressBar.Max = 0;
   SetCheckingInterface(program, Activity::Fetching);
-  program.frmOriginal.Visible = true;
-  program.frmOriginal.activate.raise();
+  ShowChildWindow(program, program.frmOriginal);
+  if (program.frmOriginal.Visible) program.frmOriginal.activate.raise();
   const FetchOutcome outcome = fetchOrTell(program, account, identifier, taker);
   program.frmOriginal.Visible = false;
   SetAccountTabImage(program, account);  // the animation has left its own there

@@ -48,13 +48,12 @@ void leaveToQueue(Program& program) {
 /// Nothing is told in the middle of something else. The job is asked again until it may be.
 void tellOutcome(Program& program, const PrintState& state) {
   if (program.activity != Activity::Idle || program.dialogs.count > 0) return;
-  const Question words = printFailure(program.AppTitle, state);
-  const bool inTrouble = state.trouble != PrintTrouble::None;
-  const bool isTold = std::exchange(program.printing.told, inTrouble ? words.text : std::string()) == words.text;
+  const bool waits = state.trouble == PrintTrouble::Waiting;
+  const bool isNews = std::exchange(program.printing.calm, waits ? 0 : program.printing.calm + 1) >= calmForNews;
   if (state.stage != PrintStage::HandedOver) StopPrinting(program);
-  if (!inTrouble || isTold) return;
+  if (state.trouble == PrintTrouble::None || (waits && !isNews)) return;
   const HoldTimers hold(program);
-  program.platform.MsgBox(words);
+  program.platform.MsgBox(printFailure(program.AppTitle, state));
 }
 
 /// What the job tells is copied, since the box about it may outlive it.

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <memory>
-#include <string>
 
 #include "platform/printing.h"
 
@@ -9,12 +8,15 @@ namespace velmora {
 
 struct Program;
 
+/// Looks at a printer without trouble after which the user is told of one anew: some come and go.
+inline constexpr int calmForNews = 10;
+
 /// The message that is being printed, if one is.
 struct Printing {
   std::unique_ptr<PrintJob> job;
-  PrintText rtbPrint;     ///< taken when Print was pressed, whatever is shown meanwhile
-  int ticks = 0;          ///< of the timer, since the job began
-  std::string told = {};  ///< what the user has been told of a printer that stands still, as long as it does
+  PrintText rtbPrint;      ///< taken when Print was pressed, whatever is shown meanwhile
+  int ticks = 0;           ///< of the timer, since the job began
+  int calm = calmForNews;  ///< looks at the queue since the printer stood still
 };
 
 /// Sets the handlers of what goes on while a message is printed.

@@ -84,7 +84,7 @@ void saveAttachmentTo(Program& program, const Original& original, std::size_t pl
   const auto keep = [&] {
     const auto content = program.platform.attachmentOf(message, place);
     trouble = content ? OriginalTrouble::NotWritten : OriginalTrouble::NoAttachment;
-    return content && program.platform.writeFile(path, *content);
+    return content && !program.connection.StopRequested && program.platform.writeFile(path, *content);
   };
   fetch(program, original, {take, keep}, trouble);
 }

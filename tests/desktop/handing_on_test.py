@@ -154,7 +154,7 @@ class HandingOnTest(ShownProgramTest):
                          [("subject", "Re: Lunch?&bcc=eve@example.org"), ("body", QUOTED)])
 
     def test_to_what_the_desktop_has(self):
-        self.register(writer=("x-scheme-handler/mailto", ""), reader=("message/rfc822", "%f"))
+        self.register(writer=("x-scheme-handler/mailto", "%F"), reader=("message/rfc822", "%f"))
         self.begin()
         for keys, count in (("ctrl+shift+r", 1), ("ctrl+n", 2), ("ctrl+o", 3)):
             self.key(keys)

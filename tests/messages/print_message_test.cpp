@@ -136,7 +136,9 @@ TEST_F(PrintedMessage, TellsOfTroubleOnceAndNotInTheMiddleOfSomethingElse) {
   EXPECT_THAT(platform.asked[0].text, HasSubstr("media-empty"));
   tick(PrintStage::HandedOver);
   EXPECT_EQ(platform.printJobs, 1) << "it may go on";
-  platform.printState.words = "media-jam";
+  tick(PrintStage::HandedOver, PrintTrouble::Waiting);
+  EXPECT_EQ(platform.asked.size(), 1U) << "some trouble comes and goes";
+  for (int i = 0; i < calmForNews; ++i) tick(PrintStage::HandedOver);
   tick(PrintStage::HandedOver, PrintTrouble::Waiting);
   EXPECT_EQ(platform.asked.size(), 2U) << "and stand still anew";
   tick(PrintStage::Failed, PrintTrouble::Unfinished);

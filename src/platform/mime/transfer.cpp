@@ -47,18 +47,18 @@ struct TransferDecoder::State {
   bool padded = false;  ///< the decoder has come to an end
 
   /// Some programs encode piece by piece, and each piece of base64 ends with padding: what follows begins anew. Takes
-  /// the bytes off the front that are decoded in one go.
+  /// the bytes off the front that are decoded in one go: letters up to a padding, or a padding.
   std::string_view takePiece(std::string_view& rest) {
     std::size_t size = rest.size();
     if (encoding == GMIME_CONTENT_ENCODING_BASE64) {
       const auto next = std::ranges::find_if(rest, isBase64);
-      if (padded && next != rest.end()) {
+      const bool isPadding = std::find(rest.begin(), next, '=') != next;
+      if (!isPadding && padded && next != rest.end()) {
         g_mime_encoding_reset(&decoder);
         padded = false;
       }
-      const auto padding = std::find(next, rest.end(), '=');
-      padded = padded || padding != rest.end();
-      size = static_cast<std::size_t>(std::find_if(padding, rest.end(), isBase64) - rest.begin());
+      padded = padded || isPadding;
+      size = static_cast<std::size_t>((isPadding ? next : std::find(next, rest.end(), '=')) - rest.begin());
     }
     const std::string_view piece = rest.substr(0, size);
     rest.remove_prefix(size);
@@ -80,7 +80,13 @@ TransferDecoder::TransferDecoder(std::string_view content, std::string_view enco
 TransferDecoder::~TransferDecoder() = default;
 
 std::string TransferDecoder::next(std::size_t maxBytes) {
-  const std::string_view slice = content_.substr(0, maxBytes);
+  std::size_t wanted = std::min(maxBytes, content_.size());
+  // The decoder takes half a padding for none.
+  constexpr std::size_t longestPadding = 16;
+  for (const std::size_t end = std::min(wanted + longestPadding, content_.size());
+       state_ && wanted < end && !isBase64(content_[wanted]); ++wanted) {
+  }
+  const std::string_view slice = content_.substr(0, wanted);
   content_.remove_prefix(slice.size());
   if (!state_) return std::string(slice);
   std::string decoded(g_mime_encoding_outlen(&state_->decoder, slice.size()) + 8, '\0');

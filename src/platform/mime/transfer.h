@@ -20,7 +20,7 @@ class TransferDecoder {
 
   bool atEnd() const { return content_.empty(); }
 
-  /// What at most `maxBytes` more of the content hold.
+  /// What about `maxBytes` more of the content hold, at most a few more than that.
   std::string next(std::size_t maxBytes);
 
  private:

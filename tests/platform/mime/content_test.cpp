@@ -7,6 +7,7 @@
 #include "platform/mail_bounds.h"
 #include "platform/mime/gmime_reader.h"
 #include "platform/mime/mime_kit.h"
+#include "platform/mime/transfer.h"
 
 namespace velmora {
 namespace {
@@ -223,6 +224,16 @@ TEST(Content, OfAttachmentsIsDecoded) {
     EXPECT_EQ(reader.attachment(given, 0, [] {}), wanted) << given;
     const auto told = reader.read(given, {}, [] {}).Attached[0].bytes;
     EXPECT_NEAR(static_cast<double>(told), static_cast<double>(wanted.size()), 2) << given;
+  }
+}
+
+TEST(Content, IsDecodedTheSameInSlicesOfAnySize) {
+  const std::string encoded = "QQ==\r\nUVFR\r\nQUE=QQ= =\r\nUVFR";
+  for (std::size_t slice = 1; slice <= encoded.size(); ++slice) {
+    mime::TransferDecoder decoder(encoded, "base64");
+    std::string decoded;
+    while (!decoder.atEnd()) decoded += decoder.next(slice);
+    EXPECT_EQ(decoded, "AQQQAAAQQQ") << slice;
   }
 }
 

@@ -7,6 +7,7 @@
 
 #include <QFile>
 #include <memory>
+#include <string_view>
 #include <vector>
 
 #include "platform/mime/glib_ptr.h"
@@ -51,6 +52,18 @@ bool startAs(GDesktopAppInfo& application, const QStringList& addresses, qint64&
                                                    nullptr, keepNumber, &process, nullptr) != FALSE;
 }
 
+/// Without the codes that stand for files, which would take the address and give nothing for it.
+QByteArray withoutFiles(const char* line) {
+  constexpr std::string_view codes = "fFdDnN";
+  QByteArray kept;
+  for (const char* c = line; *c != '\0'; ++c) {
+    const bool isCode = c[0] == '%' && c[1] != '\0';
+    if (!isCode || codes.find(c[1]) == codes.npos) kept.append(c, isCode ? 2 : 1);
+    if (isCode) ++c;
+  }
+  return kept;
+}
+
 /// The program of an application to be started by its command line, where that tells more than the application itself:
 /// one that the bus starts answers before it is known whether it can, and one that takes files only, or nothing, would
 /// get no address. Null where there is no need of it.
@@ -64,8 +77,9 @@ ApplicationPtr byCommandLine(GDesktopAppInfo& application, const QStringList& ad
   const bool terminal = g_desktop_app_info_get_boolean(&application, "Terminal") != FALSE;
   const int flags = (addressLost ? G_APP_INFO_CREATE_SUPPORTS_URIS : G_APP_INFO_CREATE_NONE) |
                     (terminal ? G_APP_INFO_CREATE_NEEDS_TERMINAL : G_APP_INFO_CREATE_NONE);
-  return ApplicationPtr(G_DESKTOP_APP_INFO(g_app_info_create_from_commandline(
-      line, g_app_info_get_name(info), static_cast<GAppInfoCreateFlags>(flags), nullptr)));
+  return ApplicationPtr(G_DESKTOP_APP_INFO(
+      g_app_info_create_from_commandline(addressLost ? withoutFiles(line).constData() : line, g_app_info_get_name(info),
+                                         static_cast<GAppInfoCreateFlags>(flags), nullptr)));
 }
 
 bool start(GDesktopAppInfo& application, const QStringList& addresses, qint64& process) {

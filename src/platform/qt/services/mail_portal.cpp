@@ -4,6 +4,7 @@
 
 #if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
 #include <QDBusConnection>
+#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusPendingCallWatcher>
@@ -23,7 +24,9 @@ namespace {
 constexpr const char* portal = "org.freedesktop.portal.Desktop";
 constexpr const char* portalPath = "/org/freedesktop/portal/desktop";
 constexpr const char* mailInterface = "org.freedesktop.portal.Email";
-constexpr int patience = 5000;  // milliseconds for its first word; the user may take longer
+// For the portal's first word, in milliseconds; the user may take longer. One that has to be started first needs time.
+constexpr int patience = 5000;
+constexpr int patienceForStart = 25'000;
 constexpr const char* requestInterface = "org.freedesktop.portal.Request";
 
 /// The portal passes the texts on as they are. None of its options lets one of them name a file or another address.
@@ -52,9 +55,10 @@ void MailPortal::ask(const MailDraft& draft) {
   listen(QString(portalPath) + "/request/" + sender + '/' + token);
   QDBusMessage call = QDBusMessage::createMethodCall(portal, portalPath, mailInterface, "ComposeEmail");
   call.setArguments({QString(), optionsFor(draft, token)});
+  const bool runs = bus.interface()->isServiceRegistered(portal);
   auto* owner = new QDBusServiceWatcher(portal, bus, QDBusServiceWatcher::WatchForUnregistration, this);
   connect(owner, &QDBusServiceWatcher::serviceUnregistered, this, [this] { end(PortalAnswer::NotThere); });
-  auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(call, patience), this);
+  auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(call, runs ? patience : patienceForStart), this);
   connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] { begun(*watcher); });
 }
 

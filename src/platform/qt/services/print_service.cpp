@@ -138,7 +138,11 @@ void PrintService::judge(const JobNews& news) {
 void PrintService::judgeWait(const JobNews& news) {
   const bool jobStands = news.job == IPP_JSTATE_HELD || news.job == IPP_JSTATE_STOPPED;
   const bool printerStands = news.printer == IPP_PSTATE_STOPPED;
-  std::string words = troubleOf(news.printerReasons, printerStands);
+  // A printer that is off is looked for without end.
+  constexpr int asksForThePrinter = 45;
+  const bool outOfReach = std::ranges::find(news.printerReasons, "connecting-to-device") != news.printerReasons.end();
+  asksInVain_ = outOfReach ? asksInVain_ + 1 : 0;
+  std::string words = troubleOf(news.printerReasons, printerStands || asksInVain_ > asksForThePrinter);
   if (words.empty() && jobStands) words = troubleOf(news.jobReasons, true);
   const bool waiting = jobStands || printerStands || !words.empty();
   tell(PrintStage::HandedOver, waiting ? PrintTrouble::Waiting : PrintTrouble::None, words);

@@ -41,6 +41,7 @@ class PrintService {
   std::unique_ptr<cups_dinfo_t, decltype(&cupsFreeDestInfo)> abilities_;
   std::unique_ptr<cups_dest_t, void (*)(cups_dest_t*)> printer_;
   int job_ = 0;
+  int asksInVain_ = 0;  ///< in a row at which the printer was still being looked for
 };
 
 }  // namespace velmora

@@ -130,7 +130,8 @@ QtPlatform::QtPlatform(const MailReader& reader) : reader_(reader), dateNames_(u
 /// A job that was let go of in the middle of its way to the printer takes itself back, if it has a moment for that.
 QtPlatform::~QtPlatform() {
   QDeadlineTimer moment(1000);
-  while (!printing_.expired() && !moment.hasExpired()) QThread::msleep(10);
+  const auto isOver = [](const PrintWork& work) { return work.expired(); };
+  while (!std::ranges::all_of(printing_, isOver) && !moment.hasExpired()) QThread::msleep(10);
 }
 
 std::string QtPlatform::applicationTitle() const {
@@ -268,7 +269,10 @@ void QtPlatform::composeThroughPortal(const MailDraft& draft, std::function<void
   });
 }
 
-std::unique_ptr<PrintJob> QtPlatform::startPrinting() { return makePrintJob(printing_); }
+std::unique_ptr<PrintJob> QtPlatform::startPrinting() {
+  std::erase_if(printing_, [](const PrintWork& work) { return work.expired(); });
+  return makePrintJob(printing_.emplace_back());
+}
 
 std::optional<std::string> QtPlatform::attachmentOf(std::string_view message, std::size_t place) {
   return reader_.attachment(message, place, [this] { yield(); });

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "platform/mail_reader.h"
 #include "platform/platform.h"
@@ -72,7 +73,7 @@ class QtPlatform : public Platform {
   ServerHabits serverHabits_;
   std::unique_ptr<HelpWindow> help_;
   SoundPlayer soundPlayer_;
-  PrintWork printing_;  ///< of the last job
+  std::vector<PrintWork> printing_;
   bool quitting_ = false;
 };
 
