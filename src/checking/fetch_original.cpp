@@ -1,7 +1,6 @@
 #include "checking/fetch_original.h"
 
 #include <exception>
-#include <optional>
 
 #include "app/child_windows.h"
 #include "app/program.h"

@@ -16,7 +16,7 @@ constexpr std::string_view subjectMark = "...";
 /// What every address may hold as it is (RFC 3986 section 2.3).
 bool isUnreserved(char c) {
   constexpr std::string_view marks = "-._~";
-  return (c >= '0' && c <= '9') || (ascii::lower(c) >= 'a' && ascii::lower(c) <= 'z') || marks.find(c) != marks.npos;
+  return ascii::isLetter(c) || ascii::isDigit(c) || marks.find(c) != marks.npos;
 }
 
 constexpr std::size_t escapeSize = 3;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "messages/decisions/message_file.h"
+#include "platform/ascii.h"
 
 namespace velmora {
 
@@ -28,10 +29,7 @@ std::string reasonOf(OriginalTrouble trouble) {
   return {};
 }
 
-bool isLetterOrDigit(char c) {
-  const bool isLetter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-  return isLetter || (c >= '0' && c <= '9');
-}
+bool isLetterOrDigit(char c) { return ascii::isLetter(c) || ascii::isDigit(c); }
 
 /// With its dot, blank where the name has none that a kind of file could have.
 std::string endingOf(const std::string& name) {
