@@ -11,6 +11,7 @@
 namespace velmora::pop {
 namespace {
 
+constexpr std::string_view lineEnd = "\r\n";
 constexpr Milliseconds longestWait{100};
 constexpr Milliseconds longestWithoutTurn{50};
 
@@ -77,14 +78,31 @@ std::optional<Milliseconds> Conversation::limitOf(Phase phase) const {
   }
 }
 
-void Conversation::send(std::string_view commands, std::size_t count) {
+void Conversation::send(std::span<const std::string> commands) {
   requireOpen();
-  outstanding_ += count;
-  transport_.send(commands);
+  outstanding_ += commands.size();
+  std::string bytes;
+  for (const std::string& command : commands) {
+    if (!ahead_.empty() && ahead_.front() == command)
+      ahead_.pop_front();
+    else
+      bytes.append(command).append(lineEnd);
+  }
+  if (!bytes.empty()) transport_.send(bytes);
 }
 
-Reply Conversation::ask(std::string_view command) {
-  send(std::string(command) + "\r\n", 1);
+void Conversation::sendAhead(std::vector<std::string> commands) {
+  requireOpen();
+  std::string bytes;
+  for (std::string& command : commands) {
+    bytes.append(command).append(lineEnd);
+    ahead_.push_back(std::move(command));
+  }
+  transport_.send(bytes);
+}
+
+Reply Conversation::ask(const std::string& command) {
+  send(std::span(&command, 1));
   return reply();
 }
 

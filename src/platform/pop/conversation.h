@@ -1,11 +1,14 @@
 #pragma once
 
 #include <cstddef>
+#include <deque>
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "platform/pop/patience.h"
 #include "platform/pop/reply_reader.h"
@@ -35,11 +38,19 @@ class Conversation {
   /// Logging in goes on within the time of the greeting.
   void enter(Phase phase);
 
-  /// Sends whole commands with their line ends, and returns at once.
-  void send(std::string_view commands, std::size_t count);
+  /// Sends commands, given without their line ends, in one go, and returns at once. Those that were sent ahead aren't
+  /// sent again.
+  void send(std::span<const std::string> commands);
 
-  /// Sends one command, given without its line end, and waits for its status line.
-  Reply ask(std::string_view command);
+  /// Sends commands that are to be sent next, in this order, before anybody asks for their answers (RFC 2449 section
+  /// 6.6). Who ends the conversation properly reads the answers that nobody has asked for.
+  void sendAhead(std::vector<std::string> commands);
+
+  /// The commands that were sent ahead and that nobody has asked for yet.
+  const std::deque<std::string>& ahead() const { return ahead_; }
+
+  /// Sends one command and waits for its status line.
+  Reply ask(const std::string& command);
 
   Reply reply();
   void lines(const std::function<void(std::string_view)>& each);
@@ -54,7 +65,7 @@ class Conversation {
   /// Throws where `close` was called.
   void requireOpen() const;
 
-  /// An answer, or the rest of one, is still to come.
+  /// An answer that was asked for, or the rest of one, is still to come.
   bool isOutstanding() const { return outstanding_ > 0 || insideAnswer_; }
 
   /// "What happened." followed by the server's own words: the one way to show them.
@@ -82,6 +93,7 @@ class Conversation {
   ReplyReader reader_;
   Phase phase_ = Phase::Greeting;
   Milliseconds lastTurn_{};
+  std::deque<std::string> ahead_;
   std::size_t outstanding_ = 0;
   bool insideAnswer_ = false;
   bool closed_ = false;

@@ -1,5 +1,7 @@
 #include "platform/pop/exchange.h"
 
+#include <vector>
+
 namespace velmora::pop {
 namespace {
 
@@ -12,13 +14,12 @@ class Window {
       : conversation_(conversation), requests_(requests), pipelined_(pipelined) {}
 
   void fill() {
-    std::string commands;
-    const std::size_t before = sent_;
+    std::vector<std::string> commands;
     while (sent_ < requests_.size() && fits(requests_[sent_])) {
-      commands += requests_[sent_].command + "\r\n";
+      commands.push_back(requests_[sent_].command);
       bytesUnderWay_ += requests_[sent_++].answerBytes;
     }
-    if (!commands.empty()) conversation_.send(commands, sent_ - before);
+    if (!commands.empty()) conversation_.send(commands);
   }
 
   void answered() { bytesUnderWay_ -= requests_[answered_++].answerBytes; }

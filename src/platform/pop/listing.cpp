@@ -12,6 +12,7 @@
 #include "platform/pop/exchange.h"
 #include "platform/pop/fields.h"
 #include "platform/pop/server_words.h"
+#include "platform/text.h"
 
 namespace velmora::pop {
 namespace {
@@ -29,8 +30,15 @@ std::string_view takeRest(std::string_view line) {
   return line.substr(0, line.find_last_not_of(blanks) + 1);
 }
 
+/// Some servers begin each line as if it were a status line.
+std::string_view withoutStatusWord(std::string_view line) {
+  constexpr std::string_view good = "+OK ";
+  return text::equalsIgnoringCase(line.substr(0, good.size()), good) ? line.substr(good.size()) : line;
+}
+
 void readLine(std::string_view line, TextByNumber& texts) {
-  if (line.find_first_not_of(' ') == std::string_view::npos) return;
+  if (line.find_first_not_of(" \t") == std::string_view::npos) return;
+  line = withoutStatusWord(line);
   const std::optional<std::int64_t> number = toCount(takeWord(line));
   if (!number || *number < 1 || *number > maximumNumber)
     throw PopFailure(pop_failure::protocolBroken, "The server sent a listing that can't be read.");
@@ -111,10 +119,13 @@ void requireSizes(const TextByNumber& sizes) {
 
 }  // namespace
 
+std::vector<std::string> listCommands() { return {"LIST", "UIDL"}; }
+
 Listing list(const Channel& channel) {
   channel.conversation.enter(Phase::Listing);
   std::array<TextByNumber, 2> answers;
-  const std::array<Request, 2> requests = {Request{"LIST"}, Request{"UIDL"}};
+  std::vector<Request> requests;
+  for (const std::string& command : listCommands()) requests.push_back({command});
   exchange(channel.conversation, requests, channel.pipelined, [&](std::size_t index, const Reply& reply) {
     if (reply.ok)
       channel.conversation.lines([&](std::string_view line) { readLine(line, answers.at(index)); });

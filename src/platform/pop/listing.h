@@ -20,6 +20,9 @@ struct Entry {
 
 using Listing = std::vector<Entry>;
 
+/// What `list` sends, in that order.
+std::vector<std::string> listCommands();
+
 /// LIST and UIDL (RFC 1939 sections 5 and 7). Gives as many entries as the mailbox has messages. Throws PopFailure with
 /// messageRefused where the server refuses for the moment.
 Listing list(const Channel& channel);

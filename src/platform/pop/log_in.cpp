@@ -6,6 +6,7 @@
 #include <optional>
 #include <string_view>
 
+#include "platform/ascii.h"
 #include "platform/pop/fields.h"
 #include "platform/pop/server_words.h"
 
@@ -53,11 +54,18 @@ Reply readGreeting(Conversation& conversation, bool secure) {
   }
 }
 
-std::string capabilityName(std::string_view line) {
-  std::string name(takeWord(line));
-  std::ranges::transform(name, name.begin(),
-                         [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
-  return name;
+std::string inCapitals(std::string_view word) {
+  std::string capitals(word);
+  std::ranges::transform(capitals, capitals.begin(), ascii::upper);
+  return capitals;
+}
+
+void addCapability(Capabilities& names, std::string_view line) {
+  const std::string name = inCapitals(takeWord(line));
+  names.insert(name);
+  if (name != "UTF8") return;
+  for (auto word = takeWord(line); !word.empty(); word = takeWord(line))
+    if (inCapitals(word) == "USER") names.insert("UTF8 USER");
 }
 
 std::int32_t refusalNumber(const Reply& refusal, bool userOffered) {
@@ -81,13 +89,18 @@ std::string_view refusalText(std::int32_t number) {
   }
 }
 
-/// Sends a command of the login.
 void askAccess(Conversation& conversation, const std::string& command, bool userOffered) {
   const Reply reply = conversation.ask(command);
   if (reply.ok) return;
   const std::int32_t number = refusalNumber(reply, userOffered);
-  throw PopFailure(number, conversation.quote(refusalText(number), reply.text));
+  const std::string text = conversation.quote(refusalText(number), reply.text);
+  if (number != pop_failure::loginRefused) throw PopFailure(number, text);
+  throw CredentialsRefusal(text, troubleIn(reply.text) == pop_failure::loginRefused);
 }
+
+constexpr const char* utf8Command = "UTF8";
+std::string userCommand(const Credentials& credentials) { return "USER " + credentials.login; }
+std::string passCommand(const Credentials& credentials) { return "PASS " + credentials.password; }
 
 }  // namespace
 
@@ -111,22 +124,30 @@ void greet(Conversation& conversation, bool secure) {
 Capabilities askCapabilities(Conversation& conversation) {
   Capabilities names;
   try {
-    if (conversation.ask("CAPA").ok)
-      conversation.lines([&](std::string_view line) { names.insert(capabilityName(line)); });
+    if (conversation.ask("CAPA").ok) conversation.lines([&](std::string_view line) { addCapability(names, line); });
   } catch (const PopFailure& failure) {
     throw CapabilitiesFailure(failure.number(), failure.what());
   }
   return names;
 }
 
-void logIn(Conversation& conversation, const Credentials& credentials, const Capabilities& offered) {
+std::vector<std::string> logInCommands(const Credentials& credentials, bool withUtf8) {
+  std::vector<std::string> commands;
+  if (withUtf8) commands.emplace_back(utf8Command);
+  commands.push_back(userCommand(credentials));
+  commands.push_back(passCommand(credentials));
+  return commands;
+}
+
+void logIn(Conversation& conversation, const Credentials& credentials, const Capabilities& offered, bool withUtf8) {
   const bool userOffered = offered.empty() || offered.contains("USER");
-  askAccess(conversation, "USER " + credentials.login, userOffered);
-  askAccess(conversation, "PASS " + credentials.password, true);
+  if (withUtf8) conversation.ask(utf8Command);
+  askAccess(conversation, userCommand(credentials), userOffered);
+  askAccess(conversation, passCommand(credentials), true);
 }
 
 Maildrop askMaildrop(Conversation& conversation) {
-  const Reply reply = conversation.ask("STAT");
+  const Reply reply = conversation.ask(maildropCommand);
   if (!reply.ok)
     throw PopFailure(pop_failure::messageRefused,
                      conversation.quote("The server refused to tell what the mailbox holds.", reply.text));

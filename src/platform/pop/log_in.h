@@ -1,12 +1,12 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
-#include <set>
 #include <string>
+#include <vector>
 
 #include "platform/failure.h"
 #include "platform/pop/conversation.h"
+#include "platform/pop/server_habits.h"
 
 namespace velmora::pop {
 
@@ -14,12 +14,22 @@ struct Credentials {
   std::string login, password;
 };
 
-/// Names in capitals (RFC 2449 section 5). Empty where the server doesn't tell.
-using Capabilities = std::set<std::string>;
-
 /// The server hangs, hangs up or talks nonsense on CAPA.
 class CapabilitiesFailure : public PopFailure {
   using PopFailure::PopFailure;
+};
+
+/// The server refuses the user name or password.
+class CredentialsRefusal : public PopFailure {
+ public:
+  CredentialsRefusal(const std::string& text, bool isSure)
+      : PopFailure(pop_failure::loginRefused, text), isSure_(isSure) {}
+
+  /// It says by a code that these are to blame (RFC 3206 section 4), and nothing else.
+  bool isSure() const { return isSure_; }
+
+ private:
+  bool isSure_;
 };
 
 /// What the server says of the open mailbox (RFC 1939, STAT).
@@ -38,8 +48,15 @@ void greet(Conversation& conversation, bool secure);
 /// Throws CapabilitiesFailure.
 Capabilities askCapabilities(Conversation& conversation);
 
-/// Sends USER, then PASS. `offered` is what the server told before.
-void logIn(Conversation& conversation, const Credentials& credentials, const Capabilities& offered);
+/// What logIn sends, in that order.
+std::vector<std::string> logInCommands(const Credentials& credentials, bool withUtf8);
+
+/// Sends UTF8 (RFC 6856 section 2.1) where it is wanted, which the server may refuse; then USER and PASS. `offered` is
+/// what the server told before. Throws CredentialsRefusal, or PopFailure for any other reason.
+void logIn(Conversation& conversation, const Credentials& credentials, const Capabilities& offered, bool withUtf8);
+
+/// What askMaildrop sends.
+inline constexpr const char* maildropCommand = "STAT";
 
 Maildrop askMaildrop(Conversation& conversation);
 

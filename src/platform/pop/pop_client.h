@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,6 +11,7 @@
 #include "platform/date_time.h"
 #include "platform/mail_bounds.h"
 #include "platform/mail_reader.h"
+#include "platform/pop/server_habits.h"
 #include "platform/pop/transport.h"
 
 namespace velmora {
@@ -52,12 +52,6 @@ class IPopClientNotify {
   virtual void HostCertificate(PopClient& /*owner*/, const std::string& /*certificate*/, std::int32_t /*code*/,
                                const std::string& /*text*/) {}
   virtual void StateChange(PopClient& /*owner*/, PopState /*oldState*/) {}
-};
-
-/// What is known of servers that can't do all that they announce. Lives for the whole run, over all clients.
-struct ServerHabits {
-  std::set<std::string> oneByOne;  ///< "host:port" of servers that don't stand pipelining
-  std::set<std::string> noCapa;    ///< "host:port" of servers that hang or hang up on CAPA
 };
 
 /// The messages of the open mailbox, numbered from 0.

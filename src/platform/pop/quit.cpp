@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/failure.h"
@@ -9,9 +10,20 @@
 
 namespace velmora::pop {
 
+namespace {
+
+/// Reads off what was asked for ahead and isn't wanted after all.
+void skipAhead(Conversation& conversation) {
+  while (!conversation.ahead().empty())
+    if (conversation.ask(std::string(conversation.ahead().front())).ok) conversation.lines([](std::string_view) {});
+}
+
+}  // namespace
+
 void quit(Conversation& conversation) {
   try {
     conversation.enter(Phase::Leaving);
+    skipAhead(conversation);
     conversation.ask("QUIT");
   } catch (const PopFailure&) {
     // Nothing is lost: the server keeps all messages.
@@ -20,6 +32,7 @@ void quit(Conversation& conversation) {
 
 void deleteAndQuit(const Channel& channel, std::span<const std::int32_t> numbers) {
   channel.conversation.enter(Phase::Working);
+  skipAhead(channel.conversation);
   std::vector<Request> requests;
   for (const std::int32_t number : numbers) requests.push_back({"DELE " + std::to_string(number)});
   std::optional<Reply> refusal;

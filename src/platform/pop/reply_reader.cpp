@@ -54,7 +54,16 @@ std::optional<std::string_view> ReplyReader::line(std::size_t maximum) {
   return rest.substr(0, end);
 }
 
+void ReplyReader::skipBlankLines() {
+  const std::string_view rest = pending();
+  const std::size_t blanks = std::min(rest.find_first_not_of(" \t\r\n"), rest.size());
+  position_ += blanks;
+  blankBytes_ += blanks;
+  if (blankBytes_ > maximumStatusLine) throw tooLong("a line");
+}
+
 std::optional<Reply> ReplyReader::status() {
+  skipBlankLines();
   const std::string_view rest = pending();
   if (!rest.empty() && rest.front() != '+' && rest.front() != '-') {
     // Half a line may end within the secret, and then isn't to be quoted.
@@ -65,6 +74,7 @@ std::optional<Reply> ReplyReader::status() {
   if (!complete) return std::nullopt;
   Reply reply = parseStatus(withoutReturn(*complete));
   position_ += complete->size() + 1;
+  blankBytes_ = 0;
   return reply;
 }
 

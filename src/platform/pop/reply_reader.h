@@ -41,7 +41,8 @@ class ReplyReader {
 
   void feed(std::string_view bytes);
 
-  /// The next status line, or nothing while it is incomplete. What can't become one fails at its first byte.
+  /// The next status line, or nothing while it is incomplete. Blank lines before it are skipped: some servers send one
+  /// ahead of the greeting, or behind a message's end. What can't become a status line fails at its first byte.
   std::optional<Reply> status();
 
   /// Hands out the complete lines of a listing, undotted and without line ends. True when its final dot was among them.
@@ -67,6 +68,7 @@ class ReplyReader {
  private:
   enum class LineStart { Incomplete, Text, End };
 
+  void skipBlankLines();
   Reply parseStatus(std::string_view line) const;
   std::optional<std::string_view> line(std::size_t maximum);
   LineStart lineStart();
@@ -75,6 +77,7 @@ class ReplyReader {
   std::string secret_;
   std::string buffer_;
   std::size_t position_ = 0;
+  std::size_t blankBytes_ = 0;
   std::size_t listLines_ = 0;
   std::size_t listBytes_ = 0;
   std::string messageText_;

@@ -43,6 +43,46 @@ constexpr std::array phrases = {
     Sign{"permanent", pop_failure::permanentTrouble},
 };
 
+/// What servers say of trouble with a mailbox, though the user name and password were right.
+constexpr std::array mailboxTroubles = {
+    Sign{"internal error", pop_failure::temporaryTrouble},
+    Sign{"internal server error", pop_failure::temporaryTrouble},
+    Sign{"maintenance", pop_failure::temporaryTrouble},
+    Sign{"overload", pop_failure::temporaryTrouble},
+    Sign{"unavailable", pop_failure::temporaryTrouble},
+    Sign{"not available", pop_failure::temporaryTrouble},
+    Sign{"timed out", pop_failure::temporaryTrouble},
+    Sign{"timeout", pop_failure::temporaryTrouble},
+    Sign{"out of memory", pop_failure::temporaryTrouble},
+    Sign{"cannot allocate", pop_failure::temporaryTrouble},
+    Sign{"no space left", pop_failure::temporaryTrouble},
+    Sign{"disk full", pop_failure::temporaryTrouble},
+    Sign{"is damaged", pop_failure::permanentTrouble},
+    Sign{"corrupt", pop_failure::permanentTrouble},
+    Sign{"chdir", pop_failure::permanentTrouble},
+    Sign{"no such file", pop_failure::permanentTrouble},
+    Sign{"not a directory", pop_failure::permanentTrouble},
+    Sign{"input/output error", pop_failure::permanentTrouble},
+    Sign{"i/o error", pop_failure::permanentTrouble},
+    Sign{"read-only file", pop_failure::permanentTrouble},
+    Sign{"quota", pop_failure::permanentTrouble},
+    Sign{"open maildir", pop_failure::permanentTrouble},
+    Sign{"open mailbox", pop_failure::permanentTrouble},
+    Sign{"open maildrop", pop_failure::permanentTrouble},
+    Sign{"open the mail", pop_failure::permanentTrouble},
+    Sign{"read maildir", pop_failure::permanentTrouble},
+    Sign{"scan maildir", pop_failure::permanentTrouble},
+    Sign{"access maildir", pop_failure::permanentTrouble},
+    Sign{"access mailbox", pop_failure::permanentTrouble},
+    Sign{"server error", pop_failure::permanentTrouble},
+    Sign{"system error", pop_failure::permanentTrouble},
+};
+
+/// Where a server speaks of these at all, they may be to blame, and the user is to know.
+constexpr std::array<std::string_view, 8> credentialPhrases = {
+    "password", "passwd", "username", "user name", "credential", "authenti", "login incorrect", "logon",
+};
+
 constexpr std::array<std::string_view, 8> encryptionPhrases = {
     "plaintext", "plain text", "cleartext", "clear text", "encrypt", "non-secure", "requires tls", "requires ssl",
 };
@@ -133,7 +173,10 @@ std::optional<std::int32_t> troubleIn(std::string_view words) {
   const std::string low = lowered(words);
   const auto byCode = firstSign(responseCodes, [&](std::string_view code) { return low.starts_with(code); });
   if (byCode) return byCode;
-  return firstSign(phrases, [&](std::string_view phrase) { return low.find(phrase) != std::string::npos; });
+  const auto isSaid = [&](std::string_view phrase) { return low.find(phrase) != std::string::npos; };
+  const auto byPhrase = firstSign(phrases, isSaid);
+  if (byPhrase || std::ranges::any_of(credentialPhrases, isSaid)) return byPhrase;
+  return firstSign(mailboxTroubles, isSaid);
 }
 
 bool isTemporary(std::string_view words) { return lowered(words).starts_with("[sys/temp]"); }

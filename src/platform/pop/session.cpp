@@ -3,10 +3,23 @@
 #include <utility>
 
 #include "platform/failure.h"
+#include "platform/pop/listing.h"
 #include "platform/pop/quit.h"
 
 namespace velmora::pop {
 namespace {
+
+constexpr const char* pipelining = "PIPELINING";
+
+/// What a server may answer because the login before has just ended in the midst of it.
+bool isOfHaste(const PopFailure& failure) {
+  return failure.number() == pop_failure::mailboxInUse || failure.number() == pop_failure::temporaryTrouble;
+}
+
+bool isOddLogin(const PopFailure& failure) {
+  return failure.number() == pop_failure::closedWhileLoggingIn || failure.number() == pop_failure::timedOut ||
+         failure.number() == pop_failure::protocolBroken;
+}
 
 bool isOddity(const PopFailure& failure) {
   return failure.number() == pop_failure::connectionLost || failure.number() == pop_failure::protocolBroken ||
@@ -34,37 +47,80 @@ Session::Session(Transport& transport, Server server, ServerHabits& habits, Even
 
 void Session::open() {
   requireSendable(server_.credentials);
-  try {
-    connectAndLogIn(!habits_.noCapa.contains(server_.key()));
-  } catch (const CapabilitiesFailure&) {
-    conversation_->requireOpen();
-    connectAndLogIn(false);
-    // Only now is it sure that CAPA was to blame, and not the line or the server.
-    habits_.noCapa.insert(server_.key());
+  Manner manner = {.capa = !habit().noCapa, .pipelining = !habit().oneByOne, .utf8 = !habit().noUtf8};
+  for (std::optional<PopFailure> before;;) {
+    try {
+      connectAndLogIn(manner);
+      break;
+    } catch (const PopFailure& failure) {
+      habit().announced.reset();
+      conversation_->requireOpen();
+      if (before && isOfHaste(failure)) throw PopFailure(*before);
+      manner = withoutWhatFailed(manner);
+      if (!before) before = failure;
+    }
   }
+  // Only now is it sure what was to blame, and that it was neither the line nor the server.
+  habit().noCapa = !manner.capa;
+  habit().oneByOne = !manner.pipelining;
+  habit().noUtf8 = !manner.utf8;
 }
 
-void Session::connectAndLogIn(bool withCapabilities) {
+/// Leaves out what may have made the login fail that has just failed. Throws its failure where nothing may.
+Session::Manner Session::withoutWhatFailed(Manner manner) {
+  try {
+    throw;
+  } catch (const CapabilitiesFailure&) {
+    manner.capa = false;
+  } catch (const CredentialsRefusal& refusal) {
+    auto& refused = habit().refusedWithoutUtf8;
+    const std::string credentials = server_.credentials.login + '\n' + server_.credentials.password;
+    if (!manner.utf8 && !habit().noUtf8) refused.insert(credentials);
+    // Each refusal may count towards a lock of the account, so that it isn't risked twice for nothing.
+    if (!loginWithUtf8_ || refusal.isSure() || refused.contains(credentials)) throw;
+    manner.utf8 = false;
+  } catch (const PopFailure& failure) {
+    if (!isOddLogin(failure) || !(loginPipelined_ || loginWithUtf8_)) throw;
+    (loginPipelined_ ? manner.pipelining : manner.utf8) = false;
+  }
+  return manner;
+}
+
+void Session::connectAndLogIn(const Manner& manner) {
   if (!isClosed()) close();
   conversation_.emplace(transport_, server_.timeOut, server_.credentials.password, whileWaiting_);
+  loginPipelined_ = loginWithUtf8_ = false;
   events_.entered(PopState::Connecting);
   conversation_->requireOpen();
   conversation_->connect(server_.host, static_cast<std::uint16_t>(server_.port), server_.secure);
   if (server_.secure) events_.certificate(transport_.certificate());
   greet(*conversation_, server_.secure);
   events_.entered(PopState::Authorization);
-  authorize(*conversation_, withCapabilities);
+  authorize(manner);
   maildrop_ = askMaildrop(*conversation_);
   conversation_->enter(Phase::Working);
 }
 
-void Session::authorize(Conversation& conversation, bool withCapabilities) {
-  const Capabilities before = withCapabilities ? askCapabilities(conversation) : Capabilities();
-  logIn(conversation, server_.credentials, before);
+/// Sends ahead what is almost sure to follow, so that it costs no time of its own.
+void Session::sendAhead(std::vector<std::string> commands) {
+  commands.emplace_back(maildropCommand);
+  for (std::string& command : listCommands()) commands.push_back(std::move(command));
+  conversation_->sendAhead(std::move(commands));
+}
+
+void Session::authorize(const Manner& manner) {
+  const bool asks = manner.capa && !habit().announced;
+  Announcement announced = habit().announced.value_or(Announcement());
+  if (asks) announced.before = askCapabilities(*conversation_);
+  loginPipelined_ = manner.pipelining && announced.before.contains(pipelining);
+  loginWithUtf8_ = manner.utf8 && announced.before.contains("UTF8 USER");
+  if (loginPipelined_) sendAhead(logInCommands(server_.credentials, loginWithUtf8_));
+  logIn(*conversation_, server_.credentials, announced.before, loginWithUtf8_);
   events_.entered(PopState::Transaction);
-  const Capabilities after = withCapabilities ? askCapabilities(conversation) : Capabilities();
-  pipelined_ =
-      (before.contains("PIPELINING") || after.contains("PIPELINING")) && !habits_.oneByOne.contains(server_.key());
+  if (asks && !loginPipelined_) announced.after = askCapabilities(*conversation_);
+  pipelined_ = loginPipelined_ || (manner.pipelining && announced.after.contains(pipelining));
+  if (pipelined_ && !loginPipelined_) sendAhead({});
+  habit().announced = std::move(announced);
 }
 
 void Session::run(const Job& job, const Conversation::WhileWaiting& whileWaiting) {
@@ -89,7 +145,7 @@ void Session::runOnce(const Job& job, const Conversation::WhileWaiting& whileWai
 /// What stands in the way of a new login, as the mailbox that the dead session still holds, is not what went wrong.
 void Session::openAgainAfter(const PopFailure& failure) {
   const std::int32_t count = maildrop_.count;
-  habits_.oneByOne.insert(server_.key());
+  habit().oneByOne = true;
   try {
     open();
   } catch (const PopFailure&) {
@@ -110,7 +166,7 @@ void Session::leave(std::span<const std::int32_t> deletions) {
   try {
     deleteAndQuit(channel(), deletions);
   } catch (const PopFailure& failure) {
-    if (pipelined_ && isOddity(failure)) habits_.oneByOne.insert(server_.key());
+    if (pipelined_ && isOddity(failure)) habit().oneByOne = true;
     throw;
   }
 }

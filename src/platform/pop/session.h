@@ -5,6 +5,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "platform/pop/conversation.h"
 #include "platform/pop/log_in.h"
@@ -32,7 +33,7 @@ struct Channel {
   Maildrop maildrop;
 };
 
-/// A login that lasts: it connects anew where a server doesn't stand CAPA or pipelining, and keeps that in mind.
+/// A login that lasts: it connects anew where a server doesn't stand what it announces, and keeps that in mind.
 class Session {
  public:
   struct Events {
@@ -66,9 +67,17 @@ class Session {
   bool isClosed() const { return !conversation_ || conversation_->isClosed(); }
 
  private:
-  void connectAndLogIn(bool withCapabilities);
-  void authorize(Conversation& conversation, bool withCapabilities);
+  /// What may be made use of where a server announces it, and whether it is asked for that.
+  struct Manner {
+    bool capa, pipelining, utf8;
+  };
+
+  void connectAndLogIn(const Manner& manner);
+  void authorize(const Manner& manner);
+  void sendAhead(std::vector<std::string> commands);
+  Manner withoutWhatFailed(Manner manner);
   void openAgainAfter(const PopFailure& failure);
+  ServerHabit& habit() { return habits_[server_.key()]; }
   Channel channel() { return {*conversation_, pipelined_, maildrop_}; }
 
   Transport& transport_;
@@ -78,6 +87,8 @@ class Session {
   Conversation::WhileWaiting whileWaiting_;
   std::optional<Conversation> conversation_;
   Maildrop maildrop_;
+  bool loginPipelined_ = false;
+  bool loginWithUtf8_ = false;
   bool pipelined_ = false;
 };
 

@@ -68,7 +68,7 @@ TEST(Events, ClientMayBeReplacedInsideOne) {
       EXPECT_LE(desk.recorder.received.size(), 1U);
       EXPECT_FALSE(desk.server.line.open);
       EXPECT_THAT(desk.server.commands, Not(Contains("QUIT")));
-      EXPECT_THAT(desk.habits.oneByOne, IsEmpty());
+      EXPECT_FALSE(desk.habit().oneByOne);
       EXPECT_EQ(desk.client->LastError(), 0);
     }
   }
@@ -102,7 +102,7 @@ TEST(Events, ComeWhileMessagesAreRead) {
       EXPECT_TRUE(stop ? turns == 10 && line.clock == turned : turns > 10 && desk.hasAllTexts());
       EXPECT_EQ(line.open, !stop);
       EXPECT_GE(std::ssize(desk.recorder.progress) + 1, turns) << "so that a stop is met";
-      EXPECT_THAT(desk.habits.oneByOne, IsEmpty());
+      EXPECT_FALSE(desk.habit().oneByOne);
     }
   }
 }

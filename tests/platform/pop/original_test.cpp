@@ -110,7 +110,7 @@ TEST(Original, FailsWithoutASecondTryAndLeavesInOrder) {
     EXPECT_THAT(desk.client->ErrorText(), HasSubstr(words));
     EXPECT_LE(pieces, 1);
     EXPECT_EQ(desk.server.line.connections, 1);
-    EXPECT_THAT(desk.habits.oneByOne, IsEmpty());
+    EXPECT_FALSE(desk.habit().oneByOne);
     EXPECT_EQ(desk.server.line.open, failure == pop_failure::messageRefused);
     EXPECT_EQ(failureOf([&] { desk.client->Disconnect(); }), 0);
     EXPECT_EQ(desk.server.commands.back() == "QUIT", failure == pop_failure::messageRefused);

@@ -87,6 +87,8 @@ struct Desk {
     return made;
   }
 
+  pop::ServerHabit& habit() { return habits["mail.example:110"]; }
+
   PopMessages& messages() const { return client->Messages(); }
 
   void holds(int count) {

@@ -14,7 +14,7 @@ using pop::ReplyReader;
 using namespace std::string_literals;
 
 TEST(ReplyReader, RefusesWhatIsNoStatusAtItsFirstByte) {
-  for (const std::string bytes : {"x", "\n", "* OK\r\n", "+O\r\n", "-ER\r\n", "+KO\r\n"}) {
+  for (const std::string bytes : {"x", "\r\n x", "* OK\r\n", "+O\r\n", "-ER\r\n", "+KO\r\n"}) {
     ReplyReader reader;
     reader.feed(bytes);
     EXPECT_EQ(failureOf([&] { reader.status(); }), pop_failure::protocolBroken) << bytes;
@@ -32,6 +32,7 @@ TEST(ReplyReader, BoundsEveryLineCountAndAnswer) {
   };
   const std::vector<Bound> bounds = {
       {"+", ReplyReader::maximumStatusLine, status},
+      {"\n", ReplyReader::maximumStatusLine, status},
       {"1", ReplyReader::maximumListLine, list},
       {"1\n", ReplyReader::maximumListLines, list},
       {std::string(1000, '1') + "\n", ReplyReader::maximumListing / 1000, list},
@@ -89,6 +90,13 @@ TEST(ServerWords, TellTheTrouble) {
       {"Unable to lock maildrop: Lock busy", pop_failure::mailboxInUse},
       {"Mailbox is ALREADY LOCKED by another session", pop_failure::mailboxInUse},
       {"Temporary problem, please try again later", pop_failure::temporaryTrouble},
+      {"mailbox is damaged", pop_failure::permanentTrouble},
+      {"chdir Maildir failed", pop_failure::permanentTrouble},
+      {"this user has no $HOME/Maildir: No such file or directory", pop_failure::permanentTrouble},
+      {"Internal server error", pop_failure::temporaryTrouble},
+      {"Server error", pop_failure::permanentTrouble},
+      {"authentication failed: no such file", 0},
+      {"no such user", 0},
       {"Invalid password, try again", 0},
       {"Your account has been locked", 0},
       {"say [IN-USE] later", 0},

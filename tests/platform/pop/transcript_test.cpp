@@ -49,11 +49,20 @@ const std::string pipelining = "S +OK|S Pipelining yes|S .|";
 const std::string message1 = "S +OK|S Subject: 1|S |S ..|S mid.|S ...|S . |S |S .|";
 const std::string message2 = "S +OK|S a\n.unstuffed\n.\rx\n\rb\0\xfe|S .|"s;
 
-/// Up to STAT, with the answers to CAPA before and after.
-std::string logIn(const std::string& before, const std::string& after) {
-  return "S +OK ready|C CAPA|" + before + "C USER user|S +OK|C PASS  sec  ret |S +OK welcome|C CAPA|" + after +
-         "C STAT|";
+const std::string utf8 = "S +OK|S utf8 user|S .|";
+
+/// What goes out together with the login, and the answers to the login.
+const std::string ahead = "C STAT|C LIST|C UIDL|S +OK|S +OK welcome|";
+
+const std::string greeting = "S +OK ready|C CAPA|";
+
+/// Behind the answer to CAPA, up to STAT, with the answer to CAPA after the login.
+std::string steps(const std::string& after) {
+  return "C USER user|S +OK|C PASS  sec  ret |S +OK welcome|C CAPA|" + after + "C STAT|";
 }
+
+/// Up to STAT, with the answers to CAPA before and after.
+std::string logIn(const std::string& before, const std::string& after) { return greeting + before + steps(after); }
 
 struct Case {
   std::string name;
@@ -79,22 +88,29 @@ std::vector<Case> cases() {
       {"empty mailbox", logIn(refused, refused) + "S +OK 0 0|C QUIT|S +OK",
        [](PopClient& c) { c.Messages().FetchAll(); }},
       {"fetch",
-       logIn(usual, refused) + "S +OK 2 60|C LIST|S +OK|S 4 40|S 9 20|S .|C UIDL|S +ok \n4 a\n9 b\n.|C RETR 4|" +
-           message1 + "C RETR 9|" + message2 + "C QUIT|S +OK bye",
+       "S \r\n\t|" + logIn(usual, refused) +
+           "S +OK 2 60|C LIST|S +OK|S +ok 4 40|S +ok 9 20|S .|C UIDL|S +ok \n4 a\n9 b\n.|C RETR 4|" + message1 +
+           "S |C RETR 9|" + message2 + "S |C QUIT|S +OK bye",
        fetch},
       {"pipelined fetch",
        logIn(usual, pipelining) +
-           "S +OK 2 60|C LIST|C UIDL|S +OK|S 1 40|S 2 20|S .|S +OK|S 1 a|S 2 b|S .|C RETR 1|C RETR 2|" + message1 +
+           "C LIST|C UIDL|S +OK 2 60|S +OK|S 1 40|S 2 20|S .|S +OK|S 1 a|S 2 b|S .|C RETR 1|C RETR 2|" + message1 +
            message2 + "C QUIT|S +OK bye",
        fetch},
+      {"UTF8", greeting + utf8 + "C UTF8|S -ERR no|" + steps(refused) + "S +OK 0 0|C QUIT|S +OK",
+       [](PopClient& c) { c.Messages().FetchAll(); }},
+      {"nothing wanted of what was asked for ahead",
+       greeting + "S +OK|S PIPELINING|S UTF8 other user|S .|C UTF8|C USER user|C PASS  sec  ret |C STAT|C LIST|C UIDL|"
+                  "S +OK|S +OK|S +OK|S +OK 1 9|S +OK|S 1 9|S .|S -ERR none|C QUIT|S +OK",
+       [](PopClient&) {}},
       {"delete",
        logIn(refused, refused) +
            "S +OK 3 60|C LIST|S -ERR no|C UIDL|S +OK|S 1 a|S 2 b|S 3 b|S .|C DELE 2|S +OK|C DELE 3|S +OK|C QUIT|"
            "S +OK bye",
        deleteB},
       {"pipelined delete",
-       logIn(pipelining, usual) +
-           "S +OK 3 60|C LIST|C UIDL|S +OK|S 2 9|S 4 9|S 8 9|S .|S +OK|S 2 b|S 4 a|S 8 b|S .|C DELE 2|C DELE 8|"
+       greeting + pipelining + "C USER user|C PASS  sec  ret |" + ahead +
+           "S +OK 3 60|S +OK|S 2 9|S 4 9|S 8 9|S .|S +OK|S 2 b|S 4 a|S 8 b|S .|C DELE 2|C DELE 8|"
            "S +OK|S +OK|C QUIT|S +OK bye",
        deleteB},
   };

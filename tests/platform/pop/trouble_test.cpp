@@ -138,7 +138,7 @@ TEST(Trouble, InAPipelinedFetchIsOvercomeAtEveryByte) {
       Desk desk;
       way.prepare(desk, at, 1);
       const std::int32_t failure = checkMail(desk, false);
-      fetching = fetching || !desk.habits.oneByOne.empty();
+      fetching = fetching || desk.habit().oneByOne;
       ASSERT_TRUE(!fetching || failure == 0) << at;
       ASSERT_TRUE(failure != 0 || desk.hasAllTexts()) << at;
     }
