@@ -11,6 +11,7 @@ import sys
 
 FOLDERS = ["platform", "options", "accounts", "messages", "rules", "checking", "app"]
 DECISIONS, PROCEDURES = "velmora_decisions", "velmora_procedures"
+NETWORK = "velmora_network"  # connections, the part of the desktop that needs no screen
 
 root = pathlib.Path(sys.argv[1]) / "src"
 libraries = {
@@ -25,6 +26,8 @@ def ring_of(file):
     """The library that a file's place makes it part of."""
     if file == "main.cpp":
         return "Velmora"
+    if file.startswith("platform/qt/") and library_of.get(file) == NETWORK:
+        return NETWORK
     for folder, library in {"platform/qt/": "velmora_desktop", "platform/mime/": "velmora_mime"}.items():
         if file.startswith(folder):
             return library
@@ -56,7 +59,9 @@ def check(file, included, angled):
         faults.append(f"{file}: {included} is not the platform's")
     if file.startswith("platform/mime/") and there not in ("velmora_platform", "velmora_mime"):
         faults.append(f"{file}: {included} is not for the reader of messages")
-    if here in (DECISIONS, PROCEDURES) and there in ("velmora_desktop", "velmora_mime"):
+    if here == NETWORK and there not in ("velmora_platform", NETWORK):
+        faults.append(f"{file}: {included} is not for connections")
+    if here in (DECISIONS, PROCEDURES) and there in ("velmora_desktop", NETWORK, "velmora_mime"):
         faults.append(f"{file}: {included} belongs to the desktop")
 
 
