@@ -192,7 +192,9 @@ class Race : public testing::Test {
   QString run(const std::vector<QHostAddress>& addresses, std::uint16_t port) {
     clock_.start();
     try {
-      return AddressRace(waiting_).run(addresses, port, 5s)->peerAddress().toString();
+      QTcpSocket winner;
+      winner.setSocketDescriptor(AddressRace(waiting_).run(addresses, port, 5s));
+      return winner.peerAddress().toString();
     } catch (const PopFailure& failure) {
       return QString::number(failure.number());
     }
@@ -230,6 +232,31 @@ TEST_F(Race, RefusalsEndItAtOnce) {
   EXPECT_EQ(run({four_, nowhere_}, port), "10061") << "what the first address says counts";
   EXPECT_EQ(run({nowhere_}, port), "10060");
   EXPECT_LT(clock_.elapsed(), promptly);
+}
+
+TEST(TcpCallTest, MakesOneConnectionEvenWhereThatIsResetAtOnce) {
+  const int listener = socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0);
+  sockaddr_in address{};
+  socklen_t size = sizeof address;
+  address.sin_family = AF_INET;
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  ASSERT_EQ(bind(listener, reinterpret_cast<const sockaddr*>(&address), size), 0);
+  ASSERT_EQ(listen(listener, 10), 0);
+  ASSERT_EQ(getsockname(listener, reinterpret_cast<sockaddr*>(&address), &size), 0);
+  int ends = 0;
+  const TcpCall call(QHostAddress(QHostAddress::LocalHost), ntohs(address.sin_port), [&] { ++ends; });
+  const int caller = accept(listener, nullptr, nullptr);
+  const linger reset{1, 0};
+  ASSERT_EQ(setsockopt(caller, SOL_SOCKET, SO_LINGER, &reset, sizeof reset), 0);
+  close(caller);
+  QElapsedTimer clock;
+  clock.start();
+  while (ends == 0 && clock.elapsed() < promptly) QApplication::processEvents(QEventLoop::AllEvents, 50);
+  EXPECT_EQ(call.state(), TcpCall::State::Failed);
+  EXPECT_EQ(ends, 1);
+  QApplication::processEvents();
+  EXPECT_EQ(accept(listener, nullptr, nullptr), -1) << "there is no second connection";
+  close(listener);
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 namespace velmora::pop {
 namespace {
 
-constexpr std::size_t maximumUnderWay = 50;
+constexpr std::size_t maximumUnderWay = 100;
 constexpr std::int64_t maximumBytesUnderWay = std::int64_t{4} << 20U;
 
 class Window {
@@ -13,7 +13,9 @@ class Window {
   Window(Conversation& conversation, std::span<const Request> requests, bool pipelined)
       : conversation_(conversation), requests_(requests), pipelined_(pipelined) {}
 
+  /// Each batch costs the system as much as a single command would.
   void fill() {
+    if (sent_ - answered_ > maximumUnderWay / 2) return;
     std::vector<std::string> commands;
     while (sent_ < requests_.size() && fits(requests_[sent_])) {
       commands.push_back(requests_[sent_].command);

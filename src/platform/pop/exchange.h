@@ -19,8 +19,8 @@ struct Request {
 using OnAnswer = std::function<void(std::size_t index, const Reply& reply)>;
 
 /// Sends all requests and has their answers read in turn: one by one, or pipelined (RFC 2449 section 6.8) with at most
-/// 50 requests and 4 MiB of announced answers under way, yet always one. The event loop turns also where all answers
-/// are there already.
+/// 100 requests and 4 MiB of announced answers under way, yet always one, and new ones in batches. The event loop turns
+/// also where all answers are there already.
 void exchange(Conversation& conversation, std::span<const Request> requests, bool pipelined, const OnAnswer& onAnswer);
 
 }  // namespace velmora::pop

@@ -1,11 +1,9 @@
 #include "platform/qt/services/address_race.h"
 
 #include <QHostInfo>
-#include <QNetworkProxy>
 #include <algorithm>
-#include <optional>
+#include <cerrno>
 
-#include "platform/failure.h"
 #include "platform/qt/strings.h"
 
 namespace velmora {
@@ -31,13 +29,16 @@ std::vector<QHostAddress> interleaved(const QList<QHostAddress>& addresses) {
   return result;
 }
 
-PopFailure failureOf(const QSslSocket& socket) {
-  const std::string text = utf8(socket.errorString());
-  switch (socket.error()) {
-    case QAbstractSocket::ConnectionRefusedError:
+PopFailure failureOf(const TcpCall& call) {
+  const std::string text = utf8(qt_error_string(call.error()));
+  switch (call.error()) {
+    case ECONNREFUSED:
       return {pop_failure::connectionRefused, text};
-    case QAbstractSocket::SocketTimeoutError:
-    case QAbstractSocket::NetworkError:
+    case ETIMEDOUT:
+    case ENETUNREACH:
+    case EHOSTUNREACH:
+    case ENETDOWN:
+    case EACCES:
       return {pop_failure::timedOut, text};
     default:
       return {pop_failure::connectionReset, text};
@@ -46,13 +47,12 @@ PopFailure failureOf(const QSslSocket& socket) {
 
 }  // namespace
 
-std::unique_ptr<QSslSocket> AddressRace::run(const std::string& host, std::uint16_t port, milliseconds timeOut) {
+int AddressRace::run(const std::string& host, std::uint16_t port, milliseconds timeOut) {
   begin(timeOut);
   return runTo(lookUp(host), port);
 }
 
-std::unique_ptr<QSslSocket> AddressRace::run(const std::vector<QHostAddress>& addresses, std::uint16_t port,
-                                             milliseconds timeOut) {
+int AddressRace::run(const std::vector<QHostAddress>& addresses, std::uint16_t port, milliseconds timeOut) {
   begin(timeOut);
   return runTo(addresses, port);
 }
@@ -63,15 +63,16 @@ void AddressRace::begin(milliseconds timeOut) {
   runners_.clear();
 }
 
-std::unique_ptr<QSslSocket> AddressRace::runTo(const std::vector<QHostAddress>& addresses, std::uint16_t port) {
+int AddressRace::runTo(const std::vector<QHostAddress>& addresses, std::uint16_t port) {
   for (auto next = addresses.begin(); next != addresses.end() || !allFailed();) {
     const bool more = next != addresses.end();
-    if (more) enter(*next++, port);
-    // Where there is no way to an address at all, that is known at once, and no signal will come any more.
-    if (!allFailed()) wait(more && next != addresses.end() ? headStart : left());
-    if (auto winner = takeWinner()) return winner;
+    if (more) runners_.push_back(std::make_unique<TcpCall>(*next++, port, [this] { waiting_.wake(); }));
+    // Where there is no way to an address at all, that is known at once, and nothing will come any more.
+    if (isUndecided()) wait(more && next != addresses.end() ? headStart : left());
+    if (const auto winner = takeWinner()) return *winner;
   }
-  fail();
+  // The system gives the address first that it has most hope for.
+  fail(failureOf(*runners_.front()));
 }
 
 std::vector<QHostAddress> AddressRace::lookUp(const std::string& host) {
@@ -89,42 +90,38 @@ std::vector<QHostAddress> AddressRace::lookUp(const std::string& host) {
   return addresses;
 }
 
-void AddressRace::enter(const QHostAddress& address, std::uint16_t port) {
-  auto& socket = *runners_.emplace_back(std::make_unique<QSslSocket>());
-  socket.setProxy(QNetworkProxy::NoProxy);
-  QObject::connect(&socket, &QAbstractSocket::connected, &socket, [this] { waiting_.wake(); });
-  QObject::connect(&socket, &QAbstractSocket::errorOccurred, &socket, [this] { waiting_.wake(); });
-  socket.connectToHost(address, port);
-}
-
-std::unique_ptr<QSslSocket> AddressRace::takeWinner() {
-  for (auto& socket : runners_) {
-    if (socket->state() != QAbstractSocket::ConnectedState) continue;
-    auto winner = std::move(socket);
-    winner->disconnect();
+std::optional<int> AddressRace::takeWinner() {
+  for (auto& call : runners_) {
+    if (call->state() != TcpCall::State::Connected) continue;
+    const int winner = call->take();
     runners_.clear();
     return winner;
   }
-  return nullptr;
+  return std::nullopt;
 }
 
 bool AddressRace::allFailed() const {
-  return std::all_of(runners_.begin(), runners_.end(),
-                     [](const auto& socket) { return socket->state() == QAbstractSocket::UnconnectedState; });
+  return std::ranges::all_of(runners_, [](const auto& call) { return call->state() == TcpCall::State::Failed; });
 }
 
-/// The system gives the address first that it has most hope for.
-void AddressRace::fail() const { throw failureOf(*runners_.front()); }
+bool AddressRace::isUndecided() const {
+  return !allFailed() &&
+         std::ranges::none_of(runners_, [](const auto& call) { return call->state() == TcpCall::State::Connected; });
+}
+
+void AddressRace::fail(const PopFailure& failure) {
+  runners_.clear();
+  throw PopFailure(failure);
+}
 
 milliseconds AddressRace::left() const {
   return std::chrono::duration_cast<milliseconds>(deadline_ - std::chrono::steady_clock::now());
 }
 
 void AddressRace::wait(milliseconds longest) {
-  if (left() <= milliseconds(0)) throw PopFailure(pop_failure::timedOut, "The server did not answer in time.");
-  if (!waiting_.wait(std::min(longest, left())) || stopped_) {
-    throw PopFailure(pop_failure::connectionReset, "The connection was given up.");
-  }
+  if (left() <= milliseconds(0)) fail({pop_failure::timedOut, "The server did not answer in time."});
+  if (!waiting_.wait(std::min(longest, left())) || stopped_)
+    fail({pop_failure::connectionReset, "The connection was given up."});
 }
 
 }  // namespace velmora

@@ -1,13 +1,15 @@
 #pragma once
 
 #include <QHostAddress>
-#include <QSslSocket>
 #include <chrono>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "platform/failure.h"
+#include "platform/qt/services/tcp_call.h"
 #include "platform/qt/services/waiting.h"
 
 namespace velmora {
@@ -18,28 +20,28 @@ class AddressRace {
  public:
   explicit AddressRace(Waiting& waiting) : waiting_(waiting) {}
 
-  /// Looks the host up and connects. Throws PopFailure, and so does a race that `stop` ends.
-  std::unique_ptr<QSslSocket> run(const std::string& host, std::uint16_t port, std::chrono::milliseconds timeOut);
+  /// Looks the host up and connects. Returns the descriptor of the connection, which the caller closes. Throws
+  /// PopFailure, and so does a race that `stop` ends.
+  int run(const std::string& host, std::uint16_t port, std::chrono::milliseconds timeOut);
 
   /// Connects to one of these addresses, of which there is at least one.
-  std::unique_ptr<QSslSocket> run(const std::vector<QHostAddress>& addresses, std::uint16_t port,
-                                  std::chrono::milliseconds timeOut);
+  int run(const std::vector<QHostAddress>& addresses, std::uint16_t port, std::chrono::milliseconds timeOut);
 
   void stop() { stopped_ = true; }
 
  private:
   void begin(std::chrono::milliseconds timeOut);
-  std::unique_ptr<QSslSocket> runTo(const std::vector<QHostAddress>& addresses, std::uint16_t port);
+  int runTo(const std::vector<QHostAddress>& addresses, std::uint16_t port);
   std::vector<QHostAddress> lookUp(const std::string& host);
-  void enter(const QHostAddress& address, std::uint16_t port);
-  std::unique_ptr<QSslSocket> takeWinner();
+  std::optional<int> takeWinner();
   bool allFailed() const;
-  [[noreturn]] void fail() const;
+  bool isUndecided() const;
+  [[noreturn]] void fail(const PopFailure& failure);
   std::chrono::milliseconds left() const;
   void wait(std::chrono::milliseconds longest);
 
   Waiting& waiting_;
-  std::vector<std::unique_ptr<QSslSocket>> runners_;
+  std::vector<std::unique_ptr<TcpCall>> runners_;
   std::chrono::steady_clock::time_point deadline_;
   bool stopped_ = false;
 };

@@ -1,9 +1,16 @@
 #include "platform/qt/services/qt_transport.h"
 
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
+#include <unistd.h>
 #include <QSslCertificate>
 #include <QSslConfiguration>
 #include <QSslSocket>
+
+#include <algorithm>
 #include <chrono>
+#include <iterator>
 
 #include "platform/failure.h"
 #include "platform/qt/services/address_race.h"
@@ -19,26 +26,29 @@ using pop::Milliseconds;
 /// As much as is read ahead of the program. More only costs memory.
 constexpr qint64 readAhead = 1 << 20;
 
+/// Has the system acknowledge what has come at once. It would wait some 40 ms otherwise, for something to send along,
+/// and a server that sends an answer in two pieces holds the second one back for as long.
+void acknowledge(const QTcpSocket& socket) {
+#ifdef TCP_QUICKACK
+  const int on = 1;
+  setsockopt(static_cast<int>(socket.socketDescriptor()), IPPROTO_TCP, TCP_QUICKACK, &on, sizeof on);
+#endif
+}
+
 class QtTransport : public pop::Transport {
  public:
   void connect(const std::string& host, std::uint16_t port, bool secure, Milliseconds timeOut) override {
     const auto deadline = now() + timeOut;
     abort();
     aborted_ = false;
-    socket_ = race_.run(host, port, timeOut);
-    socket_->setReadBufferSize(readAhead);
-    for (const auto signal : {&QAbstractSocket::connected, &QAbstractSocket::disconnected}) {
-      QObject::connect(socket_.get(), signal, socket_.get(), [this] { waiting_.wake(); });
-    }
-    QObject::connect(socket_.get(), &QIODevice::readyRead, socket_.get(), [this] { waiting_.wake(); });
-    QObject::connect(socket_.get(), &QAbstractSocket::errorOccurred, socket_.get(), [this] { waiting_.wake(); });
-    if (secure) encrypt(host, deadline);
+    open(race_.run(host, port, timeOut), secure);
+    if (tls_ != nullptr) encrypt(host, deadline);
   }
 
   Certificate certificate() const override {
-    if (!socket_ || socket_->peerCertificate().isNull()) return {};
-    const auto errors = socket_->sslHandshakeErrors();
-    Certificate shown{utf8(socket_->peerCertificate().toText()), 0, ""};
+    if (tls_ == nullptr || tls_->peerCertificate().isNull()) return {};
+    const auto errors = tls_->sslHandshakeErrors();
+    Certificate shown{utf8(tls_->peerCertificate().toText()), 0, ""};
     if (!errors.isEmpty()) {
       shown.errorCode = static_cast<std::int32_t>(errors.first().error());
       shown.errorText = utf8(errors.first().errorString());
@@ -55,7 +65,11 @@ class QtTransport : public pop::Transport {
     while (socket_ && socket_->bytesAvailable() == 0 && isConnected() && now() < deadline) {
       if (!waiting_.wait(deadline - now())) abort();
     }
-    return socket_ && socket_->bytesAvailable() > 0 ? socket_->readAll().toStdString() : std::string();
+    if (!socket_ || socket_->bytesAvailable() == 0) return {};
+    std::string bytes(static_cast<std::size_t>(socket_->bytesAvailable()), '\0');
+    bytes.resize(static_cast<std::size_t>(std::max(socket_->read(bytes.data(), std::ssize(bytes)), qint64{0})));
+    acknowledge(*socket_);
+    return bytes;
   }
 
   bool turn() override { return waiting_.wait(Milliseconds::zero()); }
@@ -76,19 +90,33 @@ class QtTransport : public pop::Transport {
  private:
   bool isConnected() const { return socket_ && socket_->state() == QAbstractSocket::ConnectedState; }
 
+  /// A plain connection needs nothing of TLS, whose library takes its time to load.
+  void open(int descriptor, bool secure) {
+    socket_ = secure ? std::make_unique<QSslSocket>() : std::make_unique<QTcpSocket>();
+    tls_ = secure ? static_cast<QSslSocket*>(socket_.get()) : nullptr;
+    socket_->setReadBufferSize(readAhead);
+    const auto wake = [this] { waiting_.wake(); };
+    QObject::connect(socket_.get(), &QTcpSocket::readyRead, socket_.get(), wake);
+    QObject::connect(socket_.get(), &QTcpSocket::disconnected, socket_.get(), wake);
+    QObject::connect(socket_.get(), &QTcpSocket::errorOccurred, socket_.get(), wake);
+    if (socket_->setSocketDescriptor(descriptor)) return;
+    close(descriptor);
+    throw PopFailure(pop_failure::connectionReset, utf8(socket_->errorString()));
+  }
+
   /// Whatever certificate the server shows is taken: the program leaves that judgement to its user.
   void encrypt(const std::string& host, Milliseconds deadline) {
-    QSslConfiguration configuration = socket_->sslConfiguration();
+    QSslConfiguration configuration = tls_->sslConfiguration();
     configuration.setProtocol(QSsl::TlsV1_2OrLater);
     configuration.setPeerVerifyMode(QSslSocket::QueryPeer);
-    socket_->setSslConfiguration(configuration);
-    socket_->setPeerVerifyName(qt(host));
-    QObject::connect(socket_.get(), &QSslSocket::encrypted, socket_.get(), [this] { waiting_.wake(); });
-    socket_->startClientEncryption();
-    while (!socket_->isEncrypted() && isConnected() && now() < deadline) {
+    tls_->setSslConfiguration(configuration);
+    tls_->setPeerVerifyName(qt(host));
+    QObject::connect(tls_, &QSslSocket::encrypted, tls_, [this] { waiting_.wake(); });
+    tls_->startClientEncryption();
+    while (!tls_->isEncrypted() && isConnected() && now() < deadline) {
       if (!waiting_.wait(deadline - now())) abort();
     }
-    if (!socket_->isEncrypted()) failHandshake();
+    if (!tls_->isEncrypted()) failHandshake();
   }
 
   [[noreturn]] void failHandshake() {
@@ -101,7 +129,8 @@ class QtTransport : public pop::Transport {
 
   Waiting waiting_;
   AddressRace race_{waiting_};
-  std::unique_ptr<QSslSocket> socket_;
+  std::unique_ptr<QTcpSocket> socket_;
+  QSslSocket* tls_ = nullptr;  ///< the same where it is secure
   bool aborted_ = false;
 };
 
