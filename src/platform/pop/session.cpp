@@ -16,6 +16,12 @@ bool isOfHaste(const PopFailure& failure) {
   return failure.number() == pop_failure::mailboxInUse || failure.number() == pop_failure::temporaryTrouble;
 }
 
+std::vector<std::string> openingCommands() {
+  std::vector<std::string> commands = listCommands();
+  commands.insert(commands.begin(), maildropCommand);
+  return commands;
+}
+
 bool isOddLogin(const PopFailure& failure) {
   return failure.number() == pop_failure::closedWhileLoggingIn || failure.number() == pop_failure::timedOut ||
          failure.number() == pop_failure::protocolBroken;
@@ -101,25 +107,21 @@ void Session::connectAndLogIn(const Manner& manner) {
   conversation_->enter(Phase::Working);
 }
 
-/// Sends ahead what is almost sure to follow, so that it costs no time of its own.
-void Session::sendAhead(std::vector<std::string> commands) {
-  commands.emplace_back(maildropCommand);
-  for (std::string& command : listCommands()) commands.push_back(std::move(command));
-  conversation_->sendAhead(std::move(commands));
-}
-
+/// Sends ahead what is almost sure to follow, so that it costs no time of its own; yet nothing across a login: with
+/// some servers one process reads the password, another one what comes behind it, and what the first one has read ahead
+/// is lost.
 void Session::authorize(const Manner& manner) {
   const bool asks = manner.capa && !habit().announced;
   Announcement announced = habit().announced.value_or(Announcement());
   if (asks) announced.before = askCapabilities(*conversation_);
   loginPipelined_ = manner.pipelining && announced.before.contains(pipelining);
   loginWithUtf8_ = manner.utf8 && announced.before.contains("UTF8 USER");
-  if (loginPipelined_) sendAhead(logInCommands(server_.credentials, loginWithUtf8_));
+  if (loginPipelined_) conversation_->sendAhead(logInCommands(server_.credentials, loginWithUtf8_));
   logIn(*conversation_, server_.credentials, announced.before, loginWithUtf8_);
   events_.entered(PopState::Transaction);
   if (asks && !loginPipelined_) announced.after = askCapabilities(*conversation_);
   pipelined_ = loginPipelined_ || (manner.pipelining && announced.after.contains(pipelining));
-  if (pipelined_ && !loginPipelined_) sendAhead({});
+  if (pipelined_) conversation_->sendAhead(openingCommands());
   habit().announced = std::move(announced);
 }
 

@@ -74,7 +74,6 @@ class Session {
 
   void connectAndLogIn(const Manner& manner);
   void authorize(const Manner& manner);
-  void sendAhead(std::vector<std::string> commands);
   Manner withoutWhatFailed(Manner manner);
   void openAgainAfter(const PopFailure& failure);
   ServerHabit& habit() { return habits_[server_.key()]; }

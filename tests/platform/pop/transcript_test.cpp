@@ -51,8 +51,8 @@ const std::string message2 = "S +OK|S a\n.unstuffed\n.\rx\n\rb\0\xfe|S .|"s;
 
 const std::string utf8 = "S +OK|S utf8 user|S .|";
 
-/// What goes out together with the login, and the answers to the login.
-const std::string ahead = "C STAT|C LIST|C UIDL|S +OK|S +OK welcome|";
+/// A pipelined login, and what is asked behind it.
+const std::string together = "C USER user|C PASS  sec  ret |S +OK|S +OK welcome|C STAT|C LIST|C UIDL|";
 
 const std::string greeting = "S +OK ready|C CAPA|";
 
@@ -100,8 +100,8 @@ std::vector<Case> cases() {
       {"UTF8", greeting + utf8 + "C UTF8|S -ERR no|" + steps(refused) + "S +OK 0 0|C QUIT|S +OK",
        [](PopClient& c) { c.Messages().FetchAll(); }},
       {"nothing wanted of what was asked for ahead",
-       greeting + "S +OK|S PIPELINING|S UTF8 other user|S .|C UTF8|C USER user|C PASS  sec  ret |C STAT|C LIST|C UIDL|"
-                  "S +OK|S +OK|S +OK|S +OK 1 9|S +OK|S 1 9|S .|S -ERR none|C QUIT|S +OK",
+       greeting + "S +OK|S PIPELINING|S UTF8 other user|S .|C UTF8|C USER user|C PASS  sec  ret |"
+                  "S +OK|S +OK|S +OK|C STAT|C LIST|C UIDL|S +OK 1 9|S +OK|S 1 9|S .|S -ERR none|C QUIT|S +OK",
        [](PopClient&) {}},
       {"delete",
        logIn(refused, refused) +
@@ -109,7 +109,7 @@ std::vector<Case> cases() {
            "S +OK bye",
        deleteB},
       {"pipelined delete",
-       greeting + pipelining + "C USER user|C PASS  sec  ret |" + ahead +
+       greeting + pipelining + together +
            "S +OK 3 60|S +OK|S 2 9|S 4 9|S 8 9|S .|S +OK|S 2 b|S 4 a|S 8 b|S .|C DELE 2|C DELE 8|"
            "S +OK|S +OK|C QUIT|S +OK bye",
        deleteB},
