@@ -58,14 +58,23 @@ def serve_mail(stack, password, mailboxes):
     return pop, dict(line.split("=") for line in ports.split())
 
 
-def open_desktop(stack, home, *display_options):
-    """A display with a window manager, and a bus. What is started from now on finds them in the environment, and keeps
-    its settings and all else in `home`."""
-    display = run_beside(stack, "Xvfb", "-displayfd", "1", "-nolisten", "tcp", "-noreset", *display_options)
+def keep_all_in(home):
+    """What is started from now on keeps its settings and all else in this folder."""
     os.environ |= {f"XDG_{folder}": str(home) for folder in ("CONFIG_HOME", "CACHE_HOME", "DATA_HOME", "RUNTIME_DIR")}
+
+
+def open_screen(stack, *display_options):
+    """A display and a bus. What is started from now on finds them in the environment."""
+    display = run_beside(stack, "Xvfb", "-displayfd", "1", "-nolisten", "tcp", "-noreset", *display_options)
     os.environ |= {"DISPLAY": ":" + display.stdout.readline().strip(), "QT_QPA_PLATFORM": "xcb"}
     bus = run_beside(stack, "dbus-daemon", "--session", "--nofork", "--print-address")
     os.environ["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.readline().strip()
+
+
+def open_desktop(stack, home, *display_options):
+    """A screen with a window manager, for what keeps all in `home`."""
+    keep_all_in(home)
+    open_screen(stack, *display_options)
     run_beside(stack, "openbox")
 
 
