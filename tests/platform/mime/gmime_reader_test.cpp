@@ -183,10 +183,39 @@ TEST_F(GmimeReaderTest, TakesTheFirstDateThatCanBe) {
       {"Date: Thu, 1 Jan 99999 00:00:00 +0000" + topReceived, received},
       {"Date: Fri, 31 Dec 9999 23:59:59 +0000" + topReceived, received},
       {"Date:\r\nReceived: rubbish; rubbish" + topReceived, received},
+      {"Date: rubbish\r\nDate: Sun, 15 Nov 2026 15:22:05 +0000" + topReceived, sent},
+      {"Received: a; Sun, 15 Nov 2026 15:22:05 +0000 (b; c)" + topReceived, sent},
       {"Received: without a date", Now},
       {"Date: Sat, 31 Feb 2026 10:00:00 +0000", Now},
   };
   for (const auto& [header, wanted] : cases) EXPECT_EQ(date(header), wanted) << header;
+}
+
+TEST_F(GmimeReaderTest, ReadsDatesOfAllForms) {
+  const struct {
+    DateTime Wanted;
+    std::vector<std::string> Dates;
+  } cases[] = {
+      {{2019, 5, 30, 1, 9, 22},
+       {"Wed, 29 May 2019 18:09:22 +0200", "Fri,29MAY19 18:09:22+0200", "18:09:22.123 +02:00, 29 may 119",
+        "Wed, 29 May 2019 18:09:22 GMT+2", "Wed May 29 2019 18:09:22 GMT+0200 (x)", "Wed, 29 May 2019 18.09.22 CEST",
+        "May 29th, 2019 06:09:22 PM MESZ", "Wednesday, 29-May-19 16:09:22 GMT", "Wed May 29 16:09:22 2019",
+        "May 29 12:09:22 p.m. EDT 2019", "((a) \\) b) Wed), 29\r\n (6) May 2019 11:09:22 (EST)",
+        "Wed, 29 May 2019 16:09:22 Q", "Wed, 29 May 2019 16:09:22 Mars", "2019-05-29T18:09:22+02:00",
+        "2019-05-29t16:09:22,5z", "5/29/2019 16:09:22", "29/5/2019 16:09:22", "29.05.2019 16.09.22",
+        "=?utf-8?Q?Wed,_29_May_2019_18:09:22_+0200?="}},
+      {{2019, 6, 5, 9, 0, 0},
+       {"5.6.2019", "05-06-2019 00:00", "6/5/2019", "5 June 2019 12:00 AM", "4 Jun 2019 24:00:00", "2019/06/05 0:00"}},
+      {{1999, 7, 1, 8, 59, 59}, {"30 Jun 99 23:59:60 UT", "30 June 1999 12:59:59 PM -1100"}},
+      {Now,
+       {"Wed, 30 Feb 2019 18:09:22 +0200", "Wed, 29 May 2019 25:00:00 +0200", "Wed, 29 May 2019 24:00:01 +0200",
+        "Wed, 29 May 2019 18:60:22 +0200", "Wed, 29 May 2019 18:09:61 +0200", "Wed, 29 May 2019 18:09:22 +9999",
+        "Wed, 29 May 2019 18:09:22 +0260", "2019-13-29T18:09:22Z", "2019-261-29T18:09:22Z",
+        "Wed, 285 May 2019 18:09:22", "Wed, 0 May 2019 18:09:22", "29 May 2019 118:09:22", "mar, 29 may 2019 18:09:22",
+        "29 May 18:09:22", "(29 May 2019 18:09:22)", " "}},
+  };
+  for (const auto& [wanted, dates] : cases)
+    for (const std::string& given : dates) EXPECT_EQ(date("Date: " + given), wanted) << given;
 }
 
 TEST_F(GmimeReaderTest, CutsTheHeaderOff) {
