@@ -106,6 +106,15 @@ DateTime date(mime::Reading& reading, const std::vector<mime::Field>& fields, co
   return firstDate(reading, fields, "Received", receivedDate).value_or(now);
 }
 
+/// That of the first text that names one, else that of the message.
+std::string charsetOf(const mime::Parts& parts) {
+  const auto isNamed = [](const mime::Part& part) {
+    return (part.Is == mime::Role::Plain || part.Is == mime::Role::Html) && !part.Charset.empty();
+  };
+  const auto text = std::ranges::find_if(parts, isNamed);
+  return (text == parts.end() ? parts.front() : *text).Charset;
+}
+
 std::string rawOf(std::string_view header) {
   // One byte more, so that it shows that there is more.
   std::string raw(header.substr(0, mail_bounds::raw + 1));
@@ -141,6 +150,7 @@ ReadMail GmimeReader::read(std::string_view message, const DateTime& now, const 
   const AddressFields from = addressFields(fields, "From");
   const mime::Parts parts = mime::partsOf(reading, entity);
   const std::vector<const mime::Part*> attached = mime::attachmentsOf(reading, parts);
+  reading.charset = charsetOf(parts);
   return {.From = addresses(reading, from),
           .To = addresses(reading, addressFields(fields, "To")),
           .Subject = subject(reading, fields),

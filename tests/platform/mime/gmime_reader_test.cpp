@@ -60,6 +60,23 @@ TEST_F(GmimeReaderTest, DecodesSubjects) {
   for (const auto& [given, wanted] : cases) EXPECT_EQ(subject(given), wanted) << given;
 }
 
+// A header that isn't ASCII is in the charset of the text below it, if it can be.
+TEST_F(GmimeReaderTest, ReadsRawHeadersAsTheText) {
+  const std::string text = "text/plain; charset=";
+  const TextCase cases[] = {
+      {part(text + "koi8-r", ""), "яОбет"},
+      {test::multipart({part("image/png", ""), part("text/html; charset=windows-1251", "")}), "СпВЕФ"},
+      {part(text + "utf-8", ""), "ÑïÂÅÔ"},
+      {part(text + "utf-16", ""), "ÑïÂÅÔ"},
+      {part(text + "utf-7", ""), "ÑïÂÅÔ"},
+  };
+  for (const auto& [given, wanted] : cases) {
+    const ReadMail mail = read("Subject: \xD1\xEF\xC2\xC5\xD4 =?utf-8?Q?=C3=A4?=\r\nFrom: \xC3\xA4 <a@x>\r\n" + given);
+    EXPECT_EQ(mail.Subject, wanted + " ä") << given;
+    EXPECT_EQ(mail.From, "ä <a@x>");
+  }
+}
+
 TEST_F(GmimeReaderTest, ShowsAddresses) {
   const TextCase cases[] = {
       {"<a@b.example>", "a@b.example"},
@@ -276,6 +293,26 @@ TEST_F(GmimeReaderTest, DecodesTheBody) {
       {part("text/plain; charset=euc-kr", "\x8C\x63"), "똠"},
       {part("text/plain; charset=x-windows-949", "\x8C\x63"), "똠"},
       {part("text/plain; charset=tis-620", "\x93\xA1"), "“ก"},
+      {part("text/plain; charset=iso-2022-jp", "\x1B$B-!\x1B$(D0!\x1B(I1\x1B(B\x0E\x31\x0F~\x1B(B"), "①丂ｱｱ~"},
+      {part("text/plain; charset=hz-gb-2312", "a~~~{VP~\n\r\nb~{NDVP~}c~{V\nd"), "a~中\r\nb文中c\uFFFD\r\nd"},
+      {part("text/plain; charset=\"3DX-X-Big5;\"", "\xA4\xA4"), "中"},
+      {part("text/plain; charset=unicode-1-1-utf-7", "+AOQ-"), "ä"},
+      {part("text/plain; charset=windows-1251http-equiv", "\xEF"), "п"},
+      {part("text/plain; charset=IBM-00858", "\xD5"), "€"},
+      {part("text/plain; charset=iso_8859-15:1998", "\xA4"), "€"},
+      {part("text/plain; charset=x-cp28605", "\xA4"), "€"},
+      {part("text/plain; charset=x-mac-roman", "\x8A"), "ä"},
+      {part("text/plain; charset=csGBK", "\xD6\xD0"), "中"},
+      {part("text/plain; charset=utf8mb4", "\xC3\xA4"), "ä"},
+      {part("text/plain; charset=iso-8859-1", "\xEF\xBB\xBF\xC3\xA4"), "ä"},
+      {part("text/plain; charset=us-ascii", std::string("\xFF\xFEh\0", 4)), "h"},
+      // HTML that names its charset itself.
+      {part("text/html", "<!-- <meta charset=koi8-r> --><META\n charset = 'Windows-1251' >\xEF"), "п"},
+      {part("text/html", "<meta http-equiv=x content='text/html;charset=windows-1251;'><p>\xEF"), "п"},
+      {part("text/html", "<metal charset=koi8-r><meta charset=utf-16le>\xC3\xA4"), "ä"},
+      {part("text/html", "\xEF\xBB\xBF<meta charset=windows-1251>\xC3\xA4"), "ä"},
+      {part("text/html; charset=windows-1252", "<meta charset=windows-1251>\xEF"), "ï"},
+      {part("text/plain", "<meta charset=windows-1251>\xEF"), "<meta charset=windows-1251>ï"},
       {part("text", "no subtype"), "no subtype"},
       {part("text; charset=iso-8859-2, x", "\xEC"), "ě"},
       {part("text/plain (a; b) , charset=iso-8859-2", "\xEC"), "ě"},
@@ -283,6 +320,11 @@ TEST_F(GmimeReaderTest, DecodesTheBody) {
       {encoded("quoted-printable", "=C3=BC soft=\r\n break =ZZ"), "ü soft break =ZZ"},
       {encoded("BASE64", "w7w\r\n"), "ü"},
       {encoded("base64", "w!7\r\n w="), "ü"},
+      {encoded("Base 64 (x)", "w7w="), "ü"},
+      {encoded("quoted/printable", "=C3=BC"), "ü"},
+      {encoded("base64", "Hello Joe,\r\n\r\nno base64.\r\n"), "Hello Joe,\r\n\r\nno base64.\r\n"},
+      {encoded("base64", "> SGVsbG8gSm9lLCBoZWxsbyBKb2U=\r\n"), "Hello Joe, hello Joe"},
+      {encoded("base64", "w7w=\r\n"), "ü"},
       {encoded("x-uuencode", "begin 644 a.txt\r\n#86)C\r\n`\r\nend\r\n"), "abc"},
       {encoded("8bit", "\xEF\xBB\xBF\xC3\xBC"), "ü"},
       {encoded("nonsense", "text"), "text"},
