@@ -4,6 +4,22 @@
 
 namespace velmora::mime {
 
+namespace {
+
+/// The angle bracket at `open` is closed before another one opens.
+bool isClosed(std::string_view masked, std::size_t open) {
+  const auto next = masked.find_first_of("<>", open + 1);
+  return next != masked.npos && masked[next] == '>';
+}
+
+bool areAllClosed(std::string_view masked) {
+  for (auto open = masked.find('<'); open != masked.npos; open = masked.find('<', open + 1))
+    if (!isClosed(masked, open)) return false;
+  return true;
+}
+
+}  // namespace
+
 MaskedList maskList(std::string_view list) {
   std::string masked(list);
   std::size_t comments = 0;
@@ -22,7 +38,8 @@ MaskedList maskList(std::string_view list) {
       masked[i] = ' ';
     }
   }
-  return {std::move(masked), comments == 0 && !quoted};
+  const bool isClosed = comments == 0 && !quoted && areAllClosed(masked);
+  return {std::move(masked), isClosed};
 }
 
 std::vector<ListPiece> splitList(std::string_view masked) {
@@ -32,8 +49,8 @@ std::vector<ListPiece> splitList(std::string_view masked) {
   for (std::size_t i = 0; i < masked.size(); ++i) {
     const char c = masked[i];
     if (c == '<' || c == '>') {
-      angled = c == '<';
-    } else if (c == ';' || (c == ',' && !angled)) {
+      angled = c == '<' && isClosed(masked, i);
+    } else if ((c == ';' || c == ',') && !angled) {
       pieces.push_back({begin, i - begin});
       begin = i + 1;
     }

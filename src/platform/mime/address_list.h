@@ -10,12 +10,13 @@ namespace velmora::mime {
 /// by quotation marks.
 struct MaskedList {
   std::string Text;
-  bool IsClosed = true;  ///< no quotation mark and no comment is left open
+  bool IsClosed = true;  ///< no quotation mark, comment or angle bracket is left open
 };
 
 MaskedList maskList(std::string_view list);
 
-/// The places where a masked list is cut: at the commas and semicolons that stand outside of angle brackets.
+/// The places where a masked list is cut: at the commas and semicolons that stand outside of angle brackets, where
+/// those are closed.
 struct ListPiece {
   std::size_t Begin;
   std::size_t Size;

@@ -1,112 +1,142 @@
 #include "platform/mime/addresses.h"
 
-#include <gmime/gmime.h>
-
 #include <algorithm>
 #include <cstddef>
-#include <iterator>
-#include <vector>
 
 #include "platform/mime/address_list.h"
 #include "platform/mime/bare_address.h"
 #include "platform/mime/encoded_words.h"
-#include "platform/mime/glib_ptr.h"
-#include "platform/text.h"
 
 namespace velmora::mime {
 
 namespace {
 
-/// The library's parser takes quadratic time for some texts, and a call of its own for each group in a group.
-constexpr std::size_t MaxAddress = 1000;
-
-/// What the library needs for a byte of an address, as bytes of other work.
-constexpr std::size_t addressWork = 64;
-
-constexpr std::string_view Specials = "()<>@,;:\\\".[]=?";
 /// Stands for an encoded word where it must be part of no address.
 constexpr std::string_view Placeholder = "\uFFFC";
 
-constexpr std::string_view DisguiseLead = "\xEE\x80";  // U+E000 and the 63 characters after it
+constexpr std::string_view Blanks = " \t";
 
-/// A character for private use that stands in for a special one: no two of them have the same last six bits.
-std::string disguised(char special) { return std::string(DisguiseLead) + static_cast<char>(0x80 | (special & 0x3F)); }
+bool isBlank(std::string_view text) { return text.find_first_not_of(Blanks) == text.npos; }
 
-/// A comma or bracket inside an encoded word is part of a name and ends no address.
-std::string disguise(std::string_view text) {
-  std::string hidden;
-  for (const char c : text) hidden += Specials.find(c) == Specials.npos ? std::string(1, c) : disguised(c);
-  return hidden;
-}
+/// A stretch of a list, byte for byte the same in three forms.
+struct Stretch {
+  std::string_view Text;    ///< decoded
+  std::string_view Plain;   ///< with an "x" for each byte of encoded words, which are names and no grammar
+  std::string_view Masked;  ///< as `maskList` makes it of that
 
-std::string reveal(std::string text) {
-  if (text.find(DisguiseLead) == std::string::npos) return text;
-  for (const char c : Specials) text = text::replaceAll(text, disguised(c), std::string(1, c));
-  return text;
-}
-
-/// Decoded, with the special characters of encoded words disguised, so that the grammar is that of the text around. A
-/// NUL would end the text for the library.
-std::string disguisedText(Reading& reading, std::string_view value) {
-  std::string text;
-  for (const Run& run : decodedRuns(reading, value)) text += run.Encoded ? disguise(run.Text) : run.Text;
-  std::ranges::replace(text, '\0', ' ');
-  return text::replaceAll(text, "=?", "=" + disguised('?'));
-}
-
-std::string textOf(const char* text) { return text ? text : ""; }
-
-std::string display(InternetAddressList* list);
-
-std::string display(InternetAddress* address) {
-  const std::string name = textOf(internet_address_get_name(address));
-  if (INTERNET_ADDRESS_IS_GROUP(address)) {
-    const std::string members = display(internet_address_group_get_members(INTERNET_ADDRESS_GROUP(address)));
-    return members.empty() ? name + ":" : name + ": " + members;
+  Stretch from(std::size_t begin, std::size_t size = std::string_view::npos) const {
+    return {Text.substr(begin, size), Plain.substr(begin, size), Masked.substr(begin, size)};
   }
-  const std::string mailbox = textOf(internet_address_mailbox_get_addr(INTERNET_ADDRESS_MAILBOX(address)));
-  return name.empty() ? mailbox : name + " <" + mailbox + ">";
+
+  Stretch trimmed() const {
+    const auto begin = std::min(Plain.find_first_not_of(Blanks), Plain.size());
+    return from(begin, Plain.find_last_not_of(Blanks) + 1 - begin);
+  }
+};
+
+/// Without quotation marks and what they call for, and with one blank for several.
+std::string nameIn(const Stretch& phrase) {
+  std::string name;
+  bool isQuoted = false;
+  for (std::size_t i = 0; i < phrase.Plain.size(); ++i) {
+    const char c = phrase.Plain[i];
+    const bool isBlank = !isQuoted && Blanks.find(c) != Blanks.npos;
+    if (c == '"') {
+      isQuoted = !isQuoted;
+    } else if (c == '\\' && i + 1 < phrase.Plain.size()) {
+      if (!isQuoted) name += c;
+      name += phrase.Text[++i];
+    } else if (!isBlank || !name.ends_with(' ')) {
+      name += isBlank ? ' ' : phrase.Text[i];
+    }
+  }
+  name.erase(name.find_last_not_of(' ') + 1);
+  return name.erase(0, name.find_first_not_of(' '));
 }
 
-std::string display(InternetAddressList* list) {
-  std::string text;
-  for (int i = 0; i < internet_address_list_length(list); ++i)
-    text += (i > 0 ? ", " : "") + display(internet_address_list_get_address(list, i));
-  return text;
+/// What a comment says; blank where the text isn't one comment.
+std::string_view commentIn(const Stretch& text) {
+  const std::string_view plain = text.Plain;
+  if (!plain.starts_with('(') || plain.find('\\') != plain.npos) return {};
+  std::size_t depth = 1;
+  std::size_t end = 1;
+  for (; end < plain.size() && depth > 0; ++end) {
+    if (plain[end] == '(') ++depth;
+    if (plain[end] == ')') --depth;
+  }
+  if (depth > 0 || end != plain.size()) return {};
+  return text.from(1, end - 2).trimmed().Text;
 }
 
-/// Without blanks and what the grammar may take away, in an order that doesn't depend on where anything stood.
-std::string sortedContent(std::string_view text) {
-  constexpr std::string_view grammar = " \t\"\\<>():;,";
-  std::string content;
-  std::ranges::copy_if(text, std::back_inserter(content), [&](char c) { return grammar.find(c) == grammar.npos; });
-  std::ranges::sort(content);
-  return content;
+/// Old programs write the name as a comment behind the address.
+std::string withName(std::string_view address, const Stretch& comment) {
+  const std::string_view name = commentIn(comment);
+  if (name.empty()) return {};
+  return std::string(name).append(" <").append(address).append(">");
 }
 
-/// The library stops where it understands no further, and takes what it has for all. A sender could make his own
-/// address vanish behind another so: its form counts only where nothing of the piece is missing.
-std::string displayAddress(std::string_view piece) {
-  if (piece.size() > MaxAddress) return std::string(piece);
-  const ObjectPtr<InternetAddressList> list(internet_address_list_parse(nullptr, std::string(piece).c_str()));
-  const std::string text = list ? display(list.get()) : "";
-  const bool isWhole = !text.empty() && std::ranges::includes(sortedContent(text), sortedContent(piece));
-  return isWhole ? text : std::string(piece);
+std::string displayBare(const Stretch& mailbox) {
+  const std::string_view address = mailbox.Text.substr(0, mailbox.Masked.find_first_of(Blanks));
+  const Stretch rest = mailbox.from(address.size());
+  const bool isAddress = address.find('@') != address.npos && isBlank(rest.Masked);
+  const std::string text = isAddress ? withName(address, rest.trimmed()) : "";
+  return text.empty() ? std::string(mailbox.Text) : text;
+}
+
+std::string displayMailbox(const Stretch& mailbox) {
+  const std::string_view masked = mailbox.Masked;
+  const auto open = masked.find_first_of("<>");
+  if (open == masked.npos) return displayBare(mailbox);
+  const auto close = std::min(masked.find_first_of("<>", open + 1), masked.size());
+  const Stretch address = mailbox.from(open + 1, close - open - 1).trimmed();
+  const Stretch behind = mailbox.from(std::min(close + 1, masked.size())).trimmed();
+  const bool isClosed = close < masked.size() && masked[close] == '>';
+  const bool isOnlyLeftOpen = close == masked.size() && address.Masked.find('@') != masked.npos &&
+                              address.Masked.find_first_of(" \t,;") == masked.npos;
+  if (masked[open] == '>' || address.Text.empty() || !isBlank(behind.Masked) || !(isClosed || isOnlyLeftOpen))
+    return std::string(mailbox.Text);
+
+  const std::string name = nameIn(mailbox.from(0, open));
+  if (name.empty() && behind.Text.empty()) return std::string(address.Text);
+  if (name.empty()) {
+    const std::string text = withName(address.Text, behind);
+    return text.empty() ? std::string(mailbox.Text) : text;
+  }
+  const std::string text = name + " <" + std::string(address.Text) + ">";
+  return behind.Text.empty() ? text : text + " " + std::string(behind.Text);
+}
+
+/// A mailbox, or the beginning of a group with its first one.
+std::string display(const Stretch& piece) {
+  const auto colon = piece.Masked.find(':');
+  const std::string group = colon < piece.Masked.find_first_of("<@") ? nameIn(piece.from(0, colon)) : std::string();
+  if (group.empty()) return displayMailbox(piece);
+  const Stretch first = piece.from(colon + 1).trimmed();
+  return first.Text.empty() ? group + ":" : group + ": " + displayMailbox(first);
 }
 
 }  // namespace
 
 std::string displayAddresses(Reading& reading, std::string_view value) {
-  const std::string list = disguisedText(reading, value);
-  std::string text;
-  for (const auto& [begin, size] : splitList(maskList(list).Text)) {
-    const std::string_view address = text::trim(std::string_view(list).substr(begin, size));
-    if (address.empty()) continue;
-    reading.worked(addressWork * address.size());
-    if (!text.empty()) text += ", ";
-    text += displayAddress(address);
+  std::string decoded;
+  std::string plain;
+  for (const Run& run : decodedRuns(reading, value)) {
+    decoded += run.Text;
+    plain += run.Encoded ? std::string(run.Text.size(), 'x') : run.Text;
   }
-  return reveal(text);
+  const MaskedList masked = maskList(plain);
+  const Stretch list{decoded, plain, masked.Text};
+  reading.worked(decoded.size());
+
+  std::string text;
+  for (const auto& [begin, size] : splitList(masked.Text)) {
+    const Stretch piece = list.from(begin, size).trimmed();
+    if (piece.Text.empty()) continue;
+    // A comment alone belongs to what stands before it.
+    if (!text.empty()) text += isBlank(piece.Masked) ? " " : ", ";
+    text += display(piece);
+  }
+  return text;
 }
 
 std::string senderAddress(Reading& reading, std::string_view value) {

@@ -7,8 +7,8 @@
 
 namespace velmora::mime {
 
-/// The addresses of an unfolded header value as people read them: "Name <address>", joined by ", ". What the library
-/// doesn't understand to its end stays as it is, decoded.
+/// The addresses of an unfolded header value as people read them: "Name <address>", joined by ", ". What has another
+/// form stays as it is, decoded: nothing that a sender says of himself vanishes but quotation marks and brackets.
 std::string displayAddresses(Reading& reading, std::string_view value);
 
 /// The bare address of the last mailbox of such a value, to answer to. Blank where it isn't plain and sure, and where

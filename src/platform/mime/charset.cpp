@@ -1,11 +1,9 @@
 #include "platform/mime/charset.h"
 
-#include <algorithm>
-#include <array>
 #include <utility>
 
+#include "platform/mime/charset_names.h"
 #include "platform/mime/utf8.h"
-#include "platform/text.h"
 
 namespace velmora::mime {
 
@@ -19,34 +17,19 @@ constexpr std::size_t MaxFaults = 10000;
 /// No charset has longer ones.
 constexpr std::size_t LongestCharacter = 16;
 
-/// Quotation marks around the name are common, and what a slash begins is no part of it.
-std::string nameOf(std::string_view charset) {
-  std::string name(charset.substr(0, charset.find('/')));
-  std::erase_if(name, [](char c) { return c <= ' ' || c == '"' || c == '\''; });
-  return name;
-}
-
-bool isCoveredByUtf8(std::string_view name) {
-  constexpr std::array<std::string_view, 6> names = {"utf-8", "utf8",           "us-ascii",
-                                                     "ascii", "ansi_x3.4-1968", "iso646-us"};
-  return name.empty() ||
-         std::any_of(names.begin(), names.end(), [name](auto n) { return text::equalsIgnoringCase(n, name); });
-}
-
-Converter* converterFor(Converters& converters, std::string_view charset) {
-  const std::string name = nameOf(charset);
-  return isCoveredByUtf8(name) ? nullptr : converters.find(name);
-}
-
 }  // namespace
 
-CharsetDecoder::CharsetDecoder(Converters& converters, std::string_view charset)
-    : converter_(converterFor(converters, charset)) {
+CharsetDecoder::CharsetDecoder(Converters& converters, std::string_view charset) {
+  std::string name = systemCharset(charset);
+  if (name == seven_bit::hz || name == seven_bit::jis) name = sevenBit_.emplace(name).eightBit();
+  if (!name.empty()) converter_ = converters.find(std::move(name));
   std::string rest;
   if (converter_ != nullptr) converter_->finish(rest);  // a text before may have been given up
+  if (converter_ == nullptr) sevenBit_.reset();
 }
 
 std::string CharsetDecoder::decode(std::string_view bytes) {
+  if (sevenBit_) return toUtf8(convert(sevenBit_->convert(bytes)));
   if (converter_ != nullptr) return toUtf8(convert(bytes));
   waiting_ += bytes;
   const std::size_t whole = waiting_.size() - incompleteEnd(waiting_);
@@ -69,6 +52,7 @@ std::string CharsetDecoder::convert(std::string_view bytes) {
     }
     if (++faults_ > MaxFaults) {
       converter_ = nullptr;
+      sevenBit_.reset();
       return text.append(decode(bytes));
     }
     text += Replacement;
@@ -77,8 +61,8 @@ std::string CharsetDecoder::convert(std::string_view bytes) {
 }
 
 std::string CharsetDecoder::finish() {
-  if (converter_ == nullptr) return toUtf8(std::exchange(waiting_, {}));
-  std::string text;
+  std::string text = sevenBit_ ? convert(sevenBit_->finish()) : std::string();
+  if (converter_ == nullptr) return toUtf8(text.append(std::exchange(waiting_, {})));
   for (; !waiting_.empty(); waiting_.pop_back()) text += Replacement;
   converter_->finish(text);
   return toUtf8(text);

@@ -1,10 +1,12 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "platform/mime/converters.h"
+#include "platform/mime/seven_bit.h"
 
 namespace velmora::mime {
 
@@ -24,8 +26,9 @@ class CharsetDecoder {
  private:
   std::string convert(std::string_view bytes);
 
-  Converter* converter_;  ///< none for UTF-8
-  std::string waiting_;   ///< less than a character
+  Converter* converter_ = nullptr;    ///< none for UTF-8
+  std::optional<SevenBit> sevenBit_;  ///< in front of the converter, where the system has no such charset
+  std::string waiting_;               ///< less than a character
   std::size_t faults_ = 0;
 };
 

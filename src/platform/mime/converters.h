@@ -45,9 +45,9 @@ class Converters {
   /// A message begins: it may have `most` conversions opened.
   void startMessage() { opened_ = 0; }
 
-  /// The conversion of a charset that goes by this name in mail; nothing where the system has none, where the name is
-  /// none, or where the message has asked for too many. Good until the next call.
-  Converter* find(std::string_view charset);
+  /// The conversion of a charset by the system's name; nothing where the system has none, or where the message has
+  /// asked for too many. Good until the next call.
+  Converter* find(std::string name);
 
  private:
   struct Entry {

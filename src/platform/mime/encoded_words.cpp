@@ -103,10 +103,20 @@ class RunCollector {
   bool afterWord_ = false;
 };
 
+/// Bytes that aren't UTF-8 are read in the charset of the message's text, if they are all there in it and it leaves the
+/// signs of ASCII as they are.
+std::string rawText(Reading& reading, std::string_view value) {
+  constexpr std::string_view signs = "=?<";
+  if (reading.charset.empty() || isUtf8(value)) return toUtf8(value);
+  std::string text = toUtf8(reading.converters, std::string(signs).append(value), reading.charset);
+  const bool isRead = text.starts_with(signs) && text.find("\uFFFD") == Nowhere;
+  return isRead ? text.erase(0, signs.size()) : toUtf8(value);
+}
+
 }  // namespace
 
 std::vector<Run> decodedRuns(Reading& reading, std::string_view value) {
-  const std::string text = toUtf8(value);
+  const std::string text = rawText(reading, value);
   const std::string_view view = text;
   WordFinder finder(view);
   RunCollector runs(reading);

@@ -15,8 +15,8 @@ struct Run {
 };
 
 /// The stretches of an unfolded header value with its encoded words decoded. Words side by side are put together before
-/// their charset is read, so that a character cut by them is whole again. 8-bit text is taken as UTF-8, else as
-/// Windows-1252.
+/// their charset is read, so that a character cut by them is whole again. 8-bit text is taken as UTF-8, else
+/// in the charset of the message's text, else as Windows-1252.
 std::vector<Run> decodedRuns(Reading& reading, std::string_view value);
 
 std::string decodedText(Reading& reading, std::string_view value);

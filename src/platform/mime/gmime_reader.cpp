@@ -70,21 +70,49 @@ std::string subject(mime::Reading& reading, const std::vector<mime::Field>& fiel
   return mime::oneLine(mime::decodedText(reading, value), GmimeReader::MaxLine);
 }
 
-/// The date of a Received header stands behind its last semicolon.
-std::optional<DateTime> receivedDate(std::string_view value) {
-  const auto semicolon = value.rfind(';');
-  if (semicolon == std::string_view::npos) return std::nullopt;
-  return mime::parseDate(mime::unfold(value.substr(semicolon + 1), MaxDate));
+/// Some programs encode it as if it were text.
+std::optional<DateTime> decodedDate(mime::Reading& reading, std::string_view value) {
+  const std::string date = mime::unfold(value, MaxDate);
+  return mime::parseDate(date.find("=?") == std::string::npos ? date : mime::decodedText(reading, date));
 }
 
-DateTime date(mime::Reading& reading, const std::vector<mime::Field>& fields, const DateTime& now) {
-  if (const auto sent = mime::parseDate(mime::unfold(mime::valueOf(fields, "Date"), MaxDate))) return *sent;
-  for (const mime::Field& field : fields) {
-    if (!text::equalsIgnoringCase(field.Name, "Received")) continue;
-    reading.worked(dateWork);
-    if (const auto received = receivedDate(field.Value)) return *received;
+/// The date of a Received header stands behind its last semicolon, but for those in comments that follow it.
+std::optional<DateTime> receivedDate(mime::Reading& reading, std::string_view value) {
+  constexpr int mostSemicolons = 4;
+  auto semicolon = value.rfind(';');
+  for (int i = 0; i < mostSemicolons && semicolon != std::string_view::npos; ++i) {
+    if (const auto date = decodedDate(reading, value.substr(semicolon + 1))) return date;
+    if (semicolon == 0) break;
+    semicolon = value.rfind(';', semicolon - 1);
   }
-  return now;
+  return std::nullopt;
+}
+
+/// The first field of this name that has one.
+template <class Read>
+std::optional<DateTime> firstDate(mime::Reading& reading, const std::vector<mime::Field>& fields, std::string_view name,
+                                  const Read& read) {
+  for (const mime::Field& field : fields) {
+    if (!text::equalsIgnoringCase(field.Name, name)) continue;
+    reading.worked(dateWork);
+    if (const auto date = read(reading, field.Value)) return date;
+  }
+  return std::nullopt;
+}
+
+/// Each server puts its own Received header on top, so that the first one is the newest.
+DateTime date(mime::Reading& reading, const std::vector<mime::Field>& fields, const DateTime& now) {
+  if (const auto sent = firstDate(reading, fields, "Date", decodedDate)) return *sent;
+  return firstDate(reading, fields, "Received", receivedDate).value_or(now);
+}
+
+/// That of the first text that names one, else that of the message.
+std::string charsetOf(const mime::Parts& parts) {
+  const auto isNamed = [](const mime::Part& part) {
+    return (part.Is == mime::Role::Plain || part.Is == mime::Role::Html) && !part.Charset.empty();
+  };
+  const auto text = std::ranges::find_if(parts, isNamed);
+  return (text == parts.end() ? parts.front() : *text).Charset;
 }
 
 std::string rawOf(std::string_view header) {
@@ -122,6 +150,7 @@ ReadMail GmimeReader::read(std::string_view message, const DateTime& now, const 
   const AddressFields from = addressFields(fields, "From");
   const mime::Parts parts = mime::partsOf(reading, entity);
   const std::vector<const mime::Part*> attached = mime::attachmentsOf(reading, parts);
+  reading.charset = charsetOf(parts);
   return {.From = addresses(reading, from),
           .To = addresses(reading, addressFields(fields, "To")),
           .Subject = subject(reading, fields),

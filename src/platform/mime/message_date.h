@@ -1,14 +1,19 @@
 #pragma once
 
 #include <optional>
-#include <string>
+#include <string_view>
 
 #include "platform/date_time.h"
 
 namespace velmora::mime {
 
-/// The moment that the text of a Date header names, in local time; nothing where it is none or lies outside of the
-/// years 1970 to 9999.
-std::optional<DateTime> parseDate(const std::string& text);
+/// The moment that the text of a Date header names, in local time; nothing where it is none, or lies outside of the
+/// years 1970 to 9999. Read are the forms of RFC 5322, the obsolete ones too, ISO 8601, and what programs write in
+/// their place: the parts in any order, the time with dots, with AM and PM or not at all. The weekday isn't asked,
+/// since the wrong one is more often wrong than the date is; a time without a zone that is known is UTC.
+///
+/// Of dates in numbers alone "5/6/2019" has the month first, as the programs have it that write slashes, and "5.6.2019"
+/// and "5-6-2019" have the day first, unless only the other order makes a date.
+std::optional<DateTime> parseDate(std::string_view text);
 
 }  // namespace velmora::mime

@@ -3,6 +3,8 @@
 #include <cstddef>
 
 #include "platform/mime/charset.h"
+#include "platform/mime/charset_names.h"
+#include "platform/mime/html_charset.h"
 #include "platform/mime/transfer.h"
 #include "platform/text.h"
 
@@ -12,20 +14,30 @@ namespace {
 
 constexpr std::size_t MaxHtml = std::size_t{8} << 20U;
 
+/// A byte order mark counts where its bytes mean nothing in the charset that the part is said to have.
+std::string charsetOf(const Part& part, std::string_view bytes) {
+  if (bytes.starts_with("\xEF\xBB\xBF")) return "utf-8";
+  const bool isUtf8 = systemCharset(part.Charset).empty();
+  if (isUtf8 && bytes.starts_with("\xFE\xFF")) return "utf-16be";
+  if (isUtf8 && bytes.starts_with("\xFF\xFE")) return "utf-16le";
+  return part.Charset.empty() && part.Is == Role::Html ? charsetInHtml(bytes) : part.Charset;
+}
+
 }  // namespace
 
 void decodeText(Reading& reading, const Part& part, const std::function<bool(std::string_view)>& take) {
   constexpr std::string_view byteOrderMark = "\uFEFF";
-  TransferDecoder bytes(part.Content, part.Encoding);
-  CharsetDecoder text(reading.converters, part.Charset);
+  TransferDecoder bytes(part.Content, textEncoding(part.Content, part.Encoding));
+  std::string slice = bytes.next(Reading::slice);
+  CharsetDecoder text(reading.converters, charsetOf(part, slice));
+  slice = text.decode(slice);
   bool begins = true;
-  for (bool ended = false; !ended;) {
-    ended = bytes.atEnd();
-    const std::string slice = ended ? text.finish() : text.decode(bytes.next(Reading::slice));
+  for (bool ended = false;; slice = ended ? text.finish() : text.decode(bytes.next(Reading::slice))) {
     std::string_view rest = slice;
     if (begins && rest.starts_with(byteOrderMark)) rest.remove_prefix(byteOrderMark.size());
     begins = begins && slice.empty();
-    if (!take(rest)) return;
+    if (!take(rest) || ended) return;
+    ended = bytes.atEnd();
     reading.worked(Reading::slice);
   }
 }

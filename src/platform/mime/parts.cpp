@@ -76,7 +76,8 @@ class Walk {
     const std::vector<Field> fields = fieldsOf(reading_, entity.Header);
     const ContentType type = parseContentType(lineOf(fields, "Content-Type"), fallback);
     const std::size_t index = parts_.size();
-    parts_.push_back({.Kind = kindOf(type), .Header = entity.Header, .Content = entity.Content});
+    parts_.push_back(
+        {.Kind = kindOf(type), .Header = entity.Header, .Content = entity.Content, .Charset = type.Charset});
     if (const auto children = childrenOf(entity, type, depth); children.empty()) {
       addLeaf(type, fields, place);
     } else {
@@ -144,7 +145,6 @@ class Walk {
       named_.push_back(index);
     if (isFragment(type)) return;
     part.Encoding = valueOf(fields, "Content-Transfer-Encoding");
-    part.Charset = type.Charset;
   }
 
   Reading& reading_;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 
 #include "platform/mail_reader.h"
 #include "platform/mime/converters.h"
@@ -25,6 +26,9 @@ class Reading {
   static constexpr std::size_t slice = std::size_t{64} * 1024;
 
   Converters& converters;
+
+  /// The charset of the message's text: that of bytes in its header which should be ASCII or UTF-8 and aren't.
+  std::string charset = {};
 
  private:
   static constexpr std::size_t betweenPauses = 4 * slice;

@@ -3,6 +3,7 @@
 #include <gmime/gmime.h>
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 
 #include "platform/ascii.h"
@@ -20,9 +21,31 @@ std::string_view uuencodedLines(std::string_view content) {
   return content.substr(0, content.find("\nend"));
 }
 
+struct EncodingName {
+  std::string_view begin;  ///< of its letters and digits, in small letters
+  GMimeContentEncoding kind;
+};
+
+/// Programs write signs into the names, or leave them out, and put something behind.
+constexpr std::array encodingNames = {
+    EncodingName{"base64", GMIME_CONTENT_ENCODING_BASE64},
+    EncodingName{"xbase64", GMIME_CONTENT_ENCODING_BASE64},
+    EncodingName{"b64", GMIME_CONTENT_ENCODING_BASE64},
+    EncodingName{"quotedprint", GMIME_CONTENT_ENCODING_QUOTEDPRINTABLE},
+    EncodingName{"quoteprint", GMIME_CONTENT_ENCODING_QUOTEDPRINTABLE},
+    EncodingName{"qp", GMIME_CONTENT_ENCODING_QUOTEDPRINTABLE},
+    EncodingName{"uue", GMIME_CONTENT_ENCODING_UUENCODE},
+    EncodingName{"xuue", GMIME_CONTENT_ENCODING_UUENCODE},
+};
+
 GMimeContentEncoding kindOf(std::string_view encoding) {
-  const std::string name(encoding.substr(0, encoding.find_first_of(" \t;(")));
-  return g_mime_content_encoding_from_string(name.c_str());
+  constexpr std::size_t longest = 40;
+  std::string letters;
+  for (const char c : encoding.substr(0, longest))
+    if (ascii::isLetter(c) || ascii::isDigit(c)) letters += ascii::lower(c);
+  const auto* const found = std::ranges::find_if(
+      encodingNames, [&letters](const EncodingName& name) { return letters.starts_with(name.begin); });
+  return found == encodingNames.end() ? GMIME_CONTENT_ENCODING_DEFAULT : found->kind;
 }
 
 bool isBase64(char c) { return ascii::isLetter(c) || ascii::isDigit(c) || c == '+' || c == '/'; }
@@ -39,7 +62,45 @@ std::size_t count(Reading& reading, std::string_view content, Matches matches) {
   return found;
 }
 
+std::string_view withoutBlanks(std::string_view line) {
+  const auto first = std::min(line.find_first_not_of(" \t\r"), line.size());
+  return line.substr(first, line.find_last_not_of(" \t\r") + 1 - first);
+}
+
+/// No text is so long without a blank, or ends so.
+bool isLineOfBase64(std::string_view line) {
+  constexpr std::size_t longestWord = 40;
+  constexpr std::size_t group = 4;
+  const auto letters = std::min(line.find('='), line.size());
+  if (!std::ranges::all_of(line.substr(0, letters), isBase64)) return false;
+  return letters >= longestWord || (letters < line.size() && letters > 0 && line.size() % group == 0 &&
+                                    line.size() - letters <= 2 && line.ends_with('='));
+}
+
+/// Text has blanks and signs everywhere, of which base64 has some at most where a line was cut or quoted, and behind
+/// its end, where lists put their own text.
+bool isBase64Text(std::string_view content) {
+  constexpr std::size_t begin = 1024;
+  constexpr std::size_t most = 10;  // of a hundred
+  std::size_t others = 0;
+  std::size_t all = 0;
+  for (std::string_view rest = content.substr(0, begin); !rest.empty();) {
+    const auto end = std::min(rest.find('\n'), rest.size());
+    const std::string_view line = withoutBlanks(rest.substr(0, end));
+    if (all == 0 && isLineOfBase64(line)) return true;
+    all += line.size();
+    others += static_cast<std::size_t>(std::ranges::count_if(line, [](char c) { return !isBase64(c) && c != '='; }));
+    rest.remove_prefix(std::min(end + 1, rest.size()));
+  }
+  return others <= 2 || others * 100 <= all * most;
+}
+
 }  // namespace
+
+std::string_view textEncoding(std::string_view content, std::string_view encoding) {
+  const bool isText = kindOf(encoding) == GMIME_CONTENT_ENCODING_BASE64 && !isBase64Text(content);
+  return isText ? std::string_view() : encoding;
+}
 
 struct TransferDecoder::State {
   GMimeContentEncoding encoding;

@@ -34,6 +34,17 @@ std::size_t characterSize(std::string_view text, std::size_t index) {
   return size == 1 && byteAt(text, index) >= 0x80 ? 0 : size;
 }
 
+/// Where the first byte from `begin` on stands that is part of no character.
+std::size_t validEnd(std::string_view text, std::size_t begin) {
+  std::size_t i = begin;
+  while (i < text.size()) {
+    const std::size_t size = byteAt(text, i) < 0x80 ? 1 : characterSize(text, i);
+    if (size == 0) break;
+    i += size;
+  }
+  return i;
+}
+
 void appendWindows1252(std::string& text, unsigned byte) {
   std::array<char, 4> bytes{};
   text.append(bytes.data(), text::encode(byte < 0xA0 ? Windows1252[byte - 0x80] : byte, bytes.data()));
@@ -52,21 +63,18 @@ bool isLineSeparator(std::string_view character) { return character == "\u2028" 
 
 }  // namespace
 
+bool isUtf8(std::string_view bytes) { return validEnd(bytes, 0) == bytes.size(); }
+
 std::string toUtf8(std::string_view bytes) {
   std::string text;
   text.reserve(bytes.size());
-  std::size_t valid = 0;
-  std::size_t i = 0;
-  while (i < bytes.size()) {
-    if (const std::size_t size = characterSize(bytes, i)) {
-      i += size;
-      continue;
-    }
-    text.append(bytes.substr(valid, i - valid));
-    appendWindows1252(text, byteAt(bytes, i));
-    valid = ++i;
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    const std::size_t end = validEnd(bytes, i);
+    text.append(bytes.substr(i, end - i));
+    if (end < bytes.size()) appendWindows1252(text, byteAt(bytes, end));
+    i = end;
   }
-  return text.append(bytes.substr(valid));
+  return text;
 }
 
 std::size_t incompleteEnd(std::string_view bytes) {

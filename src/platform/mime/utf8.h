@@ -7,6 +7,8 @@
 
 namespace velmora::mime {
 
+bool isUtf8(std::string_view bytes);
+
 /// Valid UTF-8 from any bytes: what is UTF-8 stays, every other byte is taken as Windows-1252.
 std::string toUtf8(std::string_view bytes);
 

@@ -60,6 +60,23 @@ TEST_F(GmimeReaderTest, DecodesSubjects) {
   for (const auto& [given, wanted] : cases) EXPECT_EQ(subject(given), wanted) << given;
 }
 
+// A header that isn't ASCII is in the charset of the text below it, if it can be.
+TEST_F(GmimeReaderTest, ReadsRawHeadersAsTheText) {
+  const std::string text = "text/plain; charset=";
+  const TextCase cases[] = {
+      {part(text + "koi8-r", ""), "яОбет"},
+      {test::multipart({part("image/png", ""), part("text/html; charset=windows-1251", "")}), "СпВЕФ"},
+      {part(text + "utf-8", ""), "ÑïÂÅÔ"},
+      {part(text + "utf-16", ""), "ÑïÂÅÔ"},
+      {part(text + "utf-7", ""), "ÑïÂÅÔ"},
+  };
+  for (const auto& [given, wanted] : cases) {
+    const ReadMail mail = read("Subject: \xD1\xEF\xC2\xC5\xD4 =?utf-8?Q?=C3=A4?=\r\nFrom: \xC3\xA4 <a@x>\r\n" + given);
+    EXPECT_EQ(mail.Subject, wanted + " ä") << given;
+    EXPECT_EQ(mail.From, "ä <a@x>");
+  }
+}
+
 TEST_F(GmimeReaderTest, ShowsAddresses) {
   const TextCase cases[] = {
       {"<a@b.example>", "a@b.example"},
@@ -76,6 +93,15 @@ TEST_F(GmimeReaderTest, ShowsAddresses) {
       {"=?utf-8?Q?J=C3=B6rg?=", "Jörg"},
       {"\"\"", "\"\""},
       {" , ,", ""},
+      {"unlisted-recipients:; (no To-header on input)", "unlisted-recipients: (no To-header on input)"},
+      {"Team:a@x, b@x; (end), B <c@x>;;d@x", "Team: a@x, b@x (end), B <c@x>, d@x"},
+      {"<Undisclosed-Recipient:@h;>", "Undisclosed-Recipient:@h;"},
+      {"J. Doe, Dr.\r\n \t X <j@x>", "J. Doe, Dr. X <j@x>"},
+      {"R <@a,@b:c@d>", "R <@a,@b:c@d>"},
+      {"a@x(J. (Jr) Doe), <b@x> ( B ), c@x (C) (D)", "J. (Jr) Doe <a@x>, B <b@x>, c@x (C) (D)"},
+      {"J <j@x, K <k@x>; < l@x", "J <j@x>, K <k@x>, l@x"},
+      {"\"a \\\"b\\\" <c>\" <j@x>", "a \"b\" <c> <j@x>"},
+      {"=?utf-8?Q?J=C3=B6?=rg=?utf-8?Q?,_=22=5C?=<a@x>", "Jörg, \"\\ <a@x>"},
       // A sender's own address never vanishes, nor what else he says.
       {"=?utf-8?Q?boss=40bank.example=00?= <evil@x.example>", "boss@bank.example <evil@x.example>"},
       {"boss@bank.example) <evil@x.example>", "boss@bank.example) <evil@x.example>"},
@@ -122,6 +148,8 @@ TEST_F(GmimeReaderTest, TellsTheAddressToAnswerTo) {
       {"A: B: a@b.example", ""},
       {"<boss@corp.example> <evil@x.example>", ""},
       {"<evil@x.example", ""},
+      {"<evil@x.example, boss@corp.example", ""},
+      {"<evil@x.example; boss <boss@corp.example>", ""},
       {"<mailto:a@b.example>", ""},
       {"<@a,@b:c@d.example>", ""},
       {"\"a,b\"@x.example", ""},
@@ -183,10 +211,39 @@ TEST_F(GmimeReaderTest, TakesTheFirstDateThatCanBe) {
       {"Date: Thu, 1 Jan 99999 00:00:00 +0000" + topReceived, received},
       {"Date: Fri, 31 Dec 9999 23:59:59 +0000" + topReceived, received},
       {"Date:\r\nReceived: rubbish; rubbish" + topReceived, received},
+      {"Date: rubbish\r\nDate: Sun, 15 Nov 2026 15:22:05 +0000" + topReceived, sent},
+      {"Received: a; Sun, 15 Nov 2026 15:22:05 +0000 (b; c)" + topReceived, sent},
       {"Received: without a date", Now},
       {"Date: Sat, 31 Feb 2026 10:00:00 +0000", Now},
   };
   for (const auto& [header, wanted] : cases) EXPECT_EQ(date(header), wanted) << header;
+}
+
+TEST_F(GmimeReaderTest, ReadsDatesOfAllForms) {
+  const struct {
+    DateTime Wanted;
+    std::vector<std::string> Dates;
+  } cases[] = {
+      {{2019, 5, 30, 1, 9, 22},
+       {"Wed, 29 May 2019 18:09:22 +0200", "Fri,29MAY19 18:09:22+0200", "18:09:22.123 +02:00, 29 may 119",
+        "Wed, 29 May 2019 18:09:22 GMT+2", "Wed May 29 2019 18:09:22 GMT+0200 (x)", "Wed, 29 May 2019 18.09.22 CEST",
+        "May 29th, 2019 06:09:22 PM MESZ", "Wednesday, 29-May-19 16:09:22 GMT", "Wed May 29 16:09:22 2019",
+        "May 29 12:09:22 p.m. EDT 2019", "((a) \\) b) Wed), 29\r\n (6) May 2019 11:09:22 (EST)",
+        "Wed, 29 May 2019 16:09:22 Q", "Wed, 29 May 2019 16:09:22 Mars", "2019-05-29T18:09:22+02:00",
+        "2019-05-29t16:09:22,5z", "5/29/2019 16:09:22", "29/5/2019 16:09:22", "29.05.2019 16.09.22",
+        "=?utf-8?Q?Wed,_29_May_2019_18:09:22_+0200?="}},
+      {{2019, 6, 5, 9, 0, 0},
+       {"5.6.2019", "05-06-2019 00:00", "6/5/2019", "5 June 2019 12:00 AM", "4 Jun 2019 24:00:00", "2019/06/05 0:00"}},
+      {{1999, 7, 1, 8, 59, 59}, {"30 Jun 99 23:59:60 UT", "30 June 1999 12:59:59 PM -1100"}},
+      {Now,
+       {"Wed, 30 Feb 2019 18:09:22 +0200", "Wed, 29 May 2019 25:00:00 +0200", "Wed, 29 May 2019 24:00:01 +0200",
+        "Wed, 29 May 2019 18:60:22 +0200", "Wed, 29 May 2019 18:09:61 +0200", "Wed, 29 May 2019 18:09:22 +9999",
+        "Wed, 29 May 2019 18:09:22 +0260", "2019-13-29T18:09:22Z", "2019-261-29T18:09:22Z",
+        "Wed, 285 May 2019 18:09:22", "Wed, 0 May 2019 18:09:22", "29 May 2019 118:09:22", "mar, 29 may 2019 18:09:22",
+        "29 May 18:09:22", "(29 May 2019 18:09:22)", " "}},
+  };
+  for (const auto& [wanted, dates] : cases)
+    for (const std::string& given : dates) EXPECT_EQ(date("Date: " + given), wanted) << given;
 }
 
 TEST_F(GmimeReaderTest, CutsTheHeaderOff) {
@@ -236,6 +293,26 @@ TEST_F(GmimeReaderTest, DecodesTheBody) {
       {part("text/plain; charset=euc-kr", "\x8C\x63"), "똠"},
       {part("text/plain; charset=x-windows-949", "\x8C\x63"), "똠"},
       {part("text/plain; charset=tis-620", "\x93\xA1"), "“ก"},
+      {part("text/plain; charset=iso-2022-jp", "\x1B$B-!\x1B$(D0!\x1B(I1\x1B(B\x0E\x31\x0F~\x1B(B"), "①丂ｱｱ~"},
+      {part("text/plain; charset=hz-gb-2312", "a~~~{VP~\n\r\nb~{NDVP~}c~{V\nd"), "a~中\r\nb文中c\uFFFD\r\nd"},
+      {part("text/plain; charset=\"3DX-X-Big5;\"", "\xA4\xA4"), "中"},
+      {part("text/plain; charset=unicode-1-1-utf-7", "+AOQ-"), "ä"},
+      {part("text/plain; charset=windows-1251http-equiv", "\xEF"), "п"},
+      {part("text/plain; charset=IBM-00858", "\xD5"), "€"},
+      {part("text/plain; charset=iso_8859-15:1998", "\xA4"), "€"},
+      {part("text/plain; charset=x-cp28605", "\xA4"), "€"},
+      {part("text/plain; charset=x-mac-roman", "\x8A"), "ä"},
+      {part("text/plain; charset=csGBK", "\xD6\xD0"), "中"},
+      {part("text/plain; charset=utf8mb4", "\xC3\xA4"), "ä"},
+      {part("text/plain; charset=iso-8859-1", "\xEF\xBB\xBF\xC3\xA4"), "ä"},
+      {part("text/plain; charset=us-ascii", std::string("\xFF\xFEh\0", 4)), "h"},
+      // HTML that names its charset itself.
+      {part("text/html", "<!-- <meta charset=koi8-r> --><META\n charset = 'Windows-1251' >\xEF"), "п"},
+      {part("text/html", "<meta http-equiv=x content='text/html;charset=windows-1251;'><p>\xEF"), "п"},
+      {part("text/html", "<metal charset=koi8-r><meta charset=utf-16le>\xC3\xA4"), "ä"},
+      {part("text/html", "\xEF\xBB\xBF<meta charset=windows-1251>\xC3\xA4"), "ä"},
+      {part("text/html; charset=windows-1252", "<meta charset=windows-1251>\xEF"), "ï"},
+      {part("text/plain", "<meta charset=windows-1251>\xEF"), "<meta charset=windows-1251>ï"},
       {part("text", "no subtype"), "no subtype"},
       {part("text; charset=iso-8859-2, x", "\xEC"), "ě"},
       {part("text/plain (a; b) , charset=iso-8859-2", "\xEC"), "ě"},
@@ -243,6 +320,11 @@ TEST_F(GmimeReaderTest, DecodesTheBody) {
       {encoded("quoted-printable", "=C3=BC soft=\r\n break =ZZ"), "ü soft break =ZZ"},
       {encoded("BASE64", "w7w\r\n"), "ü"},
       {encoded("base64", "w!7\r\n w="), "ü"},
+      {encoded("Base 64 (x)", "w7w="), "ü"},
+      {encoded("quoted/printable", "=C3=BC"), "ü"},
+      {encoded("base64", "Hello Joe,\r\n\r\nno base64.\r\n"), "Hello Joe,\r\n\r\nno base64.\r\n"},
+      {encoded("base64", "> SGVsbG8gSm9lLCBoZWxsbyBKb2U=\r\n"), "Hello Joe, hello Joe"},
+      {encoded("base64", "w7w=\r\n"), "ü"},
       {encoded("x-uuencode", "begin 644 a.txt\r\n#86)C\r\n`\r\nend\r\n"), "abc"},
       {encoded("8bit", "\xEF\xBB\xBF\xC3\xBC"), "ü"},
       {encoded("nonsense", "text"), "text"},
