@@ -19,6 +19,13 @@ bool startsIgnoringCase(std::string_view line, std::string_view start) {
   return text::equalsIgnoringCase(line.substr(0, start.size()), start);
 }
 
+/// Behind the first byte. Most of what is long has far more lines than dots.
+std::size_t nextDottedLine(std::string_view text) {
+  std::size_t dot = text.find('.', 1);
+  while (dot != std::string_view::npos && text[dot - 1] != '\n') dot = text.find('.', dot + 1);
+  return dot;
+}
+
 std::string_view withoutReturn(std::string_view line) {
   if (line.ends_with('\r')) line.remove_suffix(1);
   return line;
@@ -131,9 +138,7 @@ ReplyReader::LineStart ReplyReader::lineStart() {
 
 /// All up to the next line that begins with a dot.
 std::string_view ReplyReader::messageLines() {
-  const std::string_view rest = pending();
-  const std::size_t end = rest.find("\n.");
-  const std::string_view taken = rest.substr(0, end == std::string_view::npos ? end : end + 1);
+  const std::string_view taken = pending().substr(0, nextDottedLine(pending()));
   atLineStart_ = taken.ends_with('\n');
   position_ += taken.size();
   messageBytes_ += static_cast<std::int64_t>(taken.size());

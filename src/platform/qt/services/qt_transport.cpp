@@ -57,7 +57,10 @@ class QtTransport : public pop::Transport {
   }
 
   void send(std::string_view bytes) override {
-    if (isConnected()) socket_->write(bytes.data(), static_cast<qint64>(bytes.size()));
+    if (!isConnected()) return;
+    socket_->write(bytes.data(), static_cast<qint64>(bytes.size()));
+    // Otherwise they would leave when the loop turns next, and the server be idle while what came is worked on.
+    socket_->flush();
   }
 
   std::string receive(Milliseconds wait) override {

@@ -10,7 +10,9 @@ namespace velmora {
 class Waiting {
  public:
   /// Ends the wait that is on, if any.
-  void wake() { loop_.quit(); }
+  void wake() {
+    if (loop_.isRunning()) loop_.quit();  // which costs a call to the system, even where nothing waits
+  }
 
   /// Returns false when the program is ending: then nothing must be waited for any more.
   bool wait(std::chrono::milliseconds longest);
