@@ -7,6 +7,7 @@
 
 #include "platform/ascii.h"
 #include "platform/mime/seven_bit.h"
+#include "platform/text.h"
 
 namespace velmora::mime {
 
@@ -201,7 +202,7 @@ std::string numbered(std::string_view name) {
 }  // namespace
 
 std::string systemCharset(std::string_view named) {
-  if (named.empty()) return {};
+  if (named.empty() || text::equalsIgnoringCase(named, "utf-8")) return {};
   std::string name = nameIn(named);
   // A number may name a charset that goes by another one.
   for (std::string number = numbered(name); !number.empty() && number != name; number = numbered(name)) name = number;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <ctime>
 #include <limits>
 #include <utility>
 #include <vector>
@@ -138,7 +139,11 @@ std::vector<Attachment> described(mime::Reading& reading, const std::vector<cons
 
 }  // namespace
 
-GmimeReader::GmimeReader() : converters_(std::make_unique<mime::Converters>()) { static const Library library; }
+GmimeReader::GmimeReader() : converters_(std::make_unique<mime::Converters>()) {
+  static const Library library;
+  // The system is asked for its zone here alone, since that may take longer than the rest of a small message.
+  tzset();
+}
 
 GmimeReader::~GmimeReader() = default;
 
@@ -148,7 +153,7 @@ ReadMail GmimeReader::read(std::string_view message, const DateTime& now, const 
   const mime::Entity entity = mime::splitEntity(reading, message);
   const std::vector<mime::Field> fields = mime::fieldsOf(reading, entity.Header);
   const AddressFields from = addressFields(fields, "From");
-  const mime::Parts parts = mime::partsOf(reading, entity);
+  const mime::Parts parts = mime::partsOf(reading, entity, fields);
   const std::vector<const mime::Part*> attached = mime::attachmentsOf(reading, parts);
   reading.charset = charsetOf(parts);
   return {.From = addresses(reading, from),
@@ -166,7 +171,8 @@ std::optional<std::string> GmimeReader::attachment(std::string_view message, std
                                                    const Pause& pause) const {
   converters_->startMessage();
   mime::Reading reading(*converters_, pause);
-  const mime::Parts parts = mime::partsOf(reading, mime::splitEntity(reading, message));
+  const mime::Entity entity = mime::splitEntity(reading, message);
+  const mime::Parts parts = mime::partsOf(reading, entity, mime::fieldsOf(reading, entity.Header));
   const std::vector<const mime::Part*> attached = mime::attachmentsOf(reading, parts);
   if (place >= std::min(attached.size(), mail_bounds::attached)) return std::nullopt;
   return mime::contentOf(reading, *attached[place]);
