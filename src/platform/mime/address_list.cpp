@@ -8,8 +8,9 @@ namespace {
 
 /// The angle bracket at `open` is closed before another one opens.
 bool isClosed(std::string_view masked, std::size_t open) {
-  const auto next = masked.find_first_of("<>", open + 1);
-  return next != masked.npos && masked[next] == '>';
+  for (const char c : masked.substr(open + 1))
+    if (c == '<' || c == '>') return c == '>';
+  return false;
 }
 
 bool areAllClosed(std::string_view masked) {

@@ -7,6 +7,7 @@
 
 #include "platform/ascii.h"
 #include "platform/mime/seven_bit.h"
+#include "platform/text.h"
 
 namespace velmora::mime {
 
@@ -96,6 +97,8 @@ constexpr std::array aliases = {
     Alias{"CP51949", "CP949"},
     Alias{"MACKOREAN", "CP949"},
     Alias{"CP50225", "ISO-2022-KR"},
+    Alias{"KZ1048", "RK1048"},
+    Alias{"PTCP154", "PT154"},
     Alias{"TIS620", "CP874"},
     Alias{"ISO885911", "CP874"},
     Alias{"KOI", "KOI8-R"},
@@ -151,16 +154,19 @@ bool isOfName(char c) {
 
 bool isOfWord(char c) { return ascii::isCapital(c) || ascii::isDigit(c); }
 
-/// In capitals, without what stands around it: quotation marks, blanks, what follows behind a slash or a semicolon, the
-/// "x-" of names that aren't registered, and "=3D", which is a "=" that was encoded.
+/// What programs put in front of a name: "=3D" is a "=" that was encoded, "x-" stands before what isn't registered.
+constexpr std::array<std::string_view, 5> leads = {"CHARSET=", "=", "3D", "X-", "X_"};
+
+/// In capitals, without what stands around it: quotation marks, blanks, and what follows behind any other sign.
 std::string nameIn(std::string_view named) {
   std::string name(named.substr(0, longestName));
   std::erase_if(name, [](char c) { return c <= ' ' || c == '"' || c == '\''; });
   std::ranges::transform(name, name.begin(), ascii::upper);
-  name.erase(std::ranges::find(name, ';'), name.end());
-  name.erase(0, name.rfind('=') + 1);
-  if (name.starts_with("3D")) name.erase(0, 2);
-  while (name.starts_with("X-") || name.starts_with("X_")) name.erase(0, 2);
+  for (const auto* lead = leads.begin(); lead != leads.end();) {
+    const bool isLed = name.starts_with(*lead);
+    if (isLed) name.erase(0, lead->size());
+    lead = isLed ? leads.begin() : lead + 1;
+  }
   name.erase(std::ranges::find_if_not(name, isOfName), name.end());
   return name;
 }
@@ -201,7 +207,7 @@ std::string numbered(std::string_view name) {
 }  // namespace
 
 std::string systemCharset(std::string_view named) {
-  if (named.empty()) return {};
+  if (named.empty() || text::equalsIgnoringCase(named, "utf-8")) return {};
   std::string name = nameIn(named);
   // A number may name a charset that goes by another one.
   for (std::string number = numbered(name); !number.empty() && number != name; number = numbered(name)) name = number;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <ctime>
 #include <limits>
 #include <utility>
 #include <vector>
@@ -16,6 +17,7 @@
 #include "platform/mime/entity.h"
 #include "platform/mime/glib_ptr.h"
 #include "platform/mime/message_date.h"
+#include "platform/mime/part_text.h"
 #include "platform/mime/reading.h"
 #include "platform/mime/utf8.h"
 #include "platform/text.h"
@@ -108,11 +110,11 @@ DateTime date(mime::Reading& reading, const std::vector<mime::Field>& fields, co
 
 /// That of the first text that names one, else that of the message.
 std::string charsetOf(const mime::Parts& parts) {
-  const auto isNamed = [](const mime::Part& part) {
-    return (part.Is == mime::Role::Plain || part.Is == mime::Role::Html) && !part.Charset.empty();
-  };
-  const auto text = std::ranges::find_if(parts, isNamed);
-  return (text == parts.end() ? parts.front() : *text).Charset;
+  for (const mime::Part& part : parts) {
+    if (part.Is != mime::Role::Plain && part.Is != mime::Role::Html) continue;
+    if (std::string charset = mime::charsetOf(part); !charset.empty()) return charset;
+  }
+  return parts.front().Charset;
 }
 
 std::string rawOf(std::string_view header) {
@@ -138,7 +140,11 @@ std::vector<Attachment> described(mime::Reading& reading, const std::vector<cons
 
 }  // namespace
 
-GmimeReader::GmimeReader() : converters_(std::make_unique<mime::Converters>()) { static const Library library; }
+GmimeReader::GmimeReader() : converters_(std::make_unique<mime::Converters>()) {
+  static const Library library;
+  // The system is asked for its zone here alone, since that may take longer than the rest of a small message.
+  tzset();
+}
 
 GmimeReader::~GmimeReader() = default;
 
@@ -148,9 +154,9 @@ ReadMail GmimeReader::read(std::string_view message, const DateTime& now, const 
   const mime::Entity entity = mime::splitEntity(reading, message);
   const std::vector<mime::Field> fields = mime::fieldsOf(reading, entity.Header);
   const AddressFields from = addressFields(fields, "From");
-  const mime::Parts parts = mime::partsOf(reading, entity);
+  const mime::Parts parts = mime::partsOf(reading, entity, fields);
   const std::vector<const mime::Part*> attached = mime::attachmentsOf(reading, parts);
-  reading.charset = charsetOf(parts);
+  if (!mime::isUtf8(entity.Header)) reading.charset = charsetOf(parts);
   return {.From = addresses(reading, from),
           .To = addresses(reading, addressFields(fields, "To")),
           .Subject = subject(reading, fields),
@@ -166,7 +172,8 @@ std::optional<std::string> GmimeReader::attachment(std::string_view message, std
                                                    const Pause& pause) const {
   converters_->startMessage();
   mime::Reading reading(*converters_, pause);
-  const mime::Parts parts = mime::partsOf(reading, mime::splitEntity(reading, message));
+  const mime::Entity entity = mime::splitEntity(reading, message);
+  const mime::Parts parts = mime::partsOf(reading, entity, mime::fieldsOf(reading, entity.Header));
   const std::vector<const mime::Part*> attached = mime::attachmentsOf(reading, parts);
   if (place >= std::min(attached.size(), mail_bounds::attached)) return std::nullopt;
   return mime::contentOf(reading, *attached[place]);

@@ -219,7 +219,6 @@ std::optional<DateTime> parseDate(std::string_view text) {
   if (!moment) return std::nullopt;
   const std::time_t seconds = moment->time_since_epoch().count();
   std::tm local{};
-  tzset();
   if (localtime_r(&seconds, &local) == nullptr) return std::nullopt;
   constexpr int tmEpoch = 1900;
   const int year = local.tm_year + tmEpoch;

@@ -13,7 +13,8 @@ namespace velmora::mime {
 /// since the wrong one is more often wrong than the date is; a time without a zone that is known is UTC.
 ///
 /// Of dates in numbers alone "5/6/2019" has the month first, as the programs have it that write slashes, and "5.6.2019"
-/// and "5-6-2019" have the day first, unless only the other order makes a date.
+/// and "5-6-2019" have the day first, unless only the other order makes a date. The local zone is that of the last
+/// `tzset`.
 std::optional<DateTime> parseDate(std::string_view text);
 
 }  // namespace velmora::mime

@@ -17,13 +17,19 @@ constexpr std::size_t MaxHtml = std::size_t{8} << 20U;
 /// A byte order mark counts where its bytes mean nothing in the charset that the part is said to have.
 std::string charsetOf(const Part& part, std::string_view bytes) {
   if (bytes.starts_with("\xEF\xBB\xBF")) return "utf-8";
-  const bool isUtf8 = systemCharset(part.Charset).empty();
-  if (isUtf8 && bytes.starts_with("\xFE\xFF")) return "utf-16be";
-  if (isUtf8 && bytes.starts_with("\xFF\xFE")) return "utf-16le";
+  const bool isBig = bytes.starts_with("\xFE\xFF");
+  if ((isBig || bytes.starts_with("\xFF\xFE")) && systemCharset(part.Charset).empty())
+    return isBig ? "utf-16be" : "utf-16le";
   return part.Charset.empty() && part.Is == Role::Html ? charsetInHtml(bytes) : part.Charset;
 }
 
 }  // namespace
+
+std::string charsetOf(const Part& part) {
+  constexpr std::size_t begin = 4096;
+  const std::string_view bytes = part.Content.substr(0, begin);
+  return charsetOf(part, TransferDecoder(bytes, textEncoding(bytes, part.Encoding)).next(begin));
+}
 
 void decodeText(Reading& reading, const Part& part, const std::function<bool(std::string_view)>& take) {
   constexpr std::string_view byteOrderMark = "\uFEFF";

@@ -8,6 +8,10 @@
 
 namespace velmora::mime {
 
+/// The charset of a text: what its first bytes tell, what its Content-Type says, or for HTML without one what the HTML
+/// itself says. Blank where none does.
+std::string charsetOf(const Part& part);
+
 /// Gives the text of a part in slices of whole characters, until `take` returns false.
 void decodeText(Reading& reading, const Part& part, const std::function<bool(std::string_view)>& take);
 

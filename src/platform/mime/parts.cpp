@@ -71,9 +71,9 @@ class Walk {
  public:
   explicit Walk(Reading& reading) : reading_(reading) {}
 
-  void enter(const Entity& entity, const ContentType& fallback, Place place, int depth) {
+  void enter(const Entity& entity, const std::vector<Field>& fields, const ContentType& fallback, Place place,
+             int depth) {
     reading_.worked(partWork);
-    const std::vector<Field> fields = fieldsOf(reading_, entity.Header);
     const ContentType type = parseContentType(lineOf(fields, "Content-Type"), fallback);
     const std::size_t index = parts_.size();
     parts_.push_back(
@@ -111,11 +111,15 @@ class Walk {
     return children;
   }
 
+  void enterChild(const Entity& child, const ContentType& fallback, Place place, int depth) {
+    enter(child, fieldsOf(reading_, child.Header), fallback, place, depth);
+  }
+
   void enterAll(const std::vector<Entity>& children, const ContentType& type, Place place, int depth) {
     const ContentType& fallback = type.is("multipart", "digest") ? wholeMessage : plainText;
     if (place != Place::Shown && type.is("multipart", "related")) return enterRelated(children, type.Start, depth);
     const Place below = type.is("multipart", "alternative") ? Place::Alternative : Place::Beside;
-    for (const Entity& child : children) enter(child, fallback, place == Place::Shown ? place : below, depth);
+    for (const Entity& child : children) enterChild(child, fallback, place == Place::Shown ? place : below, depth);
   }
 
   /// The root is the part that the start names. Where there is none it should be the first one; some programs put
@@ -128,7 +132,7 @@ class Walk {
     bool isFound = root != children.end();
     for (auto child = children.begin(); child != children.end(); ++child) {
       const auto before = static_cast<std::ptrdiff_t>(parts_.size());
-      enter(*child, plainText, child == root || !isFound ? Place::Root : Place::Shown, depth);
+      enterChild(*child, plainText, child == root || !isFound ? Place::Root : Place::Shown, depth);
       isFound = isFound || std::any_of(parts_.begin() + before, parts_.end(), isText);
     }
   }
@@ -156,9 +160,9 @@ class Walk {
 
 }  // namespace
 
-Parts partsOf(Reading& reading, const Entity& message) {
+Parts partsOf(Reading& reading, const Entity& message, const std::vector<Field>& fields) {
   Walk walk(reading);
-  walk.enter(message, plainText, Place::Beside, 0);
+  walk.enter(message, fields, plainText, Place::Beside, 0);
   return walk.take();
 }
 

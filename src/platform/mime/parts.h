@@ -41,6 +41,7 @@ struct Part {
 /// that isn't the first text of the message with anything in it. In a multipart/related the root alone is text.
 using Parts = std::vector<Part>;
 
-Parts partsOf(Reading& reading, const Entity& message);
+/// `fields` are those of its header.
+Parts partsOf(Reading& reading, const Entity& message, const std::vector<Field>& fields);
 
 }  // namespace velmora::mime

@@ -27,7 +27,7 @@ class Reading {
 
   Converters& converters;
 
-  /// The charset of the message's text: that of bytes in its header which should be ASCII or UTF-8 and aren't.
+  /// The charset of the message's text, for bytes in its header that should be ASCII or UTF-8 and aren't.
   std::string charset = {};
 
  private:

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <cstring>
 
 #include "platform/characters.h"
 #include "platform/mail_bounds.h"
@@ -34,15 +36,27 @@ std::size_t characterSize(std::string_view text, std::size_t index) {
   return size == 1 && byteAt(text, index) >= 0x80 ? 0 : size;
 }
 
+/// Where the first byte from `begin` on stands that isn't ASCII. Most text is, and is looked at in words.
+std::size_t asciiEnd(std::string_view text, std::size_t begin) {
+  constexpr std::uint64_t highBits = 0x8080808080808080;
+  std::uint64_t word = 0;
+  std::size_t i = begin;
+  for (; i + sizeof word <= text.size(); i += sizeof word) {
+    std::memcpy(&word, text.data() + i, sizeof word);
+    if ((word & highBits) != 0) break;
+  }
+  while (i < text.size() && byteAt(text, i) < 0x80) ++i;
+  return i;
+}
+
 /// Where the first byte from `begin` on stands that is part of no character.
 std::size_t validEnd(std::string_view text, std::size_t begin) {
-  std::size_t i = begin;
-  while (i < text.size()) {
-    const std::size_t size = byteAt(text, i) < 0x80 ? 1 : characterSize(text, i);
-    if (size == 0) break;
+  for (std::size_t i = asciiEnd(text, begin); i < text.size(); i = asciiEnd(text, i)) {
+    const std::size_t size = characterSize(text, i);
+    if (size == 0) return i;
     i += size;
   }
-  return i;
+  return text.size();
 }
 
 void appendWindows1252(std::string& text, unsigned byte) {
@@ -51,7 +65,7 @@ void appendWindows1252(std::string& text, unsigned byte) {
 }
 
 /// Needs no second look, as what may begin a control character does.
-bool isOrdinary(unsigned char byte) { return byte >= 0x20 && byte != 0x7F && byte != 0xC2; }
+constexpr auto isOrdinary = [](unsigned char byte) { return byte >= 0x20 && byte != 0x7F && byte != 0xC2; };
 
 bool isControl(unsigned byte) { return byte < 0x20 || byte == 0x7F; }
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/mail_bounds.h"
+#include "platform/mime/charset.h"
 #include "platform/mime/gmime_reader.h"
 #include "platform/mime/mime_kit.h"
 #include "platform/mime/transfer.h"
@@ -234,6 +235,24 @@ TEST(Content, IsDecodedTheSameInSlicesOfAnySize) {
     std::string decoded;
     while (!decoder.atEnd()) decoded += decoder.next(slice);
     EXPECT_EQ(decoded, "AQQQAAAQQQ") << slice;
+  }
+}
+
+TEST(Content, HasTheSameTextInSlicesOfAnySize) {
+  const TextCase cases[] = {
+      {"hz-gb-2312", "a~{VPND~}b~~~\nc"},
+      {"iso-2022-jp", "a\x1B$BF|K\\\x1B(I1\x1B$(D0!\x1B(Bb"},
+      {"utf-8", "\xC3\xA4\xF0\x9F\x98\x80\xC3"},
+  };
+  for (const auto& [charset, bytes] : cases) {
+    mime::Converters converters;
+    const std::string whole = mime::toUtf8(converters, bytes, charset);
+    for (std::size_t size = 1; size < bytes.size(); ++size) {
+      mime::CharsetDecoder decoder(converters, charset);
+      std::string text;
+      for (std::size_t i = 0; i < bytes.size(); i += size) text += decoder.decode(bytes.substr(i, size));
+      EXPECT_EQ(text + decoder.finish(), whole) << charset << size;
+    }
   }
 }
 

@@ -66,6 +66,7 @@ TEST_F(GmimeReaderTest, ReadsRawHeadersAsTheText) {
   const TextCase cases[] = {
       {part(text + "koi8-r", ""), "яОбет"},
       {test::multipart({part("image/png", ""), part("text/html; charset=windows-1251", "")}), "СпВЕФ"},
+      {part("text/html", "<meta charset=windows-1251>"), "СпВЕФ"},
       {part(text + "utf-8", ""), "ÑïÂÅÔ"},
       {part(text + "utf-16", ""), "ÑïÂÅÔ"},
       {part(text + "utf-7", ""), "ÑïÂÅÔ"},
@@ -297,7 +298,7 @@ TEST_F(GmimeReaderTest, DecodesTheBody) {
       {part("text/plain; charset=hz-gb-2312", "a~~~{VP~\n\r\nb~{NDVP~}c~{V\nd"), "a~中\r\nb文中c\uFFFD\r\nd"},
       {part("text/plain; charset=\"3DX-X-Big5;\"", "\xA4\xA4"), "中"},
       {part("text/plain; charset=unicode-1-1-utf-7", "+AOQ-"), "ä"},
-      {part("text/plain; charset=windows-1251http-equiv", "\xEF"), "п"},
+      {part("text/plain; charset=\"windows-1251http-equiv=x\"", "\xEF"), "п"},
       {part("text/plain; charset=IBM-00858", "\xD5"), "€"},
       {part("text/plain; charset=iso_8859-15:1998", "\xA4"), "€"},
       {part("text/plain; charset=x-cp28605", "\xA4"), "€"},
