@@ -50,12 +50,18 @@ GMimeContentEncoding kindOf(std::string_view encoding) {
 
 bool isBase64(char c) { return ascii::isLetter(c) || ascii::isDigit(c) || c == '+' || c == '/'; }
 
+/// What stands for something in base64 that nothing breaks. The compiler makes one step of this for many bytes, which
+/// attachments of megabytes need.
+bool isPlausible(char c) { return static_cast<bool>(int{c > ' '} & int{c != '='}); }
+
 template <class Matches>
 std::size_t count(Reading& reading, std::string_view content, Matches matches) {
   std::size_t found = 0;
   while (!content.empty()) {
     const std::string_view slice = content.substr(0, Reading::slice);
-    found += static_cast<std::size_t>(std::ranges::count_if(slice, matches));
+    unsigned inSlice = 0;
+    for (const char c : slice) inSlice += matches(c) ? 1U : 0U;
+    found += inSlice;
     reading.worked(slice.size());
     content.remove_prefix(slice.size());
   }
@@ -166,7 +172,7 @@ std::string TransferDecoder::next(std::size_t maxBytes) {
 std::size_t decodedSize(Reading& reading, std::string_view content, std::string_view encoding) {
   switch (kindOf(encoding)) {
     case GMIME_CONTENT_ENCODING_BASE64:
-      return count(reading, content, isBase64) * 3 / 4;
+      return count(reading, content, isPlausible) * 3 / 4;
     case GMIME_CONTENT_ENCODING_QUOTEDPRINTABLE:
       return content.size() - std::min(content.size(), 2 * count(reading, content, [](char c) { return c == '='; }));
     case GMIME_CONTENT_ENCODING_UUENCODE:
