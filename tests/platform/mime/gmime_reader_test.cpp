@@ -319,7 +319,7 @@ TEST_F(GmimeReaderTest, DecodesTheBody) {
       {part("text; charset=iso-8859-2, x", "\xEC"), "ě"},
       {part("text/plain (a; b) , charset=iso-8859-2", "\xEC"), "ě"},
       {part("text/plain; a=\"; charset=x\"; Charset*0*=utf-8'en'iso%2D88; charset*1=59-2", "\xEC"), "ě"},
-      {encoded("quoted-printable", "=C3=BC soft=\r\n break =ZZ"), "ü soft break =ZZ"},
+      {encoded("quoted-printable", "=C3=BC so= \t\r\nft=\r\n break =ZZ = x"), "ü soft break =ZZ = x"},
       {encoded("BASE64", "w7w\r\n"), "ü"},
       {encoded("base64", "w!7\r\n w="), "ü"},
       {encoded("Base 64 (x)", "w7w="), "ü"},
