@@ -83,6 +83,13 @@ std::string displayBare(const Stretch& mailbox) {
   return text.empty() ? std::string(mailbox.Text) : text;
 }
 
+/// Blank where what stands behind the brackets is neither the name nor stands behind one.
+std::string joined(const std::string& name, std::string_view address, const Stretch& behind) {
+  if (name.empty()) return behind.Text.empty() ? std::string(address) : withName(address, behind);
+  const std::string text = name + " <" + std::string(address) + ">";
+  return behind.Text.empty() ? text : text + " " + std::string(behind.Text);
+}
+
 std::string displayMailbox(const Stretch& mailbox) {
   const std::string_view masked = mailbox.Masked;
   const auto open = masked.find_first_of("<>");
@@ -96,14 +103,8 @@ std::string displayMailbox(const Stretch& mailbox) {
   if (masked[open] == '>' || address.Text.empty() || !isBlank(behind.Masked) || !(isClosed || isOnlyLeftOpen))
     return std::string(mailbox.Text);
 
-  const std::string name = nameIn(mailbox.from(0, open));
-  if (name.empty() && behind.Text.empty()) return std::string(address.Text);
-  if (name.empty()) {
-    const std::string text = withName(address.Text, behind);
-    return text.empty() ? std::string(mailbox.Text) : text;
-  }
-  const std::string text = name + " <" + std::string(address.Text) + ">";
-  return behind.Text.empty() ? text : text + " " + std::string(behind.Text);
+  const std::string text = joined(nameIn(mailbox.from(0, open)), address.Text, behind);
+  return text.empty() ? std::string(mailbox.Text) : text;
 }
 
 /// A mailbox, or the beginning of a group with its first one.

@@ -89,7 +89,11 @@ class DateReader {
   void readWord() {
     if (readDate()) return;
     const std::string_view word = pieces_.takeWord();
-    if (readMonth(word) || !time_) return;
+    if (readMonth(word)) return;
+    // The month of another language, behind a weekday of its that has the name of a month: "mar. 29 mai 2019".
+    constexpr std::size_t shortestMonth = 3;
+    isWrong_ = !time_ && count_ == 1 && word.size() >= shortestMonth;
+    if (!time_) return;
     const bool isHalf = (word.size() == 2 || (word.size() == 3 && word[1] == '.')) && ascii::lower(word.back()) == 'm';
     const char half = isHalf ? ascii::lower(word.front()) : ' ';
     if (half == 'a' || half == 'p')

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <utility>
 
 #include "platform/ascii.h"
 
@@ -101,6 +102,19 @@ bool isBase64Text(std::string_view content) {
   return others <= 2 || others * 100 <= all * most;
 }
 
+/// Gateways put blanks behind the "=" that ends a line softly (RFC 2045 section 6.7, rule 3). Takes the bytes off the
+/// front up to such a "=", and the blanks with them.
+std::string_view takeToSoftEnd(std::string_view& rest) {
+  for (auto at = rest.find('='); at != rest.npos; at = rest.find('=', at + 1)) {
+    const auto blanksEnd = std::min(rest.find_first_not_of(" \t", at + 1), rest.size() - 1);
+    if (blanksEnd <= at + 1 || (rest[blanksEnd] != '\r' && rest[blanksEnd] != '\n')) continue;
+    const std::string_view piece = rest.substr(0, at + 1);
+    rest.remove_prefix(blanksEnd);
+    return piece;
+  }
+  return std::exchange(rest, {});
+}
+
 }  // namespace
 
 std::string_view textEncoding(std::string_view content, std::string_view encoding) {
@@ -113,20 +127,19 @@ struct TransferDecoder::State {
   GMimeEncoding decoder;
   bool padded = false;  ///< the decoder has come to an end
 
-  /// Some programs encode piece by piece, and each piece of base64 ends with padding: what follows begins anew. Takes
-  /// the bytes off the front that are decoded in one go: letters up to a padding, or a padding.
+  /// Takes the bytes off the front that are decoded in one go: of base64 letters up to a padding, or a padding. Some
+  /// programs encode piece by piece, and each piece ends with padding: what follows begins anew.
   std::string_view takePiece(std::string_view& rest) {
-    std::size_t size = rest.size();
-    if (encoding == GMIME_CONTENT_ENCODING_BASE64) {
-      const auto next = std::ranges::find_if(rest, isBase64);
-      const bool isPadding = std::find(rest.begin(), next, '=') != next;
-      if (!isPadding && padded && next != rest.end()) {
-        g_mime_encoding_reset(&decoder);
-        padded = false;
-      }
-      padded = padded || isPadding;
-      size = static_cast<std::size_t>((isPadding ? next : std::find(next, rest.end(), '=')) - rest.begin());
+    if (encoding == GMIME_CONTENT_ENCODING_QUOTEDPRINTABLE) return takeToSoftEnd(rest);
+    if (encoding != GMIME_CONTENT_ENCODING_BASE64) return std::exchange(rest, {});
+    const auto next = std::ranges::find_if(rest, isBase64);
+    const bool isPadding = std::find(rest.begin(), next, '=') != next;
+    if (!isPadding && padded && next != rest.end()) {
+      g_mime_encoding_reset(&decoder);
+      padded = false;
     }
+    padded = padded || isPadding;
+    const auto size = static_cast<std::size_t>((isPadding ? next : std::find(next, rest.end(), '=')) - rest.begin());
     const std::string_view piece = rest.substr(0, size);
     rest.remove_prefix(size);
     return piece;
@@ -148,7 +161,7 @@ TransferDecoder::~TransferDecoder() = default;
 
 std::string TransferDecoder::next(std::size_t maxBytes) {
   std::size_t wanted = std::min(maxBytes, content_.size());
-  // The decoder takes half a padding for none.
+  // The decoder takes half a padding for none, and an end of a line that is cut for text.
   constexpr std::size_t longestPadding = 16;
   for (const std::size_t end = std::min(wanted + longestPadding, content_.size());
        state_ && wanted < end && !isBase64(content_[wanted]); ++wanted) {

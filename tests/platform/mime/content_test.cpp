@@ -229,12 +229,19 @@ TEST(Content, OfAttachmentsIsDecoded) {
 }
 
 TEST(Content, IsDecodedTheSameInSlicesOfAnySize) {
-  const std::string encoded = "QQ==\r\nUVFR\r\nQUE=QQ= =\r\nUVFR";
-  for (std::size_t slice = 1; slice <= encoded.size(); ++slice) {
-    mime::TransferDecoder decoder(encoded, "base64");
-    std::string decoded;
-    while (!decoder.atEnd()) decoded += decoder.next(slice);
-    EXPECT_EQ(decoded, "AQQQAAAQQQ") << slice;
+  const struct {
+    std::string Encoding, Encoded, Decoded;
+  } cases[] = {
+      {"base64", "QQ==\r\nUVFR\r\nQUE=QQ= =\r\nUVFR", "AQQQAAAQQQ"},
+      {"quoted-printable", "a=41 = \t\r\nb=\nc =\r\n=3D", "aA bc ="},
+  };
+  for (const auto& [encoding, encoded, wanted] : cases) {
+    for (std::size_t slice = 1; slice <= encoded.size(); ++slice) {
+      mime::TransferDecoder decoder(encoded, encoding);
+      std::string decoded;
+      while (!decoder.atEnd()) decoded += decoder.next(slice);
+      EXPECT_EQ(decoded, wanted) << slice;
+    }
   }
 }
 
