@@ -68,6 +68,9 @@ class PopEvents : public IPopClientNotify {
 /// True where the messages were retrieved and nobody asked to stop, or where nothing was reached at all.
 bool retrieve(Program& program, std::int16_t account) {
   PrepareConnection(program, account);
+  // A check that may end with the count shall cost no more than that.
+  const bool mayBeQuick = program.options.QuickCheck == 1 && program.accounts[account].AcntMsgCount > 0;
+  currentClient(program).ListAhead(!mayBeQuick);
   currentClient(program).Connect();
   if (!program.connection.PopConnected) return true;
   program.accounts[account].AcntConnected = true;
@@ -127,6 +130,7 @@ void PrepareConnection(Program& program, std::int16_t account) {
   client.Port(text::toInt32(settings.AcntPort));
   client.Login(settings.AcntLoginID);
   client.Password(settings.AcntPassword);
+  client.ListAhead(true);
   client.Blocking(true);
   client.AuxiliaryMode(0);
   program.connection.PopConnected = false;

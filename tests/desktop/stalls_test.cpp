@@ -110,6 +110,18 @@ TEST_P(Stalls, TheProgramLivesOnWhileAFetchStandsStill) {
   EXPECT_TRUE(eventually([&] { return !server.isConnected(); })) << "the server is left";
 }
 
+TEST_P(Stalls, AServerThatSendsInPiecesWaitsForNoAcknowledgement) {
+  ScriptedServer& server = serve("Work", GetParam());
+  server.chunk = 20;
+  server.script.messages.assign(150, test::message("a"));
+  start();
+  QElapsedTimer clock;
+  clock.start();
+  check();
+  EXPECT_EQ(account("Work").AcntMsgCount, 150);
+  EXPECT_LT(clock.elapsed(), promptly) << "each message would take 40 ms";
+}
+
 TEST_P(Stalls, QuittingInMidFetchEndsTheProgramWithoutAWord) {
   option("ConnectTimeOut", "10");
   serveHalf("Work", true);

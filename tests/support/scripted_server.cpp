@@ -41,7 +41,6 @@ class ServedConnection {
     QObject::connect(&pump_, &QTimer::timeout, &socket_, [this] { sendNext(); });
     QObject::connect(&socket_, &QIODevice::readyRead, &socket_, [this] { hear(); });
     socket_.setSocketDescriptor(handle);
-    socket_.setSocketOption(QAbstractSocket::LowDelayOption, 1);
   }
 
   void open() { say(server_.script.opened()); }

@@ -83,10 +83,12 @@ void Conversation::send(std::span<const std::string> commands) {
   outstanding_ += commands.size();
   std::string bytes;
   for (const std::string& command : commands) {
-    if (!ahead_.empty() && ahead_.front() == command)
-      ahead_.pop_front();
-    else
+    if (ahead_.empty()) {
       bytes.append(command).append(lineEnd);
+    } else {
+      if (ahead_.front() != command) throw invalidCallFailure();
+      ahead_.pop_front();
+    }
   }
   if (!bytes.empty()) transport_.send(bytes);
 }
@@ -159,6 +161,7 @@ void Conversation::breathe() {
 
 void Conversation::close() {
   closed_ = true;
+  ahead_.clear();  // where the password may be
   transport_.abort();
 }
 

@@ -39,7 +39,7 @@ class Conversation {
   void enter(Phase phase);
 
   /// Sends commands, given without their line ends, in one go, and returns at once. Those that were sent ahead aren't
-  /// sent again.
+  /// sent again, and no other ones may come between: that throws invalidCallFailure.
   void send(std::span<const std::string> commands);
 
   /// Sends commands that are to be sent next, in this order, before anybody asks for their answers (RFC 2449 section

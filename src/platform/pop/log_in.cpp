@@ -139,9 +139,10 @@ std::vector<std::string> logInCommands(const Credentials& credentials, bool with
   return commands;
 }
 
-void logIn(Conversation& conversation, const Credentials& credentials, const Capabilities& offered, bool withUtf8) {
+bool askUtf8(Conversation& conversation) { return conversation.ask(utf8Command).ok; }
+
+void logIn(Conversation& conversation, const Credentials& credentials, const Capabilities& offered) {
   const bool userOffered = offered.empty() || offered.contains("USER");
-  if (withUtf8) conversation.ask(utf8Command);
   askAccess(conversation, userCommand(credentials), userOffered);
   askAccess(conversation, passCommand(credentials), true);
 }

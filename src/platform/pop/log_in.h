@@ -48,12 +48,15 @@ void greet(Conversation& conversation, bool secure);
 /// Throws CapabilitiesFailure.
 Capabilities askCapabilities(Conversation& conversation);
 
-/// What logIn sends, in that order.
+/// What askUtf8, where it is wanted, and logIn send, in that order.
 std::vector<std::string> logInCommands(const Credentials& credentials, bool withUtf8);
 
-/// Sends UTF8 (RFC 6856 section 2.1) where it is wanted, which the server may refuse; then USER and PASS. `offered` is
-/// what the server told before. Throws CredentialsRefusal, or PopFailure for any other reason.
-void logIn(Conversation& conversation, const Credentials& credentials, const Capabilities& offered, bool withUtf8);
+/// Sends UTF8 (RFC 6856 section 2.1). Returns whether the server takes it.
+bool askUtf8(Conversation& conversation);
+
+/// Sends USER, then PASS. `offered` is what the server told before. Throws CredentialsRefusal, or PopFailure for any
+/// other reason.
+void logIn(Conversation& conversation, const Credentials& credentials, const Capabilities& offered);
 
 /// What askMaildrop sends.
 inline constexpr const char* maildropCommand = "STAT";

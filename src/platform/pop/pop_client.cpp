@@ -274,6 +274,8 @@ void PopClient::Login(const std::string& login) { implementation_->describe().cr
 void PopClient::Password(const std::string& password) { implementation_->describe().credentials.password = password; }
 void PopClient::Security(int security) { implementation_->describe().secure = security == 3; }
 
+void PopClient::ListAhead(bool likely) { implementation_->describe().listAhead = likely; }
+
 void PopClient::Timeout(std::int16_t seconds) {
   implementation_->describe().timeOut = std::chrono::seconds(std::max<std::int16_t>(seconds, 1));
 }

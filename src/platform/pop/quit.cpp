@@ -12,9 +12,11 @@ namespace velmora::pop {
 
 namespace {
 
-/// Reads off what was asked for ahead and isn't wanted after all.
+constexpr const char* farewell = "QUIT";
+
+/// Reads off the listing that was asked for ahead and isn't wanted after all.
 void skipAhead(Conversation& conversation) {
-  while (!conversation.ahead().empty())
+  while (!conversation.ahead().empty() && conversation.ahead().front() != farewell)
     if (conversation.ask(std::string(conversation.ahead().front())).ok) conversation.lines([](std::string_view) {});
 }
 
@@ -23,8 +25,10 @@ void skipAhead(Conversation& conversation) {
 void quit(Conversation& conversation) {
   try {
     conversation.enter(Phase::Leaving);
+    // Behind what is skipped it goes out at once, so that the server hears it even where that takes too long.
+    conversation.sendAhead({farewell});
     skipAhead(conversation);
-    conversation.ask("QUIT");
+    conversation.ask(farewell);
   } catch (const PopFailure&) {
     // Nothing is lost: the server keeps all messages.
   }
@@ -40,9 +44,9 @@ void deleteAndQuit(const Channel& channel, std::span<const std::int32_t> numbers
     if (!reply.ok && !refusal) refusal = reply;
   });
   if (!refusal) {
-    const Reply farewell = channel.conversation.ask("QUIT");
-    if (farewell.ok) return;
-    refusal = farewell;
+    const Reply reply = channel.conversation.ask(farewell);
+    if (reply.ok) return;
+    refusal = reply;
   } else if (channel.conversation.ask("RSET").ok) {
     // What was marked until then is kept. Where it can't be unmarked, the connection ends without a farewell, which
     // has the same effect (RFC 1939 section 6).

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <map>
 #include <optional>
 #include <set>
@@ -16,13 +17,23 @@ struct Announcement {
   Capabilities before, after;
 };
 
+/// What was seen of one login behind UTF8 (RFC 6856). It may fail for that, or for what has passed when it is tried
+/// without.
+struct Utf8Habit {
+  static constexpr int enough = 2;
+
+  int blamed = 0;           ///< how often it went through only without: from `enough` on UTF8 is left out
+  bool failedBoth = false;  ///< with it and without; then each attempt is made in but one way, in turn
+  bool withoutNext = false;
+};
+
 /// What is known of a server: what it announced, and what it can't do all the same.
 struct ServerHabit {
-  bool oneByOne = false;                     ///< it doesn't stand pipelining
-  bool noCapa = false;                       ///< it hangs or hangs up on CAPA
-  bool noUtf8 = false;                       ///< it refuses a login behind UTF8
-  std::optional<Announcement> announced;     ///< until a login fails
-  std::set<std::string> refusedWithoutUtf8;  ///< credentials that it refused behind UTF8 and without it
+  bool stepByStep = false;                ///< it doesn't stand user name and password in one go
+  bool oneByOne = false;                  ///< it doesn't stand pipelining behind the login
+  bool noCapa = false;                    ///< it hangs or hangs up on CAPA
+  std::optional<Announcement> announced;  ///< until a login fails
+  std::map<std::size_t, Utf8Habit> utf8;  ///< by a hash of login and password
 };
 
 }  // namespace velmora::pop

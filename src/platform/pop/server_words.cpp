@@ -29,63 +29,48 @@ constexpr std::array responseCodes = {
     Sign{"[sys/perm]", pop_failure::permanentTrouble},
 };
 
-constexpr std::array phrases = {
-    Sign{"lock busy", pop_failure::mailboxInUse},       Sign{"already lock", pop_failure::mailboxInUse},
-    Sign{"mailbox lock", pop_failure::mailboxInUse},    Sign{"mailbox is lock", pop_failure::mailboxInUse},
-    Sign{"maildrop lock", pop_failure::mailboxInUse},   Sign{"maildrop is lock", pop_failure::mailboxInUse},
-    Sign{"lock mail", pop_failure::mailboxInUse},       Sign{"mailbox in use", pop_failure::mailboxInUse},
-    Sign{"maildrop in use", pop_failure::mailboxInUse}, Sign{"already in use", pop_failure::mailboxInUse},
-    Sign{"already open", pop_failure::mailboxInUse},    Sign{"another session", pop_failure::mailboxInUse},
-    Sign{"temporar", pop_failure::temporaryTrouble},    Sign{"try again later", pop_failure::temporaryTrouble},
-    Sign{"try later", pop_failure::temporaryTrouble},   Sign{"too many", pop_failure::temporaryTrouble},
-    Sign{"too often", pop_failure::temporaryTrouble},   Sign{"too frequent", pop_failure::temporaryTrouble},
-    Sign{"server busy", pop_failure::temporaryTrouble}, Sign{"service unavailable", pop_failure::temporaryTrouble},
-    Sign{"permanent", pop_failure::permanentTrouble},
+/// What servers say where they have no codes, by groups in the order in which they are looked for.
+struct Meaning {
+  std::span<const std::string_view> words;
+  std::int32_t number;
+  std::span<const std::string_view> besides = {};  ///< one of which must be there, too
 };
 
-/// What servers say of trouble with a mailbox, though the user name and password were right.
-constexpr std::array mailboxTroubles = {
-    Sign{"internal error", pop_failure::temporaryTrouble},
-    Sign{"internal server error", pop_failure::temporaryTrouble},
-    Sign{"maintenance", pop_failure::temporaryTrouble},
-    Sign{"overload", pop_failure::temporaryTrouble},
-    Sign{"unavailable", pop_failure::temporaryTrouble},
-    Sign{"not available", pop_failure::temporaryTrouble},
-    Sign{"timed out", pop_failure::temporaryTrouble},
-    Sign{"timeout", pop_failure::temporaryTrouble},
-    Sign{"out of memory", pop_failure::temporaryTrouble},
-    Sign{"cannot allocate", pop_failure::temporaryTrouble},
-    Sign{"no space left", pop_failure::temporaryTrouble},
-    Sign{"disk full", pop_failure::temporaryTrouble},
-    Sign{"is damaged", pop_failure::permanentTrouble},
-    Sign{"corrupt", pop_failure::permanentTrouble},
-    Sign{"chdir", pop_failure::permanentTrouble},
-    Sign{"no such file", pop_failure::permanentTrouble},
-    Sign{"not a directory", pop_failure::permanentTrouble},
-    Sign{"input/output error", pop_failure::permanentTrouble},
-    Sign{"i/o error", pop_failure::permanentTrouble},
-    Sign{"read-only file", pop_failure::permanentTrouble},
-    Sign{"quota", pop_failure::permanentTrouble},
-    Sign{"open maildir", pop_failure::permanentTrouble},
-    Sign{"open mailbox", pop_failure::permanentTrouble},
-    Sign{"open maildrop", pop_failure::permanentTrouble},
-    Sign{"open the mail", pop_failure::permanentTrouble},
-    Sign{"read maildir", pop_failure::permanentTrouble},
-    Sign{"scan maildir", pop_failure::permanentTrouble},
-    Sign{"access maildir", pop_failure::permanentTrouble},
-    Sign{"access mailbox", pop_failure::permanentTrouble},
-    Sign{"server error", pop_failure::permanentTrouble},
-    Sign{"system error", pop_failure::permanentTrouble},
+constexpr auto lockPhrases = std::to_array<std::string_view>(
+    {"lock busy", "already lock", "lock mail", "already in use", "already open", "another session"});
+
+constexpr auto mailboxes =
+    std::to_array<std::string_view>({"mailbox", "mail box", "maildir", "maildrop", "mail drop", "inbox", "$home",
+                                     "mail file", "spool", "mail fol", "mail dir", "mail sto"});
+constexpr auto held = std::to_array<std::string_view>(
+    {"lock", "in use", "busy", "other session", "another client", "another connection"});
+constexpr auto passing = std::to_array<std::string_view>(
+    {"temporar", "try again later", "try later", "server busy", "unavailable", "not available", "internal error",
+     "internal server error", "maintenance", "overload", "timed out", "timeout", "out of memory", "cannot allocate",
+     "no space left", "disk full", "crashed", "database"});
+constexpr auto tooMuch = std::to_array<std::string_view>(
+    {"too many", "too often", "too frequent", "too fast", "login limit", "exceeded", "maximum number of"});
+constexpr auto broken = std::to_array<std::string_view>({"permanent", "is damaged", "corrupt", "chdir", "no such file",
+                                                         "not a directory", "input/output", "i/o error",
+                                                         "read-only file", "stale", "server error", "system error"});
+constexpr auto fails = std::to_array<std::string_view>(
+    {"error", "fail", "unable", "can't", "cannot", "can not", "could not", "couldn't", "damaged", "missing",
+     "unexpected", "no $home", "dir invalid", "has no maildir", "unreadable", "not accessible"});
+
+constexpr std::array meanings = {
+    Meaning{lockPhrases, pop_failure::mailboxInUse}, Meaning{held, pop_failure::mailboxInUse, mailboxes},
+    Meaning{passing, pop_failure::temporaryTrouble}, Meaning{tooMuch, pop_failure::temporaryTrouble},
+    Meaning{broken, pop_failure::permanentTrouble},  Meaning{fails, pop_failure::permanentTrouble, mailboxes},
 };
 
-/// Where a server speaks of these at all, they may be to blame, and the user is to know.
-constexpr std::array<std::string_view, 8> credentialPhrases = {
-    "password", "passwd", "username", "user name", "credential", "authenti", "login incorrect", "logon",
-};
+/// Where a server speaks of these, they may be to blame, and the user is to know, whatever else it says.
+constexpr auto credentials = std::to_array<std::string_view>(
+    {"password", "passwd", "passphrase", "username", "user name", "credential", "invalid user", "invalid log",
+     "unknown user", "no such user", "user unknown", "incorrect", "bad log", "login fail", "failed log"});
 
-constexpr std::array<std::string_view, 8> encryptionPhrases = {
-    "plaintext", "plain text", "cleartext", "clear text", "encrypt", "non-secure", "requires tls", "requires ssl",
-};
+constexpr auto encryptionPhrases =
+    std::to_array<std::string_view>({"plaintext", "plain text", "cleartext", "clear text", "encrypt", "non-secure",
+                                     "requires tls", "requires ssl", "insecure"});
 
 std::string lowered(std::string_view words) {
   std::string result(words);
@@ -93,10 +78,17 @@ std::string lowered(std::string_view words) {
   return result;
 }
 
-std::optional<std::int32_t> firstSign(std::span<const Sign> signs, auto matches) {
-  const auto found = std::ranges::find_if(signs, [&](const Sign& sign) { return matches(sign.words); });
-  if (found == signs.end()) return std::nullopt;
-  return found->number;
+/// What a server repeats of a user name tells nothing, whatever words are in it.
+std::string withoutAddresses(std::string words) {
+  constexpr std::string_view blanks = " \t";
+  for (auto at = words.find('@'); at != std::string::npos; at = words.find('@', at)) {
+    const auto before = words.find_last_of(blanks, at);
+    const auto begin = before == std::string::npos ? 0 : before + 1;
+    const auto end = std::min(words.find_first_of(blanks, at), words.size());
+    words.erase(begin, end - begin);
+    at = begin;
+  }
+  return words;
 }
 
 /// Whether a character can be shown: a byte that is none can't, nor can a control character.
@@ -170,13 +162,18 @@ std::string withServerWords(std::string_view what, std::string_view words, std::
 }
 
 std::optional<std::int32_t> troubleIn(std::string_view words) {
-  const std::string low = lowered(words);
-  const auto byCode = firstSign(responseCodes, [&](std::string_view code) { return low.starts_with(code); });
-  if (byCode) return byCode;
-  const auto isSaid = [&](std::string_view phrase) { return low.find(phrase) != std::string::npos; };
-  const auto byPhrase = firstSign(phrases, isSaid);
-  if (byPhrase || std::ranges::any_of(credentialPhrases, isSaid)) return byPhrase;
-  return firstSign(mailboxTroubles, isSaid);
+  const std::string low = withoutAddresses(lowered(words));
+  const auto byCode =
+      std::ranges::find_if(responseCodes, [&](const Sign& sign) { return low.starts_with(sign.words); });
+  if (byCode != responseCodes.end()) return byCode->number;
+  const auto saysAny = [&](std::span<const std::string_view> phrases) {
+    return std::ranges::any_of(phrases, [&](std::string_view each) { return low.find(each) != std::string::npos; });
+  };
+  if (saysAny(credentials)) return std::nullopt;
+  const auto meant = std::ranges::find_if(meanings, [&](const Meaning& meaning) {
+    return saysAny(meaning.words) && (meaning.besides.empty() || saysAny(meaning.besides));
+  });
+  return meant == meanings.end() ? std::nullopt : std::optional(meant->number);
 }
 
 bool isTemporary(std::string_view words) { return lowered(words).starts_with("[sys/temp]"); }

@@ -1,5 +1,8 @@
 #include "platform/pop/session.h"
 
+#include <algorithm>
+#include <array>
+#include <functional>
 #include <utility>
 
 #include "platform/failure.h"
@@ -11,13 +14,17 @@ namespace {
 
 constexpr const char* pipelining = "PIPELINING";
 
-/// What a server may answer because the login before has just ended in the midst of it.
+/// What a server may answer because a connection before has just ended in the midst of it.
 bool isOfHaste(const PopFailure& failure) {
-  return failure.number() == pop_failure::mailboxInUse || failure.number() == pop_failure::temporaryTrouble;
+  constexpr std::array ofHaste = {pop_failure::mailboxInUse,    pop_failure::temporaryTrouble,
+                                  pop_failure::noGreeting,      pop_failure::greetedWithRefusal,
+                                  pop_failure::connectionReset, pop_failure::connectionRefused};
+  return std::ranges::find(ofHaste, failure.number()) != ofHaste.end();
 }
 
-std::vector<std::string> openingCommands() {
-  std::vector<std::string> commands = listCommands();
+std::vector<std::string> openingCommands(bool withListing) {
+  std::vector<std::string> commands;
+  if (withListing) commands = listCommands();
   commands.insert(commands.begin(), maildropCommand);
   return commands;
 }
@@ -53,49 +60,68 @@ Session::Session(Transport& transport, Server server, ServerHabits& habits, Even
 
 void Session::open() {
   requireSendable(server_.credentials);
-  Manner manner = {.capa = !habit().noCapa, .pipelining = !habit().oneByOne, .utf8 = !habit().noUtf8};
-  for (std::optional<PopFailure> before;;) {
-    try {
-      connectAndLogIn(manner);
-      break;
-    } catch (const PopFailure& failure) {
-      habit().announced.reset();
-      conversation_->requireOpen();
-      if (before && isOfHaste(failure)) throw PopFailure(*before);
-      manner = withoutWhatFailed(manner);
-      if (!before) before = failure;
-    }
+  const Utf8Habit& seen = utf8Habit();
+  const Manner manner = {.capa = !habit().noCapa, .utf8 = seen.blamed < Utf8Habit::enough && !seen.withoutNext};
+  try {
+    connectAndLogIn(manner);
+  } catch (const PopFailure& failure) {
+    habit().announced.reset();
+    conversation_->requireOpen();
+    const Blame blame = blameForFailure();
+    if (blame == Blame::Nothing) throw;
+    tryAgain(manner, blame, failure);
   }
-  // Only now is it sure what was to blame, and that it was neither the line nor the server.
-  habit().noCapa = !manner.capa;
-  habit().oneByOne = !manner.pipelining;
-  habit().noUtf8 = !manner.utf8;
 }
 
-/// Leaves out what may have made the login fail that has just failed. Throws its failure where nothing may.
-Session::Manner Session::withoutWhatFailed(Manner manner) {
+/// What the server may not have stood in the login that has just failed.
+Session::Blame Session::blameForFailure() {
   try {
     throw;
   } catch (const CapabilitiesFailure&) {
-    manner.capa = false;
+    return Blame::Capa;
   } catch (const CredentialsRefusal& refusal) {
-    auto& refused = habit().refusedWithoutUtf8;
-    const std::string credentials = server_.credentials.login + '\n' + server_.credentials.password;
-    if (!manner.utf8 && !habit().noUtf8) refused.insert(credentials);
-    // Each refusal may count towards a lock of the account, so that it isn't risked twice for nothing.
-    if (!loginWithUtf8_ || refusal.isSure() || refused.contains(credentials)) throw;
-    manner.utf8 = false;
+    return refusal.isSure() ? Blame::Nothing : blameForUtf8();
   } catch (const PopFailure& failure) {
-    if (!isOddLogin(failure) || !(loginPipelined_ || loginWithUtf8_)) throw;
-    (loginPipelined_ ? manner.pipelining : manner.utf8) = false;
+    if (!isOddLogin(failure)) return Blame::Nothing;
+    if (pipelined_) return Blame::Pipelining;
+    return loginPipelined_ ? Blame::Login : blameForUtf8();
   }
-  return manner;
+}
+
+/// Each attempt may count towards a lock of the account, so that it isn't risked twice for nothing.
+Session::Blame Session::blameForUtf8() {
+  Utf8Habit& seen = utf8Habit();
+  if (seen.failedBoth) seen.withoutNext = loginWithUtf8_;
+  return loginWithUtf8_ && !seen.failedBoth ? Blame::Utf8 : Blame::Nothing;
+}
+
+/// Connects anew without what is to blame, once. What it comes to is kept in mind, whatever comes of that: it may fail
+/// for what the first attempt has left behind.
+void Session::tryAgain(const Manner& manner, Blame blame, const PopFailure& failure) {
+  habit().stepByStep = habit().stepByStep || blame == Blame::Login;
+  habit().oneByOne = habit().oneByOne || blame == Blame::Pipelining;
+  if (blame == Blame::Utf8) utf8Habit().failedBoth = true;
+  try {
+    connectAndLogIn({.capa = manner.capa && blame != Blame::Capa, .utf8 = manner.utf8 && blame != Blame::Utf8});
+  } catch (const PopFailure& second) {
+    habit().announced.reset();
+    conversation_->requireOpen();
+    if (blame != Blame::Capa && isOfHaste(second)) throw PopFailure(failure);
+    throw;
+  }
+  if (blame == Blame::Capa) habit().noCapa = true;
+  if (blame == Blame::Utf8) ++utf8Habit().blamed;
+}
+
+Utf8Habit& Session::utf8Habit() {
+  const Credentials& credentials = server_.credentials;
+  return habit().utf8[std::hash<std::string>()(credentials.login + '\n' + credentials.password)];
 }
 
 void Session::connectAndLogIn(const Manner& manner) {
   if (!isClosed()) close();
   conversation_.emplace(transport_, server_.timeOut, server_.credentials.password, whileWaiting_);
-  loginPipelined_ = loginWithUtf8_ = false;
+  pipelined_ = loginPipelined_ = loginWithUtf8_ = false;
   events_.entered(PopState::Connecting);
   conversation_->requireOpen();
   conversation_->connect(server_.host, static_cast<std::uint16_t>(server_.port), server_.secure);
@@ -109,19 +135,22 @@ void Session::connectAndLogIn(const Manner& manner) {
 
 /// Sends ahead what is almost sure to follow, so that it costs no time of its own; yet nothing across a login: with
 /// some servers one process reads the password, another one what comes behind it, and what the first one has read ahead
-/// is lost.
+/// is lost. Nor does a password follow where the server may refuse the user name.
 void Session::authorize(const Manner& manner) {
   const bool asks = manner.capa && !habit().announced;
   Announcement announced = habit().announced.value_or(Announcement());
   if (asks) announced.before = askCapabilities(*conversation_);
-  loginPipelined_ = manner.pipelining && announced.before.contains(pipelining);
+  loginPipelined_ = !habit().stepByStep && announced.before.contains(pipelining) && announced.before.contains("USER");
   loginWithUtf8_ = manner.utf8 && announced.before.contains("UTF8 USER");
   if (loginPipelined_) conversation_->sendAhead(logInCommands(server_.credentials, loginWithUtf8_));
-  logIn(*conversation_, server_.credentials, announced.before, loginWithUtf8_);
+  if (loginWithUtf8_) loginWithUtf8_ = askUtf8(*conversation_);
+  logIn(*conversation_, server_.credentials, announced.before);
+  Utf8Habit& seen = utf8Habit();
+  seen.failedBoth = seen.withoutNext = false;
   events_.entered(PopState::Transaction);
-  if (asks && !loginPipelined_) announced.after = askCapabilities(*conversation_);
-  pipelined_ = loginPipelined_ || (manner.pipelining && announced.after.contains(pipelining));
-  if (pipelined_) conversation_->sendAhead(openingCommands());
+  if (asks && !announced.before.contains(pipelining)) announced.after = askCapabilities(*conversation_);
+  pipelined_ = !habit().oneByOne && (announced.before.contains(pipelining) || announced.after.contains(pipelining));
+  if (pipelined_) conversation_->sendAhead(openingCommands(server_.listAhead));
   habit().announced = std::move(announced);
 }
 

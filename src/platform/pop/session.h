@@ -21,6 +21,7 @@ struct Server {
   Credentials credentials;
   Milliseconds timeOut{10'000};
   bool secure = false;
+  bool listAhead = true;  ///< the listing is likely to be wanted: it is asked for along with the count
 
   /// The key under which ServerHabits knows it.
   std::string key() const { return host + ":" + std::to_string(port); }
@@ -69,14 +70,18 @@ class Session {
  private:
   /// What may be made use of where a server announces it, and whether it is asked for that.
   struct Manner {
-    bool capa, pipelining, utf8;
+    bool capa, utf8;
   };
+  enum class Blame { Nothing, Capa, Login, Pipelining, Utf8 };
 
   void connectAndLogIn(const Manner& manner);
   void authorize(const Manner& manner);
-  Manner withoutWhatFailed(Manner manner);
+  Blame blameForFailure();
+  Blame blameForUtf8();
+  void tryAgain(const Manner& manner, Blame blame, const PopFailure& failure);
   void openAgainAfter(const PopFailure& failure);
   ServerHabit& habit() { return habits_[server_.key()]; }
+  Utf8Habit& utf8Habit();
   Channel channel() { return {*conversation_, pipelined_, maildrop_}; }
 
   Transport& transport_;

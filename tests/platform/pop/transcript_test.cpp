@@ -43,7 +43,7 @@ class Reciter : public MemoryPeer {
 
 const std::string refused = "S -ERR what?|";
 const std::string usual = "S +OK|S USER|S .|";
-const std::string pipelining = "S +OK|S Pipelining yes|S .|";
+const std::string pipelining = "S +OK|S Pipelining yes|S user|S .|";
 
 // Lines of dots and blanks, and bytes that are none of a text, with line ends of their own.
 const std::string message1 = "S +OK|S Subject: 1|S |S ..|S mid.|S ...|S . |S |S .|";
@@ -100,7 +100,7 @@ std::vector<Case> cases() {
       {"UTF8", greeting + utf8 + "C UTF8|S -ERR no|" + steps(refused) + "S +OK 0 0|C QUIT|S +OK",
        [](PopClient& c) { c.Messages().FetchAll(); }},
       {"nothing wanted of what was asked for ahead",
-       greeting + "S +OK|S PIPELINING|S UTF8 other user|S .|C UTF8|C USER user|C PASS  sec  ret |"
+       greeting + "S +OK|S PIPELINING|S USER|S UTF8 other user|S .|C UTF8|C USER user|C PASS  sec  ret |"
                   "S +OK|S +OK|S +OK|C STAT|C LIST|C UIDL|S +OK 1 9|S +OK|S 1 9|S .|S -ERR none|C QUIT|S +OK",
        [](PopClient&) {}},
       {"delete",
