@@ -36,7 +36,10 @@ using Clock = std::chrono::steady_clock;
 class Turns {
  public:
   static void watch() { g_main_context_set_poll_func(nullptr, poll); }
-  static void begin() { longest = {}; }
+  static void begin() {
+    longest = {};
+    woken = Clock::now();
+  }
   static double milliseconds() { return std::chrono::duration<double, std::milli>(longest).count(); }
 
  private:
@@ -52,7 +55,7 @@ class Turns {
 };
 
 /// What shows of a mailbox: senders that return, subjects that are answered, and all days of some years.
-void fill(std::span<MailMessage> messages) {
+void fill(const MessageRange& messages) {
   std::mt19937 random(1);
   const DateNames names;
   for (MailMessage& message : messages) {

@@ -114,12 +114,12 @@ void ConnectRuleFits(Program& program) {
   program.frmMain.tmrRuleFits.Tick = [&program] { tmrRuleFits_Timer(program); };
   program.frmMain.tbrRuleFits.ButtonClick = [&program](Button&) { tbrRuleFits_ButtonClick(program); };
   window.lvwRuleFits.MouseMove = [&window](std::int32_t row, std::int32_t) {
-    const auto& rows = window.lvwRuleFits.Rows();
-    std::string cells;
+    std::string texts;
     if (row > 0) {
-      for (const std::string& cell : rows.at(static_cast<std::size_t>(row - 1)).Cells) cells += cell + "\r\n";
+      const auto cells = window.lvwRuleFits.Rows().at(static_cast<std::size_t>(row - 1)).Cells.all();
+      for (const std::string& cell : cells) texts += cell + "\r\n";
     }
-    window.tipRuleFits.ToolText = cells;
+    window.tipRuleFits.ToolText = texts;
   };
   window.tbrButtons.ButtonClick = [&program](Button&) { frmRuleFits_Unload(program); };
   window.Help = [&program] { program.platform.showHelp(rulesHelp); };

@@ -1,18 +1,53 @@
 #pragma once
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <functional>
 #include <initializer_list>
-#include <set>
+#include <span>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "platform/controls/property.h"
 #include "platform/failure.h"
+#include "platform/reorder.h"
 
 namespace velmora {
+
+/// The texts of a row's cells, kept in one: tens of thousands of rows are filled at once.
+class CellTexts {
+ public:
+  static constexpr std::size_t most = 5;
+
+  /// One for each column, `most` at most.
+  CellTexts(std::initializer_list<std::string_view> texts) {
+    std::size_t size = 0;
+    for (const std::string_view text : texts) size += text.size();
+    texts_.reserve(size);
+    for (const std::string_view text : texts) ends_.at(count_++) = (texts_ += text).size();
+  }
+
+  std::string operator[](std::size_t column) const {
+    const std::size_t begin = column == 0 ? 0 : ends_.at(column - 1);
+    return texts_.substr(begin, ends_.at(column) - begin);
+  }
+
+  std::vector<std::string> all() const {
+    std::vector<std::string> result;
+    for (std::size_t column = 0; column < count_; ++column) result.push_back((*this)[column]);
+    return result;
+  }
+
+ private:
+  std::string texts_;
+  std::array<std::size_t, most> ends_{};
+  std::size_t count_ = 0;
+};
 
 /// A list with columns. Rows are numbered from 1; several may be selected.
 class ListView {
@@ -26,7 +61,7 @@ class ListView {
   };
 
   struct Row {
-    std::vector<std::string> Cells;  ///< one for each column
+    CellTexts Cells;
     std::string Picture;
     bool Bold = false;
   };
@@ -58,22 +93,28 @@ class ListView {
   /// Replaces all rows in one change. No row is selected then.
   void SetRows(std::vector<Row> rows) {
     rows_ = std::move(rows);
-    selected_.clear();
-    current_ = 0;
-    rowsChanged.raise();
+    DropSelection();
   }
   void Clear() { SetRows({}); }
 
-  bool IsSelected(std::int32_t row) const { return selected_.contains(row); }
+  /// Puts the rows into a new order: row `order[i] + 1` becomes row `i + 1`. No row is selected then.
+  void Reorder(std::span<const std::size_t> order) {
+    reorder(std::span(rows_), order);
+    DropSelection();
+  }
+
+  bool IsSelected(std::int32_t row) const { return std::binary_search(selected_.begin(), selected_.end(), row); }
 
   /// The selected row that was chosen last. Throws subscriptFailure where none is selected.
   std::int32_t SelectedItem() const {
     if (selected_.empty()) throw subscriptFailure();
-    return IsSelected(current_) ? current_ : *selected_.begin();
+    return IsSelected(current_) ? current_ : selected_.front();
   }
 
   void Select(std::int32_t row) {
-    if (selected_.insert(row).second) selectionChanged.raise();
+    if (IsSelected(row)) return;
+    selected_.insert(std::upper_bound(selected_.begin(), selected_.end(), row), row);
+    selectionChanged.raise();
   }
 
   void DeselectAll() {
@@ -84,16 +125,22 @@ class ListView {
     if (std::erase_if(selected_, [row](std::int32_t each) { return each != row; }) > 0) selectionChanged.raise();
   }
 
-  /// Takes over what the user has selected, and the row that has the focus, 0 for none; called by the desktop before
-  /// the events that follow from it.
-  void UserSelected(std::set<std::int32_t> rows, std::int32_t current) {
+  /// Takes over what the user has selected, in ascending order, and the row that has the focus, 0 for none; called by
+  /// the desktop before the events that follow from it.
+  void UserSelected(std::vector<std::int32_t> rows, std::int32_t current) {
     selected_ = std::move(rows);
     current_ = current;
   }
 
  private:
+  void DropSelection() {
+    selected_.clear();
+    current_ = 0;
+    rowsChanged.raise();
+  }
+
   std::vector<Row> rows_;
-  std::set<std::int32_t> selected_;
+  std::vector<std::int32_t> selected_;  // in ascending order: all of a large mailbox may be selected
   std::int32_t current_ = 0;
 };
 

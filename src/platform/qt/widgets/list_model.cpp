@@ -57,7 +57,7 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
   const auto column = static_cast<std::size_t>(index.column());
   switch (role) {
     case Qt::DisplayRole:
-      return harmlessLine(row.Cells.at(column));
+      return harmlessLine(row.Cells[column]);
     case Qt::DecorationRole:
       return column == 0 ? rowPictures_.icon(row.Picture) : QVariant();
     case Qt::FontRole:
