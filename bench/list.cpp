@@ -89,6 +89,7 @@ class Measurement {
     program_.messages.GrowMessageStore(count);
     fill(program_.messages.Messages(1, count));
     program_.accounts[1].AcntMsgCount = count;
+    SortMessages(program_, 1, program_.order.SortColumnName);  // as a check does
     measure("show", [this] { ShowAccountMessages(program_, 1); });
     for (int section = 0; section < list_->header()->count(); ++section) sort(section);
     scroll();
