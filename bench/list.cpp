@@ -60,10 +60,11 @@ void fill(const MessageRange& messages) {
   const DateNames names;
   for (MailMessage& message : messages) {
     const auto sender = std::to_string(random() % 3000);
-    message.From = "Osric Fenn " + sender + " <osric" + sender + "@example.com>";
+    message.From = "Osric Fenn <osric.fenn";
+    message.From += sender + "@example.com>";
     message.To = random() % 3 == 0 ? "robin@example.org, Some Body <some.body@example.org>" : "robin@example.org";
-    message.Subject = (random() % 4 == 0 ? "Re: " : "") + std::string("Minutes of meeting № ") +
-                      std::to_string(random() % 20000) + ", with all that was said there";
+    message.Subject = random() % 4 == 0 ? "Re: Minutes of meeting № " : "Minutes of meeting № ";
+    message.Subject += std::to_string(random() % 20000) + ", with all that was said there";
     const DateTime date{2015 + static_cast<int>(random() % 10), 1 + static_cast<int>(random() % 12),
                         1 + static_cast<int>(random() % 28),    static_cast<int>(random() % 24),
                         static_cast<int>(random() % 60),        static_cast<int>(random() % 60)};

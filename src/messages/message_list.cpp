@@ -17,11 +17,24 @@ struct Shown {
   explicit Shown(const MailMessage& message)
       : from(message.From), to(message.To), subject(message.Subject), date(message.Date), size(message.Size) {}
 
+  std::size_t bytes() const { return from.size() + to.size() + subject.size() + date.size() + size.size() + 3; }
+
   std::string_view from, to, subject, date, size;
 };
 
-ListView::Row rowOf(const Shown& shown) {
-  return {{shown.from, shown.to, shown.subject, shown.date, std::string(shown.size) + " KB"}, "", false};
+/// As where they are sorted, it is waiting for memory that takes time: the less is done at a time, the more of these
+/// waits overlap.
+ListRows textsOf(const MessageRange& messages) {
+  std::vector<Shown> shown;
+  shown.reserve(messages.size());
+  std::size_t bytes = 0;
+  for (const MailMessage& message : messages) bytes += shown.emplace_back(message).bytes();
+  ListRows rows;
+  rows.reserve(shown.size(), 5 * shown.size(), bytes);
+  for (const Shown& each : shown) {
+    rows.add({each.from, each.to, each.subject, each.date, std::string(each.size) + " KB"});
+  }
+  return rows;
 }
 
 /// What the row's picture means for the counts of attachments and for the button that deletes all spam.
@@ -33,20 +46,12 @@ void countPicture(Program& program, std::string_view picture) {
   if (picture.starts_with("Spam")) program.list.SpamListed = true;
 }
 
-std::vector<ListView::Row> rowsOf(Program& program, std::int16_t account) {
-  // As where they are sorted, it is waiting for memory that takes time: the less is done at a time, the more of these
-  // waits overlap.
+ListRows rowsOf(Program& program, std::int16_t account) {
   const auto messages = messagesOf(program, account);
-  std::vector<Shown> shown;
-  shown.reserve(messages.size());
-  for (const MailMessage& message : messages) shown.emplace_back(message);
-  std::vector<ListView::Row> rows;
-  rows.reserve(messages.size());
-  for (const Shown& each : shown) rows.push_back(rowOf(each));
+  ListRows rows = textsOf(messages);
   for (std::size_t i = 0; i < rows.size(); ++i) {
-    rows[i].Picture = rowPicture(messages[i]);
-    rows[i].Bold = messages[i].New;
-    countPicture(program, rows[i].Picture);
+    rows.look(i) = {std::string(rowPicture(messages[i])), messages[i].New};
+    countPicture(program, rows.look(i).Picture);
   }
   return rows;
 }

@@ -35,10 +35,11 @@ const MailMessage& mailOf(Program& program, const RuleFits::Fit& fit) {
 }
 
 void fillList(Program& program) {
-  std::vector<ListView::Row> rows;
+  ListRows rows;
   for (const auto [account, message] : program.ruleFits.fits) {
     const MailMessage& mail = mailOf(program, {account, message});
-    rows.push_back({{program.accounts[account].AcntName, mail.From, mail.Subject}, "", mail.New});
+    rows.add({program.accounts[account].AcntName, mail.From, mail.Subject});
+    rows.look(rows.size() - 1).Bold = mail.New;
   }
   program.frmRuleFits.lvwRuleFits.SetRows(std::move(rows));
 }
@@ -116,8 +117,8 @@ void ConnectRuleFits(Program& program) {
   window.lvwRuleFits.MouseMove = [&window](std::int32_t row, std::int32_t) {
     std::string texts;
     if (row > 0) {
-      const auto cells = window.lvwRuleFits.Rows().at(static_cast<std::size_t>(row - 1)).Cells.all();
-      for (const std::string& cell : cells) texts += cell + "\r\n";
+      for (const std::string& cell : window.lvwRuleFits.Rows()[static_cast<std::size_t>(row - 1)].Cells)
+        texts += cell + "\r\n";
     }
     window.tipRuleFits.ToolText = texts;
   };

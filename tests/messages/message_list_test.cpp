@@ -35,9 +35,8 @@ class MessageList : public test::RunningProgram {
 
 TEST_F(MessageList, ShowsEachMessageAsARow) {
   ASSERT_EQ(list().Rows().size(), 2U);
-  EXPECT_THAT(list().Rows()[0].Cells.all(),
-              testing::ElementsAre("Ann and Co <ann@example.org>", "Undisclosed-Recipient", "w1",
-                                   "Nov 15, 2026 04:22:05 PM", "0 KB"));
+  EXPECT_THAT(list().Rows()[0].Cells, testing::ElementsAre("Ann and Co <ann@example.org>", "Undisclosed-Recipient",
+                                                           "w1", "Nov 15, 2026 04:22:05 PM", "0 KB"));
   EXPECT_EQ(list().Rows()[1].Picture, "AttachNew");
   EXPECT_EQ(panel(2), "1") << "the new attachment is the most pressing";
 }

@@ -183,7 +183,7 @@ TEST_F(RulesPageOfTheProgram, TellsWhatTheRuleWouldFit) {
   count();
   main.tbrRuleFits["ShowFits"].click();
   ASSERT_EQ(program.frmRuleFits.lvwRuleFits.Rows().size(), 1U);
-  EXPECT_THAT(program.frmRuleFits.lvwRuleFits.Rows()[0].Cells.all(), ElementsAre("Home", "a@example.org", "bob"));
+  EXPECT_THAT(program.frmRuleFits.lvwRuleFits.Rows()[0].Cells, ElementsAre("Home", "a@example.org", "bob"));
   checkAll();
   EXPECT_TRUE(program.frmRuleFits.Visible && program.frmRuleFits.lvwRuleFits.Rows().empty()) << "others may be there";
   count();

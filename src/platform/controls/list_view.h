@@ -1,7 +1,6 @@
 #pragma once
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <deque>
@@ -9,45 +8,14 @@
 #include <initializer_list>
 #include <span>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
+#include "platform/controls/list_rows.h"
 #include "platform/controls/property.h"
 #include "platform/failure.h"
-#include "platform/reorder.h"
 
 namespace velmora {
-
-/// The texts of a row's cells, kept in one: tens of thousands of rows are filled at once.
-class CellTexts {
- public:
-  static constexpr std::size_t most = 5;
-
-  /// One for each column, `most` at most.
-  CellTexts(std::initializer_list<std::string_view> texts) {
-    std::size_t size = 0;
-    for (const std::string_view text : texts) size += text.size();
-    texts_.reserve(size);
-    for (const std::string_view text : texts) ends_.at(count_++) = (texts_ += text).size();
-  }
-
-  std::string operator[](std::size_t column) const {
-    const std::size_t begin = column == 0 ? 0 : ends_.at(column - 1);
-    return texts_.substr(begin, ends_.at(column) - begin);
-  }
-
-  std::vector<std::string> all() const {
-    std::vector<std::string> result;
-    for (std::size_t column = 0; column < count_; ++column) result.push_back((*this)[column]);
-    return result;
-  }
-
- private:
-  std::string texts_;
-  std::array<std::size_t, most> ends_{};
-  std::size_t count_ = 0;
-};
 
 /// A list with columns. Rows are numbered from 1; several may be selected.
 class ListView {
@@ -58,12 +26,6 @@ class ListView {
     std::int32_t Margin = 9;  ///< how much of the width a cell's text doesn't get; kept by the desktop
     Property<std::string> Picture;
     bool AlignRight = false;
-  };
-
-  struct Row {
-    CellTexts Cells;
-    std::string Picture;
-    bool Bold = false;
   };
 
   ListView(std::initializer_list<const char*> columns) {
@@ -88,10 +50,10 @@ class ListView {
   Signal<> rowsChanged;
   Signal<> selectionChanged;  ///< the program, not the user, has changed the selection
 
-  const std::vector<Row>& Rows() const { return rows_; }
+  const ListRows& Rows() const { return rows_; }
 
   /// Replaces all rows in one change. No row is selected then.
-  void SetRows(std::vector<Row> rows) {
+  void SetRows(ListRows rows) {
     rows_ = std::move(rows);
     DropSelection();
   }
@@ -99,7 +61,7 @@ class ListView {
 
   /// Puts the rows into a new order: row `order[i] + 1` becomes row `i + 1`. No row is selected then.
   void Reorder(std::span<const std::size_t> order) {
-    reorder(std::span(rows_), order);
+    rows_.Reorder(order);
     DropSelection();
   }
 
@@ -139,7 +101,7 @@ class ListView {
     rowsChanged.raise();
   }
 
-  std::vector<Row> rows_;
+  ListRows rows_;
   std::vector<std::int32_t> selected_;  // in ascending order: all of a large mailbox may be selected
   std::int32_t current_ = 0;
 };
