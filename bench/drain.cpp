@@ -37,11 +37,16 @@ class Line {
     while (!bytes.empty()) bytes.remove_prefix(sendSome(bytes));
   }
 
-  std::string_view receive() {
-    const auto size = tls_ ? SSL_read(tls_.get(), buffer_.data(), static_cast<int>(buffer_.size()))
-                           : recv(socket_, buffer_.data(), buffer_.size(), 0);
+  /// Waits for bytes, and returns them behind the last `kept` of those before.
+  std::string_view receive(std::size_t kept = 0) {
+    const std::string_view before(buffer_.data() + end_ - kept, kept);
+    std::copy(before.begin(), before.end(), buffer_.begin());
+    char* const free = buffer_.data() + kept;
+    const std::size_t room = buffer_.size() - kept;
+    const auto size = tls_ ? SSL_read(tls_.get(), free, static_cast<int>(room)) : recv(socket_, free, room, 0);
     if (size <= 0) throw std::runtime_error("the connection has ended");
-    return {buffer_.data(), static_cast<std::size_t>(size)};
+    end_ = kept + static_cast<std::size_t>(size);
+    return {buffer_.data(), end_};
   }
 
  private:
@@ -73,7 +78,8 @@ class Line {
 
   int socket_;
   std::unique_ptr<SSL, Released> tls_{nullptr, SSL_free};
-  std::array<char, std::size_t{256} * 1024> buffer_;
+  std::array<char, std::size_t{256} * 1024> buffer_{};
+  std::size_t end_ = 0;
 };
 
 /// Waits for one status line, after which the server is silent, and returns it.
@@ -92,29 +98,25 @@ std::string ask(Line& line, const std::string& command) {
 /// Counts the answers of many lines in a stream of them, by the dots that end them.
 class Answers {
  public:
-  /// Takes the next bytes and returns how many answers have ended by now.
-  std::size_t count(std::string_view bytes) {
-    window_.append(bytes);
-    std::string_view left = window_;
-    while (!left.empty()) {
-      if (left.front() != '+' && atBegin_) throw std::runtime_error("a message was refused");
+  /// Takes the next bytes, and returns how many of the last ones have to come again, as an ending may be cut there.
+  std::size_t take(std::string_view bytes) {
+    while (!bytes.empty()) {
+      if (atBegin_ && bytes.front() != '+') throw std::runtime_error("a message was refused");
       atBegin_ = false;
-      const auto end = left.find(ending);
+      const auto end = bytes.find(ending);
       if (end == std::string_view::npos) break;
-      left.remove_prefix(end + ending.size());
+      bytes.remove_prefix(end + ending.size());
       atBegin_ = true;
       ++ended_;
     }
-    // The ending may be cut by the next bytes.
-    if (left.size() >= ending.size()) left.remove_prefix(left.size() - ending.size() + 1);
-    window_.erase(0, window_.size() - left.size());
-    return ended_;
+    return std::min(bytes.size(), ending.size() - 1);
   }
+
+  std::size_t ended() const { return ended_; }
 
  private:
   static constexpr std::string_view ending = "\r\n.\r\n";
 
-  std::string window_;
   bool atBegin_ = true;
   std::size_t ended_ = 0;
 };
@@ -125,17 +127,17 @@ constexpr std::size_t window = 500;
 std::size_t fetchAll(Line& line, std::size_t count) {
   Answers answers;
   std::size_t bytes = 0;
-  for (std::size_t asked = 0, ended = 0; ended < count;) {
-    if (asked < count && asked - ended <= window / 2) {
+  for (std::size_t asked = 0, kept = 0; answers.ended() < count;) {
+    if (asked < count && asked - answers.ended() <= window / 2) {
       std::string commands;
-      for (; asked < count && asked - ended < window; ++asked) {
+      for (; asked < count && asked - answers.ended() < window; ++asked) {
         commands += "RETR " + std::to_string(asked + 1) + "\r\n";
       }
       line.send(commands);
     }
-    const auto came = line.receive();
-    bytes += came.size();
-    ended = answers.count(came);
+    const auto came = line.receive(kept);
+    bytes += came.size() - kept;
+    kept = answers.take(came);
   }
   return bytes;
 }

@@ -12,10 +12,29 @@ namespace velmora {
 
 namespace {
 
-ListView::Row rowOf(const MailMessage& message) {
-  return {{message.From, message.To, message.Subject, message.Date, message.Size + " KB"},
-          std::string(rowPicture(message)),
-          message.New};
+/// What a row shows, where it lies.
+struct Shown {
+  explicit Shown(const MailMessage& message)
+      : from(message.From), to(message.To), subject(message.Subject), date(message.Date), size(message.Size) {}
+
+  std::size_t bytes() const { return from.size() + to.size() + subject.size() + date.size() + size.size() + 3; }
+
+  std::string_view from, to, subject, date, size;
+};
+
+/// As where they are sorted, it is waiting for memory that takes time: the less is done at a time, the more of these
+/// waits overlap.
+ListRows textsOf(const MessageRange& messages) {
+  std::vector<Shown> shown;
+  shown.reserve(messages.size());
+  std::size_t bytes = 0;
+  for (const MailMessage& message : messages) bytes += shown.emplace_back(message).bytes();
+  ListRows rows;
+  rows.reserve(shown.size(), 5 * shown.size(), bytes);
+  for (const Shown& each : shown) {
+    rows.add({each.from, each.to, each.subject, each.date, std::string(each.size) + " KB"});
+  }
+  return rows;
 }
 
 /// What the row's picture means for the counts of attachments and for the button that deletes all spam.
@@ -27,13 +46,12 @@ void countPicture(Program& program, std::string_view picture) {
   if (picture.starts_with("Spam")) program.list.SpamListed = true;
 }
 
-std::vector<ListView::Row> rowsOf(Program& program, std::int16_t account) {
-  std::vector<ListView::Row> rows;
+ListRows rowsOf(Program& program, std::int16_t account) {
   const auto messages = messagesOf(program, account);
-  rows.reserve(messages.size());
-  for (const MailMessage& message : messages) {
-    rows.push_back(rowOf(message));
-    countPicture(program, rows.back().Picture);
+  ListRows rows = textsOf(messages);
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    rows.look(i) = {std::string(rowPicture(messages[i])), messages[i].New};
+    countPicture(program, rows.look(i).Picture);
   }
   return rows;
 }
@@ -43,16 +61,9 @@ std::string tabCaption(const Accounts::Row& account) {
   return account.AcntName + "  (" + std::to_string(account.AcntMsgCount) + ")";
 }
 
-}  // namespace
-
-void ShowAccountMessages(Program& program, std::int16_t account) {
-  if (program.accounts.AcntNum() == 0) return;
+/// What goes with rows that stand anew in the list.
+void followRows(Program& program, std::int16_t account) {
   MainWindow& frmMain = program.frmMain;
-  program.list.SpamListed = false;
-  program.list.listCounts = {};
-  ForgetListTip(program);
-  frmMain.lvwEmail.EmptyText = emptyListText(program.accounts[account]);
-  frmMain.lvwEmail.SetRows(rowsOf(program, account));
   if (program.accounts[account].AcntMsgCount > 0) program.list.SelectedMessage = 1;
   frmMain.TabStripEmail.Tabs(account).Caption = tabCaption(program.accounts[account]);
   SetAccountTabImage(program, account);
@@ -62,7 +73,31 @@ void ShowAccountMessages(Program& program, std::int16_t account) {
   RecountRuleFits(program);
 }
 
-std::span<MailMessage> messagesOf(Program& program, std::int16_t account) {
+}  // namespace
+
+void ShowAccountMessages(Program& program, std::int16_t account) {
+  if (program.accounts.AcntNum() == 0) return;
+  ListView& list = program.frmMain.lvwEmail;
+  program.list.SpamListed = false;
+  program.list.listCounts = {};
+  ForgetListTip(program);
+  list.EmptyText = emptyListText(program.accounts[account]);
+  list.SetRows(rowsOf(program, account));
+  followRows(program, account);
+}
+
+void ShowMessagesReordered(Program& program, std::int16_t account, std::span<const std::size_t> order) {
+  ListView& list = program.frmMain.lvwEmail;
+  if (order.empty() || program.list.AcntLastShown != account || list.Rows().size() != order.size()) {
+    ShowAccountMessages(program, account);
+    return;
+  }
+  ForgetListTip(program);
+  list.Reorder(order);
+  followRows(program, account);
+}
+
+MessageRange messagesOf(Program& program, std::int16_t account) {
   return program.messages.Messages(account, program.accounts[account].AcntMsgCount);
 }
 

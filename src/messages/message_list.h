@@ -23,8 +23,12 @@ struct ShownMessages {
 /// calls it; the list is never edited row by row, so that row n is message n. Without accounts it does nothing.
 void ShowAccountMessages(Program& program, std::int16_t account);
 
+/// The same where nothing but the order of the account's messages has changed: message `order[i] + 1` has become
+/// message `i + 1`. A blank order tells of none.
+void ShowMessagesReordered(Program& program, std::int16_t account, std::span<const std::size_t> order);
+
 /// The messages that an account holds now.
-std::span<MailMessage> messagesOf(Program& program, std::int16_t account);
+MessageRange messagesOf(Program& program, std::int16_t account);
 
 /// The message that the actions on one message work on, null where there is none.
 const MailMessage* selectedMail(Program& program);

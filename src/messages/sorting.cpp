@@ -26,14 +26,14 @@ void turnRound(Program& program) {
 
 }  // namespace
 
-void SortMessages(Program& program, std::int16_t account, const std::string& column) {
-  if (column.empty()) return;
+std::vector<std::size_t> SortMessages(Program& program, std::int16_t account, const std::string& column) {
+  if (column.empty()) return {};
   showOnHeaders(program, column);
   const SortColumnField* field = sortColumn(column);
-  if (field == nullptr) return;
-  std::vector<std::string> keys;
-  for (const MailMessage& message : messagesOf(program, account)) keys.push_back(sortKey(message, *field));
-  program.messages.Reorder(account, exchangeOrder(keys, program.options.SortOrder != 0));
+  if (field == nullptr) return {};
+  auto order = sortedOrder(messagesOf(program, account), *field, program.options.SortOrder != 0);
+  program.messages.Reorder(account, order);
+  return order;
 }
 
 void SortColumnFromOption(Program& program, std::int16_t option) {
@@ -56,8 +56,7 @@ void FollowSortOptions(Program& program) {
   SortColumnFromOption(program, program.options.SortColumn);
   showOnHeaders(program, program.order.SortColumnName);
   const std::int16_t account = program.accounts.AcntCurrent;
-  SortMessages(program, account, program.order.SortColumnName);
-  ShowAccountMessages(program, account);
+  ShowMessagesReordered(program, account, SortMessages(program, account, program.order.SortColumnName));
 }
 
 void lvwEmail_ColumnClick(Program& program, const std::string& header) {
@@ -68,8 +67,7 @@ void lvwEmail_ColumnClick(Program& program, const std::string& header) {
   program.options.SortColumnLastUsed = program.order.SortColumnName = header;
   if (program.order.LastClickedColumn == header) turnRound(program);
   program.order.LastClickedColumn = header;
-  SortMessages(program, account, header);
-  ShowAccountMessages(program, account);
+  ShowMessagesReordered(program, account, SortMessages(program, account, header));
 }
 
 }  // namespace velmora

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace velmora {
 
@@ -15,8 +17,9 @@ struct SortState {
 };
 
 /// Sorts an account's messages by a column, in the order in force, and shows both on the list's headers. A column that
-/// is none of the five calls for no picture and no sort, a blank one for nothing at all.
-void SortMessages(Program& program, std::int16_t account, const std::string& column);
+/// is none of the five calls for no picture and no sort, a blank one for nothing at all. Returns the order, by the
+/// numbers from 0 that the messages had, and none where there was no sort.
+std::vector<std::size_t> SortMessages(Program& program, std::int16_t account, const std::string& column);
 
 /// Sets SortColumnName from a value of the option SortColumn. A value beyond all columns leaves it as it was.
 void SortColumnFromOption(Program& program, std::int16_t option);

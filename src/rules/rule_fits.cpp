@@ -35,10 +35,11 @@ const MailMessage& mailOf(Program& program, const RuleFits::Fit& fit) {
 }
 
 void fillList(Program& program) {
-  std::vector<ListView::Row> rows;
+  ListRows rows;
   for (const auto [account, message] : program.ruleFits.fits) {
     const MailMessage& mail = mailOf(program, {account, message});
-    rows.push_back({{program.accounts[account].AcntName, mail.From, mail.Subject}, "", mail.New});
+    rows.add({program.accounts[account].AcntName, mail.From, mail.Subject});
+    rows.look(rows.size() - 1).Bold = mail.New;
   }
   program.frmRuleFits.lvwRuleFits.SetRows(std::move(rows));
 }
@@ -114,12 +115,12 @@ void ConnectRuleFits(Program& program) {
   program.frmMain.tmrRuleFits.Tick = [&program] { tmrRuleFits_Timer(program); };
   program.frmMain.tbrRuleFits.ButtonClick = [&program](Button&) { tbrRuleFits_ButtonClick(program); };
   window.lvwRuleFits.MouseMove = [&window](std::int32_t row, std::int32_t) {
-    const auto& rows = window.lvwRuleFits.Rows();
-    std::string cells;
+    std::string texts;
     if (row > 0) {
-      for (const std::string& cell : rows.at(static_cast<std::size_t>(row - 1)).Cells) cells += cell + "\r\n";
+      for (const std::string& cell : window.lvwRuleFits.Rows()[static_cast<std::size_t>(row - 1)].Cells)
+        texts += cell + "\r\n";
     }
-    window.tipRuleFits.ToolText = cells;
+    window.tipRuleFits.ToolText = texts;
   };
   window.tbrButtons.ButtonClick = [&program](Button&) { frmRuleFits_Unload(program); };
   window.Help = [&program] { program.platform.showHelp(rulesHelp); };

@@ -220,8 +220,8 @@ class DeletionModel : public test::RandomSteps {
     std::set<std::size_t> chosen = {last = random(shown().count)};
     for (std::size_t i = 0; i < shown().count; ++i)
       if (oneIn(4)) chosen.insert(i);
-    std::set<std::int32_t> rows;
-    for (const std::size_t i : chosen) rows.insert(static_cast<std::int32_t>(i + 1));
+    std::vector<std::int32_t> rows;
+    for (const std::size_t i : chosen) rows.push_back(static_cast<std::int32_t>(i + 1));
     ListView& list = program.frmMain.lvwEmail;
     list.UserSelected(rows, static_cast<std::int32_t>(last + 1));
     list.ItemClick();

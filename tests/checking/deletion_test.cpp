@@ -25,9 +25,9 @@ class Deletion : public test::RunningProgram {
 
   MemoryServer& server(const std::string& name = "Work") { return platform.servers[name]; }
 
-  void deleteRows(std::set<std::int32_t> rows) {
+  void deleteRows(std::vector<std::int32_t> rows) {
     ListView& list = program.frmMain.lvwEmail;
-    const std::int32_t last = *rows.rbegin();
+    const std::int32_t last = rows.back();
     list.UserSelected(std::move(rows), last);
     list.ItemClick();
     list.Click();

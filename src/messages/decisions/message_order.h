@@ -32,6 +32,9 @@ std::string sortKey(const MailMessage& message, const SortColumnField& column);
 /// Such a sort takes each place in turn, compares its key with every later one, and exchanges the two where they stand
 /// wrongly, so that equal keys change places among themselves whenever a third is exchanged past them. The same result
 /// is found here in n log n steps.
-std::vector<std::size_t> exchangeOrder(std::span<const std::string> keys, bool descending);
+std::vector<std::size_t> exchangeOrder(std::span<const std::string_view> keys, bool descending);
+
+/// The order in which these messages stand once they are sorted on a column.
+std::vector<std::size_t> sortedOrder(const MessageRange& messages, const SortColumnField& column, bool descending);
 
 }  // namespace velmora

@@ -1,10 +1,10 @@
 #include "messages/decisions/message_store.h"
 
 #include <algorithm>
-#include <iterator>
 #include <utility>
 
 #include "platform/failure.h"
+#include "platform/reorder.h"
 #include "platform/text.h"
 
 namespace velmora {
@@ -17,27 +17,29 @@ void MessageStore::SwapAccounts(std::int16_t a, std::int16_t b) {
   rows_.at(static_cast<std::size_t>(a)).swap(rows_.at(static_cast<std::size_t>(b)));
 }
 
-std::span<MailMessage> MessageStore::Messages(std::int16_t account, std::int16_t count) {
+std::span<MessageRange::Cell> MessageStore::cells(std::int16_t account, std::int16_t count) {
   if (count < 1) return {};
   at(account, count);
   return std::span(rows_[static_cast<std::size_t>(account)]).subspan(1, static_cast<std::size_t>(count));
 }
 
+MessageRange MessageStore::Messages(std::int16_t account, std::int16_t count) {
+  return MessageRange(cells(account, count));
+}
+
 void MessageStore::Reorder(std::int16_t account, std::span<const std::size_t> order) {
-  const auto messages = Messages(account, text::toInt16(static_cast<std::int64_t>(order.size())));
-  std::vector<MailMessage> former(std::make_move_iterator(messages.begin()), std::make_move_iterator(messages.end()));
-  for (std::size_t i = 0; i < order.size(); ++i) messages[i] = std::move(former[order[i]]);
+  reorder(cells(account, text::toInt16(static_cast<std::int64_t>(order.size()))), order);
 }
 
 void MessageStore::Remove(std::int16_t account, std::int16_t count, std::span<const std::int16_t> numbers) {
-  const auto messages = Messages(account, count);
+  const auto messages = cells(account, count);
   std::size_t kept = 0;
   for (std::size_t i = 0; i < messages.size(); ++i) {
     if (std::binary_search(numbers.begin(), numbers.end(), static_cast<std::int16_t>(i + 1))) continue;
-    if (kept != i) messages[kept] = std::move(messages[i]);
+    if (kept != i) messages[kept].swap(messages[i]);
     ++kept;
   }
-  for (MailMessage& message : messages.subspan(kept)) message = {};
+  for (const auto& message : messages.subspan(kept)) *message = {};
 }
 
 MailMessage& MessageStore::at(std::int16_t account, std::int16_t message) {
@@ -46,8 +48,8 @@ MailMessage& MessageStore::at(std::int16_t account, std::int16_t message) {
   if (!room) throw subscriptFailure();
   auto& row = rows_[static_cast<std::size_t>(account)];
   const auto number = static_cast<std::size_t>(message);
-  if (number >= row.size()) row.resize(number + 1);
-  return row[number];
+  while (number >= row.size()) row.push_back(std::make_unique<MailMessage>());
+  return *row[number];
 }
 
 }  // namespace velmora

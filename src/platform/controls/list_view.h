@@ -1,14 +1,17 @@
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <functional>
 #include <initializer_list>
-#include <set>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "platform/controls/list_rows.h"
 #include "platform/controls/property.h"
 #include "platform/failure.h"
 
@@ -23,12 +26,6 @@ class ListView {
     std::int32_t Margin = 9;  ///< how much of the width a cell's text doesn't get; kept by the desktop
     Property<std::string> Picture;
     bool AlignRight = false;
-  };
-
-  struct Row {
-    std::vector<std::string> Cells;  ///< one for each column
-    std::string Picture;
-    bool Bold = false;
   };
 
   ListView(std::initializer_list<const char*> columns) {
@@ -53,27 +50,33 @@ class ListView {
   Signal<> rowsChanged;
   Signal<> selectionChanged;  ///< the program, not the user, has changed the selection
 
-  const std::vector<Row>& Rows() const { return rows_; }
+  const ListRows& Rows() const { return rows_; }
 
   /// Replaces all rows in one change. No row is selected then.
-  void SetRows(std::vector<Row> rows) {
+  void SetRows(ListRows rows) {
     rows_ = std::move(rows);
-    selected_.clear();
-    current_ = 0;
-    rowsChanged.raise();
+    DropSelection();
   }
   void Clear() { SetRows({}); }
 
-  bool IsSelected(std::int32_t row) const { return selected_.contains(row); }
+  /// Puts the rows into a new order: row `order[i] + 1` becomes row `i + 1`. No row is selected then.
+  void Reorder(std::span<const std::size_t> order) {
+    rows_.Reorder(order);
+    DropSelection();
+  }
+
+  bool IsSelected(std::int32_t row) const { return std::binary_search(selected_.begin(), selected_.end(), row); }
 
   /// The selected row that was chosen last. Throws subscriptFailure where none is selected.
   std::int32_t SelectedItem() const {
     if (selected_.empty()) throw subscriptFailure();
-    return IsSelected(current_) ? current_ : *selected_.begin();
+    return IsSelected(current_) ? current_ : selected_.front();
   }
 
   void Select(std::int32_t row) {
-    if (selected_.insert(row).second) selectionChanged.raise();
+    if (IsSelected(row)) return;
+    selected_.insert(std::upper_bound(selected_.begin(), selected_.end(), row), row);
+    selectionChanged.raise();
   }
 
   void DeselectAll() {
@@ -84,16 +87,22 @@ class ListView {
     if (std::erase_if(selected_, [row](std::int32_t each) { return each != row; }) > 0) selectionChanged.raise();
   }
 
-  /// Takes over what the user has selected, and the row that has the focus, 0 for none; called by the desktop before
-  /// the events that follow from it.
-  void UserSelected(std::set<std::int32_t> rows, std::int32_t current) {
+  /// Takes over what the user has selected, in ascending order, and the row that has the focus, 0 for none; called by
+  /// the desktop before the events that follow from it.
+  void UserSelected(std::vector<std::int32_t> rows, std::int32_t current) {
     selected_ = std::move(rows);
     current_ = current;
   }
 
  private:
-  std::vector<Row> rows_;
-  std::set<std::int32_t> selected_;
+  void DropSelection() {
+    selected_.clear();
+    current_ = 0;
+    rowsChanged.raise();
+  }
+
+  ListRows rows_;
+  std::vector<std::int32_t> selected_;  // in ascending order: all of a large mailbox may be selected
   std::int32_t current_ = 0;
 };
 

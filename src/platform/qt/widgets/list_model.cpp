@@ -53,19 +53,20 @@ int ListModel::columnCount(const QModelIndex& parent) const {
 
 QVariant ListModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};  // what a copy asks for where no row is the current one
-  const auto& row = list_.Rows().at(static_cast<std::size_t>(index.row()));
+  const ListRows& rows = list_.Rows();
+  const auto row = static_cast<std::size_t>(index.row());
   const auto column = static_cast<std::size_t>(index.column());
   switch (role) {
     case Qt::DisplayRole:
-      return harmlessLine(row.Cells.at(column));
+      return harmlessLine(rows.text(row, column));
     case Qt::DecorationRole:
-      return column == 0 ? rowPictures_.icon(row.Picture) : QVariant();
+      return column == 0 ? rowPictures_.icon(rows.look(row).Picture) : QVariant();
     case Qt::FontRole:
-      return row.Bold ? boldFont() : QVariant();
+      return rows.look(row).Bold ? boldFont() : QVariant();
     case Qt::TextAlignmentRole:
       return alignment(list_.Columns[column]);
     case Qt::AccessibleDescriptionRole:
-      return qt(row.Picture);
+      return qt(rows.look(row).Picture);
     default:
       return {};
   }

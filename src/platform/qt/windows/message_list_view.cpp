@@ -8,8 +8,8 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QSignalBlocker>
+#include <algorithm>
 #include <limits>
-#include <set>
 
 #include "platform/controls/text_box.h"
 #include "platform/qt/strings.h"
@@ -137,17 +137,25 @@ void MessageListView::tellPointer(const QPoint& position) {
   if (list_.MouseMove) list_.MouseMove(row, position.x() + header()->offset());
 }
 
-void MessageListView::takeSelection() {
-  std::set<std::int32_t> rows;
-  for (const auto& index : selectionModel()->selectedRows()) rows.insert(index.row() + 1);
-  list_.UserSelected(std::move(rows), currentIndex().row() + 1);
+/// In ascending order, from 1. The model of the selection would be asked about each row by itself, and look at all of
+/// its columns.
+std::vector<std::int32_t> MessageListView::selectedRows() const {
+  std::vector<std::int32_t> rows;
+  for (const QItemSelectionRange& range : selectionModel()->selection()) {
+    for (int row = range.top(); row <= range.bottom(); ++row) rows.push_back(row + 1);
+  }
+  std::sort(rows.begin(), rows.end());
+  return rows;
 }
+
+void MessageListView::takeSelection() { list_.UserSelected(selectedRows(), currentIndex().row() + 1); }
 
 void MessageListView::showSelection() {
   const QSignalBlocker quiet(selectionModel());
   QItemSelection kept;
-  for (const auto& index : selectionModel()->selectedRows()) {
-    if (list_.IsSelected(index.row() + 1)) kept.select(index, index);
+  for (const std::int32_t row : selectedRows()) {
+    const QModelIndex index = model()->index(row - 1, 0);
+    if (list_.IsSelected(row)) kept.select(index, index);
   }
   selectionModel()->select(kept, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
   viewport()->update();
@@ -210,15 +218,15 @@ void MessageListView::keyPressEvent(QKeyEvent* event) {
   } else if (key == Qt::Key_Delete) {
     tell(list_.DeleteKey);
   } else {
-    const auto before = selectionModel()->selectedRows();
+    const auto before = selectedRows();
     choosing_ = true;
-    if ((key == Qt::Key_Down || key == Qt::Key_Up) && before.isEmpty()) {
+    if ((key == Qt::Key_Down || key == Qt::Key_Up) && before.empty()) {
       setCurrentIndex(currentIndex().isValid() ? currentIndex() : model()->index(0, 0));
     } else {
       QTreeView::keyPressEvent(event);
     }
     choosing_ = false;
-    if (selectionModel()->selectedRows() != before) choose(selectionModel()->hasSelection());
+    if (selectedRows() != before) choose(selectionModel()->hasSelection());
   }
 }
 

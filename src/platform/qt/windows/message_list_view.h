@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QTreeView>
+#include <vector>
 
 #include "platform/controls/list_view.h"
 #include "platform/qt/widgets/icons.h"
@@ -41,6 +42,7 @@ class MessageListView : public QTreeView {
   void followHeader();
   void measureMargins();
   void tellPointer(const QPoint& position);
+  std::vector<std::int32_t> selectedRows() const;
   void takeSelection();
   void showSelection();
   void choose(bool onRow);
