@@ -22,7 +22,7 @@ class ListRows {
     std::vector<std::string> Cells;
   };
 
-  /// Makes room for so many rows and cells, whose texts have so many bytes.
+  /// Makes room for so many rows and cells, whose texts have so many bytes; more may come.
   void reserve(std::size_t rows, std::size_t cells, std::size_t bytes) {
     rows_.reserve(rows);
     ends_.reserve(cells);
