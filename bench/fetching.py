@@ -51,11 +51,11 @@ class Mail:
         tls = ["tls"] if way == "tls" else []
         return [self.programs / program, "127.0.0.1", port or self.ports[way], name, PASSWORD, *tls]
 
-    def mpop(self, name, way):
+    def mpop(self, name, way, port=None):
         """All messages are new to it each time, as the file that knows them is taken away before it starts."""
         tls = "on" if way == "tls" else "off"
         file = self.folder / f"mpop-{name}-{way}"
-        file.write_text(MPOP.format(port=self.ports[way], name=name, password=PASSWORD, tls=tls, folder=self.folder))
+        file.write_text(MPOP.format(port=port or self.ports[way], name=name, password=PASSWORD, tls=tls, folder=self.folder))
         file.chmod(0o600)
         return ["mpop", "--quiet", "--file", file]
 
@@ -86,7 +86,8 @@ class Fetches:
     def far(self, milliseconds):
         for way in ("plain", "tls"):
             relay = Relay(self.stack, self.mail.ports[way], milliseconds / 2000)
-            commands = {"drain": self.mail.drain("few", way, relay.port), "ours": self.mail.ours("few", way, relay.port)}
+            commands = {"drain": self.mail.drain("few", way, relay.port), "mpop": self.mail.mpop("few", way, relay.port),
+                        "ours": self.mail.ours("few", way, relay.port)}
             what = f"{self.mail.counts['few']} messages of 2 KB at a round trip of {milliseconds} ms, {way}"
             yield self.row(what, self.times("few", commands), 1.25, "drain")
 

@@ -81,7 +81,7 @@ TEST_F(Servers, OfManyHabitsHandOutTheirMail) {
       {"resets after QUIT", endingBy(Ending::Reset)},
       {"hangs up behind the last message", answering("RETR 3", largeMessage("c") + hangUp)},
       {"pipelines", [](ScriptedServer& server) { server.script.pipelining = true; }},
-      {"hangs up on pipelined commands", pipeliningUpTo(20)},
+      {"hangs up on pipelined commands", pipeliningUpTo(15)},
       {"hears one command at a time",
        [](ScriptedServer& server) { server.script.pipelining = server.script.hearsOnlyFirst = true; }},
       {"TLS", [](ScriptedServer&) {}, Protection::Tls},
@@ -89,7 +89,7 @@ TEST_F(Servers, OfManyHabitsHandOutTheirMail) {
       {"TLS without a good-bye", endingBy(Ending::WithoutBye), Protection::Tls},
       {"TLS and hangs up behind the last message", answering("RETR 3", largeMessage("c") + hangUp), Protection::Tls},
       {"TLS reset after QUIT", endingBy(Ending::Reset), Protection::Tls},
-      {"TLS and hangs up on pipelined commands", pipeliningUpTo(20), Protection::Tls},
+      {"TLS and hangs up on pipelined commands", pipeliningUpTo(15), Protection::Tls},
   };
   for (const auto& oddity : oddities) serveOddly(oddity);
   start();

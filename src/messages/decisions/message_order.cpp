@@ -67,9 +67,22 @@ struct Alike {
   std::size_t bytes;
 };
 
+/// How many more bytes they have in common.
+std::size_t commonBytes(std::span<const std::string_view> keys, const Alike& alike) {
+  const auto rest = [&](const SortedKey& key) { return keys[key.number].substr(alike.bytes); };
+  std::string_view common = rest(alike.group.front());
+  for (const SortedKey& key : alike.group) {
+    const std::string_view other = rest(key).substr(0, common.size());
+    if (other == common) continue;
+    common = common.substr(0, static_cast<std::size_t>(std::ranges::mismatch(common, other).in1 - common.begin()));
+  }
+  return common.size();
+}
+
 /// Sorts them by what comes next, and puts each group of equal ones on the pile, so that the first comes to lie on top.
 void part(std::span<const std::string_view> keys, const Alike& alike, std::vector<Alike>& pile) {
-  const auto& [group, bytes] = alike;
+  const auto group = alike.group;
+  const std::size_t bytes = alike.bytes + commonBytes(keys, alike);
   for (SortedKey& key : group) key.next = nextBytes(keys[key.number].substr(bytes));
   std::sort(group.begin(), group.end(), [](const auto& a, const auto& b) { return a.next < b.next; });
   for (std::size_t end = group.size(); end > 0;) {
@@ -83,6 +96,7 @@ void part(std::span<const std::string_view> keys, const Alike& alike, std::vecto
 /// For each key its rank in ascending order; equal keys share one. Returns the number of ranks. Keys are compared in
 /// numbers, a few bytes after the other: to look into two texts at each comparison would take several times as long.
 std::size_t rankKeys(std::span<const std::string_view> keys, std::vector<std::size_t>& ranks) {
+  if (keys.empty()) return 0;
   std::vector<SortedKey> sorted;
   for (std::size_t number = 0; number < keys.size(); ++number) sorted.push_back({0, number});
   std::vector<Alike> pile;

@@ -20,20 +20,21 @@ struct Announcement {
 /// What was seen of one login behind UTF8 (RFC 6856). It may fail for that, or for what has passed when it is tried
 /// without.
 struct Utf8Habit {
-  static constexpr int enough = 2;
+  int blamed = 0;    ///< how often in succession it went through only without
+  int failures = 0;  ///< checks in succession that got through in no way
 
-  int blamed = 0;           ///< how often it went through only without: from `enough` on UTF8 is left out
-  bool failedBoth = false;  ///< with it and without; then each attempt is made in but one way, in turn
-  bool withoutNext = false;
+  /// The user is to get in some day, yet not to risk twice the passwords each time.
+  bool mayBeTried() const { return blamed < 2 && (failures < 2 || failures % 2 == 1); }
 };
 
 /// What is known of a server: what it announced, and what it can't do all the same.
 struct ServerHabit {
-  bool stepByStep = false;                ///< it doesn't stand user name and password in one go
-  bool oneByOne = false;                  ///< it doesn't stand pipelining behind the login
-  bool noCapa = false;                    ///< it hangs or hangs up on CAPA
+  bool oneByOne = false;                  ///< it doesn't stand pipelining
+  int capaBlamed = 0;                     ///< how often in succession it hung or hung up on CAPA, and let in without
   std::optional<Announcement> announced;  ///< until a login fails
   std::map<std::size_t, Utf8Habit> utf8;  ///< by a hash of login and password
+
+  bool mayBeAsked() const { return capaBlamed < 2; }
 };
 
 }  // namespace velmora::pop

@@ -29,48 +29,66 @@ constexpr std::array responseCodes = {
     Sign{"[sys/perm]", pop_failure::permanentTrouble},
 };
 
-/// What servers say where they have no codes, by groups in the order in which they are looked for.
-struct Meaning {
-  std::span<const std::string_view> words;
-  std::int32_t number;
-  std::span<const std::string_view> besides = {};  ///< one of which must be there, too
-};
+// What servers say where they have no codes.
 
-constexpr auto lockPhrases = std::to_array<std::string_view>(
-    {"lock busy", "already lock", "lock mail", "already in use", "already open", "another session"});
-
+constexpr auto users = std::to_array<std::string_view>({"user", "account"});
+constexpr auto access = std::to_array<std::string_view>({"pass", "auth", "login", "logon", "log in", "credential"});
+constexpr auto rejects = std::to_array<std::string_view>(
+    {"invalid", "wrong", "bad", "unknown", "incorrect", "not found", "no user", "mismatch"});
+constexpr auto fails = std::to_array<std::string_view>({"error", "fail", "unable", "can't", "cannot", "can not",
+                                                        "could not", "couldn't", "damaged", "missing", "unexpected",
+                                                        "no $home", "dir invalid", "has no maildir", "unreadable"});
+constexpr auto nobody =
+    std::to_array<std::string_view>({"no such mailbox", "no such user", "no such account", "find mailbox",
+                                     "unknown mailbox", "invalid mailbox", "mailbox not found", "not exist", "denied"});
 constexpr auto mailboxes =
     std::to_array<std::string_view>({"mailbox", "mail box", "maildir", "maildrop", "mail drop", "inbox", "$home",
-                                     "mail file", "spool", "mail fol", "mail dir", "mail sto"});
+                                     "mail file", "spool", "mail fol", "mail dir", "mail sto", "/mail/", "envelope"});
+constexpr auto services = std::to_array<std::string_view>({"server", "service", "system", "backend", "database"});
+constexpr auto isAway = std::to_array<std::string_view>({"unavailable", "not available", "down"});
+constexpr auto surelyPassing = std::to_array<std::string_view>({"temporar", "internal", "refer to server log"});
+constexpr auto lockPhrases = std::to_array<std::string_view>(
+    {"lock busy", "lock file", "already lock", "lock mail", "already in use", "already open", "another session"});
 constexpr auto held = std::to_array<std::string_view>(
     {"lock", "in use", "busy", "other session", "another client", "another connection"});
 constexpr auto passing = std::to_array<std::string_view>(
-    {"temporar", "try again later", "try later", "server busy", "unavailable", "not available", "internal error",
-     "internal server error", "maintenance", "overload", "timed out", "timeout", "out of memory", "cannot allocate",
-     "no space left", "disk full", "crashed", "database"});
+    {"try again later", "try later", "server busy", "maintenance", "overload", "timed out", "timeout", "out of memory",
+     "cannot allocate", "no space left", "disk full", "crashed", "shutdown", "database error"});
 constexpr auto tooMuch = std::to_array<std::string_view>(
     {"too many", "too often", "too frequent", "too fast", "login limit", "exceeded", "maximum number of"});
 constexpr auto broken = std::to_array<std::string_view>({"permanent", "is damaged", "corrupt", "chdir", "no such file",
                                                          "not a directory", "input/output", "i/o error",
                                                          "read-only file", "stale", "server error", "system error"});
-constexpr auto fails = std::to_array<std::string_view>(
-    {"error", "fail", "unable", "can't", "cannot", "can not", "could not", "couldn't", "damaged", "missing",
-     "unexpected", "no $home", "dir invalid", "has no maildir", "unreadable", "not accessible"});
 
-constexpr std::array meanings = {
-    Meaning{lockPhrases, pop_failure::mailboxInUse}, Meaning{held, pop_failure::mailboxInUse, mailboxes},
-    Meaning{passing, pop_failure::temporaryTrouble}, Meaning{tooMuch, pop_failure::temporaryTrouble},
-    Meaning{broken, pop_failure::permanentTrouble},  Meaning{fails, pop_failure::permanentTrouble, mailboxes},
+using Phrases = std::span<const std::string_view>;
+
+struct Meaning {
+  std::int32_t number;
+  Phrases words;
+  Phrases besides = {};  ///< one of which must be there, too
 };
 
-/// Where a server speaks of these, they may be to blame, and the user is to know, whatever else it says.
-constexpr auto credentials = std::to_array<std::string_view>(
-    {"password", "passwd", "passphrase", "username", "user name", "credential", "invalid user", "invalid log",
-     "unknown user", "no such user", "user unknown", "incorrect", "bad log", "login fail", "failed log"});
+/// The first that fits counts. Where the user name or the password may be to blame, the user is to know, whatever else
+/// the server says.
+constexpr std::array meanings = {
+    Meaning{pop_failure::loginRefused, rejects, users},
+    Meaning{pop_failure::loginRefused, rejects, access},
+    Meaning{pop_failure::loginRefused, nobody},
+    Meaning{pop_failure::temporaryTrouble, surelyPassing},
+    Meaning{pop_failure::loginRefused, fails, access},
+    Meaning{pop_failure::mailboxInUse, lockPhrases},
+    Meaning{pop_failure::mailboxInUse, held, mailboxes},
+    Meaning{pop_failure::temporaryTrouble, isAway, services},
+    Meaning{pop_failure::temporaryTrouble, isAway, mailboxes},
+    Meaning{pop_failure::temporaryTrouble, passing},
+    Meaning{pop_failure::temporaryTrouble, tooMuch},
+    Meaning{pop_failure::permanentTrouble, broken},
+    Meaning{pop_failure::permanentTrouble, fails, mailboxes},
+};
 
 constexpr auto encryptionPhrases =
-    std::to_array<std::string_view>({"plaintext", "plain text", "cleartext", "clear text", "encrypt", "non-secure",
-                                     "requires tls", "requires ssl", "insecure"});
+    std::to_array<std::string_view>({"plaintext", "plain text", "cleartext", "clear text", "encryption", "encrypted",
+                                     "non-secure", "requires tls", "requires ssl", "insecure"});
 
 std::string lowered(std::string_view words) {
   std::string result(words);
@@ -89,6 +107,10 @@ std::string withoutAddresses(std::string words) {
     at = begin;
   }
   return words;
+}
+
+bool saysAny(std::string_view said, Phrases phrases) {
+  return std::ranges::any_of(phrases, [&](std::string_view each) { return said.find(each) != std::string_view::npos; });
 }
 
 /// Whether a character can be shown: a byte that is none can't, nor can a control character.
@@ -162,26 +184,23 @@ std::string withServerWords(std::string_view what, std::string_view words, std::
 }
 
 std::optional<std::int32_t> troubleIn(std::string_view words) {
-  const std::string low = withoutAddresses(lowered(words));
+  const std::string low = lowered(words);
   const auto byCode =
       std::ranges::find_if(responseCodes, [&](const Sign& sign) { return low.starts_with(sign.words); });
   if (byCode != responseCodes.end()) return byCode->number;
-  const auto saysAny = [&](std::span<const std::string_view> phrases) {
-    return std::ranges::any_of(phrases, [&](std::string_view each) { return low.find(each) != std::string::npos; });
-  };
-  if (saysAny(credentials)) return std::nullopt;
+  const std::string said = withoutAddresses(low);
   const auto meant = std::ranges::find_if(meanings, [&](const Meaning& meaning) {
-    return saysAny(meaning.words) && (meaning.besides.empty() || saysAny(meaning.besides));
+    return saysAny(said, meaning.words) && (meaning.besides.empty() || saysAny(said, meaning.besides));
   });
-  return meant == meanings.end() ? std::nullopt : std::optional(meant->number);
+  if (meant == meanings.end() || meant->number == pop_failure::loginRefused) return std::nullopt;
+  return meant->number;
 }
 
 bool isTemporary(std::string_view words) { return lowered(words).starts_with("[sys/temp]"); }
 
 bool asksForEncryption(std::string_view words) {
-  const std::string low = lowered(words);
-  return std::ranges::any_of(encryptionPhrases,
-                             [&](std::string_view phrase) { return low.find(phrase) != std::string::npos; });
+  const std::string said = withoutAddresses(lowered(words));
+  return saysAny(said, encryptionPhrases) && !saysAny(said, rejects);
 }
 
 }  // namespace velmora::pop

@@ -60,57 +60,53 @@ Session::Session(Transport& transport, Server server, ServerHabits& habits, Even
 
 void Session::open() {
   requireSendable(server_.credentials);
-  const Utf8Habit& seen = utf8Habit();
-  const Manner manner = {.capa = !habit().noCapa, .utf8 = seen.blamed < Utf8Habit::enough && !seen.withoutNext};
+  try {
+    openInTwoAttempts();
+  } catch (const PopFailure&) {
+    habit().announced.reset();
+    if (loggingIn_ && !conversation_->isClosed()) ++utf8Habit().failures;
+    throw;
+  }
+}
+
+/// At the second attempt all is left out that may have made the first one fail.
+void Session::openInTwoAttempts() {
+  const Manner manner = {.capa = habit().mayBeAsked(), .utf8 = utf8Habit().mayBeTried()};
   try {
     connectAndLogIn(manner);
   } catch (const PopFailure& failure) {
-    habit().announced.reset();
     conversation_->requireOpen();
-    const Blame blame = blameForFailure();
-    if (blame == Blame::Nothing) throw;
-    tryAgain(manner, blame, failure);
+    const Manner simpler = withoutWhatFailed(manner);
+    habit().announced.reset();
+    try {
+      connectAndLogIn(simpler);
+    } catch (const PopFailure& second) {
+      conversation_->requireOpen();
+      if (simpler.capa && isOfHaste(second)) throw PopFailure(failure);
+      throw;
+    }
   }
 }
 
-/// What the server may not have stood in the login that has just failed.
-Session::Blame Session::blameForFailure() {
+/// Throws the failure of the login that has just failed where nothing may be left out.
+Session::Manner Session::withoutWhatFailed(Manner manner) {
+  // Each attempt may count towards a lock of the account, so that it isn't risked twice for nothing.
+  const bool maySuspectUtf8 = loginWithUtf8_ && !pipelined_ && utf8Habit().failures == 0;
   try {
     throw;
   } catch (const CapabilitiesFailure&) {
-    return Blame::Capa;
+    manner.capa = false;
   } catch (const CredentialsRefusal& refusal) {
-    return refusal.isSure() ? Blame::Nothing : blameForUtf8();
+    if (!maySuspectUtf8 || refusal.isSure()) throw;
+    manner.utf8 = false;
   } catch (const PopFailure& failure) {
-    if (!isOddLogin(failure)) return Blame::Nothing;
-    if (pipelined_) return Blame::Pipelining;
-    return loginPipelined_ ? Blame::Login : blameForUtf8();
+    const bool maySuspectPipelining = loginPipelined_ || pipelined_;
+    if (!isOddLogin(failure) || !(maySuspectPipelining || maySuspectUtf8)) throw;
+    // That holds whatever comes of the second attempt, which may fail for what the first one has left behind.
+    habit().oneByOne = habit().oneByOne || maySuspectPipelining;
+    manner.utf8 = manner.utf8 && !maySuspectUtf8;
   }
-}
-
-/// Each attempt may count towards a lock of the account, so that it isn't risked twice for nothing.
-Session::Blame Session::blameForUtf8() {
-  Utf8Habit& seen = utf8Habit();
-  if (seen.failedBoth) seen.withoutNext = loginWithUtf8_;
-  return loginWithUtf8_ && !seen.failedBoth ? Blame::Utf8 : Blame::Nothing;
-}
-
-/// Connects anew without what is to blame, once. What it comes to is kept in mind, whatever comes of that: it may fail
-/// for what the first attempt has left behind.
-void Session::tryAgain(const Manner& manner, Blame blame, const PopFailure& failure) {
-  habit().stepByStep = habit().stepByStep || blame == Blame::Login;
-  habit().oneByOne = habit().oneByOne || blame == Blame::Pipelining;
-  if (blame == Blame::Utf8) utf8Habit().failedBoth = true;
-  try {
-    connectAndLogIn({.capa = manner.capa && blame != Blame::Capa, .utf8 = manner.utf8 && blame != Blame::Utf8});
-  } catch (const PopFailure& second) {
-    habit().announced.reset();
-    conversation_->requireOpen();
-    if (blame != Blame::Capa && isOfHaste(second)) throw PopFailure(failure);
-    throw;
-  }
-  if (blame == Blame::Capa) habit().noCapa = true;
-  if (blame == Blame::Utf8) ++utf8Habit().blamed;
+  return manner;
 }
 
 Utf8Habit& Session::utf8Habit() {
@@ -121,13 +117,14 @@ Utf8Habit& Session::utf8Habit() {
 void Session::connectAndLogIn(const Manner& manner) {
   if (!isClosed()) close();
   conversation_.emplace(transport_, server_.timeOut, server_.credentials.password, whileWaiting_);
-  pipelined_ = loginPipelined_ = loginWithUtf8_ = false;
+  loggingIn_ = loginPipelined_ = loginWithUtf8_ = pipelined_ = false;
   events_.entered(PopState::Connecting);
   conversation_->requireOpen();
   conversation_->connect(server_.host, static_cast<std::uint16_t>(server_.port), server_.secure);
   if (server_.secure) events_.certificate(transport_.certificate());
   greet(*conversation_, server_.secure);
   events_.entered(PopState::Authorization);
+  loggingIn_ = true;
   authorize(manner);
   maildrop_ = askMaildrop(*conversation_);
   conversation_->enter(Phase::Working);
@@ -140,18 +137,29 @@ void Session::authorize(const Manner& manner) {
   const bool asks = manner.capa && !habit().announced;
   Announcement announced = habit().announced.value_or(Announcement());
   if (asks) announced.before = askCapabilities(*conversation_);
-  loginPipelined_ = !habit().stepByStep && announced.before.contains(pipelining) && announced.before.contains("USER");
-  loginWithUtf8_ = manner.utf8 && announced.before.contains("UTF8 USER");
+  const bool offersUtf8 = announced.before.contains("UTF8 USER");
+  loginPipelined_ = !habit().oneByOne && announced.before.contains(pipelining) && announced.before.contains("USER");
+  loginWithUtf8_ = manner.utf8 && offersUtf8;
   if (loginPipelined_) conversation_->sendAhead(logInCommands(server_.credentials, loginWithUtf8_));
   if (loginWithUtf8_) loginWithUtf8_ = askUtf8(*conversation_);
   logIn(*conversation_, server_.credentials, announced.before);
-  Utf8Habit& seen = utf8Habit();
-  seen.failedBoth = seen.withoutNext = false;
   events_.entered(PopState::Transaction);
   if (asks && !announced.before.contains(pipelining)) announced.after = askCapabilities(*conversation_);
   pipelined_ = !habit().oneByOne && (announced.before.contains(pipelining) || announced.after.contains(pipelining));
   if (pipelined_) conversation_->sendAhead(openingCommands(server_.listAhead));
-  habit().announced = std::move(announced);
+  learn(manner, offersUtf8);
+  if (manner.capa) habit().announced = std::move(announced);
+}
+
+/// A login has gone through.
+void Session::learn(const Manner& manner, bool offersUtf8) {
+  habit().capaBlamed = manner.capa ? 0 : habit().capaBlamed + 1;
+  Utf8Habit& seen = utf8Habit();
+  seen.failures = 0;
+  if (loginWithUtf8_)
+    seen.blamed = 0;
+  else if (offersUtf8 && !manner.utf8)
+    ++seen.blamed;
 }
 
 void Session::run(const Job& job, const Conversation::WhileWaiting& whileWaiting) {

@@ -72,13 +72,12 @@ class Session {
   struct Manner {
     bool capa, utf8;
   };
-  enum class Blame { Nothing, Capa, Login, Pipelining, Utf8 };
 
+  void openInTwoAttempts();
   void connectAndLogIn(const Manner& manner);
   void authorize(const Manner& manner);
-  Blame blameForFailure();
-  Blame blameForUtf8();
-  void tryAgain(const Manner& manner, Blame blame, const PopFailure& failure);
+  Manner withoutWhatFailed(Manner manner);
+  void learn(const Manner& manner, bool offersUtf8);
   void openAgainAfter(const PopFailure& failure);
   ServerHabit& habit() { return habits_[server_.key()]; }
   Utf8Habit& utf8Habit();
@@ -91,6 +90,7 @@ class Session {
   Conversation::WhileWaiting whileWaiting_;
   std::optional<Conversation> conversation_;
   Maildrop maildrop_;
+  bool loggingIn_ = false;  ///< the last attempt has come so far
   bool loginPipelined_ = false;
   bool loginWithUtf8_ = false;
   bool pipelined_ = false;
