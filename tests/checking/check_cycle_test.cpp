@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 #include "checking/pop_session.h"
 #include "support/running_program.h"
 
@@ -50,6 +52,24 @@ TEST_F(CheckCycle, ShowsHowFarItHasComeAndOffersOnlyToStop) {
   EXPECT_FALSE(frmMain.fraMain[emailPage].Visible);
   EXPECT_FALSE(frmMain.tmrRetrieveMessage.Enabled);
   EXPECT_TRUE(frmMain.Pointer == MousePointer::Default);
+}
+
+TEST_F(CheckCycle, EndsWithTheCountWhereThatIsAsBefore) {
+  MemoryServer& work = addAccount("Work");
+  work.pipelining = true;
+  work.messages = {test::message("a")};
+  start();
+  const auto asksFor = [&](const std::string& command) {
+    work.commands.clear();
+    check();
+    return std::ranges::count(work.commands, command);
+  };
+  EXPECT_EQ(asksFor("LIST"), 1);
+  EXPECT_EQ(asksFor("LIST"), 0) << "a listing may take megabytes";
+  EXPECT_EQ(work.commands.back(), "QUIT");
+  work.messages.push_back(test::message("b"));
+  EXPECT_EQ(asksFor("RETR 2"), 1);
+  EXPECT_EQ(tab(1), "Work  (2)");
 }
 
 TEST_F(CheckCycle, ProgressNeverPassesItsTotal) {
