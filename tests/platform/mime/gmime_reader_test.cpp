@@ -79,6 +79,25 @@ TEST_F(GmimeReaderTest, ReadsRawHeadersAsTheText) {
   }
 }
 
+TEST_F(GmimeReaderTest, ReadsNoRawHeaderAsWhatItIsNot) {
+  const struct {
+    std::string Charset, From, Wanted;
+  } cases[] = {
+      {"hz-gb-2312", "\xD6\xD0 b@x.example ~{<evil@x.example>~}", "ÖÐ b@x.example ~{<evil@x.example>~}"},
+      {"hz-gb-2312", "B <b@x.example> (\xD6\xD0 ~{),<evil@xx.example>(~})",
+       "B <b@x.example> (ÖÐ ~{), ~} <evil@xx.example>"},
+      {"iso-2022-kr", "\xFC \x0E<evil@x.example>\x0F", "ü <evil@x.example>"},
+      {"koi8-r", "\xD0\xB6\xD1\x83\xD1 <a@x>", "жуÑ <a@x>"},
+      {"gb2312", "J\xF6rg <a@x>", "Jörg <a@x>"},
+      {"big5", "Ren\xE9 <a@x>", "René <a@x>"},
+      {"gb18030", "\xFE\xF6 <a@x>", "þö <a@x>"},
+      {"shift_jis", "Rei\xDF <a@x>", "Reiß <a@x>"},
+      {"gb2312", "\xD6\xD0 <a@x>", "中 <a@x>"},
+  };
+  for (const auto& [charset, given, wanted] : cases)
+    EXPECT_EQ(read("From: " + given + "\r\n" + part("text/plain; charset=" + charset, "")).From, wanted) << given;
+}
+
 TEST_F(GmimeReaderTest, ShowsAddresses) {
   const TextCase cases[] = {
       {"<a@b.example>", "a@b.example"},
