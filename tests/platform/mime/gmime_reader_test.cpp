@@ -340,7 +340,7 @@ TEST_F(GmimeReaderTest, DecodesTheBody) {
       {part("text/plain; a=\"; charset=x\"; Charset*0*=utf-8'en'iso%2D88; charset*1=59-2", "\xEC"), "ě"},
       {encoded("quoted-printable", "=C3=BC so= \t\r\nft=\r\n break =ZZ = x"), "ü soft break =ZZ = x"},
       {encoded("BASE64", "w7w\r\n"), "ü"},
-      {encoded("base64", "w!7\r\n w="), "ü"},
+      {encoded("base64", "w7 \r\n w="), "ü"},
       {encoded("Base 64 (x)", "w7w="), "ü"},
       {encoded("quoted/printable", "=C3=BC"), "ü"},
       {encoded("base64", "Hello Joe,\r\n\r\nno base64.\r\n"), "Hello Joe,\r\n\r\nno base64.\r\n"},
@@ -351,6 +351,28 @@ TEST_F(GmimeReaderTest, DecodesTheBody) {
       {encoded("nonsense", "text"), "text"},
   };
   for (const auto& [given, wanted] : cases) EXPECT_EQ(read(given).Body, wanted) << given;
+}
+
+TEST_F(GmimeReaderTest, DecodesBase64WhereItIsThatAlone) {
+  const TextCase decoded[] = {
+      {"SGVsbG8gSm9lLCB5ZXMsIGZpbmUuIEJvYi4K\r\n_________\r\n", "Hello Joe, yes, fine. Bob.\r\n"},
+      {"SGVsbG8gSm9lLCB5\r\n> ZXMsIGZpbmUuIEJv \r\nYi4=\r\n", "Hello Joe, yes, fine. Bob."},
+      {"w7w=\r\n", "ü"},
+      {"R3L832UgYXVzIE38bmNoZW4gdW5kIGFscyBMYXRpbi0xIHZlcnNjaGlja3QsIHdhcyBzaWUgbmljaHQgaXN0Lg==",
+       "Grüße aus München und als Latin-1 verschickt, was sie nicht ist."},
+      {" \r\n", ""},
+  };
+  const std::string header = "Content-Transfer-Encoding: base64\r\n\r\n";
+  for (const auto& [given, wanted] : decoded) EXPECT_EQ(read(header + given).Body, wanted) << given;
+  for (const char* text :
+       {"Hello world", "Please call me back", "See attachment", "Hi Joe\r\n\r\nOK thanks\r\n\r\nBob", "Joe", "Test",
+        "Apples\r\nPears\r\nBananas\r\nOil", "Name=Joe\r\nCity=Berlin", "BEGIN:VCALENDAR\r\nEND:VCALENDAR",
+        "-----BEGIN PGP MESSAGE-----\r\n\r\nSGVsbG8gSm9lLCB5ZXMs",
+        "Donaudampfschifffahrtsgesellschaftskapitaen\r\nHello Joe"}) {
+    EXPECT_EQ(read(header + text).Body, text);
+    const std::string attached = "Content-Disposition: attachment\r\n" + header + text;
+    EXPECT_EQ(reader_.attachment(attached, 0, [] {}), text);
+  }
 }
 
 TEST_F(GmimeReaderTest, FingerprintsBytes) {
