@@ -329,9 +329,12 @@ TEST_F(GmimeReaderTest, DecodesTheBody) {
       {part("text/plain; charset=us-ascii", std::string("\xFF\xFEh\0", 4)), "h"},
       // HTML that names its charset itself.
       {part("text/html", "<!-- > <meta charset=koi8-r> --><META\n charset = 'Windows-1251' >\xEF"), "п"},
-      {part("text/html", "<meta http-equiv=x content='text/html;charset=windows-1251;'><p>\xEF"), "п"},
+      {part("text/html", "<meta http-equiv=Content-Type content='text/html;charset=windows-1251;'><p>\xEF"), "п"},
       {part("text/html", "<metal charset=koi8-r><meta charset=utf-16le>\xC3\xA4"), "ä"},
       {part("text/html", "\xEF\xBB\xBF<meta charset=windows-1251>\xC3\xA4"), "ä"},
+      {part("text/html", "<meta charset=windows-1251>\xC3\xA4"), "ä"},
+      {part("text/html", "<meta data-charset=koi8-r><meta name=x content='charset=koi8-r'>\xEF"), "ï"},
+      {part("text/html", "<style><meta charset=koi8-r></style><meta / charset=\"windows-1251\"/>\xEF"), "п"},
       {part("text/html; charset=windows-1252", "<meta charset=windows-1251>\xEF"), "ï"},
       {part("text/plain", "<meta charset=windows-1251>\xEF"), "<meta charset=windows-1251>ï"},
       {part("text", "no subtype"), "no subtype"},
