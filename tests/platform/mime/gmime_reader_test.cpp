@@ -235,6 +235,7 @@ TEST_F(GmimeReaderTest, TakesTheFirstDateThatCanBe) {
       {"Date: rubbish\r\nDate: Sun, 15 Nov 2026 15:22:05 +0000" + topReceived, sent},
       {"Received: a; Sun, 15 Nov 2026 15:22:05 +0000 (b; c)" + topReceived, sent},
       {"Received: without a date", Now},
+      {"Received: by x; 1 Jan 2000" + topReceived, received},
       {"Date: Sat, 31 Feb 2026 10:00:00 +0000", Now},
   };
   for (const auto& [header, wanted] : cases) EXPECT_EQ(date(header), wanted) << header;
@@ -246,25 +247,83 @@ TEST_F(GmimeReaderTest, ReadsDatesOfAllForms) {
     std::vector<std::string> Dates;
   } cases[] = {
       {{2019, 5, 30, 1, 9, 22},
-       {"Wed, 29 May 2019 18:09:22 +0200", "Fri,29MAY19 18:09:22+0200", "18:09:22.123 +02:00, 29 may 119",
-        "Wed, 29 May 2019 18:09:22 GMT+2", "Wed May 29 2019 18:09:22 GMT+0200 (x)", "Wed, 29 May 2019 18.09.22 CEST",
-        "May 29th, 2019 06:09:22 PM MESZ", "Wednesday, 29-May-19 16:09:22 GMT", "Wed May 29 16:09:22 2019",
-        "May 29 12:09:22 p.m. EDT 2019", "((a) \\) b) Wed), 29\r\n (6) May 2019 11:09:22 (EST)",
-        "Wed, 29 May 2019 16:09:22 Q", "Wed, 29 May 2019 16:09:22 Mars", "2019-05-29T18:09:22+02:00",
-        "2019-05-29t16:09:22,5z", "5/29/2019 16:09:22", "29/5/2019 16:09:22", "29.05.2019 16.09.22",
-        "=?utf-8?Q?Wed,_29_May_2019_18:09:22_+0200?="}},
+       {"Wed, 29 May 2019 18:09:22 +0200",
+        "Fri,29MAY19 18:09:22+0200",
+        "18:09:22.123 +02:00, 29 may 119",
+        "Wed, 29 May 2019 18:09:22 GMT+2",
+        "Wed May 29 2019 18:09:22 GMT+0200 (x)",
+        "Wed, 29 May 2019 18.09.22 CEST",
+        "May 29th, 2019 06:09:22 PM MESZ",
+        "Wednesday, 29-May-19 16:09:22 GMT",
+        "Wed May 29 16:09:22 2019",
+        "May 29 12:09:22 p.m. EDT 2019",
+        "((a) \\) b) Wed), 29\r\n (6) May 2019 11:09:22 (EST)",
+        "Wed, 29 May 2019 16:09:22 Q",
+        "Wed, 29 May 2019 16:09:22 Mars",
+        "2019-05-29T18:09:22+02:00",
+        "2019-05-29t16:09:22,5z",
+        "5/29/2019 16:09:22",
+        "29/5/2019 16:09:22",
+        "29.05.2019 16.09.22",
+        "=?utf-8?Q?Wed,_29_May_2019_18:09:22_+0200?=",
+        "29 May 2019 18 : 09 : 22 +0200",
+        "29 May 2019 18(h):09:22 CEST",
+        "29 May 2019 6:09:22\u202Fp.\u00A0m. +0200",
+        "29 May 2019 PM 06:09:22 CEST",
+        "29 05 2019 18:09:22 +0200",
+        "29 May 2019 16:09:22 (est. delivery)",
+        "29 May 2019 18:09:22 (GMT+02:00)",
+        "29 May 2019 18:09:22 (+0200)",
+        "29 May 2019 18:09:22 h CEST",
+        "29 May 2019 18:09:22 MET DST",
+        "29 May 2019 18:09:22 - 19:30 +0200",
+        "29 May 2019 18:09:22 + 02:00",
+        "29 May 2019 16:09:22 Etc/GMT-3"}},
       {{2019, 6, 5, 9, 0, 0},
        {"5.6.2019", "05-06-2019 00:00", "6/5/2019", "5 June 2019 12:00 AM", "4 Jun 2019 24:00:00", "2019/06/05 0:00"}},
+      {{2019, 6, 27, 3, 0, 0}, {"26 Juni 2019 6 PM", "26 Juni, 2019 18:00", "6 p.m. 26 Jun 2019", "06/26/19 18:00"}},
+      {{2021, 3, 5, 9, 0, 0}, {"05 Mars 2021", "5. March 2021"}},
       {{1999, 7, 1, 8, 59, 59}, {"30 Jun 99 23:59:60 UT", "30 June 1999 12:59:59 PM -1100"}},
       {Now,
-       {"Wed, 30 Feb 2019 18:09:22 +0200", "Wed, 29 May 2019 25:00:00 +0200", "Wed, 29 May 2019 24:00:01 +0200",
-        "Wed, 29 May 2019 18:60:22 +0200", "Wed, 29 May 2019 18:09:61 +0200", "Wed, 29 May 2019 18:09:22 +9999",
-        "Wed, 29 May 2019 18:09:22 +0260", "2019-13-29T18:09:22Z", "2019-261-29T18:09:22Z",
-        "Wed, 285 May 2019 18:09:22", "Wed, 0 May 2019 18:09:22", "29 May 2019 118:09:22", "mar, 29 may 2019 18:09:22",
-        "mar., 29 août 2019 18:09:22", "29 May 18:09:22", "(29 May 2019 18:09:22)", " "}},
+       {"Wed, 30 Feb 2019 18:09:22 +0200",
+        "Wed, 29 May 2019 25:00:00 +0200",
+        "Wed, 29 May 2019 24:00:01 +0200",
+        "Wed, 29 May 2019 18:60:22 +0200",
+        "Wed, 29 May 2019 18:09:61 +0200",
+        "Wed, 29 May 2019 18:09:22 +9999",
+        "Wed, 29 May 2019 18:09:22 +0260",
+        "2019-13-29T18:09:22Z",
+        "2019-261-29T18:09:22Z",
+        "Wed, 285 May 2019 18:09:22",
+        "Wed, 0 May 2019 18:09:22",
+        "29 May 2019 118:09:22",
+        "mar, 29 may 2019 18:09:22",
+        "mar., 29 août 2019 18:09:22",
+        "29 May 18:09:22",
+        "(29 May 2019 18:09:22)",
+        " ",
+        "29 May 2019 180922",
+        "29 May 2019 18h09",
+        "2019-05-29T180922Z",
+        "2019-05-29 오후 06:09:22",
+        "29/5/2019 06:09:22 μ.μ.",
+        "19-05-29 18:09:22",
+        "29 May 2019 18:09:22 +1500"}},
   };
   for (const auto& [wanted, dates] : cases)
     for (const std::string& given : dates) EXPECT_EQ(date("Date: " + given), wanted) << given;
+}
+
+TEST_F(GmimeReaderTest, ReadsDatesOnBothSidesOfSummerTime) {
+  setenv("TZ", "Europe/Berlin", 1);
+  const GmimeReader reader;
+  for (const auto& [given, hour] : {std::pair{"31 Mar 2019 00:59:59 +0000", 1},
+                                    {"31 Mar 2019 01:00:00 +0000", 3},
+                                    {"27 Oct 2019 00:59:59 +0000", 2},
+                                    {"27 Oct 2019 01:00:00 +0000", 2}})
+    EXPECT_EQ(reader.read("Date: " + std::string(given) + "\r\n\r\n", Now, [] {}).Date.hour, hour) << given;
+  SetUpTestSuite();
+  tzset();
 }
 
 TEST_F(GmimeReaderTest, CutsTheHeaderOff) {
