@@ -413,6 +413,7 @@ TEST_F(GmimeReaderTest, DecodesTheBody) {
       {encoded("base64", "Hello Joe,\r\n\r\nno base64.\r\n"), "Hello Joe,\r\n\r\nno base64.\r\n"},
       {encoded("base64", "> SGVsbG8gSm9lLCBoZWxsbyBKb2U=\r\n"), "Hello Joe, hello Joe"},
       {encoded("base64", "w7w=\r\n"), "ü"},
+      {encoded("base64", "Test"), "Test"},
       {encoded("x-uuencode", "begin 644 a.txt\r\n#86)C\r\n`\r\nend\r\n"), "abc"},
       {encoded("8bit", "\xEF\xBB\xBF\xC3\xBC"), "ü"},
       {encoded("nonsense", "text"), "text"},
@@ -432,11 +433,14 @@ TEST_F(GmimeReaderTest, DecodesBase64WhereItIsThatAlone) {
   const std::string header = "Content-Transfer-Encoding: base64\r\n\r\n";
   for (const auto& [given, wanted] : decoded) EXPECT_EQ(read(header + given).Body, wanted) << given;
   for (const char* text :
-       {"Hello world", "Please call me back", "See attachment", "Hi Joe\r\n\r\nOK thanks\r\n\r\nBob", "Joe", "Test",
+       {"Hello world", "Please call me back", "See attachment", "Hi Joe\r\n\r\nOK thanks\r\n\r\nBob",
         "Apples\r\nPears\r\nBananas\r\nOil", "Name=Joe\r\nCity=Berlin", "BEGIN:VCALENDAR\r\nEND:VCALENDAR",
         "-----BEGIN PGP MESSAGE-----\r\n\r\nSGVsbG8gSm9lLCB5ZXMs",
-        "Donaudampfschifffahrtsgesellschaftskapitaen\r\nHello Joe"}) {
+        "Donaudampfschifffahrtsgesellschaftskapitaen\r\nHello Joe",
+        "apples\r\npears\r\nbananas\r\noil\r\nflour\r\nbutter\r\nsugar\r\neggs\r\nmilk\r\nlemons\r\nrice\r\npasta\r\nsa"
+        "lt"}) {
     EXPECT_EQ(read(header + text).Body, text);
+    EXPECT_EQ(read("Content-Type: text/plain; charset=iso-8859-1\r\n" + header + text).Body, text);
     const std::string attached = "Content-Disposition: attachment\r\n" + header + text;
     EXPECT_EQ(reader_.attachment(attached, 0, [] {}), text);
   }
