@@ -433,7 +433,7 @@ TEST_F(GmimeReaderTest, DecodesBase64WhereItIsThatAlone) {
   const std::string header = "Content-Transfer-Encoding: base64\r\n\r\n";
   for (const auto& [given, wanted] : decoded) EXPECT_EQ(read(header + given).Body, wanted) << given;
   for (const char* text :
-       {"Hello world", "Please call me back", "See attachment", "Hi Joe\r\n\r\nOK thanks\r\n\r\nBob",
+       {"Hello world", "Please call me back", "See attachment", "Pears", "Hi Joe\r\n\r\nOK thanks\r\n\r\nBob",
         "Apples\r\nPears\r\nBananas\r\nOil", "Name=Joe\r\nCity=Berlin", "BEGIN:VCALENDAR\r\nEND:VCALENDAR",
         "-----BEGIN PGP MESSAGE-----\r\n\r\nSGVsbG8gSm9lLCB5ZXMs",
         "Donaudampfschifffahrtsgesellschaftskapitaen\r\nHello Joe",
