@@ -62,6 +62,11 @@ std::string nameOf(Reading& reading, const Part& part) {
   return name.empty() ? decodedName(reading, parseContentType(lineOf(fields, "Content-Type"), {}).Name) : name;
 }
 
+std::string_view encodingOf(const Part& part) {
+  const bool isText = part.Kind.starts_with("text/");
+  return isText ? textEncoding(part.Content, part.Encoding, part.Charset) : part.Encoding;
+}
+
 }  // namespace
 
 std::vector<const Part*> attachmentsOf(Reading& reading, const Parts& parts) {
@@ -77,11 +82,11 @@ std::vector<const Part*> attachmentsOf(Reading& reading, const Parts& parts) {
 
 Attachment describe(Reading& reading, const Part& part) {
   return {nameOf(reading, part), part.Kind,
-          static_cast<std::int64_t>(decodedSize(reading, part.Content, part.Encoding))};
+          static_cast<std::int64_t>(decodedSize(reading, part.Content, encodingOf(part)))};
 }
 
 std::string contentOf(Reading& reading, const Part& part) {
-  TransferDecoder decoder(part.Content, part.Encoding);
+  TransferDecoder decoder(part.Content, encodingOf(part));
   std::string content;
   content.reserve(part.Content.size());
   while (!decoder.atEnd()) {

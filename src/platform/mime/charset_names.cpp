@@ -50,7 +50,6 @@ constexpr std::array aliases = {
     Alias{"EUCCN", "GB18030"},
     Alias{"GBK", "GB18030"},
     Alias{"CSGBK", "GB18030"},
-    Alias{"CP936", "GB18030"},
     Alias{"CP54936", "GB18030"},
     Alias{"MACCHINESESIMP", "GB18030"},
     Alias{"HZ", seven_bit::hz},
@@ -97,6 +96,13 @@ constexpr std::array aliases = {
     Alias{"CP51949", "CP949"},
     Alias{"MACKOREAN", "CP949"},
     Alias{"CP50225", "ISO-2022-KR"},
+    Alias{"CP256", "IBM256"},
+    Alias{"CP277", "IBM277"},
+    Alias{"CP848", "IBM848"},
+    Alias{"CP943", "IBM943"},
+    Alias{"CP866U", "CP866NAV"},
+    Alias{"CP866NAV", "CP866NAV"},
+    Alias{"ISO88599E", "ISO-8859-9E"},
     Alias{"KZ1048", "RK1048"},
     Alias{"PTCP154", "PT154"},
     Alias{"TIS620", "CP874"},
@@ -209,12 +215,14 @@ std::string numbered(std::string_view name) {
 std::string systemCharset(std::string_view named) {
   if (named.empty() || text::equalsIgnoringCase(named, "utf-8")) return {};
   std::string name = nameIn(named);
-  // A number may name a charset that goes by another one.
-  for (std::string number = numbered(name); !number.empty() && number != name; number = numbered(name)) name = number;
+  const auto aliasOf = [&name] { return std::ranges::find(aliases, lettersOf(name), &Alias::mail); };
+  // A number may name a charset that goes by another one. Some charsets have letters behind it.
+  std::string number = numbered(name);
+  for (; !number.empty() && number != name && aliasOf() == aliases.end(); number = numbered(name)) name = number;
   const std::string letters = lettersOf(name);
   if (letters.find("UTF8") != letters.npos) return {};
   if (letters.ends_with("UTF7")) return "UTF-7";
-  const auto* const alias = std::ranges::find(aliases, letters, &Alias::mail);
+  const auto* const alias = aliasOf();
   return alias == aliases.end() ? name : std::string(alias->system);
 }
 

@@ -29,7 +29,53 @@ bool Pieces::takeBeforeDigit(char sign) {
   return isThere;
 }
 
-void Pieces::skipBlanks() { rest_.remove_prefix(std::min(rest_.find_first_not_of(" \t"), rest_.size())); }
+bool Pieces::takeBetween(char sign) {
+  if (sign != ':') return takeBeforeDigit(sign);
+  Pieces ahead = *this;
+  ahead.skipBlanksAndComments();
+  if (ahead.atEnd() || ahead.take() != sign) return false;
+  ahead.skipBlanksAndComments();
+  const bool isThere = ahead.isDigitNext();
+  if (isThere) *this = ahead;
+  return isThere;
+}
+
+bool Pieces::skipBlanks(std::string_view blanks) {
+  const auto size = std::min(rest_.find_first_not_of(blanks), rest_.size());
+  rest_.remove_prefix(size);
+  return size > 0;
+}
+
+void Pieces::skipBlanksAndComments() {
+  for (skipBlanks(); rest_.starts_with('('); skipBlanks()) takeComment();
+}
+
+std::string_view Pieces::takeComment() {
+  take();
+  const std::string_view all = rest_;
+  for (std::size_t open = 1; !rest_.empty();) {
+    const char c = take();
+    if (c == '\\' && !rest_.empty()) take();
+    if (c == '(') ++open;
+    if (c == ')' && --open == 0) return all.substr(0, all.size() - rest_.size() - 1);
+  }
+  return all;
+}
+
+bool Pieces::isTimeNext() const {
+  Pieces ahead = *this;
+  return ahead.takeNumber().Digits > 0 && ahead.takeBeforeDigit(':');
+}
+
+char Pieces::takeHalf() {
+  Pieces ahead = *this;
+  const char half = ahead.atEnd() ? ' ' : ascii::lower(ahead.take());
+  if (half != 'a' && half != 'p') return ' ';
+  ahead.skipBlanks(" \t.");
+  if (ahead.atEnd() || ascii::lower(ahead.take()) != 'm' || ahead.isWordNext()) return ' ';
+  *this = ahead;
+  return half;
+}
 
 Element Pieces::takeNumber() {
   constexpr int most = 99'999;

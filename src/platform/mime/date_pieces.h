@@ -28,8 +28,22 @@ class Pieces {
   /// Takes this sign where a digit stands behind it.
   bool takeBeforeDigit(char sign);
 
-  void skipBlanks();
+  /// The same, with comments and blanks around it where it is a ":".
+  bool takeBetween(char sign);
+
+  /// Blanks, or also other signs without a meaning. Returns whether there were any.
+  bool skipBlanks(std::string_view blanks = " \t");
+
+  /// What stands in the brackets of the comment that begins here, with comments inside it.
+  std::string_view takeComment();
+
+  /// A time, of which the hour and ":" stand next.
+  bool isTimeNext() const;
+
   Element takeNumber();
+
+  /// A half of the day, "a" or "p", in any way to write it ("PM", "p. m."); a blank where there is none.
+  char takeHalf();
 
   /// Letters, and the dots between them.
   std::string_view takeWord();
@@ -38,6 +52,7 @@ class Pieces {
   std::optional<Element> takeElement();
 
  private:
+  void skipBlanksAndComments();
   std::size_t lettersNext() const;
 
   std::string_view rest_;

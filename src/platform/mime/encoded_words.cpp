@@ -5,8 +5,8 @@
 #include <optional>
 
 #include "platform/mime/charset.h"
+#include "platform/mime/raw_text.h"
 #include "platform/mime/transfer.h"
-#include "platform/mime/utf8.h"
 #include "platform/text.h"
 
 namespace velmora::mime {
@@ -102,16 +102,6 @@ class RunCollector {
   std::string bytes_;
   bool afterWord_ = false;
 };
-
-/// Bytes that aren't UTF-8 are read in the charset of the message's text, if they are all there in it and it leaves the
-/// signs of ASCII as they are.
-std::string rawText(Reading& reading, std::string_view value) {
-  constexpr std::string_view signs = "=?<";
-  if (reading.charset.empty() || isUtf8(value)) return toUtf8(value);
-  std::string text = toUtf8(reading.converters, std::string(signs).append(value), reading.charset);
-  const bool isRead = text.starts_with(signs) && text.find("\uFFFD") == Nowhere;
-  return isRead ? text.erase(0, signs.size()) : toUtf8(value);
-}
 
 }  // namespace
 

@@ -79,33 +79,38 @@ std::optional<DateTime> decodedDate(mime::Reading& reading, std::string_view val
 }
 
 /// The date of a Received header stands behind its last semicolon, but for those in comments that follow it.
-std::optional<DateTime> receivedDate(mime::Reading& reading, std::string_view value) {
+std::optional<DateTime> receivedDate(std::string_view value) {
   constexpr int mostSemicolons = 4;
   auto semicolon = value.rfind(';');
   for (int i = 0; i < mostSemicolons && semicolon != std::string_view::npos; ++i) {
-    if (const auto date = decodedDate(reading, value.substr(semicolon + 1))) return date;
+    const std::string tail = mime::unfold(value.substr(semicolon + 1), MaxDate);
+    if (const auto date = mime::parseDate(tail, mime::TimeOfDay::Needed)) return date;
     if (semicolon == 0) break;
     semicolon = value.rfind(';', semicolon - 1);
   }
   return std::nullopt;
 }
 
-/// The first field of this name that has one.
+/// The first field of this name that has one, of so many at most.
 template <class Read>
 std::optional<DateTime> firstDate(mime::Reading& reading, const std::vector<mime::Field>& fields, std::string_view name,
-                                  const Read& read) {
+                                  int most, const Read& read) {
   for (const mime::Field& field : fields) {
     if (!text::equalsIgnoringCase(field.Name, name)) continue;
+    if (most-- == 0) break;
     reading.worked(dateWork);
-    if (const auto date = read(reading, field.Value)) return date;
+    if (const auto date = read(field.Value)) return date;
   }
   return std::nullopt;
 }
 
 /// Each server puts its own Received header on top, so that the first one is the newest.
 DateTime date(mime::Reading& reading, const std::vector<mime::Field>& fields, const DateTime& now) {
-  if (const auto sent = firstDate(reading, fields, "Date", decodedDate)) return *sent;
-  return firstDate(reading, fields, "Received", receivedDate).value_or(now);
+  constexpr int mostDates = 4;
+  constexpr int mostServers = 100;
+  const auto decoded = [&reading](std::string_view value) { return decodedDate(reading, value); };
+  if (const auto sent = firstDate(reading, fields, "Date", mostDates, decoded)) return *sent;
+  return firstDate(reading, fields, "Received", mostServers, receivedDate).value_or(now);
 }
 
 /// That of the first text that names one, else that of the message.

@@ -5,10 +5,12 @@
 #include <chrono>
 #include <cstddef>
 #include <ctime>
+#include <string>
 
-#include "platform/ascii.h"
 #include "platform/mime/date_names.h"
+#include "platform/mime/date_order.h"
 #include "platform/mime/date_pieces.h"
+#include "platform/mime/date_zone.h"
 
 namespace velmora::mime {
 
@@ -17,21 +19,24 @@ namespace {
 constexpr int FirstYear = 1970;
 constexpr int LastYear = 9999;
 
-/// No zone is farther from UTC, in minutes.
-constexpr int FarthestZone = 14 * 60;
-
-/// As far as it can be: two digits mean a year from 1950 to 2049, three count from 1900 (RFC 5322 section 4.3).
-int yearOf(const Element& year) {
-  constexpr int century = 100;
-  if (year.Digits <= 2) return year.Value + (year.Value < century / 2 ? 20 : 19) * century;
-  return year.Digits == 3 ? year.Value + 19 * century : year.Value;
-}
-
 struct Time {
   int Hour = 0;
   int Minute = 0;
   int Second = 0;
 };
+
+bool isAscii(std::string_view word) {
+  return std::ranges::all_of(word, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+/// Blanks that keep words together are blanks here.
+std::string withPlainBlanks(std::string_view text) {
+  std::string plain(text);
+  for (const std::string_view blank : {"\u00A0", "\u202F"})
+    for (auto at = plain.find(blank); at != plain.npos; at = plain.find(blank, at))
+      plain.replace(at, blank.size(), " ");
+  return plain;
+}
 
 /// Collects what the pieces of a text say, wherever they stand.
 class DateReader {
@@ -40,24 +45,27 @@ class DateReader {
     while (!pieces_.atEnd() && !isWrong_) readPiece();
   }
 
+  bool hasTime() const { return time_.has_value(); }
+
   /// Seconds since the beginning of 1970, in UTC.
   std::optional<std::chrono::sys_seconds> moment() {
     findDate();
     const auto [hour, minute, second] = time_.value_or(Time{});
     const bool isEndOfDay = hour == 24 && minute == 0 && second == 0;
     // The last second of a minute that has one more is taken twice.
-    const bool isTime = (hour < 24 || isEndOfDay) && minute < 60 && second <= 60;
-    if (isWrong_ || !date_ || !date_->ok() || !isTime) return std::nullopt;
+    const bool isTime = (hour < 24 || isEndOfDay) && minute < 60 && second <= 60 && (!isStrange_ || hour > halfDay);
+    // What isn't understood beside a date may be its time.
+    if (isWrong_ || !date_ || !isTime || (isLeft_ && !time_)) return std::nullopt;
     return std::chrono::sys_days(*date_) + std::chrono::hours(hourOfDay(hour)) + std::chrono::minutes(minute - zone()) +
            std::chrono::seconds(std::min(second, 59));
   }
 
  private:
+  static constexpr int halfDay = 12;
+
   void readPiece() {
     const char c = pieces_.front();
-    if (c == '(' || c == ')')
-      readBracket();
-    else if (comments_ > 0)
+    if (c == '(')
       readComment();
     else if (pieces_.isWordNext())
       readWord();
@@ -69,41 +77,59 @@ class DateReader {
       pieces_.take();
   }
 
-  void readBracket() {
-    if (pieces_.take() == '(')
-      ++comments_;
-    else if (comments_ > 0)
-      --comments_;
-  }
-
   /// Some programs write the zone nowhere else.
   void readComment() {
-    if (pieces_.isWordNext()) {
-      const std::string_view word = pieces_.takeWord();
-      if (word.size() > 1 && time_ && !namedZone_) namedZone_ = zoneNamed(word);
-    } else if (pieces_.take() == '\\' && !pieces_.atEnd()) {
-      pieces_.take();
-    }
+    const auto zone = zoneInComment(pieces_.takeComment());
+    if (time_ && !commentZone_) commentZone_ = zone;
   }
 
   void readWord() {
-    if (readDate()) return;
+    if (readDate() || readHalf()) return;
     const std::string_view word = pieces_.takeWord();
     if (readMonth(word)) return;
     // The month of another language, behind a weekday of its that has the name of a month: "mar. 29 mai 2019".
     constexpr std::size_t shortestMonth = 3;
     isWrong_ = !time_ && count_ == 1 && word.size() >= shortestMonth;
-    if (!time_) return;
-    const bool isHalf = (word.size() == 2 || (word.size() == 3 && word[1] == '.')) && ascii::lower(word.back()) == 'm';
-    const char half = isHalf ? ascii::lower(word.front()) : ' ';
-    if (half == 'a' || half == 'p')
-      half_ = half;
-    else if (!namedZone_)
+    if (time_)
+      readZone(word);
+    else
+      noteStranger(word);
+  }
+
+  /// A half of the day in another language may stand beside a time.
+  void noteStranger(std::string_view word) {
+    Pieces ahead = pieces_;
+    ahead.skipBlanks(" \t.");
+    isStrange_ = isStrange_ || (!isAscii(word) && ahead.isTimeNext());
+  }
+
+  void readZone(std::string_view word) {
+    if (!pieces_.atEnd() && pieces_.front() == '/') {
+      // In "Etc/GMT-3" the sign means the contrary.
+      while (!pieces_.atEnd() && pieces_.front() != ' ') pieces_.take();
+    } else if (namedZone_ && word == "DST") {
+      *namedZone_ += 60;
+    } else if (!namedZone_) {
       namedZone_ = zoneNamed(word);
+    }
+  }
+
+  bool readHalf() {
+    const Pieces before = pieces_;
+    const char half = pieces_.takeHalf();
+    if (half == ' ') return false;
+    pieces_.skipBlanks();
+    const bool isOfTime = time_ || (pieces_.isTimeNext() && readTime());
+    if (isOfTime)
+      half_ = half;
+    else
+      pieces_ = before;
+    return isOfTime;
   }
 
   bool readMonth(std::string_view word) {
-    const auto month = monthNamed(word);
+    auto month = monthNamed(word);
+    if (!month && isBetweenDayAndYear()) month = monthNamed(word.substr(0, 3));
     if (!month) return false;
     // In some languages a weekday has the name of a month.
     isWrong_ = month_.has_value();
@@ -111,26 +137,49 @@ class DateReader {
     return true;
   }
 
+  /// There, many languages have a name that begins as the English one: "26 Juni 2019".
+  bool isBetweenDayAndYear() const {
+    Pieces ahead = pieces_;
+    ahead.skipBlanks(" \t.,");
+    return !month_ && !date_ && count_ == 1 && numbers_[0].Digits <= 2 && ahead.isDigitNext();
+  }
+
   void readNumber() {
     if (readTime() || readDate()) return;
     const Element number = pieces_.takeNumber();
+    isLeft_ = isLeft_ || count_ == numbers_.size();
     if (count_ < numbers_.size()) numbers_[count_++] = number;
   }
 
   /// A time with dots looks like a date with dots, and stands behind the date.
   bool readTime() {
     if (time_) return false;
-    const bool hasDate = date_ || count_ == numbers_.size();
+    const bool hasDate = date_ || (month_ && count_ > 1) || count_ == numbers_.size();
     Pieces ahead = pieces_;
     const Element hour = ahead.takeNumber();
     const char sign = hasDate && !ahead.atEnd() && ahead.front() == '.' ? '.' : ':';
-    if (!ahead.takeBeforeDigit(sign)) return false;
+    if (!ahead.takeBetween(sign)) return readHour(hour, ahead);
     const Element minute = ahead.takeNumber();
-    const Element second = ahead.takeBeforeDigit(sign) ? ahead.takeNumber() : Element{0, 1};
+    const Element second = ahead.takeBetween(sign) ? ahead.takeNumber() : Element{0, 1};
     if (ahead.takeBeforeDigit('.') || ahead.takeBeforeDigit(',')) ahead.takeNumber();
     isWrong_ = std::max({hour.Digits, minute.Digits, second.Digits}) > 2;
     time_ = {hour.Value, minute.Value, second.Value};
     pieces_ = ahead;
+    ahead.skipBlanks();
+    isStrange_ = isStrange_ || !isAscii(ahead.takeWord());
+    return true;
+  }
+
+  /// "6 PM".
+  bool readHour(const Element& hour, Pieces behind) {
+    behind.skipBlanks();
+    const char half = behind.takeHalf();
+    Pieces ahead = behind;
+    ahead.skipBlanks();
+    if (half == ' ' || hour.Value > halfDay || ahead.isTimeNext()) return false;
+    time_ = {hour.Value, 0, 0};
+    half_ = half;
+    pieces_ = behind;
     return true;
   }
 
@@ -146,81 +195,66 @@ class DateReader {
     const auto third = ahead.takeElement();
     if (!third) return false;
     isWrong_ = date_ || third->isMonth() || (first->isMonth() && second->isMonth());
-    setDate(*first, *second, *third, sign);
+    date_ = dateOf(*first, *second, *third, sign);
+    isWrong_ = isWrong_ || !date_;
     pieces_ = ahead;
     return true;
   }
 
-  void setDate(const Element& first, const Element& second, const Element& third, char sign) {
-    constexpr int months = 12;
-    const bool isMonthFirst =
-        first.isMonth() || (!second.isMonth() && (sign == '/' ? first.Value <= months : second.Value > months));
-    if (first.Digits > 2)
-      setDate(first, second.Value, third);
-    else if (isMonthFirst)
-      setDate(third, first.Value, second);
-    else
-      setDate(third, second.Value, first);
-  }
-
-  void setDate(const Element& year, int month, const Element& day) {
-    isWrong_ = isWrong_ || year.Digits > 4 || month > 12 || day.Digits > 2;
-    date_ = std::chrono::year(yearOf(year)) / month / day.Value;
-  }
-
-  /// "+0200", "+02:00", "+2".
   void readOffset() {
-    const bool isBehind = pieces_.take() == '-';
-    pieces_.skipBlanks();
-    if (!pieces_.isDigitNext()) return;
-    const Element first = pieces_.takeNumber();
-    int minutes = first.Digits <= 2 ? first.Value * 60 : first.Value / 100 * 60 + first.Value % 100;
-    bool isZone = first.Digits <= 4 && (first.Digits <= 2 || first.Value % 100 < 60);
-    if (pieces_.takeBeforeDigit(':')) {
-      const Element second = pieces_.takeNumber();
-      isZone = first.Digits <= 2 && second.Digits == 2 && second.Value < 60;
-      minutes += second.Value;
-    }
-    isWrong_ = !isZone || minutes > FarthestZone;
-    offset_ = isBehind ? -minutes : minutes;
+    Pieces ahead = pieces_;
+    const bool isBehind = ahead.take() == '-';
+    const bool isSpan = ahead.skipBlanks() && isBehind && ahead.isTimeNext();  // "10:20 - 11:30"
+    const bool isOffset = ahead.isDigitNext() && !isSpan;
+    const auto offset = takeOffset(pieces_);
+    if (!isOffset) return;
+    isWrong_ = !offset;
+    offset_ = offset;
   }
 
   void findDate() {
-    if (month_ && !date_ && count_ == numbers_.size()) {
-      const bool isYearFirst = numbers_[0].Digits > 2;
-      setDate(numbers_[isYearFirst ? 0 : 1], *month_, numbers_[isYearFirst ? 1 : 0]);
-    } else {
+    const auto& [first, second, third] = numbers_;
+    if (date_) {
       isWrong_ = isWrong_ || month_;
+      isLeft_ = isLeft_ || count_ > 0;
+    } else if (month_ && count_ > 1) {
+      date_ = first.Digits > 2 ? dateOf(first, *month_, second) : dateOf(second, *month_, first);
+      isLeft_ = isLeft_ || count_ > 2;
+    } else if (!month_ && count_ == numbers_.size() && (first.Digits == 4 || third.Digits == 4)) {
+      date_ = dateOf(first, second, third, ' ');
     }
   }
 
   /// Some programs write a half beside an hour of twenty-four.
   int hourOfDay(int hour) const {
-    constexpr int half = 12;
-    if (half_ == ' ' || hour == 0 || hour > half) return hour;
-    return hour % half + (half_ == 'p' ? half : 0);
+    if (half_ == ' ' || hour == 0 || hour > halfDay) return hour;
+    return hour % halfDay + (half_ == 'p' ? halfDay : 0);
   }
 
-  int zone() const { return offset_.value_or(namedZone_.value_or(0)); }
+  int zone() const { return offset_.value_or(namedZone_.value_or(commentZone_.value_or(0))); }
 
   Pieces pieces_;
-  std::size_t comments_ = 0;  ///< that are open
   std::optional<std::chrono::year_month_day> date_;
   std::optional<int> month_;        ///< by its name
-  std::array<Element, 2> numbers_;  ///< that may be day and year
+  std::array<Element, 3> numbers_;  ///< that may be day, year, and a month
   std::size_t count_ = 0;           ///< of those
   std::optional<Time> time_;
   char half_ = ' ';  ///< of the day, "a" or "p"
   std::optional<int> offset_;
   std::optional<int> namedZone_;
+  std::optional<int> commentZone_;
+  bool isStrange_ = false;  ///< the time has a word beside it that nobody knows
+  bool isLeft_ = false;     ///< there are more numbers than a date has
   bool isWrong_ = false;
 };
 
 }  // namespace
 
-std::optional<DateTime> parseDate(std::string_view text) {
-  const auto moment = DateReader(text).moment();
-  if (!moment) return std::nullopt;
+std::optional<DateTime> parseDate(std::string_view text, TimeOfDay time) {
+  const std::string plain = withPlainBlanks(text);
+  DateReader reader(plain);
+  const auto moment = reader.moment();
+  if (!moment || (time == TimeOfDay::Needed && !reader.hasTime())) return std::nullopt;
   const std::time_t seconds = moment->time_since_epoch().count();
   std::tm local{};
   if (localtime_r(&seconds, &local) == nullptr) return std::nullopt;

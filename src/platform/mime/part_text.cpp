@@ -28,12 +28,12 @@ std::string charsetOf(const Part& part, std::string_view bytes) {
 std::string charsetOf(const Part& part) {
   constexpr std::size_t begin = 4096;
   const std::string_view bytes = part.Content.substr(0, begin);
-  return charsetOf(part, TransferDecoder(bytes, textEncoding(bytes, part.Encoding)).next(begin));
+  return charsetOf(part, TransferDecoder(bytes, textEncoding(bytes, part.Encoding, part.Charset)).next(begin));
 }
 
 void decodeText(Reading& reading, const Part& part, const std::function<bool(std::string_view)>& take) {
   constexpr std::string_view byteOrderMark = "\uFEFF";
-  TransferDecoder bytes(part.Content, textEncoding(part.Content, part.Encoding));
+  TransferDecoder bytes(part.Content, textEncoding(part.Content, part.Encoding, part.Charset));
   std::string slice = bytes.next(Reading::slice);
   CharsetDecoder text(reading.converters, charsetOf(part, slice));
   slice = text.decode(slice);

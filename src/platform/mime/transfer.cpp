@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "platform/ascii.h"
+#include "platform/mime/base64_text.h"
 
 namespace velmora::mime {
 
@@ -69,39 +70,6 @@ std::size_t count(Reading& reading, std::string_view content, Matches matches) {
   return found;
 }
 
-std::string_view withoutBlanks(std::string_view line) {
-  const auto first = std::min(line.find_first_not_of(" \t\r"), line.size());
-  return line.substr(first, line.find_last_not_of(" \t\r") + 1 - first);
-}
-
-/// No text is so long without a blank, or ends so.
-bool isLineOfBase64(std::string_view line) {
-  constexpr std::size_t longestWord = 40;
-  constexpr std::size_t group = 4;
-  const auto letters = std::min(line.find('='), line.size());
-  if (!std::ranges::all_of(line.substr(0, letters), isBase64)) return false;
-  return letters >= longestWord || (letters < line.size() && letters > 0 && line.size() % group == 0 &&
-                                    line.size() - letters <= 2 && line.ends_with('='));
-}
-
-/// Text has blanks and signs everywhere, of which base64 has some at most where a line was cut or quoted, and behind
-/// its end, where lists put their own text.
-bool isBase64Text(std::string_view content) {
-  constexpr std::size_t begin = 1024;
-  constexpr std::size_t most = 10;  // of a hundred
-  std::size_t others = 0;
-  std::size_t all = 0;
-  for (std::string_view rest = content.substr(0, begin); !rest.empty();) {
-    const auto end = std::min(rest.find('\n'), rest.size());
-    const std::string_view line = withoutBlanks(rest.substr(0, end));
-    if (all == 0 && isLineOfBase64(line)) return true;
-    all += line.size();
-    others += static_cast<std::size_t>(std::ranges::count_if(line, [](char c) { return !isBase64(c) && c != '='; }));
-    rest.remove_prefix(std::min(end + 1, rest.size()));
-  }
-  return others <= 2 || others * 100 <= all * most;
-}
-
 /// Gateways put blanks behind the "=" that ends a line softly (RFC 2045 section 6.7, rule 3). Takes the bytes off the
 /// front up to such a "=", and the blanks with them.
 std::string_view takeToSoftEnd(std::string_view& rest) {
@@ -117,8 +85,8 @@ std::string_view takeToSoftEnd(std::string_view& rest) {
 
 }  // namespace
 
-std::string_view textEncoding(std::string_view content, std::string_view encoding) {
-  const bool isText = kindOf(encoding) == GMIME_CONTENT_ENCODING_BASE64 && !isBase64Text(content);
+std::string_view textEncoding(std::string_view content, std::string_view encoding, std::string_view charset) {
+  const bool isText = kindOf(encoding) == GMIME_CONTENT_ENCODING_BASE64 && !isBase64Text(content, charset);
   return isText ? std::string_view() : encoding;
 }
 

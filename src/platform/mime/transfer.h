@@ -9,8 +9,9 @@
 
 namespace velmora::mime {
 
-/// The encoding that a text has which is said to have `encoding`: none where it is said to be base64 and isn't.
-std::string_view textEncoding(std::string_view content, std::string_view encoding);
+/// The encoding that a text in this charset has which is said to have `encoding`: none where it is said to be base64
+/// and isn't.
+std::string_view textEncoding(std::string_view content, std::string_view encoding, std::string_view charset);
 
 /// Undoes a transfer encoding (base64, quoted-printable, uuencode in any of their names; all else is taken as it is),
 /// slice by slice. What breaks the encoding is passed over.

@@ -79,6 +79,25 @@ TEST_F(GmimeReaderTest, ReadsRawHeadersAsTheText) {
   }
 }
 
+TEST_F(GmimeReaderTest, ReadsNoRawHeaderAsWhatItIsNot) {
+  const struct {
+    std::string Charset, From, Wanted;
+  } cases[] = {
+      {"hz-gb-2312", "\xD6\xD0 b@x.example ~{<evil@x.example>~}", "ÖÐ b@x.example ~{<evil@x.example>~}"},
+      {"hz-gb-2312", "B <b@x.example> (\xD6\xD0 ~{),<evil@xx.example>(~})",
+       "B <b@x.example> (ÖÐ ~{), ~} <evil@xx.example>"},
+      {"iso-2022-kr", "\xFC \x0E<evil@x.example>\x0F", "ü <evil@x.example>"},
+      {"koi8-r", "\xD0\xB6\xD1\x83\xD1 <a@x>", "жуÑ <a@x>"},
+      {"gb2312", "J\xF6rg <a@x>", "Jörg <a@x>"},
+      {"big5", "Ren\xE9 <a@x>", "René <a@x>"},
+      {"gb18030", "\xFE\xF6 <a@x>", "þö <a@x>"},
+      {"shift_jis", "Rei\xDF <a@x>", "Reiß <a@x>"},
+      {"gb2312", "\xD6\xD0 <a@x>", "中 <a@x>"},
+  };
+  for (const auto& [charset, given, wanted] : cases)
+    EXPECT_EQ(read("From: " + given + "\r\n" + part("text/plain; charset=" + charset, "")).From, wanted) << given;
+}
+
 TEST_F(GmimeReaderTest, ShowsAddresses) {
   const TextCase cases[] = {
       {"<a@b.example>", "a@b.example"},
@@ -216,6 +235,7 @@ TEST_F(GmimeReaderTest, TakesTheFirstDateThatCanBe) {
       {"Date: rubbish\r\nDate: Sun, 15 Nov 2026 15:22:05 +0000" + topReceived, sent},
       {"Received: a; Sun, 15 Nov 2026 15:22:05 +0000 (b; c)" + topReceived, sent},
       {"Received: without a date", Now},
+      {"Received: by x; 1 Jan 2000" + topReceived, received},
       {"Date: Sat, 31 Feb 2026 10:00:00 +0000", Now},
   };
   for (const auto& [header, wanted] : cases) EXPECT_EQ(date(header), wanted) << header;
@@ -227,25 +247,83 @@ TEST_F(GmimeReaderTest, ReadsDatesOfAllForms) {
     std::vector<std::string> Dates;
   } cases[] = {
       {{2019, 5, 30, 1, 9, 22},
-       {"Wed, 29 May 2019 18:09:22 +0200", "Fri,29MAY19 18:09:22+0200", "18:09:22.123 +02:00, 29 may 119",
-        "Wed, 29 May 2019 18:09:22 GMT+2", "Wed May 29 2019 18:09:22 GMT+0200 (x)", "Wed, 29 May 2019 18.09.22 CEST",
-        "May 29th, 2019 06:09:22 PM MESZ", "Wednesday, 29-May-19 16:09:22 GMT", "Wed May 29 16:09:22 2019",
-        "May 29 12:09:22 p.m. EDT 2019", "((a) \\) b) Wed), 29\r\n (6) May 2019 11:09:22 (EST)",
-        "Wed, 29 May 2019 16:09:22 Q", "Wed, 29 May 2019 16:09:22 Mars", "2019-05-29T18:09:22+02:00",
-        "2019-05-29t16:09:22,5z", "5/29/2019 16:09:22", "29/5/2019 16:09:22", "29.05.2019 16.09.22",
-        "=?utf-8?Q?Wed,_29_May_2019_18:09:22_+0200?="}},
+       {"Wed, 29 May 2019 18:09:22 +0200",
+        "Fri,29MAY19 18:09:22+0200",
+        "18:09:22.123 +02:00, 29 may 119",
+        "Wed, 29 May 2019 18:09:22 GMT+2",
+        "Wed May 29 2019 18:09:22 GMT+0200 (x)",
+        "Wed, 29 May 2019 18.09.22 CEST",
+        "May 29th, 2019 06:09:22 PM MESZ",
+        "Wednesday, 29-May-19 16:09:22 GMT",
+        "Wed May 29 16:09:22 2019",
+        "May 29 12:09:22 p.m. EDT 2019",
+        "((a) \\) b) Wed), 29\r\n (6) May 2019 11:09:22 (EST)",
+        "Wed, 29 May 2019 16:09:22 Q",
+        "Wed, 29 May 2019 16:09:22 Mars",
+        "2019-05-29T18:09:22+02:00",
+        "2019-05-29t16:09:22,5z",
+        "5/29/2019 16:09:22",
+        "29/5/2019 16:09:22",
+        "29.05.2019 16.09.22",
+        "=?utf-8?Q?Wed,_29_May_2019_18:09:22_+0200?=",
+        "29 May 2019 18 : 09 : 22 +0200",
+        "29 May 2019 18(h):09:22 CEST",
+        "29 May 2019 6:09:22\u202Fp.\u00A0m. +0200",
+        "29 May 2019 PM 06:09:22 CEST",
+        "29 05 2019 18:09:22 +0200",
+        "29 May 2019 16:09:22 (est. delivery)",
+        "29 May 2019 18:09:22 (GMT+02:00)",
+        "29 May 2019 18:09:22 (+0200)",
+        "29 May 2019 18:09:22 h CEST",
+        "29 May 2019 18:09:22 MET DST",
+        "29 May 2019 18:09:22 - 19:30 +0200",
+        "29 May 2019 18:09:22 + 02:00",
+        "29 May 2019 16:09:22 Etc/GMT-3"}},
       {{2019, 6, 5, 9, 0, 0},
        {"5.6.2019", "05-06-2019 00:00", "6/5/2019", "5 June 2019 12:00 AM", "4 Jun 2019 24:00:00", "2019/06/05 0:00"}},
+      {{2019, 6, 27, 3, 0, 0}, {"26 Juni 2019 6 PM", "26 Juni, 2019 18:00", "6 p.m. 26 Jun 2019", "06/26/19 18:00"}},
+      {{2021, 3, 5, 9, 0, 0}, {"05 Mars 2021", "5. March 2021"}},
       {{1999, 7, 1, 8, 59, 59}, {"30 Jun 99 23:59:60 UT", "30 June 1999 12:59:59 PM -1100"}},
       {Now,
-       {"Wed, 30 Feb 2019 18:09:22 +0200", "Wed, 29 May 2019 25:00:00 +0200", "Wed, 29 May 2019 24:00:01 +0200",
-        "Wed, 29 May 2019 18:60:22 +0200", "Wed, 29 May 2019 18:09:61 +0200", "Wed, 29 May 2019 18:09:22 +9999",
-        "Wed, 29 May 2019 18:09:22 +0260", "2019-13-29T18:09:22Z", "2019-261-29T18:09:22Z",
-        "Wed, 285 May 2019 18:09:22", "Wed, 0 May 2019 18:09:22", "29 May 2019 118:09:22", "mar, 29 may 2019 18:09:22",
-        "mar., 29 août 2019 18:09:22", "29 May 18:09:22", "(29 May 2019 18:09:22)", " "}},
+       {"Wed, 30 Feb 2019 18:09:22 +0200",
+        "Wed, 29 May 2019 25:00:00 +0200",
+        "Wed, 29 May 2019 24:00:01 +0200",
+        "Wed, 29 May 2019 18:60:22 +0200",
+        "Wed, 29 May 2019 18:09:61 +0200",
+        "Wed, 29 May 2019 18:09:22 +9999",
+        "Wed, 29 May 2019 18:09:22 +0260",
+        "2019-13-29T18:09:22Z",
+        "2019-261-29T18:09:22Z",
+        "Wed, 285 May 2019 18:09:22",
+        "Wed, 0 May 2019 18:09:22",
+        "29 May 2019 118:09:22",
+        "mar, 29 may 2019 18:09:22",
+        "mar., 29 août 2019 18:09:22",
+        "29 May 18:09:22",
+        "(29 May 2019 18:09:22)",
+        " ",
+        "29 May 2019 180922",
+        "29 May 2019 18h09",
+        "2019-05-29T180922Z",
+        "2019-05-29 오후 06:09:22",
+        "29/5/2019 06:09:22 μ.μ.",
+        "19-05-29 18:09:22",
+        "29 May 2019 18:09:22 +1500"}},
   };
   for (const auto& [wanted, dates] : cases)
     for (const std::string& given : dates) EXPECT_EQ(date("Date: " + given), wanted) << given;
+}
+
+TEST_F(GmimeReaderTest, ReadsDatesOnBothSidesOfSummerTime) {
+  setenv("TZ", "Europe/Berlin", 1);
+  const GmimeReader reader;
+  for (const auto& [given, hour] : {std::pair{"31 Mar 2019 00:59:59 +0000", 1},
+                                    {"31 Mar 2019 01:00:00 +0000", 3},
+                                    {"27 Oct 2019 00:59:59 +0000", 2},
+                                    {"27 Oct 2019 01:00:00 +0000", 2}})
+    EXPECT_EQ(reader.read("Date: " + std::string(given) + "\r\n\r\n", Now, [] {}).Date.hour, hour) << given;
+  SetUpTestSuite();
+  tzset();
 }
 
 TEST_F(GmimeReaderTest, CutsTheHeaderOff) {
@@ -305,14 +383,22 @@ TEST_F(GmimeReaderTest, DecodesTheBody) {
       {part("text/plain; charset=x-cp28605", "\xA4"), "€"},
       {part("text/plain; charset=x-mac-roman", "\x8A"), "ä"},
       {part("text/plain; charset=csGBK", "\xD6\xD0"), "中"},
+      {part("text/plain; charset=windows-936", "\x80"), "€"},
+      {part("text/plain; charset=iso-8859-9e", "\xBA"), "ǧ"},
+      {part("text/plain; charset=cp866u", "\xF3"), "ґ"},
+      {part("text/plain; charset=IBM943C", "\x93\xFA"), "日"},
+      {part("text/plain; charset=x-ibm277", "\x5B"), "Å"},
       {part("text/plain; charset=utf8mb4", "\xC3\xA4"), "ä"},
       {part("text/plain; charset=iso-8859-1", "\xEF\xBB\xBF\xC3\xA4"), "ä"},
       {part("text/plain; charset=us-ascii", std::string("\xFF\xFEh\0", 4)), "h"},
       // HTML that names its charset itself.
       {part("text/html", "<!-- > <meta charset=koi8-r> --><META\n charset = 'Windows-1251' >\xEF"), "п"},
-      {part("text/html", "<meta http-equiv=x content='text/html;charset=windows-1251;'><p>\xEF"), "п"},
+      {part("text/html", "<meta http-equiv=Content-Type content='text/html;charset=windows-1251;'><p>\xEF"), "п"},
       {part("text/html", "<metal charset=koi8-r><meta charset=utf-16le>\xC3\xA4"), "ä"},
       {part("text/html", "\xEF\xBB\xBF<meta charset=windows-1251>\xC3\xA4"), "ä"},
+      {part("text/html", "<meta charset=windows-1251>\xC3\xA4"), "ä"},
+      {part("text/html", "<meta data-charset=koi8-r><meta name=x content='charset=koi8-r'>\xEF"), "ï"},
+      {part("text/html", "<style><meta charset=koi8-r></style><meta / charset=\"windows-1251\"/>\xEF"), "п"},
       {part("text/html; charset=windows-1252", "<meta charset=windows-1251>\xEF"), "ï"},
       {part("text/plain", "<meta charset=windows-1251>\xEF"), "<meta charset=windows-1251>ï"},
       {part("text", "no subtype"), "no subtype"},
@@ -321,17 +407,43 @@ TEST_F(GmimeReaderTest, DecodesTheBody) {
       {part("text/plain; a=\"; charset=x\"; Charset*0*=utf-8'en'iso%2D88; charset*1=59-2", "\xEC"), "ě"},
       {encoded("quoted-printable", "=C3=BC so= \t\r\nft=\r\n break =ZZ = x"), "ü soft break =ZZ = x"},
       {encoded("BASE64", "w7w\r\n"), "ü"},
-      {encoded("base64", "w!7\r\n w="), "ü"},
+      {encoded("base64", "w7 \r\n w="), "ü"},
       {encoded("Base 64 (x)", "w7w="), "ü"},
       {encoded("quoted/printable", "=C3=BC"), "ü"},
       {encoded("base64", "Hello Joe,\r\n\r\nno base64.\r\n"), "Hello Joe,\r\n\r\nno base64.\r\n"},
       {encoded("base64", "> SGVsbG8gSm9lLCBoZWxsbyBKb2U=\r\n"), "Hello Joe, hello Joe"},
       {encoded("base64", "w7w=\r\n"), "ü"},
+      {encoded("base64", "Test"), "Test"},
       {encoded("x-uuencode", "begin 644 a.txt\r\n#86)C\r\n`\r\nend\r\n"), "abc"},
       {encoded("8bit", "\xEF\xBB\xBF\xC3\xBC"), "ü"},
       {encoded("nonsense", "text"), "text"},
   };
   for (const auto& [given, wanted] : cases) EXPECT_EQ(read(given).Body, wanted) << given;
+}
+
+TEST_F(GmimeReaderTest, DecodesBase64WhereItIsThatAlone) {
+  const TextCase decoded[] = {
+      {"SGVsbG8gSm9lLCB5ZXMsIGZpbmUuIEJvYi4K\r\n_________\r\n", "Hello Joe, yes, fine. Bob.\r\n"},
+      {"SGVsbG8gSm9lLCB5\r\n> ZXMsIGZpbmUuIEJv \r\nYi4=\r\n", "Hello Joe, yes, fine. Bob."},
+      {"w7w=\r\n", "ü"},
+      {"R3L832UgYXVzIE38bmNoZW4gdW5kIGFscyBMYXRpbi0xIHZlcnNjaGlja3QsIHdhcyBzaWUgbmljaHQgaXN0Lg==",
+       "Grüße aus München und als Latin-1 verschickt, was sie nicht ist."},
+      {" \r\n", ""},
+  };
+  const std::string header = "Content-Transfer-Encoding: base64\r\n\r\n";
+  for (const auto& [given, wanted] : decoded) EXPECT_EQ(read(header + given).Body, wanted) << given;
+  for (const char* text :
+       {"Hello world", "Please call me back", "See attachment", "Pears", "Hi Joe\r\n\r\nOK thanks\r\n\r\nBob",
+        "Apples\r\nPears\r\nBananas\r\nOil", "Name=Joe\r\nCity=Berlin", "BEGIN:VCALENDAR\r\nEND:VCALENDAR",
+        "-----BEGIN PGP MESSAGE-----\r\n\r\nSGVsbG8gSm9lLCB5ZXMs",
+        "Donaudampfschifffahrtsgesellschaftskapitaen\r\nHello Joe",
+        "apples\r\npears\r\nbananas\r\noil\r\nflour\r\nbutter\r\nsugar\r\neggs\r\nmilk\r\nlemons\r\nrice\r\npasta\r\nsa"
+        "lt"}) {
+    EXPECT_EQ(read(header + text).Body, text);
+    EXPECT_EQ(read("Content-Type: text/plain; charset=iso-8859-1\r\n" + header + text).Body, text);
+    const std::string attached = "Content-Disposition: attachment\r\n" + header + text;
+    EXPECT_EQ(reader_.attachment(attached, 0, [] {}), text);
+  }
 }
 
 TEST_F(GmimeReaderTest, FingerprintsBytes) {
