@@ -256,6 +256,9 @@ class HandingOnTest(ShownProgramTest):
         tell("xdotool", "type", str(path))
         self.key("Return")
         self.see.wait_for("the file", path.exists)
+        # A key that is pressed before would reach the window that tells how far it has come, or none at all.
+        is_over = lambda: not self.see.showing(self.root, self.see.BUTTONS, "Stop") and self.focused()
+        self.see.wait_for("the keyboard", is_over)
 
 
 if __name__ == "__main__":

@@ -63,8 +63,7 @@ std::string nameOf(Reading& reading, const Part& part) {
 }
 
 std::string_view encodingOf(const Part& part) {
-  const bool isText = part.Kind.starts_with("text/");
-  return isText ? textEncoding(part.Content, part.Encoding, part.Charset) : part.Encoding;
+  return part.Kind.starts_with("text/") ? fileEncoding(part.Content, part.Encoding) : part.Encoding;
 }
 
 }  // namespace

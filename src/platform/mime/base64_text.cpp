@@ -16,10 +16,11 @@ namespace {
 
 bool isLetter(char c) { return ascii::isLetter(c) || ascii::isDigit(c) || c == '+' || c == '/'; }
 
-/// Without the marks of a quotation in front, which some programs put there, and the blanks around.
+/// Without the marks of a quotation in front, which some programs put there, the blanks around, and the sign with which
+/// some servers cut lines that are too long for them.
 std::string_view bareLine(std::string_view line) {
   line.remove_prefix(std::min(line.find_first_not_of("> \t"), line.size()));
-  return line.substr(0, line.find_last_not_of(" \t\r") + 1);
+  return line.substr(0, line.find_last_not_of(" \t!") + 1);
 }
 
 /// What stands before the first line that can't be base64, as a footer that a list put behind it.
@@ -30,11 +31,14 @@ struct Beginning {
 
 Beginning beginningOf(std::string_view content) {
   constexpr std::size_t most = 1024;
+  constexpr std::size_t longestPadding = 2;
   Beginning beginning{{}, content.size() > most};
   for (std::string_view rest = content.substr(0, most); !rest.empty();) {
-    const auto end = std::min(rest.find('\n'), rest.size());
+    const auto end = std::min(rest.find_first_of("\r\n"), rest.size());
     const std::string_view line = bareLine(rest.substr(0, end));
-    if (!std::ranges::all_of(line, [](char c) { return isLetter(c) || c == '='; })) return {beginning.Letters};
+    const bool isRule = line.size() > longestPadding && line.find_first_not_of('=') == line.npos;
+    if (isRule || !std::ranges::all_of(line, [](char c) { return isLetter(c) || c == '='; }))
+      return {beginning.Letters};
     beginning.Letters += line;
     rest.remove_prefix(std::min(end + 1, rest.size()));
   }
@@ -76,10 +80,14 @@ bool isText(std::string_view bytes, std::string_view charset) {
 
 }  // namespace
 
-bool isBase64Text(std::string_view content, std::string_view charset) {
+bool hasFormOfBase64(std::string_view content) {
   const auto [letters, isCut] = beginningOf(content);
-  if (letters.empty() || (!isCut && !hasWholeGroups(letters))) return false;
-  return isText(decodeTransfer(letters, "base64"), systemCharset(charset));
+  return !letters.empty() && (isCut || hasWholeGroups(letters));
+}
+
+bool isBase64Text(std::string_view content, std::string_view charset) {
+  return hasFormOfBase64(content) &&
+         isText(decodeTransfer(beginningOf(content).Letters, "base64"), systemCharset(charset));
 }
 
 }  // namespace velmora::mime

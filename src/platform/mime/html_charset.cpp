@@ -84,8 +84,10 @@ std::string_view takeTag(std::string_view& html) {
   std::string_view tag = html.substr(0, end).substr(1);
   html.remove_prefix(tag.size() + 1);
   const std::string_view name = takeUpTo(tag, " \t\r\n\f/");
-  if (std::ranges::find(withoutTags, name) != withoutTags.end())
-    html.remove_prefix(std::min(html.find(std::string("</").append(name)), html.size()));
+  if (std::ranges::find(withoutTags, name) != withoutTags.end()) {
+    const auto close = html.find(std::string("</").append(name));
+    if (close != html.npos) html.remove_prefix(close);
+  }
   return name == "meta" ? tag : std::string_view();
 }
 

@@ -90,6 +90,10 @@ std::string_view textEncoding(std::string_view content, std::string_view encodin
   return isText ? std::string_view() : encoding;
 }
 
+std::string_view fileEncoding(std::string_view content, std::string_view encoding) {
+  return kindOf(encoding) == GMIME_CONTENT_ENCODING_BASE64 && !hasFormOfBase64(content) ? std::string_view() : encoding;
+}
+
 struct TransferDecoder::State {
   GMimeContentEncoding encoding;
   GMimeEncoding decoder;

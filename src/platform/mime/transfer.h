@@ -13,6 +13,9 @@ namespace velmora::mime {
 /// and isn't.
 std::string_view textEncoding(std::string_view content, std::string_view encoding, std::string_view charset);
 
+/// The same for a file of a text's kind, which may hold anything: all that counts is whether it looks like base64.
+std::string_view fileEncoding(std::string_view content, std::string_view encoding);
+
 /// Undoes a transfer encoding (base64, quoted-printable, uuencode in any of their names; all else is taken as it is),
 /// slice by slice. What breaks the encoding is passed over.
 class TransferDecoder {

@@ -30,7 +30,7 @@ struct Utf8Habit {
 /// What is known of a server: what it announced, and what it can't do all the same.
 struct ServerHabit {
   bool oneByOne = false;                  ///< it doesn't stand pipelining
-  int capaBlamed = 0;                     ///< how often in succession it hung or hung up on CAPA, and let in without
+  int capaBlamed = 0;                     ///< how often in succession it hung or hung up on CAPA
   std::optional<Announcement> announced;  ///< until a login fails
   std::map<std::size_t, Utf8Habit> utf8;  ///< by a hash of login and password
 

@@ -14,12 +14,12 @@ namespace {
 
 constexpr const char* pipelining = "PIPELINING";
 
-/// What a server may answer because a connection before has just ended in the midst of it.
-bool isOfHaste(const PopFailure& failure) {
-  constexpr std::array ofHaste = {pop_failure::mailboxInUse,    pop_failure::temporaryTrouble,
+/// What comes to an end by itself, as the lock of a mailbox whose connection has just ended in the midst of it.
+bool isPassing(const PopFailure& failure) {
+  constexpr std::array passing = {pop_failure::mailboxInUse,    pop_failure::temporaryTrouble,
                                   pop_failure::noGreeting,      pop_failure::greetedWithRefusal,
                                   pop_failure::connectionReset, pop_failure::connectionRefused};
-  return std::ranges::find(ofHaste, failure.number()) != ofHaste.end();
+  return std::ranges::find(passing, failure.number()) != passing.end();
 }
 
 std::vector<std::string> openingCommands(bool withListing) {
@@ -60,11 +60,12 @@ Session::Session(Transport& transport, Server server, ServerHabits& habits, Even
 
 void Session::open() {
   requireSendable(server_.credentials);
+  sentUtf8_ = false;
   try {
     openInTwoAttempts();
-  } catch (const PopFailure&) {
+  } catch (const PopFailure& failure) {
     habit().announced.reset();
-    if (loggingIn_ && !conversation_->isClosed()) ++utf8Habit().failures;
+    if (sentUtf8_ && !isPassing(failure) && !conversation_->isClosed()) ++utf8Habit().failures;
     throw;
   }
 }
@@ -82,9 +83,10 @@ void Session::openInTwoAttempts() {
       connectAndLogIn(simpler);
     } catch (const PopFailure& second) {
       conversation_->requireOpen();
-      if (simpler.capa && isOfHaste(second)) throw PopFailure(failure);
+      if (simpler.capa && isPassing(second)) throw PopFailure(failure);
       throw;
     }
+    if (manner.utf8 && !simpler.utf8) ++utf8Habit().blamed;
   }
 }
 
@@ -95,6 +97,7 @@ Session::Manner Session::withoutWhatFailed(Manner manner) {
   try {
     throw;
   } catch (const CapabilitiesFailure&) {
+    ++habit().capaBlamed;
     manner.capa = false;
   } catch (const CredentialsRefusal& refusal) {
     if (!maySuspectUtf8 || refusal.isSure()) throw;
@@ -117,16 +120,16 @@ Utf8Habit& Session::utf8Habit() {
 void Session::connectAndLogIn(const Manner& manner) {
   if (!isClosed()) close();
   conversation_.emplace(transport_, server_.timeOut, server_.credentials.password, whileWaiting_);
-  loggingIn_ = loginPipelined_ = loginWithUtf8_ = pipelined_ = false;
+  loginPipelined_ = loginWithUtf8_ = pipelined_ = false;
   events_.entered(PopState::Connecting);
   conversation_->requireOpen();
   conversation_->connect(server_.host, static_cast<std::uint16_t>(server_.port), server_.secure);
   if (server_.secure) events_.certificate(transport_.certificate());
   greet(*conversation_, server_.secure);
   events_.entered(PopState::Authorization);
-  loggingIn_ = true;
   authorize(manner);
   maildrop_ = askMaildrop(*conversation_);
+  learn(manner);
   conversation_->enter(Phase::Working);
 }
 
@@ -140,6 +143,7 @@ void Session::authorize(const Manner& manner) {
   const bool offersUtf8 = announced.before.contains("UTF8 USER");
   loginPipelined_ = !habit().oneByOne && announced.before.contains(pipelining) && announced.before.contains("USER");
   loginWithUtf8_ = manner.utf8 && offersUtf8;
+  sentUtf8_ = sentUtf8_ || offersUtf8;
   if (loginPipelined_) conversation_->sendAhead(logInCommands(server_.credentials, loginWithUtf8_));
   if (loginWithUtf8_) loginWithUtf8_ = askUtf8(*conversation_);
   logIn(*conversation_, server_.credentials, announced.before);
@@ -147,19 +151,16 @@ void Session::authorize(const Manner& manner) {
   if (asks && !announced.before.contains(pipelining)) announced.after = askCapabilities(*conversation_);
   pipelined_ = !habit().oneByOne && (announced.before.contains(pipelining) || announced.after.contains(pipelining));
   if (pipelined_) conversation_->sendAhead(openingCommands(server_.listAhead));
-  learn(manner, offersUtf8);
-  if (manner.capa) habit().announced = std::move(announced);
+  announced_ = std::move(announced);
 }
 
-/// A login has gone through.
-void Session::learn(const Manner& manner, bool offersUtf8) {
-  habit().capaBlamed = manner.capa ? 0 : habit().capaBlamed + 1;
-  Utf8Habit& seen = utf8Habit();
-  seen.failures = 0;
-  if (loginWithUtf8_)
-    seen.blamed = 0;
-  else if (offersUtf8 && !manner.utf8)
-    ++seen.blamed;
+/// The mailbox is open.
+void Session::learn(const Manner& manner) {
+  utf8Habit().failures = 0;
+  if (loginWithUtf8_) utf8Habit().blamed = 0;
+  if (!manner.capa) return;
+  habit().capaBlamed = 0;
+  habit().announced = announced_;
 }
 
 void Session::run(const Job& job, const Conversation::WhileWaiting& whileWaiting) {

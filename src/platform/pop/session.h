@@ -77,7 +77,7 @@ class Session {
   void connectAndLogIn(const Manner& manner);
   void authorize(const Manner& manner);
   Manner withoutWhatFailed(Manner manner);
-  void learn(const Manner& manner, bool offersUtf8);
+  void learn(const Manner& manner);
   void openAgainAfter(const PopFailure& failure);
   ServerHabit& habit() { return habits_[server_.key()]; }
   Utf8Habit& utf8Habit();
@@ -90,7 +90,8 @@ class Session {
   Conversation::WhileWaiting whileWaiting_;
   std::optional<Conversation> conversation_;
   Maildrop maildrop_;
-  bool loggingIn_ = false;  ///< the last attempt has come so far
+  Announcement announced_;
+  bool sentUtf8_ = false;  ///< an attempt has come to a login that UTF8 may be part of
   bool loginPipelined_ = false;
   bool loginWithUtf8_ = false;
   bool pipelined_ = false;
