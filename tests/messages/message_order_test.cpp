@@ -71,10 +71,10 @@ TEST(SortKey, IsTheUpperCaseTextAndSizesCountByDigits) {
   MailMessage message;
   message.Subject = "re: straße Ñandú привет";
   message.Size = "42";
-  EXPECT_EQ(sortKey(message, *sortColumn("Subject")), "RE: STRAßE ÑANDÚ ПРИВЕТ");
-  EXPECT_EQ(sortKey(message, *sortColumn("Size")), "000042");
+  EXPECT_EQ(sortKey(message.Subject, *sortColumn("Subject")), "RE: STRAßE ÑANDÚ ПРИВЕТ");
+  EXPECT_EQ(sortKey(message.Size, *sortColumn("Size")), "000042");
   message.Size = "1234567";
-  EXPECT_EQ(sortKey(message, *sortColumn("Size")), "1234567");
+  EXPECT_EQ(sortKey(message.Size, *sortColumn("Size")), "1234567");
   EXPECT_EQ(sortColumn("4"), nullptr);
 }
 

@@ -146,12 +146,6 @@ void layGroup(Equals group, std::vector<std::size_t>& laid) {
   }
 }
 
-std::string keyOf(std::string_view value, const SortColumnField& column) {
-  if (column.field != &MailMessage::Size) return text::upper(value);
-  constexpr std::size_t digits = 6;
-  return std::string(digits - std::min(value.size(), digits), '0').append(value);
-}
-
 /// Texts side by side.
 class JoinedTexts {
  public:
@@ -180,8 +174,10 @@ const SortColumnField* sortColumn(std::string_view name) {
   return found == sortColumns.end() ? nullptr : found;
 }
 
-std::string sortKey(const MailMessage& message, const SortColumnField& column) {
-  return keyOf(message.*column.field, column);
+std::string sortKey(std::string_view value, const SortColumnField& column) {
+  if (column.field != &MailMessage::Size) return text::upper(value);
+  constexpr std::size_t digits = 6;
+  return std::string(digits - std::min(value.size(), digits), '0').append(value);
 }
 
 std::vector<std::size_t> exchangeOrder(std::span<const std::string_view> keys, bool descending) {
@@ -217,7 +213,7 @@ std::vector<std::size_t> sortedOrder(const MessageRange& messages, const SortCol
   JoinedTexts values;
   for (const std::string_view field : fields) values.add(field);
   JoinedTexts keys;
-  for (const std::string_view value : values.views()) keys.add(keyOf(value, column));
+  for (const std::string_view value : values.views()) keys.add(sortKey(value, column));
   return exchangeOrder(keys.views(), descending);
 }
 

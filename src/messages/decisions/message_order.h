@@ -25,8 +25,9 @@ inline constexpr std::array<SortColumnField, 5> sortColumns = {{{"From", &MailMe
 /// The column of this name, null where it is none of the five.
 const SortColumnField* sortColumn(std::string_view name);
 
-/// What messages are compared by: sizes as numbers of six digits, all else, dates too, in upper case.
-std::string sortKey(const MailMessage& message, const SortColumnField& column);
+/// What messages are compared by, made of what their field of this column holds: sizes as numbers of six digits, all
+/// else, dates too, in upper case.
+std::string sortKey(std::string_view value, const SortColumnField& column);
 
 /// The order that a sort by exchange leaves: `result[i]` is the number, from 0, of the key that comes to stand at `i`.
 /// Such a sort takes each place in turn, compares its key with every later one, and exchanges the two where they stand
