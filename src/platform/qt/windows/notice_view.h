@@ -33,6 +33,8 @@ class NoticeView : public FormView {
   virtual void prepare() = 0;
 
  private:
+  QSize wantedSize();
+
   Qt::Edges corner_;
 };
 
