@@ -90,7 +90,7 @@ MainWindowView::MainWindowView(MainWindow& window) : window_(window) {
   addFocusTaker();
   addShortcuts();
   resize(startSize());
-  setMinimumSize(width(), leastHeight);
+  setMinimumSize(leastSize());
   followForm();
   startTimers();
 }
@@ -206,6 +206,12 @@ void MainWindowView::followForm() {
 }
 
 QSize MainWindowView::startSize() const { return inFontOf(*this, designSize).boundedTo(roomFor(*this)); }
+
+/// A Wayland desktop that lays windows side by side asks for no least width, and one that is insisted on is cut off.
+QSize MainWindowView::leastSize() const {
+  const bool isCut = QGuiApplication::platformName().startsWith("wayland");
+  return {isCut ? 0 : width(), leastHeight};
+}
 
 void MainWindowView::startTimers() {
   constexpr std::chrono::milliseconds settling(200);

@@ -36,6 +36,7 @@ class MainWindowView : public QMainWindow {
   void keepOnScreen();
   static void raiseModal();
   QSize startSize() const;
+  QSize leastSize() const;
 
   MainWindow& window_;
   QWidget* list_ = nullptr;
