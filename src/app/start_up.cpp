@@ -19,6 +19,7 @@
 #include "checking/fetch_original.h"
 #include "checking/pop_session.h"
 #include "checking/start_up_check.h"
+#include "messages/hand_over.h"
 #include "messages/message_list.h"
 #include "messages/preview.h"
 #include "messages/sorting.h"
@@ -129,6 +130,7 @@ void loadAccounts(Program& program, std::int16_t count) {
 
 bool Main(Program& program) {
   if (!program.platform.isOnlyInstance()) return false;
+  DeleteTemporaryFiles(program);  // of a run that was ended by force, as by the loss of its display
   program.AppTitle = program.platform.applicationTitle();
   program.platform.provideLaunchers();
   Form_Load(program);

@@ -177,5 +177,14 @@ TEST_F(TrayIconOfTheProgram, WithoutATrayItSaysSoOnce) {
   }
 }
 
+TEST_F(TrayIconOfTheProgram, WithoutATrayItSaysSoWhereTheDesktopBringsTheWindowBackAtOnce) {
+  program.frmMain.TrayData.TrayPresent = false;
+  start();
+  platform.onYield = [this] { program.frmMain.State = WindowState::Normal; };
+  program.frmMain.Close();
+  EXPECT_EQ(titles(), std::vector<std::string>{"Velmora - No System Tray"});
+  EXPECT_TRUE(program.frmMain.Visible);
+}
+
 }  // namespace
 }  // namespace velmora
