@@ -1,13 +1,19 @@
 #include <QApplication>
 #include <QTimer>
+#include <cstdlib>
+#include <string_view>
+#include <vector>
 
+#include "app/carry_out.h"
 #include "app/program.h"
 #include "app/shut_down.h"
 #include "app/start_up.h"
 #include "platform/mime/gmime_reader.h"
+#include "platform/qt/console.h"
 #include "platform/qt/services/core_dumps.h"
 #include "platform/qt/services/end_of_session.h"
 #include "platform/qt/services/qt_platform.h"
+#include "platform/qt/services/running_instance.h"
 #include "platform/qt/strings.h"
 #include "platform/qt/tray/tray_view.h"
 #include "platform/qt/windows/check_message_view.h"
@@ -48,17 +54,19 @@ void warnOfSettings(QtPlatform& platform) {
   platform.MsgBox(question);
 }
 
-}  // namespace
+/// Returns the exit status of a start while another one runs on the same settings.
+int leaveToTheOther(Command command, const QVariantMap& notes) {
+  if (command == Command::Start || command == Command::Hide || RunningInstance::tell(command, notes)) {
+    return EXIT_SUCCESS;
+  }
+  complain("it runs already and could not be told");
+  return EXIT_FAILURE;
+}
 
-int main(int argc, char* argv[]) {
-  forbidCoreDumps();
+int runOnDesktop(Command command, const MailReader& reader, int& argc, char** argv) {
+  const QVariantMap notes = startUpNotes();
   const QApplication application(argc, argv);
-  QApplication::setApplicationName("Velmora");
-  QApplication::setOrganizationName("Kestrum");
-  QApplication::setDesktopFileName("Velmora");
   QApplication::setQuitOnLastWindowClosed(false);
-
-  const GmimeReader reader;
   QtPlatform platform(reader);
   Program program(platform);
   MainWindowView view(program.frmMain);
@@ -72,9 +80,30 @@ int main(int argc, char* argv[]) {
   const CheckMessageView message(program.frmMessage);
   const FirstUseView firstUse(program.frmFirstUse, &view);
   const EndOfSession endOfSession([&program] { SaveSession(program); }, [&program] { EndApplication(program); });
-  if (!Main(program) || platform.isQuitting()) return 0;
+  if (!Main(program, command)) return leaveToTheOther(command, notes);
+  if (platform.isQuitting()) return EXIT_SUCCESS;
+  const RunningInstance instance([&program](Command asked) { CarryOut(program, asked); });
   QtPlatform::provideSounds();
   // Once the event loop runs: what ends the program also ends the box then.
   QTimer::singleShot(0, &view, [&platform] { warnOfSettings(platform); });
+  if (command != Command::Show) QTimer::singleShot(0, &view, [&program, command] { CarryOut(program, command); });
   return QApplication::exec();
+}
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+  forbidCoreDumps();
+  QCoreApplication::setApplicationName("Velmora");
+  QCoreApplication::setOrganizationName("Kestrum");
+  QGuiApplication::setDesktopFileName("Velmora");
+  const std::vector<std::string_view> words(argv + 1, argv + argc);
+  const auto command = commandOf(words);
+  if (!command) {
+    complain(notUnderstood(words));
+    return exitMisused;
+  }
+  const GmimeReader reader;
+  const bool needsDesktop = *command < Command::Check;
+  return needsDesktop ? runOnDesktop(*command, reader, argc, argv) : answerOnConsole(*command, reader, argc, argv);
 }

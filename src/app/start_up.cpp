@@ -36,8 +36,14 @@ namespace velmora {
 
 namespace {
 
-void showOrHide(Program& program) {
-  if (program.options.MinimizeStartUp == 1) {
+bool startsInTray(const Program& program, Command command) {
+  if (command == Command::Hide) return true;
+  if (command == Command::Show || command == Command::CheckAll) return false;
+  return program.options.MinimizeStartUp == 1;
+}
+
+void showOrHide(Program& program, Command command) {
+  if (startsInTray(program, command)) {
     program.frmMain.State = WindowState::Minimised;
     GoToTray(program);
   } else {
@@ -128,7 +134,7 @@ void loadAccounts(Program& program, std::int16_t count) {
 
 }  // namespace
 
-bool Main(Program& program) {
+bool Main(Program& program, Command command) {
   if (!program.platform.isOnlyInstance()) return false;
   DeleteTemporaryFiles(program);  // of a run that was ended by force, as by the loss of its display
   program.AppTitle = program.platform.applicationTitle();
@@ -136,7 +142,7 @@ bool Main(Program& program) {
   Form_Load(program);
   NextAutoCheck(program, extraMinutesAtStart(program.options, program.platform.now()), false);
   ChooseRunningTimer(program);
-  showOrHide(program);
+  showOrHide(program, command);
   if (isFirstRun(program.platform.settings())) firstRun(program);
   BeginStartUpCountdown(program);
   return true;

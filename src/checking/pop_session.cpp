@@ -116,6 +116,18 @@ FailureReport lastClientFailure(const Program& program) {
   return {program.connection.PopClient->LastError(), program.connection.PopClient->ErrorText()};
 }
 
+void DescribeConnection(PopClient& client, const Account& account, std::int16_t timeOut) {
+  client.Security(account.AcntSecure == 1 ? tlsSecurity : plainSecurity);
+  client.Timeout(timeOut);
+  client.HostName(account.AcntServer);
+  client.Port(text::toInt32(account.AcntPort));
+  client.Login(account.AcntLoginID);
+  client.Password(account.AcntPassword);
+  client.ListAhead(true);
+  client.Blocking(true);
+  client.AuxiliaryMode(0);
+}
+
 void PrepareConnection(Program& program, std::int16_t account) {
   MainWindow& frmMain = program.frmMain;
   const Account& settings = program.accounts[account];
@@ -123,16 +135,7 @@ void PrepareConnection(Program& program, std::int16_t account) {
   frmMain.tmrRetrieveMessage.Enabled = true;
   if (program.activity != Activity::Testing)
     frmMain.StatusBar.Panels(1).Text = settings.AcntName + " - Connection in Progress";
-  PopClient& client = currentClient(program);
-  client.Security(settings.AcntSecure == 1 ? tlsSecurity : plainSecurity);
-  client.Timeout(program.options.ConnectTimeOut);
-  client.HostName(settings.AcntServer);
-  client.Port(text::toInt32(settings.AcntPort));
-  client.Login(settings.AcntLoginID);
-  client.Password(settings.AcntPassword);
-  client.ListAhead(true);
-  client.Blocking(true);
-  client.AuxiliaryMode(0);
+  DescribeConnection(currentClient(program), settings, program.options.ConnectTimeOut);
   program.connection.PopConnected = false;
 }
 

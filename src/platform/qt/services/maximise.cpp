@@ -43,18 +43,9 @@ bool isMainWindowOf(xcb_connection_t* display, std::uint32_t process, xcb_window
 
 void maximise(xcb_connection_t* display, xcb_window_t window) {
   constexpr std::uint32_t add = 1;
-  constexpr std::uint32_t forTheUser = 2;
-  xcb_client_message_event_t wish{};
-  wish.response_type = XCB_CLIENT_MESSAGE;
-  wish.format = 32;
-  wish.window = window;
-  wish.type = x11Atom(display, "_NET_WM_STATE");
-  wish.data = {.data32 = {add, x11Atom(display, "_NET_WM_STATE_MAXIMIZED_VERT"),
-                          x11Atom(display, "_NET_WM_STATE_MAXIMIZED_HORZ"), forTheUser, 0}};
-  xcb_send_event(display, 0, x11Root(display),
-                 XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
-                 reinterpret_cast<const char*>(&wish));
-  xcb_flush(display);
+  x11Ask(display, window, "_NET_WM_STATE",
+         {add, x11Atom(display, "_NET_WM_STATE_MAXIMIZED_VERT"), x11Atom(display, "_NET_WM_STATE_MAXIMIZED_HORZ"),
+          forTheUser, 0});
 }
 
 /// Returns whether the window was there. Each is looked at once, since asking a server that is far away takes time.

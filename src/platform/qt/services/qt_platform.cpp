@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QColorDialog>
-#include <QDateTime>
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
@@ -21,6 +20,7 @@
 #include "platform/qt/services/core_dumps.h"
 #include "platform/qt/services/desktop_applications.h"
 #include "platform/qt/services/file_dialogs.h"
+#include "platform/qt/services/local_time.h"
 #include "platform/qt/services/mail_portal.h"
 #include "platform/qt/services/maximise.h"
 #include "platform/qt/services/print_job.h"
@@ -136,13 +136,6 @@ QtPlatform::~QtPlatform() {
 
 std::string QtPlatform::applicationTitle() const {
   return utf8(QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName());
-}
-
-DateTime QtPlatform::now() const {
-  const QDateTime now = QDateTime::currentDateTime();
-  const QDate date = now.date();
-  const QTime time = now.time();
-  return {date.year(), date.month(), date.day(), time.hour(), time.minute(), time.second()};
 }
 
 Answer QtPlatform::MsgBox(const Question& question) {
@@ -285,8 +278,7 @@ std::string QtPlatform::temporaryFile(std::string_view name) const { return utf8
 void QtPlatform::deleteTemporaryFile(std::string_view name) { QFile::remove(qt(temporaryFile(name))); }
 
 std::shared_ptr<PopClient> QtPlatform::makePopClient() {
-  return std::make_shared<PopClient>(
-      PopClient::Surroundings{makeQtTransport, reader_, [this] { return now(); }, serverHabits_});
+  return std::make_shared<PopClient>(PopClient::Surroundings{makeQtTransport, reader_, localTime, serverHabits_});
 }
 
 }  // namespace velmora

@@ -10,6 +10,7 @@
 #include "platform/platform.h"
 #include "platform/pop/pop_client.h"
 #include "platform/qt/help/help_window.h"
+#include "platform/qt/services/local_time.h"
 #include "platform/qt/services/print_job.h"
 #include "platform/qt/services/qt_settings.h"
 #include "platform/qt/services/sound_player.h"
@@ -34,7 +35,7 @@ class QtPlatform : public Platform {
   static void provideSounds();
 
   std::string applicationTitle() const override;
-  DateTime now() const override;
+  DateTime now() const override { return localTime(); }
   const DateNames& dateNames() const override { return dateNames_; }
   SettingsStore& settings() override { return settingsFile(); }
   Answer MsgBox(const Question& question) override;

@@ -2,6 +2,7 @@
 
 #if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
 #include <QGuiApplication>
+#include <algorithm>
 
 namespace velmora {
 
@@ -29,6 +30,20 @@ xcb_atom_t x11Atom(xcb_connection_t* display, const std::string& name) {
   const auto asked = xcb_intern_atom(display, 0, static_cast<std::uint16_t>(name.size()), name.c_str());
   const XcbReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(display, asked, nullptr), std::free);
   return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_NONE);
+}
+
+void x11Ask(xcb_connection_t* display, xcb_window_t window, const std::string& type,
+            const std::array<std::uint32_t, 5>& words) {
+  xcb_client_message_event_t wish{};
+  wish.response_type = XCB_CLIENT_MESSAGE;
+  wish.format = 32;
+  wish.window = window;
+  wish.type = x11Atom(display, type);
+  std::copy(words.begin(), words.end(), wish.data.data32);
+  xcb_send_event(display, 0, x11Root(display),
+                 XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                 reinterpret_cast<const char*>(&wish));
+  xcb_flush(display);
 }
 
 }  // namespace velmora

@@ -5,6 +5,8 @@
 #if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
 #include <xcb/xcb.h>
 
+#include <array>
+#include <cstdint>
 #include <cstdlib>
 #include <memory>
 #include <string>
@@ -24,6 +26,14 @@ int x11Screen();
 xcb_window_t x11Root(xcb_connection_t* display);
 
 xcb_atom_t x11Atom(xcb_connection_t* display, const std::string& name);
+
+/// Asks the window manager for something to be done to a window, by a message of this type, since the user wants it
+/// (Extended Window Manager Hints, "source indication in requests").
+void x11Ask(xcb_connection_t* display, xcb_window_t window, const std::string& type,
+            const std::array<std::uint32_t, 5>& words);
+
+/// The source indication of what the user has asked for by other means than the window itself.
+inline constexpr std::uint32_t forTheUser = 2;
 
 }  // namespace velmora
 #endif

@@ -14,6 +14,7 @@
 
 #include "app/decisions/shortcuts.h"
 #include "app/main_window.h"
+#include "platform/qt/services/come_forward.h"
 #include "platform/qt/strings.h"
 #include "platform/qt/widgets/bind.h"
 #include "platform/qt/widgets/coloured_menu.h"
@@ -201,6 +202,7 @@ void MainWindowView::followForm() {
   window_.activate.watch([this] {
     raise();
     activateWindow();
+    comeForward(*this);
     raiseModal();
   });
 }
@@ -285,6 +287,7 @@ void MainWindowView::raiseModal() {
   modal->setWindowState(modal->windowState() & ~Qt::WindowMinimized);
   modal->raise();
   modal->activateWindow();
+  comeForward(*modal);
 }
 
 void MainWindowView::closeEvent(QCloseEvent* event) {

@@ -1,0 +1,162 @@
+#include "platform/qt/services/running_instance.h"
+
+#if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDBusServiceWatcher>
+#include <QDBusVirtualObject>
+#include <QTimer>
+#include <array>
+#include <chrono>
+#include <utility>
+
+#include "platform/qt/services/come_forward.h"
+#include "platform/qt/services/waiting.h"
+
+namespace velmora {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+const auto busName = QStringLiteral(VELMORA_APPLICATION_ID);
+const auto interfaceName = QStringLiteral("org.freedesktop.Application");
+
+/// One that holds the lock already may not have reached the bus yet, or be busy for a moment.
+constexpr auto patience = 5s;
+
+/// The bus name in the form of a path, as the specification has it.
+QString objectPath() { return '/' + QString(busName).replace('.', '/').replace('-', '_'); }
+
+struct Action {
+  Command command;
+  const char* name;
+};
+
+constexpr std::array<Action, 2> actions = {{{Command::CheckAll, "check-all"}, {Command::NewMessage, "new-message"}}};
+
+constexpr std::array<std::pair<const char*, const char*>, 2> variables = {
+    {{"DESKTOP_STARTUP_ID", "desktop-startup-id"}, {"XDG_ACTIVATION_TOKEN", "activation-token"}}};
+
+std::optional<Command> commandIn(const QDBusMessage& call) {
+  if (call.member() == "Activate" || call.member() == "Open") return Command::Show;
+  if (call.member() != "ActivateAction" || call.arguments().isEmpty()) return std::nullopt;
+  for (const auto& [command, name] : actions) {
+    if (call.arguments().constFirst().toString() == name) return command;
+  }
+  return std::nullopt;
+}
+
+/// The last argument of each call.
+QVariantMap notesIn(const QDBusMessage& call) {
+  return call.arguments().isEmpty() ? QVariantMap() : qdbus_cast<QVariantMap>(call.arguments().constLast());
+}
+
+/// On Wayland the library takes the right to come to the front from here; on X11 nobody else ends the notice.
+void use(const QVariantMap& notes) {
+  const QByteArray token = notes.value("activation-token").toString().toUtf8();
+  if (!token.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", token);
+  endStartUpNotice(notes.value("desktop-startup-id").toString().toUtf8());
+}
+
+QDBusMessage callFor(Command command, const QVariantMap& notes) {
+  for (const auto& [action, name] : actions) {
+    if (action != command) continue;
+    auto call = QDBusMessage::createMethodCall(busName, objectPath(), interfaceName, "ActivateAction");
+    call.setArguments({QString(name), QVariantList(), notes});
+    return call;
+  }
+  auto call = QDBusMessage::createMethodCall(busName, objectPath(), interfaceName, "Activate");
+  call.setArguments({notes});
+  return call;
+}
+
+bool waitForName(const QDBusConnection& bus) {
+  Waiting waiting;
+  const QDBusServiceWatcher watcher(busName, bus, QDBusServiceWatcher::WatchForRegistration);
+  QObject::connect(&watcher, &QDBusServiceWatcher::serviceRegistered, &watcher, [&waiting] { waiting.wake(); });
+  if (!bus.interface()->isServiceRegistered(busName)) waiting.wait(patience);
+  return bus.interface()->isServiceRegistered(busName);
+}
+
+}  // namespace
+
+/// A virtual object, since the names of the calls are the specification's and need no class that has them as slots.
+class RunningInstance::Object : public QDBusVirtualObject {
+ public:
+  explicit Object(Carry carry) : carry_(std::move(carry)) {}
+
+  QString introspect(const QString& /*path*/) const override {
+    return QStringLiteral(
+               "<interface name=\"%1\">"
+               "<method name=\"Activate\"><arg type=\"a{sv}\" direction=\"in\"/></method>"
+               "<method name=\"Open\"><arg type=\"as\" direction=\"in\"/><arg type=\"a{sv}\" "
+               "direction=\"in\"/></method>"
+               "<method name=\"ActivateAction\"><arg type=\"s\" direction=\"in\"/><arg type=\"av\" direction=\"in\"/>"
+               "<arg type=\"a{sv}\" direction=\"in\"/></method></interface>")
+        .arg(interfaceName);
+  }
+
+  bool handleMessage(const QDBusMessage& call, const QDBusConnection& bus) override {
+    const auto command = commandIn(call);
+    if (!command || (!call.interface().isEmpty() && call.interface() != interfaceName)) return false;
+    bus.send(call.createReply());
+    QTimer::singleShot(0, this, [this, command = *command, notes = notesIn(call)] {
+      use(notes);
+      carry_(command);
+    });
+    return true;
+  }
+
+ private:
+  Carry carry_;
+};
+
+QVariantMap startUpNotes() {
+  QVariantMap notes;
+  for (const auto& [variable, key] : variables) {
+    if (qEnvironmentVariableIsSet(variable)) notes[key] = qEnvironmentVariable(variable);
+  }
+  return notes;
+}
+
+RunningInstance::RunningInstance(Carry carry) : object_(std::make_unique<Object>(std::move(carry))) {
+  QDBusConnection bus = QDBusConnection::sessionBus();
+  if (!bus.isConnected()) return;
+  bus.registerVirtualObject(objectPath(), object_.get());
+  bus.registerService(busName);
+}
+
+RunningInstance::~RunningInstance() {
+  QDBusConnection bus = QDBusConnection::sessionBus();
+  if (!bus.isConnected()) return;
+  bus.unregisterService(busName);
+  bus.unregisterObject(objectPath());
+}
+
+bool RunningInstance::tell(Command command, const QVariantMap& notes) {
+  const QDBusConnection bus = QDBusConnection::sessionBus();
+  if (!bus.isConnected() || !waitForName(bus)) return false;
+  const auto longest = static_cast<int>(std::chrono::milliseconds(patience).count());
+  return bus.call(callFor(command, notes), QDBus::Block, longest).type() == QDBusMessage::ReplyMessage;
+}
+
+}  // namespace velmora
+
+#else
+
+namespace velmora {
+
+class RunningInstance::Object {};
+
+QVariantMap startUpNotes() { return {}; }
+
+RunningInstance::RunningInstance(Carry /*carry*/) {}
+
+RunningInstance::~RunningInstance() = default;
+
+bool RunningInstance::tell(Command /*command*/, const QVariantMap& /*notes*/) { return false; }
+
+}  // namespace velmora
+#endif
