@@ -67,6 +67,10 @@ def open_screen(stack, *display_options):
     """A display and a bus. What is started from now on finds them in the environment."""
     display = run_beside(stack, "Xvfb", "-displayfd", "1", "-nolisten", "tcp", "-noreset", *display_options)
     os.environ |= {"DISPLAY": ":" + display.stdout.readline().strip(), "QT_QPA_PLATFORM": "xcb"}
+    open_bus(stack)
+
+
+def open_bus(stack):
     bus = run_beside(stack, "dbus-daemon", "--session", "--nofork", "--print-address")
     os.environ["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.readline().strip()
 

@@ -20,6 +20,7 @@ Text of {subject}, for every ear.\r
 class ShownProgramTest(BuiltProgramTest):
     SUBJECTS = ()  # of the messages of robin, whose password is secret
     MAILS = ()     # more of them, as they stand on the server
+    open_desktop = staticmethod(open_desktop)
 
     @classmethod
     def setUpClass(cls):
@@ -32,7 +33,7 @@ class ShownProgramTest(BuiltProgramTest):
             files[-1].write_bytes(mail)
         cls.ports = serve_mail(stack, "secret", {"robin": files})[1]
         cls.home, cls.settings = home, settings_in(home)
-        open_desktop(stack, home)
+        cls.open_desktop(stack, home)
         let_screen_readers_in()
         import screen_reader  # finds the bus in the environment
         cls.see = screen_reader
@@ -85,5 +86,5 @@ class ShownProgramTest(BuiltProgramTest):
         box = self.see.wait_for(title, lambda: self.see.window(self.root, title))
         self.assertIn(words, self.see.showing(box, self.see.LABELS)[0].name)
         self.wait_for_focus(self.see.showing(box, self.see.BUTTONS, default)[0])
-        tell("xdotool", "key", *keys.split())
+        self.key(*keys.split())
         self.see.wait_for("the end of the question", lambda: not self.see.window(self.root, title))

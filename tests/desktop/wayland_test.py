@@ -1,0 +1,114 @@
+#!/usr/bin/python3
+"""Works the built program by the keyboard alone in a session without X11, whose bar hosts the tray."""
+import os
+import re
+import unittest
+
+from built_program import PROGRAM, write_settings
+from shown_program import ShownProgramTest
+from wayland_desktop import become_ordinary, open_wayland_desktop, press, shown_windows
+
+from private_desktop import tell, wait_for
+
+RULES = """[Rules]
+RuleCount=1
+Show=1
+Time=30
+[Rule1]
+Name=Casinos
+Enabled=1
+Account=All Accounts
+Action=2
+DescCount=1
+Description1=Subject Contains casino\x20
+"""
+WATCHER = ("org.kde.StatusNotifierWatcher", "/StatusNotifierWatcher")
+
+
+def call(service, path, method, *arguments):
+    return tell("gdbus", "call", "--session", "--dest", service, "--object-path", path, "--method", method, *arguments)
+
+
+class WaylandTest(ShownProgramTest):
+    SUBJECTS = ("Minutes of the meeting", "A casino near you")
+
+    @classmethod
+    def setUpClass(cls):
+        become_ordinary()
+        if not os.access(PROGRAM, os.X_OK):
+            raise unittest.SkipTest("an ordinary user can't reach " + PROGRAM)
+        super().setUpClass()
+
+    @classmethod
+    def open_desktop(cls, stack, home):
+        cls.compositor = open_wayland_desktop(stack, home, PROGRAM)
+
+    def key(self, *keys):
+        press(*keys)
+
+    def setUp(self):
+        write_settings(self.home, [{"Name": "Work", "Port": self.ports["plain"]}])
+        data = self.home / "Kestrum" / "Velmora"
+        left_over = data / "temporary" / "temporary.eml"
+        left_over.parent.mkdir(parents=True, exist_ok=True)
+        left_over.write_text("of a run that was ended by force")
+        (data / "Rules.ini").write_text(RULES)
+        self.start()
+        self.wait_for_window("Velmora")
+        self.assertFalse(left_over.exists())
+
+    def wait_for_window(self, title, kind="con"):
+        """A window of its own, or one that floats, has the keyboard."""
+        shown = wait_for(title, lambda: (found := shown_windows().get(title)) and found["focused"] and found)
+        self.assertEqual((shown["type"], shown["app_id"]), (kind, "Velmora"))
+        return self.see.wait_for(title, lambda: self.see.window(self.root, title))
+
+    def wait_for_end_of(self, title):
+        wait_for("the end of " + title, lambda: title not in shown_windows())
+
+    def close_to_tray(self):
+        press("super+q")
+        wait_for("the end of the window", lambda: not shown_windows())
+
+    def tray_icon(self):
+        """Where on the bus the tray has found it."""
+        icons = call(*WATCHER, "org.freedesktop.DBus.Properties.Get", WATCHER[0], "RegisteredStatusNotifierItems")
+        return re.search("'([^/]+)(/[^']+)'", icons)
+
+    def click_tray_icon(self):
+        """As the tray does."""
+        call(*self.tray_icon().groups(), "org.kde.StatusNotifierItem.Activate", "0", "0")
+
+    def close(self, title):
+        press("Escape")
+        wait_for("the end of " + title, lambda: title not in shown_windows())
+        self.wait_for_window("Velmora")
+
+    def test_a_check_and_what_it_brings_and_the_way_to_the_tray_and_back(self):
+        see = self.see
+        self.button("Check All")
+        press("F5")
+        report, preview = "Velmora - Rule Report Notification", "Velmora - Preview"
+        self.wait_for_window(report, "floating_con")
+        see.wait_for("the end of the check", lambda: see.is_checked(self.root))
+        self.close(report)
+        press("Down", "Return")
+        window = self.wait_for_window(preview, "floating_con")
+        self.assertIn("for every ear", see.showing(window, see.FIELDS, "Body")[0].queryText().getText(0, -1))
+        self.close(preview)
+        press("alt+1")
+        wait_for("the icon", self.tray_icon)
+        self.close_to_tray()
+        wait_for("the kept order", lambda: "SortColumnLastUsed=From" in self.settings.read_text())
+        self.click_tray_icon()
+        self.wait_for_window("Velmora")
+        self.assertEqual(see.messages(self.root).nRows, 2)
+        self.close_to_tray()
+        press("super+v")
+        self.wait_for_window("Velmora")
+        press("ctrl+q")
+        self.expect_end(self.program)
+
+
+if __name__ == "__main__":
+    unittest.main(warnings="ignore")
