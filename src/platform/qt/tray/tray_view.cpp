@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "app/tray.h"
+#include "platform/qt/services/wayland.h"
 #include "platform/qt/strings.h"
 #include "platform/qt/tray/stacked_icon.h"
 #include "platform/qt/widgets/bind.h"
@@ -44,9 +45,17 @@ void TrayView::makeIcon() {
     // A press soon after another one, between which the window may have come and gone, is told as a double click.
     const bool left = reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick;
     if (left && data.LeftButtonDown) data.LeftButtonDown();
-    if (reason == QSystemTrayIcon::Context && data.RightButtonUp) data.RightButtonUp();
+    if (reason == QSystemTrayIcon::Context && data.RightButtonUp) {
+      letMenuFloat();
+      data.RightButtonUp();
+    }
   });
   showTip();
+}
+
+/// A menu that belongs to no window that shows is a window itself on Wayland, where one of a fixed size floats.
+void TrayView::letMenuFloat() {
+  if (onWayland()) menu_.setFixedSize(menu_.sizeHint());
 }
 
 /// Qt takes the tip of its own window in a tray for markup where it looks like some.

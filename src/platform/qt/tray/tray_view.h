@@ -21,6 +21,7 @@ class TrayView : public QObject {
  private:
   void followTray();
   void makeIcon();
+  void letMenuFloat();
   void showTip();
   void dock();
 

@@ -15,6 +15,7 @@
 #include "app/decisions/shortcuts.h"
 #include "app/main_window.h"
 #include "platform/qt/services/come_forward.h"
+#include "platform/qt/services/wayland.h"
 #include "platform/qt/strings.h"
 #include "platform/qt/widgets/bind.h"
 #include "platform/qt/widgets/coloured_menu.h"
@@ -211,8 +212,7 @@ QSize MainWindowView::startSize() const { return inFontOf(*this, designSize).bou
 
 /// A Wayland desktop that lays windows side by side asks for no least width, and one that is insisted on is cut off.
 QSize MainWindowView::leastSize() const {
-  const bool isCut = QGuiApplication::platformName().startsWith("wayland");
-  return {isCut ? 0 : width(), leastHeight};
+  return {onWayland() ? 0 : width(), leastHeight};
 }
 
 void MainWindowView::startTimers() {
