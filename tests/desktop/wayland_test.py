@@ -57,10 +57,13 @@ class WaylandTest(ShownProgramTest):
         self.wait_for_window("Velmora")
         self.assertFalse(left_over.exists())
 
+    def wait_for_keyboard(self, title, kind):
+        wanted = {"type": kind, "app_id": "Velmora", "focused": True}
+        wait_for(f"{title}, {wanted}", lambda: wanted.items() <= shown_windows().get(title, {}).items())
+
     def wait_for_window(self, title, kind="con"):
         """A window of its own, or one that floats, has the keyboard."""
-        shown = wait_for(title, lambda: (found := shown_windows().get(title)) and found["focused"] and found)
-        self.assertEqual((shown["type"], shown["app_id"]), (kind, "Velmora"))
+        self.wait_for_keyboard(title, kind)
         return self.see.wait_for(title, lambda: self.see.window(self.root, title))
 
     def wait_for_end_of(self, title):
@@ -75,9 +78,9 @@ class WaylandTest(ShownProgramTest):
         icons = call(*WATCHER, "org.freedesktop.DBus.Properties.Get", WATCHER[0], "RegisteredStatusNotifierItems")
         return re.search("'([^/]+)(/[^']+)'", icons)
 
-    def click_tray_icon(self):
+    def click_tray_icon(self, method):
         """As the tray does."""
-        call(*self.tray_icon().groups(), "org.kde.StatusNotifierItem.Activate", "0", "0")
+        call(*self.tray_icon().groups(), "org.kde.StatusNotifierItem." + method, "0", "0")
 
     def close(self, title):
         press("Escape")
@@ -100,12 +103,18 @@ class WaylandTest(ShownProgramTest):
         wait_for("the icon", self.tray_icon)
         self.close_to_tray()
         wait_for("the kept order", lambda: "SortColumnLastUsed=From" in self.settings.read_text())
-        self.click_tray_icon()
+        self.click_tray_icon("Activate")
         self.wait_for_window("Velmora")
         self.assertEqual(see.messages(self.root).nRows, 2)
         self.close_to_tray()
-        press("super+v")
+        self.click_tray_icon("ContextMenu")
+        self.wait_for_keyboard("Velmora", "floating_con")
+        press("Down", "Return")  # its first entry
         self.wait_for_window("Velmora")
+        for away in (self.close_to_tray, lambda: tell("swaymsg", "workspace", "elsewhere")):
+            away()
+            press("super+v")
+            self.wait_for_window("Velmora")
         press("ctrl+q")
         self.expect_end(self.program)
 

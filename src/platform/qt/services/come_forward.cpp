@@ -1,7 +1,26 @@
 #include "platform/qt/services/come_forward.h"
 
+#include <QApplication>
 #include <QByteArray>
-#include <QWidget>
+#include <QDialog>
+#include <QList>
+
+#include "platform/qt/services/wayland.h"
+
+namespace velmora {
+
+void appearAnew(QWidget& window) {
+  const bool isAtWork = QApplication::activeWindow() != nullptr || QApplication::activeModalWidget() != nullptr;
+  if (!onWayland() || isAtWork || !window.isVisible() || qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN")) return;
+  QList<QWidget*> hidden = {&window};
+  for (QDialog* child : window.findChildren<QDialog*>(Qt::FindDirectChildrenOnly)) {
+    if (child->isVisible()) hidden.prepend(child);
+  }
+  for (QWidget* each : hidden) each->hide();
+  while (!hidden.isEmpty()) hidden.takeLast()->show();
+}
+
+}  // namespace velmora
 
 #if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
 #include <algorithm>

@@ -9,6 +9,12 @@ namespace velmora {
 /// that nobody steals that would refuse what a window asks for itself. Nothing happens on a desktop that isn't X11's.
 void comeForward(const QWidget& window);
 
+/// The same on Wayland, for a window that shows somewhere: the desktop gives the right to come to the front to nobody
+/// but those that the user has just been at, while a window that appears anew is in front. It and those that belong to
+/// it leave the screen and come back. Nothing happens where the window has the right or a question waits for its
+/// answer.
+void appearAnew(QWidget& window);
+
 /// Tells the desktop that the start which bears this identifier is over (Startup Notification Protocol). Nothing
 /// happens for a blank one, or on a desktop that isn't X11's.
 void endStartUpNotice(const QByteArray& identifier);

@@ -201,6 +201,7 @@ void MainWindowView::followForm() {
   window_.TrayData.TrayPresent.watch([this](bool) { showState(); });
   window_.restoreSize.watch([this] { resize(startSize()); });
   window_.activate.watch([this] {
+    appearAnew(*this);
     raise();
     activateWindow();
     comeForward(*this);
@@ -211,9 +212,7 @@ void MainWindowView::followForm() {
 QSize MainWindowView::startSize() const { return inFontOf(*this, designSize).boundedTo(roomFor(*this)); }
 
 /// A Wayland desktop that lays windows side by side asks for no least width, and one that is insisted on is cut off.
-QSize MainWindowView::leastSize() const {
-  return {onWayland() ? 0 : width(), leastHeight};
-}
+QSize MainWindowView::leastSize() const { return {onWayland() ? 0 : width(), leastHeight}; }
 
 void MainWindowView::startTimers() {
   constexpr std::chrono::milliseconds settling(200);
