@@ -72,6 +72,7 @@ def open_screen(stack, *display_options):
 
 
 def open_bus(stack):
+    """What is started from now on finds the bus in the environment."""
     bus = run_beside(stack, "dbus-daemon", "--session", "--nofork", "--print-address")
     os.environ["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.readline().strip()
 
