@@ -54,7 +54,8 @@ def serve_mail(stack, password, mailboxes):
     stack.callback(subprocess.run, [DOVECOT, "stop", pop], check=True)
     for name, files in mailboxes.items():
         subprocess.run([DOVECOT, "user", pop, name, password], check=True)
-        subprocess.run([DOVECOT, "deliver", pop, name, *files], check=True)
+        if files:
+            subprocess.run([DOVECOT, "deliver", pop, name, *files], check=True)
     return pop, dict(line.split("=") for line in ports.split())
 
 

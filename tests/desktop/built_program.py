@@ -24,8 +24,8 @@ def settings_in(home):
 
 
 class BuiltProgramTest(unittest.TestCase):
-    def start(self):
-        process = subprocess.Popen([PROGRAM], stderr=subprocess.PIPE, text=True)
+    def start(self, *words):
+        process = subprocess.Popen([PROGRAM, *words], stderr=subprocess.PIPE, text=True)
         for end in (process.stderr.close, process.wait, process.kill):
             self.addCleanup(end)
         return process

@@ -37,8 +37,8 @@ class ShownProgramTest(BuiltProgramTest):
         import screen_reader  # finds the bus in the environment
         cls.see = screen_reader
 
-    def start(self):
-        self.program = super().start()
+    def start(self, *words):
+        self.program = super().start(*words)
         self.root = self.see.wait_for("Velmora", lambda: self.see.velmora(self.program.pid))
 
     def end(self):
