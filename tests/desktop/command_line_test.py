@@ -94,11 +94,10 @@ class CommandLineTest(ShownProgramTest):
         other = subprocess.Popen(["xev", "-name", "Other"], stdout=subprocess.DEVNULL)
         self.addCleanup(other.wait)
         self.addCleanup(other.kill)
-        wait_for("another window", lambda: self.active_window() == "Other")
         for command in ("--show", "--action=check-all"):
+            self.work_with("Other")
             self.assertEqual(call(command), (0, "", ""))
             wait_for("the window in front", lambda: self.active_window() == "Velmora")
-            tell("xdotool", "search", "--name", "^Other$", "windowactivate", "--sync")
         self.see.wait_for("the end of the check", lambda: self.see.is_checked(self.root))
         self.assertEqual(call("--hidden"), (0, "", ""))
         self.assertEqual(call("--show", env=os.environ | {"DBUS_SESSION_BUS_ADDRESS": "unix:path=/nowhere"}),
@@ -108,6 +107,12 @@ class CommandLineTest(ShownProgramTest):
         self.start("--show")
         self.button("Check All")
         self.end()
+
+    def work_with(self, window):
+        wait_for(window, lambda: tell("xdotool", "search", "--onlyvisible", "--name", f"^{window}$"))
+        tell("xdotool", "search", "--name", f"^{window}$", "windowactivate", "--sync", "mousemove", "--window", "%1",
+             "10", "10", "click", "1")
+        wait_for("its being worked with", lambda: self.active_window() == window)
 
     def main_windows(self):
         return tell("xdotool", "search", "--onlyvisible", "--name", "^Velmora$")
