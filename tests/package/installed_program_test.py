@@ -39,14 +39,22 @@ class InstalledProgramTest(ShownProgramTest):
             self.addCleanup(end)
         return process
 
-    def test_a_mailbox_is_checked_in_the_window_and_from_the_shell(self):
-        (OWN / ".config").mkdir()
-        write_settings(OWN / ".config", [{"Name": "Work", "Port": self.ports["tls"], "Secure": 1}])
+    def read_menu(self):
+        """What the desktop's menu starts: for the entry itself, and for each of its actions."""
         entry = configparser.RawConfigParser()
         entry.read(SHARE / "applications/Velmora.desktop")
-        self.program = self.call(*entry["Desktop Entry"]["Exec"].split())
+        return {section.split()[-1]: entry[section]["Exec"].split() for section in entry.sections()}
+
+    def test_a_mailbox_is_checked_from_the_menu_and_from_the_shell(self):
+        (OWN / ".config").mkdir()
+        write_settings(OWN / ".config", [{"Name": "Work", "Port": self.ports["tls"], "Secure": 1}])
+        menu = self.read_menu()
+        words = self.call("Velmora", "--help").communicate(timeout=60)[0]
+        self.assertEqual([each for each in menu.values() if each[1] not in words], [])
+        self.program = self.call(*menu["Entry"])
         self.root = self.see.wait_for("Velmora", lambda: self.see.velmora(self.program.pid))
-        self.see.press(self.root, "Check All")
+        self.button("Check All")
+        self.expect_end(self.call(*menu["CheckAll"]))
         self.see.wait_for("the end of the check", lambda: self.see.is_checked(self.root))
         self.assertEqual(self.see.messages(self.root).getAccessibleAt(0, 2).name, "From afar")
         icon = tell("xprop", "-name", "Velmora", "_NET_WM_ICON")  # a sketch of it, one character a pixel
