@@ -83,6 +83,7 @@ int runOnDesktop(Command command, const MailReader& reader, int& argc, char** ar
   const FirstUseView firstUse(program.frmFirstUse, &view);
   const EndOfSession endOfSession([&program] { SaveSession(program); }, [&program] { EndApplication(program); });
   if (!Main(program, command) || platform.isQuitting()) return EXIT_SUCCESS;
+  endStartUpNotice(notes);  // which the library does where a window comes up, but not in the tray
   const RunningInstance instance([&program](Command asked) { CarryOut(program, asked); });
   QtPlatform::provideSounds();
   // Once the event loop runs: what ends the program also ends the box then.

@@ -49,8 +49,10 @@ constexpr std::array<Action, 2> actions = {{{Command::CheckAll, "check-all"}, {C
 /// One token serves one window: what the program starts must not inherit it.
 constexpr auto tokenVariable = "XDG_ACTIVATION_TOKEN";
 
+constexpr auto identifierKey = "desktop-startup-id";
+
 constexpr std::array<std::pair<const char*, const char*>, 2> variables = {
-    {{"DESKTOP_STARTUP_ID", "desktop-startup-id"}, {tokenVariable, "activation-token"}}};
+    {{"DESKTOP_STARTUP_ID", identifierKey}, {tokenVariable, "activation-token"}}};
 
 /// The calls, and the types of their arguments, of which the last one holds notes. Others are never looked into.
 constexpr std::array<std::pair<const char*, const char*>, 3> calls = {
@@ -68,11 +70,11 @@ std::optional<Command> commandIn(const QDBusMessage& call) {
   return std::nullopt;
 }
 
-/// On Wayland the library takes the right to come to the front from here; on X11 nobody else ends the notice.
+/// On Wayland the library takes the right to come to the front from here.
 void use(const QVariantMap& notes) {
   const QByteArray token = notes.value("activation-token").toString().toUtf8();
   if (!token.isEmpty()) qputenv(tokenVariable, token);
-  endStartUpNotice(notes.value("desktop-startup-id").toString().toUtf8());
+  endStartUpNotice(notes);
 }
 
 QDBusMessage callFor(Command command, const QVariantMap& notes) {
@@ -139,6 +141,8 @@ QVariantMap startUpNotes() {
   return notes;
 }
 
+void endStartUpNotice(const QVariantMap& notes) { endStartUpNotice(notes.value(identifierKey).toString().toUtf8()); }
+
 RunningInstance::RunningInstance(Carry carry) : object_(std::make_unique<Object>(std::move(carry))) {
   QDBusConnection bus = QDBusConnection::sessionBus();
   if (!bus.isConnected()) return;
@@ -170,6 +174,8 @@ namespace velmora {
 class RunningInstance::Object {};
 
 QVariantMap startUpNotes() { return {}; }
+
+void endStartUpNotice(const QVariantMap& /*notes*/) {}
 
 RunningInstance::RunningInstance(Carry /*carry*/) {}
 

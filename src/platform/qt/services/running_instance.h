@@ -13,6 +13,9 @@ namespace velmora {
 /// the library's is made, which takes it away.
 QVariantMap startUpNotes();
 
+/// Tells the desktop that the start which the notes tell of is over.
+void endStartUpNotice(const QVariantMap& notes);
+
 /// The program that runs, as the session's bus knows it (org.freedesktop.Application of the Desktop Entry
 /// Specification): it can be told to show itself, and to do what its entry in the desktop's menu offers.
 class RunningInstance {
