@@ -68,6 +68,8 @@ int runOnDesktop(Command command, const MailReader& reader, int& argc, char** ar
   const QApplication application(argc, argv);
   QApplication::setQuitOnLastWindowClosed(false);
   QtPlatform platform(reader);
+  // Before there is anything that could be saved when the wait for the other one is ended.
+  if (!platform.isOnlyInstance()) return leaveToTheOther(command, notes);
   Program program(platform);
   MainWindowView view(program.frmMain);
   const TrayView tray(program.frmMain, view);
@@ -80,8 +82,8 @@ int runOnDesktop(Command command, const MailReader& reader, int& argc, char** ar
   const CheckMessageView message(program.frmMessage);
   const FirstUseView firstUse(program.frmFirstUse, &view);
   const EndOfSession endOfSession([&program] { SaveSession(program); }, [&program] { EndApplication(program); });
-  if (!Main(program, command)) return leaveToTheOther(command, notes);
-  if (platform.isQuitting()) return EXIT_SUCCESS;
+  if (!Main(program, command) || platform.isQuitting()) return EXIT_SUCCESS;
+  endStartUpNotice(notes);  // which the library does where a window comes up, but not in the tray
   const RunningInstance instance([&program](Command asked) { CarryOut(program, asked); });
   QtPlatform::provideSounds();
   // Once the event loop runs: what ends the program also ends the box then.

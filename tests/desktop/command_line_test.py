@@ -7,11 +7,14 @@ import re
 import subprocess
 import unittest
 
+from gi.repository import Gio, GLib
+
 from built_program import PROGRAM, write_settings
 from shown_program import ShownProgramTest
 
 from private_desktop import serve_mail, tell, wait_for
 
+BUS_NAME = "example.velmora.Velmora"
 SHARE = pathlib.Path(__file__).resolve().parents[2] / "share"
 WORDS_STAND_IN = ("man/man1/Velmora.1", "bash-completion/completions/Velmora", "zsh/site-functions/_Velmora",
                   "fish/vendor_completions.d/Velmora.fish")
@@ -96,9 +99,12 @@ class CommandLineTest(ShownProgramTest):
         self.addCleanup(other.kill)
         for command in ("--show", "--action=check-all"):
             self.work_with("Other")
+            tell("wmctrl", "-s", "0" if command == "--show" else "1")
             self.assertEqual(call(command), (0, "", ""))
             wait_for("the window in front", lambda: self.active_window() == "Velmora")
         self.see.wait_for("the end of the check", lambda: self.see.is_checked(self.root))
+        for kind in ("(a{ss})", "(as)", "(i)", "()"):
+            self.assertIn("Unknown", self.refusal_of("Activate", kind))
         self.assertEqual(call("--hidden"), (0, "", ""))
         self.assertEqual(call("--show", env=os.environ | {"DBUS_SESSION_BUS_ADDRESS": "unix:path=/nowhere"}),
                          (1, "", "Velmora: it runs already and could not be told\n"))
@@ -107,6 +113,18 @@ class CommandLineTest(ShownProgramTest):
         self.start("--show")
         self.button("Check All")
         self.end()
+
+    def refusal_of(self, member, kind):
+        empty = {"a": [], "i": 1}
+        words = GLib.Variant(kind, tuple(empty[each[0]] for each in re.findall(r"a\{ss\}|as|i", kind)))
+        bus = Gio.DBusConnection.new_for_address_sync(
+            os.environ["DBUS_SESSION_BUS_ADDRESS"],
+            Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION)
+        with self.assertRaises(GLib.Error) as refused:
+            bus.call_sync(BUS_NAME, "/" + BUS_NAME.replace(".", "/"), "org.freedesktop.Application", member, words,
+                          None, 0, 5000)
+        bus.close_sync()
+        return refused.exception.message
 
     def work_with(self, window):
         wait_for(window, lambda: tell("xdotool", "search", "--onlyvisible", "--name", f"^{window}$"))

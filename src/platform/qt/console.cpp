@@ -18,9 +18,11 @@ namespace velmora {
 
 namespace {
 
-std::string oneLine(std::string_view line) { return utf8(harmlessLine(line)) + '\n'; }
+std::string oneLine(std::string_view line) {
+  return utf8(harmlessLine(line, static_cast<qsizetype>(line.size()))) + '\n';
+}
 
-/// The settings are read, and nothing is written: another Velmora may be running on them.
+/// Nothing is saved, as another Velmora may be running on these settings.
 int check(const MailReader& reader, int& argc, char** argv) {
   const QCoreApplication application(argc, argv);
   const QtSettings settings;

@@ -29,11 +29,18 @@ void appearAnew(QWidget& window) {
 
 namespace velmora {
 
-void comeForward(const QWidget& window) {
+/// A window manager may leave a window on the workspace where it is, which the user has left.
+void comeForward(const QWidget& widget) {
   xcb_connection_t* display = x11Display();
   if (display == nullptr) return;
-  x11Ask(display, static_cast<xcb_window_t>(window.winId()), "_NET_ACTIVE_WINDOW",
-         {forTheUser, XCB_CURRENT_TIME, 0, 0, 0});
+  const auto window = static_cast<xcb_window_t>(widget.winId());
+  const auto now = x11Numbers(display, x11Root(display), x11Atom(display, "_NET_CURRENT_DESKTOP"));
+  const auto place = x11Numbers(display, window, x11Atom(display, "_NET_WM_DESKTOP"));
+  constexpr std::uint32_t everywhere = 0xFFFFFFFF;
+  if (now.size() == 1 && place.size() == 1 && place != now && place.front() != everywhere) {
+    x11Ask(display, window, "_NET_WM_DESKTOP", {now.front(), forTheUser, 0, 0, 0});
+  }
+  x11Ask(display, window, "_NET_ACTIVE_WINDOW", {forTheUser, XCB_CURRENT_TIME, 0, 0, 0});
 }
 
 /// The text goes to the root window in pieces of twenty bytes, its end included.

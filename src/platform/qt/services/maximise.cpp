@@ -23,21 +23,11 @@ using namespace std::chrono_literals;
 constexpr auto interval = 200ms;
 constexpr auto patience = 10s;
 
-/// A property that is a list of numbers; none where there is no such.
-std::vector<std::uint32_t> numbersIn(xcb_connection_t* display, xcb_window_t window, xcb_atom_t property) {
-  constexpr std::uint32_t most = 10'000;
-  const auto asked = xcb_get_property(display, 0, window, property, XCB_ATOM_ANY, 0, most);
-  const XcbReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(display, asked, nullptr), std::free);
-  if (!reply || reply->format != 32) return {};
-  const auto* values = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
-  return {values, values + reply->value_len};
-}
-
 /// Not a splash screen, nor what belongs to another window.
 bool isMainWindowOf(xcb_connection_t* display, std::uint32_t process, xcb_window_t window) {
-  if (numbersIn(display, window, x11Atom(display, "_NET_WM_PID")) != std::vector{process}) return false;
-  const auto kinds = numbersIn(display, window, x11Atom(display, "_NET_WM_WINDOW_TYPE"));
-  return numbersIn(display, window, XCB_ATOM_WM_TRANSIENT_FOR).empty() &&
+  if (x11Numbers(display, window, x11Atom(display, "_NET_WM_PID")) != std::vector{process}) return false;
+  const auto kinds = x11Numbers(display, window, x11Atom(display, "_NET_WM_WINDOW_TYPE"));
+  return x11Numbers(display, window, XCB_ATOM_WM_TRANSIENT_FOR).empty() &&
          (kinds.empty() || kinds.front() == x11Atom(display, "_NET_WM_WINDOW_TYPE_NORMAL"));
 }
 
@@ -50,7 +40,7 @@ void maximise(xcb_connection_t* display, xcb_window_t window) {
 
 /// Returns whether the window was there. Each is looked at once, since asking a server that is far away takes time.
 bool maximiseFirstOf(xcb_connection_t* display, std::uint32_t process, std::set<xcb_window_t>& seen) {
-  for (const xcb_window_t window : numbersIn(display, x11Root(display), x11Atom(display, "_NET_CLIENT_LIST"))) {
+  for (const xcb_window_t window : x11Numbers(display, x11Root(display), x11Atom(display, "_NET_CLIENT_LIST"))) {
     if (!seen.insert(window).second || !isMainWindowOf(display, process, window)) continue;
     maximise(display, window);
     return true;

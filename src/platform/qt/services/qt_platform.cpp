@@ -190,6 +190,7 @@ QtSettings& QtPlatform::settingsFile() {
 }
 
 bool QtPlatform::isOnlyInstance() {
+  if (instanceLock_ && instanceLock_->isLocked()) return true;
   const QString folder = QFileInfo(QtSettings::fileName()).path();
   makePrivateFolder(folder);  // the first start finds none
   instanceLock_.emplace(folder + "/Velmora.lock");

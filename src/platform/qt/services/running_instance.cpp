@@ -1,17 +1,21 @@
 #include "platform/qt/services/running_instance.h"
 
 #if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
+#include <QCryptographicHash>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusServiceWatcher>
 #include <QDBusVirtualObject>
+#include <QFileInfo>
 #include <QTimer>
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <utility>
 
 #include "platform/qt/services/come_forward.h"
+#include "platform/qt/services/qt_settings.h"
 #include "platform/qt/services/waiting.h"
 
 namespace velmora {
@@ -20,14 +24,20 @@ namespace {
 
 using namespace std::chrono_literals;
 
-const auto busName = QStringLiteral(VELMORA_APPLICATION_ID);
+const auto applicationId = QStringLiteral(VELMORA_APPLICATION_ID);
 const auto interfaceName = QStringLiteral("org.freedesktop.Application");
 
 /// One that holds the lock already may not have reached the bus yet, or be busy for a moment.
 constexpr auto patience = 5s;
 
-/// The bus name in the form of a path, as the specification has it.
-QString objectPath() { return '/' + QString(busName).replace('.', '/').replace('-', '_'); }
+/// Of the one that runs on these settings. A second one may run on others, as for a test or a second user's mail.
+QString busName() {
+  const QByteArray settings = QFileInfo(QtSettings::fileName()).absoluteFilePath().toUtf8();
+  return applicationId + ".On" + QCryptographicHash::hash(settings, QCryptographicHash::Sha256).left(8).toHex();
+}
+
+/// The application's id in the form of a path, as the specification has it.
+QString objectPath() { return '/' + QString(applicationId).replace('.', '/').replace('-', '_'); }
 
 struct Action {
   Command command;
@@ -36,48 +46,56 @@ struct Action {
 
 constexpr std::array<Action, 2> actions = {{{Command::CheckAll, "check-all"}, {Command::NewMessage, "new-message"}}};
 
+/// One token serves one window: what the program starts must not inherit it.
+constexpr auto tokenVariable = "XDG_ACTIVATION_TOKEN";
+
+constexpr auto identifierKey = "desktop-startup-id";
+
 constexpr std::array<std::pair<const char*, const char*>, 2> variables = {
-    {{"DESKTOP_STARTUP_ID", "desktop-startup-id"}, {"XDG_ACTIVATION_TOKEN", "activation-token"}}};
+    {{"DESKTOP_STARTUP_ID", identifierKey}, {tokenVariable, "activation-token"}}};
+
+/// The calls, and the types of their arguments, of which the last one holds notes. Others are never looked into.
+constexpr std::array<std::pair<const char*, const char*>, 3> calls = {
+    {{"Activate", "a{sv}"}, {"Open", "asa{sv}"}, {"ActivateAction", "sava{sv}"}}};
 
 std::optional<Command> commandIn(const QDBusMessage& call) {
-  if (call.member() == "Activate" || call.member() == "Open") return Command::Show;
-  if (call.member() != "ActivateAction" || call.arguments().isEmpty()) return std::nullopt;
+  const bool isCall = std::any_of(calls.begin(), calls.end(), [&call](const auto& each) {
+    return call.member() == each.first && call.signature() == each.second;
+  });
+  if (!isCall || (!call.interface().isEmpty() && call.interface() != interfaceName)) return std::nullopt;
+  if (call.member() != "ActivateAction") return Command::Show;
   for (const auto& [command, name] : actions) {
     if (call.arguments().constFirst().toString() == name) return command;
   }
   return std::nullopt;
 }
 
-/// The last argument of each call.
-QVariantMap notesIn(const QDBusMessage& call) {
-  return call.arguments().isEmpty() ? QVariantMap() : qdbus_cast<QVariantMap>(call.arguments().constLast());
-}
-
-/// On Wayland the library takes the right to come to the front from here; on X11 nobody else ends the notice.
+/// On Wayland the library takes the right to come to the front from here.
 void use(const QVariantMap& notes) {
   const QByteArray token = notes.value("activation-token").toString().toUtf8();
-  if (!token.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", token);
-  endStartUpNotice(notes.value("desktop-startup-id").toString().toUtf8());
+  if (!token.isEmpty()) qputenv(tokenVariable, token);
+  endStartUpNotice(notes);
 }
 
 QDBusMessage callFor(Command command, const QVariantMap& notes) {
   for (const auto& [action, name] : actions) {
     if (action != command) continue;
-    auto call = QDBusMessage::createMethodCall(busName, objectPath(), interfaceName, "ActivateAction");
+    auto call = QDBusMessage::createMethodCall(busName(), objectPath(), interfaceName, "ActivateAction");
     call.setArguments({QString(name), QVariantList(), notes});
     return call;
   }
-  auto call = QDBusMessage::createMethodCall(busName, objectPath(), interfaceName, "Activate");
+  auto call = QDBusMessage::createMethodCall(busName(), objectPath(), interfaceName, "Activate");
   call.setArguments({notes});
   return call;
 }
 
 bool waitForName(const QDBusConnection& bus) {
   Waiting waiting;
-  const QDBusServiceWatcher watcher(busName, bus, QDBusServiceWatcher::WatchForRegistration);
+  const QString name = busName();
+  const QDBusServiceWatcher watcher(name, bus, QDBusServiceWatcher::WatchForRegistration);
   QObject::connect(&watcher, &QDBusServiceWatcher::serviceRegistered, &watcher, [&waiting] { waiting.wake(); });
-  if (!bus.interface()->isServiceRegistered(busName)) waiting.wait(patience);
-  return bus.interface()->isServiceRegistered(busName);
+  if (!bus.interface()->isServiceRegistered(name)) waiting.wait(patience);
+  return bus.interface()->isServiceRegistered(name);
 }
 
 }  // namespace
@@ -100,11 +118,13 @@ class RunningInstance::Object : public QDBusVirtualObject {
 
   bool handleMessage(const QDBusMessage& call, const QDBusConnection& bus) override {
     const auto command = commandIn(call);
-    if (!command || (!call.interface().isEmpty() && call.interface() != interfaceName)) return false;
+    if (!command) return false;
     bus.send(call.createReply());
-    QTimer::singleShot(0, this, [this, command = *command, notes = notesIn(call)] {
+    const auto notes = qdbus_cast<QVariantMap>(call.arguments().constLast());
+    QTimer::singleShot(0, this, [this, command = *command, notes] {
       use(notes);
       carry_(command);
+      qunsetenv(tokenVariable);
     });
     return true;
   }
@@ -121,17 +141,20 @@ QVariantMap startUpNotes() {
   return notes;
 }
 
+void endStartUpNotice(const QVariantMap& notes) { endStartUpNotice(notes.value(identifierKey).toString().toUtf8()); }
+
 RunningInstance::RunningInstance(Carry carry) : object_(std::make_unique<Object>(std::move(carry))) {
   QDBusConnection bus = QDBusConnection::sessionBus();
   if (!bus.isConnected()) return;
   bus.registerVirtualObject(objectPath(), object_.get());
-  bus.registerService(busName);
+  for (const QString& name : {busName(), applicationId}) bus.registerService(name);
+  qunsetenv(tokenVariable);
 }
 
 RunningInstance::~RunningInstance() {
   QDBusConnection bus = QDBusConnection::sessionBus();
   if (!bus.isConnected()) return;
-  bus.unregisterService(busName);
+  for (const QString& name : {busName(), applicationId}) bus.unregisterService(name);
   bus.unregisterObject(objectPath());
 }
 
@@ -151,6 +174,8 @@ namespace velmora {
 class RunningInstance::Object {};
 
 QVariantMap startUpNotes() { return {}; }
+
+void endStartUpNotice(const QVariantMap& /*notes*/) {}
 
 RunningInstance::RunningInstance(Carry /*carry*/) {}
 

@@ -32,6 +32,15 @@ xcb_atom_t x11Atom(xcb_connection_t* display, const std::string& name) {
   return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_NONE);
 }
 
+std::vector<std::uint32_t> x11Numbers(xcb_connection_t* display, xcb_window_t window, xcb_atom_t property) {
+  constexpr std::uint32_t most = 10'000;
+  const auto asked = xcb_get_property(display, 0, window, property, XCB_ATOM_ANY, 0, most);
+  const XcbReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(display, asked, nullptr), std::free);
+  if (!reply || reply->format != 32) return {};
+  const auto* values = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
+  return {values, values + reply->value_len};
+}
+
 void x11Ask(xcb_connection_t* display, xcb_window_t window, const std::string& type,
             const std::array<std::uint32_t, 5>& words) {
   xcb_client_message_event_t wish{};

@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace velmora {
 
@@ -26,6 +27,9 @@ int x11Screen();
 xcb_window_t x11Root(xcb_connection_t* display);
 
 xcb_atom_t x11Atom(xcb_connection_t* display, const std::string& name);
+
+/// A property that is a list of numbers; none where there is no such.
+std::vector<std::uint32_t> x11Numbers(xcb_connection_t* display, xcb_window_t window, xcb_atom_t property);
 
 /// Asks the window manager for something to be done to a window, by a message of this type, since the user wants it
 /// (Extended Window Manager Hints, "source indication in requests").
