@@ -113,7 +113,6 @@ void Form_Resize(Program& program) {
   if (program.activity == Activity::Ending) return;
   // Who brings the window back meanwhile wants to see it. Some desktops do so by themselves where there is no tray.
   if (isInTray(program)) GoToTray(program);
-  SaveSession(program);  // the desktop may end without a word while the window is away
   if (!program.frmMain.TrayData.TrayPresent) tellOfNoTray(program);
 }
 

@@ -1,7 +1,6 @@
 """A desktop session without X11 that one caller has for itself; it ends with the caller's ExitStack."""
 import json
 import os
-import pwd
 
 from private_desktop import keep_all_in, open_bus, run_beside, tell
 
@@ -17,15 +16,6 @@ bindsym Mod4+q kill
 bindsym Mod4+v exec {program} --show
 exec echo $WAYLAND_DISPLAY $SWAYSOCK
 """
-
-
-def become_ordinary():
-    """Compositors refuse to work for root."""
-    if os.geteuid() == 0:
-        nobody = pwd.getpwnam("nobody")
-        os.setgroups([])
-        os.setgid(nobody.pw_gid)
-        os.setuid(nobody.pw_uid)
 
 
 def open_wayland_desktop(stack, home, program):
