@@ -19,7 +19,6 @@
 #include "checking/fetch_original.h"
 #include "checking/pop_session.h"
 #include "checking/start_up_check.h"
-#include "messages/hand_over.h"
 #include "messages/message_list.h"
 #include "messages/preview.h"
 #include "messages/sorting.h"
@@ -136,7 +135,6 @@ void loadAccounts(Program& program, std::int16_t count) {
 
 bool Main(Program& program, Command command) {
   if (!program.platform.isOnlyInstance()) return false;
-  DeleteTemporaryFiles(program);  // of a run that was ended by force, as by the loss of its display
   program.AppTitle = program.platform.applicationTitle();
   program.platform.provideLaunchers();
   Form_Load(program);

@@ -44,13 +44,10 @@ class WaylandTest(ShownProgramTest):
     def setUp(self):
         write_settings(self.home, [{"Name": "Work", "Port": self.ports["plain"]}])
         data = self.home / "Kestrum" / "Velmora"
-        left_over = data / "temporary" / "temporary.eml"
-        left_over.parent.mkdir(parents=True, exist_ok=True)
-        left_over.write_text("of a run that was ended by force")
+        data.mkdir(parents=True, exist_ok=True)
         (data / "Rules.ini").write_text(RULES)
         self.start()
         self.wait_for_window("Velmora")
-        self.assertFalse(left_over.exists())
 
     def wait_for_keyboard(self, title, kind):
         wanted = {"type": kind, "app_id": "Velmora", "focused": True}
@@ -108,6 +105,9 @@ class WaylandTest(ShownProgramTest):
             away()
             press("super+v")
             self.wait_for_window("Velmora")
+        tell("swaymsg", "workspace", "farther")
+        tell("env", "XDG_ACTIVATION_TOKEN=worthless", PROGRAM, "--show")
+        self.wait_for_window("Velmora")
         press("ctrl+q")
         self.expect_end(self.program)
 

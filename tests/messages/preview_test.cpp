@@ -37,7 +37,6 @@ TEST_F(Preview, ShowsTheSelectedMessageAndHoldsTimedChecks) {
   EXPECT_EQ(window().rtbRawMsg.Text.get(),
             "From: ann@example.org\r\nTo: me\r\nSubject: [Re]: a/b?\r\n\r\nText of [Re]: a/b?\r\n");
   window().TabStrip.SelectTab(2);
-  platform.deletedFiles.clear();
   press("Exit Preview");
   EXPECT_TRUE(program.frmMain.tmrMailTime.Enabled);
   EXPECT_THAT(platform.deletedFiles, ElementsAre("temporary.eml", "temporary.msg"));

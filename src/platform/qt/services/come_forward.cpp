@@ -4,6 +4,8 @@
 #include <QByteArray>
 #include <QDialog>
 #include <QList>
+#include <QTimer>
+#include <chrono>
 
 #include "platform/qt/services/wayland.h"
 
@@ -11,7 +13,12 @@ namespace velmora {
 
 void appearAnew(QWidget& window) {
   const bool isAtWork = QApplication::activeWindow() != nullptr || QApplication::activeModalWidget() != nullptr;
-  if (!onWayland() || isAtWork || !window.isVisible() || qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN")) return;
+  if (!onWayland() || isAtWork || !window.isVisible()) return;
+  if (qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN")) {  // whose worth only the desktop knows
+    constexpr std::chrono::milliseconds patience(400);
+    QTimer::singleShot(patience, &window, [&window] { appearAnew(window); });
+    return;
+  }
   QList<QWidget*> hidden = {&window};
   for (QDialog* child : window.findChildren<QDialog*>(Qt::FindDirectChildrenOnly)) {
     if (child->isVisible()) hidden.prepend(child);

@@ -7,6 +7,7 @@
 #include <QScrollArea>
 #include <algorithm>
 
+#include "platform/qt/services/wayland.h"
 #include "platform/qt/widgets/bind.h"
 
 // NOLINTBEGIN(cppcoreguidelines-owning-memory): widgets are owned by their parents
@@ -43,28 +44,24 @@ void NoticeView::makeRoom(QScrollArea& area, int lines, int least) {
   area.setFixedHeight(std::min(wanted, area.screen()->availableSize().height() / 2));
 }
 
-/// Only where the user is at work with the program does it take the keyboard, which is settled when a window is made.
-/// Its size is fixed, as desktops that lay windows side by side would else give it a whole side of the screen.
+/// As wide as its title, too, beside the window's buttons. Only where the user is at work with the program does it take
+/// the keyboard, which is settled when a window is made.
 void NoticeView::arrange() {
   destroy();
   setAttribute(Qt::WA_ShowWithoutActivating, QApplication::activeWindow() == nullptr);
   prepare();
-  setFixedSize(wantedSize());
+  constexpr int windowButtons = 140;
+  setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+  setMinimumSize(fontMetrics().horizontalAdvance(windowTitle()) + windowButtons, 0);
+  adjustSize();
+  // Desktops that lay windows side by side let only those of a fixed size float, and give others a side of the screen.
+  if (onWayland()) setFixedSize(size().expandedTo(layout()->totalMinimumSize()));
   constexpr QMargins distance(24, 48, 24, 48);
   const QRect room = screen()->availableGeometry().marginsRemoved(distance);
   QRect place(room.topLeft(), size());
   if (corner_.testFlag(Qt::RightEdge)) place.moveRight(room.right());
   if (corner_.testFlag(Qt::BottomEdge)) place.moveBottom(room.bottom());
   move(place.topLeft());
-}
-
-/// As wide as its title, too, beside the window's buttons.
-QSize NoticeView::wantedSize() {
-  constexpr int windowButtons = 140;
-  setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
-  setMinimumSize(fontMetrics().horizontalAdvance(windowTitle()) + windowButtons, 0);
-  adjustSize();
-  return size();
 }
 
 }  // namespace velmora

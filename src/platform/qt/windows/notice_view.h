@@ -33,8 +33,6 @@ class NoticeView : public FormView {
   virtual void prepare() = 0;
 
  private:
-  QSize wantedSize();
-
   Qt::Edges corner_;
 };
 
