@@ -65,6 +65,8 @@ TEST_F(ProgressViewTest, LeavesTheKeyboardToWhoWrites) {
     place->setFocus();
     ASSERT_TRUE(QTest::qWaitFor([place] { return QApplication::focusWidget() == place; }));
     window_.Visible = true;
+    EXPECT_FALSE(view_.isVisible()) << "what is done in a moment needs no window";
+    ASSERT_TRUE(QTest::qWaitFor([this] { return view_.isVisible(); }));
     EXPECT_EQ(view_.testAttribute(Qt::WA_ShowWithoutActivating), place == &input_);
     window_.Visible = false;
   }
@@ -74,7 +76,7 @@ TEST_F(ProgressViewTest, ShowsWhateverIsSaidHarmlessAndOnTheScreen) {
   const QString long_(5000, u'x');
   window_.lblProgress.Caption = "<b>Printer</b> \u202Etxt\n" + long_.toStdString() + std::string(100, '\n') + "end";
   window_.Visible = true;
-  ASSERT_TRUE(QTest::qWaitForWindowExposed(&view_));
+  ASSERT_TRUE(QTest::qWaitFor([this] { return view_.isVisible(); }));
   auto* label = view_.findChild<QLabel*>("lblProgress");
   EXPECT_TRUE(label->text().startsWith("<b>Printer</b> \uFFFDtxt\n"));
   EXPECT_EQ(label->textFormat(), Qt::PlainText);

@@ -21,10 +21,17 @@ FormView::FormView(Form& form, QWidget* parent, Qt::WindowFlags flags) : QDialog
 void FormView::followForm() {
   form_.Caption.watch([this](const std::string& caption) { setWindowTitle(trimmed(caption)); });
   form_.AlwaysOnTop.watch([this](bool on) { setAlwaysOnTop(on); });
+  appears_.setSingleShot(true);
+  connect(&appears_, &QTimer::timeout, this, &FormView::appear);
   form_.Visible.watch([this](bool on) {
-    if (on && !form_.HiddenWithMain) arrange();  // else it stands where it stood
-    if (on) forgetMinimised(*this);
-    setVisible(on);
+    appears_.stop();
+    if (!on) {
+      hide();
+    } else if (patience().count() == 0) {
+      appear();
+    } else {
+      appears_.start(patience());
+    }
   });
   // NOLINTNEXTLINE(cppcoreguidelines-owning-memory): its parent owns it
   auto* help = new QShortcut(QKeySequence::HelpContents, this);
@@ -37,6 +44,12 @@ void FormView::followForm() {
     raise();
     if (QApplication::activeWindow() != nullptr) activateWindow();  // else the user is at work with another program
   });
+}
+
+void FormView::appear() {
+  if (!form_.HiddenWithMain) arrange();  // else it stands where it stood
+  forgetMinimised(*this);
+  show();
 }
 
 /// The widget would hide to take over a flag; its window need not.

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QDialog>
+#include <QTimer>
+#include <chrono>
 
 namespace velmora {
 
@@ -23,12 +25,17 @@ class FormView : public QDialog {
   /// The window is about to be shown.
   virtual void arrange() {}
 
+  /// How long its form must want it to be seen before it is.
+  virtual std::chrono::milliseconds patience() const { return {}; }
+
   void centreOnScreen();
 
  private:
+  void appear();
   void setAlwaysOnTop(bool on);
 
   Form& form_;
+  QTimer appears_;
 };
 
 }  // namespace velmora

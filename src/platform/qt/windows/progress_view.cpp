@@ -71,6 +71,10 @@ void ProgressView::arrange() {
   centreOnScreen();
 }
 
+/// One that came and went at once would only flicker, and the desktop may give it the keyboard when it has gone
+/// already.
+std::chrono::milliseconds ProgressView::patience() const { return std::chrono::milliseconds(300); }
+
 }  // namespace velmora
 
 // NOLINTEND(cppcoreguidelines-owning-memory)
