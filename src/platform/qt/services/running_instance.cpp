@@ -36,7 +36,7 @@ QString busName() {
   return applicationId + ".On" + QCryptographicHash::hash(settings, QCryptographicHash::Sha256).left(8).toHex();
 }
 
-/// The application's id in the form of a path, as the specification has it.
+/// The application's id in the form of a path, as the desktops' standard has it.
 QString objectPath() { return '/' + QString(applicationId).replace('.', '/').replace('-', '_'); }
 
 struct Action {
@@ -100,7 +100,7 @@ bool waitForName(const QDBusConnection& bus) {
 
 }  // namespace
 
-/// A virtual object, since the names of the calls are the specification's and need no class that has them as slots.
+/// A virtual object, since the names of the calls are the standard's and need no class that has them as slots.
 class RunningInstance::Object : public QDBusVirtualObject {
  public:
   explicit Object(Carry carry) : carry_(std::move(carry)) {}
