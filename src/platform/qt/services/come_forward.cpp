@@ -11,20 +11,24 @@
 
 namespace velmora {
 
-void appearAnew(QWidget& window) {
+namespace {
+
+void hideAndShow(QWidget& window) {
   const bool isAtWork = QApplication::activeWindow() != nullptr || QApplication::activeModalWidget() != nullptr;
-  if (!onWayland() || isAtWork || !window.isVisible()) return;
-  if (qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN")) {  // whose worth only the desktop knows
-    constexpr std::chrono::milliseconds patience(400);
-    QTimer::singleShot(patience, &window, [&window] { appearAnew(window); });
-    return;
-  }
+  if (isAtWork || !window.isVisible()) return;
   QList<QWidget*> hidden = {&window};
   for (QDialog* child : window.findChildren<QDialog*>(Qt::FindDirectChildrenOnly)) {
     if (child->isVisible()) hidden.prepend(child);
   }
   for (QWidget* each : hidden) each->hide();
   while (!hidden.isEmpty()) hidden.takeLast()->show();
+}
+
+}  // namespace
+
+void appearAnew(QWidget& window) {
+  constexpr std::chrono::milliseconds patience(400);
+  if (onWayland()) QTimer::singleShot(patience, &window, [&window] { hideAndShow(window); });
 }
 
 }  // namespace velmora

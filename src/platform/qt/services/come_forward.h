@@ -11,8 +11,8 @@ void comeForward(const QWidget& window);
 
 /// The same on Wayland, for a window that shows somewhere: the desktop gives the right to come to the front to nobody
 /// but those that the user has just been at, while a window that appears anew is in front. It and those that belong to
-/// it leave the screen and come back. Nothing happens where the window has the right, which shows in a moment, or
-/// a question waits for its answer.
+/// it leave the screen and come back. Nothing happens where the window is in front a moment later, as one is that
+/// had the right or has just been shown, or where a question waits for its answer.
 void appearAnew(QWidget& window);
 
 /// Tells the desktop that the start which bears this identifier is over (Startup Notification Protocol). Nothing

@@ -32,7 +32,8 @@ constexpr auto patience = 5s;
 
 /// Of the one that runs on these settings. A second one may run on others, as for a test or a second user's mail.
 QString busName() {
-  const QByteArray settings = QFileInfo(QtSettings::fileName()).absoluteFilePath().toUtf8();
+  const QFileInfo file(QtSettings::fileName());
+  const QByteArray settings = (QFileInfo(file.path()).canonicalFilePath() + '/' + file.fileName()).toUtf8();
   return applicationId + ".On" + QCryptographicHash::hash(settings, QCryptographicHash::Sha256).left(8).toHex();
 }
 
@@ -123,8 +124,8 @@ class RunningInstance::Object : public QDBusVirtualObject {
     const auto notes = qdbus_cast<QVariantMap>(call.arguments().constLast());
     QTimer::singleShot(0, this, [this, command = *command, notes] {
       use(notes);
+      QTimer::singleShot(0, [] { qunsetenv(tokenVariable); });  // also while a check goes on
       carry_(command);
-      qunsetenv(tokenVariable);
     });
     return true;
   }
@@ -144,11 +145,11 @@ QVariantMap startUpNotes() {
 void endStartUpNotice(const QVariantMap& notes) { endStartUpNotice(notes.value(identifierKey).toString().toUtf8()); }
 
 RunningInstance::RunningInstance(Carry carry) : object_(std::make_unique<Object>(std::move(carry))) {
+  for (const auto& [variable, key] : variables) qunsetenv(variable);
   QDBusConnection bus = QDBusConnection::sessionBus();
   if (!bus.isConnected()) return;
   bus.registerVirtualObject(objectPath(), object_.get());
   for (const QString& name : {busName(), applicationId}) bus.registerService(name);
-  qunsetenv(tokenVariable);
 }
 
 RunningInstance::~RunningInstance() {

@@ -5,6 +5,7 @@
 #include <QScreen>
 #include <QShortcut>
 #include <QWindow>
+#include <utility>
 
 #include "platform/controls/form.h"
 #include "platform/qt/strings.h"
@@ -27,7 +28,7 @@ void FormView::followForm() {
     appears_.stop();
     if (!on) {
       hide();
-    } else if (patience().count() == 0) {
+    } else if (patience().count() == 0 || form_.HiddenWithMain) {
       appear();
     } else {
       appears_.start(patience());
@@ -40,16 +41,26 @@ void FormView::followForm() {
   });
   form_.centre.watch([this] { centreOnScreen(); });
   form_.activate.watch([this] {
+    if (appears_.isActive()) {
+      comesForward_ = true;
+      return;
+    }
     if (isMinimized()) showNormal();
     raise();
     if (QApplication::activeWindow() != nullptr) activateWindow();  // else the user is at work with another program
   });
 }
 
+/// Never above a question that waits for its answer, which would keep it from being used.
 void FormView::appear() {
+  if (patience().count() > 0 && QApplication::activeModalWidget() != nullptr) {
+    appears_.start(patience());
+    return;
+  }
   if (!form_.HiddenWithMain) arrange();  // else it stands where it stood
   forgetMinimised(*this);
   show();
+  if (std::exchange(comesForward_, false)) form_.activate.raise();
 }
 
 /// The widget would hide to take over a flag; its window need not.

@@ -36,6 +36,7 @@ class FormView : public QDialog {
 
   Form& form_;
   QTimer appears_;
+  bool comesForward_ = false;  ///< once it appears
 };
 
 }  // namespace velmora
