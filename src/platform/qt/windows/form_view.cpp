@@ -26,6 +26,7 @@ void FormView::followForm() {
   connect(&appears_, &QTimer::timeout, this, &FormView::appear);
   form_.Visible.watch([this](bool on) {
     appears_.stop();
+    comesForward_ = false;
     if (!on) {
       hide();
     } else if (patience().count() == 0 || form_.HiddenWithMain) {
