@@ -6,8 +6,8 @@ namespace velmora {
 
 struct Program;
 
-/// Does what the command asks of the program that runs, as far as what it is doing allows that; returns at once only
-/// where nothing is checked. Commands that a running program has nothing to do with are ignored.
+/// Does what the command asks of the program that runs, as far as what it is doing allows that, and ignores commands
+/// that mean nothing to one that runs. Blocks for as long as a check that it began takes, while the event loop turns.
 void CarryOut(Program& program, Command command);
 
 }  // namespace velmora
