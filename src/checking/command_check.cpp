@@ -12,10 +12,10 @@ namespace velmora {
 namespace {
 
 /// Returns why the account could not be checked, blank where it could.
-std::string countMessages(PopClient& client, Accounts::Row& account, std::int16_t timeOut) {
+std::string countMessages(PopClient& client, Accounts::Row& account, const Options& options) {
   std::string trouble;
   try {
-    DescribeConnection(client, account, timeOut);
+    DescribeConnection(client, account, options);
     client.ListAhead(false);
     client.Connect();
     account.AcntMsgCount = client.Messages().Count();
@@ -42,7 +42,7 @@ CheckStatus CheckFromCommandLine(const SettingsStore& settings, PopClient& clien
     accounts.LoadAccount(settings, number);
     Accounts::Row& account = accounts[number];
     if (account.AcntEnabled == 0) continue;
-    const std::string trouble = countMessages(client, account, options.ConnectTimeOut);
+    const std::string trouble = countMessages(client, account, options);
     lines.result(statusTextAfterCheck(account, false));
     if (!trouble.empty()) lines.trouble(trouble);
     anyChecked = true;

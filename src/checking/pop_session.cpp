@@ -116,9 +116,9 @@ FailureReport lastClientFailure(const Program& program) {
   return {program.connection.PopClient->LastError(), program.connection.PopClient->ErrorText()};
 }
 
-void DescribeConnection(PopClient& client, const Account& account, std::int16_t timeOut) {
+void DescribeConnection(PopClient& client, const Account& account, const Options& options) {
   client.Security(account.AcntSecure == 1 ? tlsSecurity : plainSecurity);
-  client.Timeout(timeOut);
+  client.Timeout(options.ConnectTimeOut);
   client.HostName(account.AcntServer);
   client.Port(text::toInt32(account.AcntPort));
   client.Login(account.AcntLoginID);
@@ -135,7 +135,7 @@ void PrepareConnection(Program& program, std::int16_t account) {
   frmMain.tmrRetrieveMessage.Enabled = true;
   if (program.activity != Activity::Testing)
     frmMain.StatusBar.Panels(1).Text = settings.AcntName + " - Connection in Progress";
-  DescribeConnection(currentClient(program), settings, program.options.ConnectTimeOut);
+  DescribeConnection(currentClient(program), settings, program.options);
   program.connection.PopConnected = false;
 }
 

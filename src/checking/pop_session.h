@@ -12,6 +12,7 @@ namespace velmora {
 
 struct Account;
 struct AccountState;
+struct Options;
 struct Program;
 
 /// The one connection. A stop replaces the client while it works.
@@ -37,8 +38,9 @@ PopClient& currentClient(Program& program);
 /// The last failure of that client, number 0 where there was none.
 FailureReport lastClientFailure(const Program& program);
 
-/// Describes an account's server and login to the client. Throws for a port that is no number.
-void DescribeConnection(PopClient& client, const Account& account, std::int16_t timeOut);
+/// Describes an account's server and login to the client, and what the options say of connections. Throws for a port
+/// that is no number.
+void DescribeConnection(PopClient& client, const Account& account, const Options& options);
 
 /// Screen state and all connection properties. Throws for a port that is no number.
 void PrepareConnection(Program& program, std::int16_t account);

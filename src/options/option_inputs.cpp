@@ -83,6 +83,13 @@ const auto inputs = std::to_array<AnyInput>({
     Tick{&Page::chkMessageSort, &Options::MessageSort},
     Choice{{&Page::optSortColumn, &Options::SortColumn}},
     Choice{{&Page::optSortOrder, &Options::SortOrder}},
+    Tick{&Page::chkNotifyNew, &Options::NotifyNew},
+    Tick{&Page::chkNotifyFailures, &Options::NotifyFailures},
+    Tick{&Page::chkFollowMachine, &Options::FollowMachine},
+    Tick{&Page::chkKeepInterval, &Options::KeepInterval},
+    Tick{&Page::chkUseKeyring, &Options::UseKeyring},
+    Tick{&Page::chkRefuseUntrusted, &Options::RefuseUntrusted},
+    Tick{&Page::chkProtocolLog, &Options::ProtocolLog},
 });
 
 /// Any order but 0 is descending.

@@ -34,6 +34,7 @@ void UpdateOptionTexts(Program& program) {
   page.lblUseInterval.Caption = texts.UseInterval;
   page.lblDefaultClient.Caption = texts.DefaultClient;
   for (std::size_t i = 0; i < texts.PlaySound.size(); ++i) page.lblPlaySound[i].Caption = texts.PlaySound[i];
+  ShowChoiceTexts(page, program.EditOptions);
   for (std::size_t i = 0; i < texts.MenuColours.size(); ++i) page.lblMenuColours[i].Caption = texts.MenuColours[i];
 }
 

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 
+#include "options/desktop_section.h"
 #include "platform/controls/check_box.h"
 #include "platform/controls/colour_box.h"
 #include "platform/controls/number_box.h"
@@ -27,11 +28,12 @@ inline constexpr std::int16_t defaultsSection = 3;
 inline constexpr std::int16_t coloursSection = 4;
 inline constexpr std::int16_t miscellaneousSection = 5;
 inline constexpr std::int16_t aboutSection = 6;
-inline constexpr std::size_t sectionCount = 6;
+inline constexpr std::int16_t desktopSection = 7;
+inline constexpr std::size_t sectionCount = 7;
 
 /// The controls of the Options page: a tree of sections, of which one shows, and what sets the options. The page edits
 /// a working copy that takes effect when the user saves it.
-struct OptionsPage {
+struct OptionsPage : DesktopSection {
   Frame fraOptionsPage;
   velmora::TreeView TreeView{"imlTreeView",
                              {{"StartUp", "StartUp"},
@@ -39,7 +41,8 @@ struct OptionsPage {
                               {"Defaults", "Defaults"},
                               {"Menu Colours", "MenuColours"},
                               {"Miscellaneous", "Miscellaneous"},
-                              {"About", "About"}}};
+                              {"About", "About"},
+                              {"Desktop and Security", "Desktop"}}};
   Label lblOptionsTitle;
   std::array<Image, 2> imgOptionsTitle;  ///< of the list imlTreeView, on both sides of the title
   std::array<Frame, sectionCount> fraOptions;

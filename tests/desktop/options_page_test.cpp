@@ -147,7 +147,7 @@ TEST_F(OptionsOnScreen, EverySectionFitsAndIsNamedAndReached) {
     label->Caption = text;
   }
   page_.lblTrayMenu.Visible = true;
-  const std::size_t inputs[] = {4, 10, 11, 10, 19, 0};
+  const std::size_t inputs[] = {4, 10, 11, 10, 19, 0, 7};
   for (std::size_t section = 0; section < sectionCount; ++section) {
     for (std::size_t other = 0; other < sectionCount; ++other) page_.fraOptions[other].Visible = other == section;
     QCoreApplication::processEvents();

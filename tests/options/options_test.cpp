@@ -13,9 +13,26 @@ using test::MemorySettings;
 TEST(Options, AreWrittenUnderTheirNamesAndHaveTheirDefaults) {
   const std::map<std::string, std::vector<std::string>> keys = {
       {"0",
-       {"EmailCheckStartUp", "StartUpDelay", "MinimizeStartUp", "UseInterval", "NoCheck", "ShowEmailMsgBox",
-        "MsgBoxTime", "ShowEmail", "Hours", "ShowNewOnly", "ButtonStyle", "ApplyStyle", "SuppressConnectErrors",
-        "SuppressRetrieveErrors"}},
+       {"EmailCheckStartUp",
+        "StartUpDelay",
+        "MinimizeStartUp",
+        "UseInterval",
+        "NoCheck",
+        "ShowEmailMsgBox",
+        "MsgBoxTime",
+        "ShowEmail",
+        "Hours",
+        "ShowNewOnly",
+        "ButtonStyle",
+        "ApplyStyle",
+        "SuppressConnectErrors",
+        "SuppressRetrieveErrors",
+        "NotifyNew",
+        "NotifyFailures",
+        "FollowMachine",
+        "KeepInterval",
+        "UseKeyring",
+        "RefuseUntrusted"}},
       {"1",
        {"RunStartUp", "PlaySound", "RestoreColWidth", "FromToolTips", "ToToolTips", "SubjectToolTips", "MessageSort",
         "SortOrder", "CloseButton", "QuickCheck", "DeleteConfirmation"}},
@@ -47,7 +64,7 @@ TEST(Options, EachComesBackAsItWasWritten) {
     Options changed;
     loadOptions(tree, option.read, changed);
     EXPECT_FALSE(isEqual(option.field, changed, Options{})) << option.field.key;
-    if (option.written == OptionField::Written::Elsewhere) continue;
+    if (option.written != OptionField::Written::ByTheSave) continue;
     MemorySettings copy;
     writeOptions(copy, changed);
     EXPECT_EQ(copy.values["Settings\\Options/" + std::string(option.field.key)], isText ? " Grüße; x=1 " : "77");

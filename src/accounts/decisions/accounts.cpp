@@ -24,6 +24,14 @@ constexpr auto fields = std::to_array<Field<Account>>({
     {"AcntSoundOn", &Account::AcntSoundOn},
 });
 
+constexpr auto chosenFields = std::to_array<Field<Account>>({
+    {"AcntKeyringKey", &Account::AcntKeyringKey},
+    {"AcntCertificate", &Account::AcntCertificate},
+    {"AcntCertificateFor", &Account::AcntCertificateFor},
+    {"AcntCertificateBy", &Account::AcntCertificateBy},
+    {"AcntCertificateUntil", &Account::AcntCertificateUntil},
+});
+
 SettingsPlace placeOf(std::int16_t number) { return {settingsSection, std::to_string(number)}; }
 
 template <class Rows>
@@ -35,6 +43,7 @@ auto& rowOf(Rows& rows, std::int16_t number) {
 }  // namespace
 
 std::span<const Field<Account>> accountFields() { return fields; }
+std::span<const Field<Account>> chosenAccountFields() { return chosenFields; }
 
 Accounts::Row& Accounts::operator[](std::int16_t number) { return rowOf(rows_, number); }
 const Accounts::Row& Accounts::operator[](std::int16_t number) const { return rowOf(rows_, number); }
@@ -68,15 +77,25 @@ Accounts::Stored Accounts::storedCount(const SettingsStore& store) {
 void Accounts::LoadAccount(const SettingsStore& store, std::int16_t number) {
   Account& account = (*this)[number];
   for (const auto& field : fields) loadField(store, placeOf(number), field, account);
+  for (const auto& field : chosenFields) loadField(store, placeOf(number), field, account);
 }
 
 void Accounts::SaveAccountFields(SettingsStore& store, std::int16_t number, const Account& account) {
-  for (const auto& field : fields) saveField(store, placeOf(number), field, account);
+  const SettingsPlace place = placeOf(number);
+  for (const auto& field : fields) saveField(store, place, field, account);
+  for (const auto& field : chosenFields) {
+    if (!isEqual(field, account, {})) {
+      saveField(store, place, field, account);
+    } else if (!store.GetSetting(place.section, place.key(field.key), "").empty()) {
+      store.DeleteSetting(place.section, place.key(field.key));
+    }
+  }
 }
 
 void Accounts::DeleteAccountFields(SettingsStore& store, std::int16_t number) {
   const SettingsPlace place = placeOf(number);
   for (const auto& field : fields) store.DeleteSetting(place.section, place.key(field.key));
+  for (const auto& field : chosenFields) store.DeleteSetting(place.section, place.key(field.key));
 }
 
 void Accounts::BlankAccountRow() {

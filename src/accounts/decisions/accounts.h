@@ -23,6 +23,13 @@ struct Account {
   std::string AcntClient;            ///< path of the email client, blank for the default one
   std::string AcntSound;             ///< path of the .wav file, blank for the default one
   std::int16_t AcntSoundOn = 1;
+
+  // Kept only where they hold something, which takes a choice of the user's.
+  std::string AcntKeyringKey;      ///< under which the desktop's keyring has the password, which is kept nowhere else
+  std::string AcntCertificate;     ///< fingerprint of the certificate that the user has accepted for this server
+  std::string AcntCertificateFor;  ///< for whom, by whom and until when that was issued, as it was shown
+  std::string AcntCertificateBy;
+  std::string AcntCertificateUntil;
 };
 
 /// What a run learns about an account. Nothing of it is kept.
@@ -46,6 +53,9 @@ struct AccountState {
 
 /// The twelve kept fields, in the order in which they are read and written.
 std::span<const Field<Account>> accountFields();
+
+/// Those that are kept only where they hold something.
+std::span<const Field<Account>> chosenAccountFields();
 
 /// More than anybody has, and few enough that a damaged count does no harm.
 inline constexpr std::int16_t mostAccounts = 1000;

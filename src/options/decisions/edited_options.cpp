@@ -61,7 +61,7 @@ void followChange(const Options& before, const Options& inForce, Options& edit) 
 
 bool differs(const Options& edit, const Options& inForce) {
   return std::ranges::any_of(optionFields(), [&](const OptionField& option) {
-    return option.written == OptionField::Written::ByTheSave && !isEqual(option.field, edit, inForce);
+    return option.isOfPage() && !isEqual(option.field, edit, inForce);
   });
 }
 

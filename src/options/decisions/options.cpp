@@ -48,6 +48,13 @@ constexpr auto fields = std::to_array<OptionField>({
     {{"SuppressConnectErrors", &Options::SuppressConnectErrors}},
     {{"SuppressRetrieveErrors", &Options::SuppressRetrieveErrors}},
     {{"ConnectTimeOut", &Options::ConnectTimeOut}},
+    {{"NotifyNew", &Options::NotifyNew}},
+    {{"NotifyFailures", &Options::NotifyFailures}},
+    {{"FollowMachine", &Options::FollowMachine}},
+    {{"KeepInterval", &Options::KeepInterval}},
+    {{"UseKeyring", &Options::UseKeyring}},
+    {{"RefuseUntrusted", &Options::RefuseUntrusted}},
+    {{"ProtocolLog", &Options::ProtocolLog}, Read::Never, Written::Never},
     {{"RulesIniFileName", &Options::RulesIniFileName}, Read::AtStartUp, Written::Elsewhere},
 });
 
@@ -65,7 +72,7 @@ void loadOptions(const SettingsStore& store, Read moment, Options& options) {
 
 void takeOver(const Options& edited, Options& options) {
   for (const auto& option : fields) {
-    if (option.written == Written::ByTheSave) copyField(option.field, edited, options);
+    if (option.isOfPage()) copyField(option.field, edited, options);
   }
 }
 

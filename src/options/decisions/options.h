@@ -48,6 +48,13 @@ struct Options {
   std::int16_t SuppressConnectErrors = 0;
   std::int16_t SuppressRetrieveErrors = 0;
   std::int16_t ConnectTimeOut = 10;  ///< seconds
+  std::int16_t NotifyNew = 0;        ///< tell of what timed checks find in a notification of the desktop
+  std::int16_t NotifyFailures = 0;   ///< tell of failures of timed checks in one, too
+  std::int16_t FollowMachine = 0;    ///< timed checks wait for the network, and come soon after sleep
+  std::int16_t KeepInterval = 0;     ///< times of checks are compared as moments
+  std::int16_t UseKeyring = 0;       ///< the desktop's keyring holds the passwords
+  std::int16_t RefuseUntrusted = 0;  ///< servers whose certificate can't be trusted
+  std::int16_t ProtocolLog = 0;      ///< write what is said to servers; off at each start
 
   // Kept in the same section, though not set on the page.
   std::string SortColumnLastUsed = "4";
@@ -59,14 +66,18 @@ struct Options {
 
 inline constexpr std::string_view optionsSection = "Settings\\Options";
 
-/// An option in the settings tree: when it is read, and whether saving the options writes it.
+/// An option in the settings tree: when it is read, and whether saving the options writes it. One that
+/// is neither holds for a run.
 struct OptionField {
-  enum class Read { AtStartUp, WithTheList, WithTheMenus };
-  enum class Written { ByTheSave, Elsewhere };
+  enum class Read { AtStartUp, WithTheList, WithTheMenus, Never };
+  enum class Written { ByTheSave, Elsewhere, Never };
 
   Field<Options> field;
   Read read = Read::AtStartUp;
   Written written = Written::ByTheSave;
+
+  /// The page sets it.
+  bool isOfPage() const { return written != Written::Elsewhere; }
 };
 
 /// All options, in the order in which they are read and written.
@@ -75,7 +86,7 @@ std::span<const OptionField> optionFields();
 /// Reads the options of one moment, each with the default of a new record.
 void loadOptions(const SettingsStore& store, OptionField::Read moment, Options& options);
 
-/// Copies the options that a save takes over, which are those that it writes.
+/// Copies the options that a save takes over, which are those that the page sets.
 void takeOver(const Options& edited, Options& options);
 
 /// Writes all options that a save writes.

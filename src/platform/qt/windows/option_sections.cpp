@@ -17,6 +17,7 @@
 #include "platform/qt/widgets/time_edit.h"
 #include "platform/qt/widgets/titled_frame.h"
 #include "platform/qt/windows/colours_section.h"
+#include "platform/qt/windows/desktop_section_view.h"
 #include "platform/qt/windows/section_parts.h"
 
 // NOLINTBEGIN(cppcoreguidelines-owning-memory): widgets are owned by their parents
@@ -213,6 +214,7 @@ QWidget* makeSection(std::int16_t section, OptionsPage& page, ClientAndSound& ba
   if (section == coloursSection) fillColours(parts, page);
   if (section == miscellaneousSection) fillMiscellaneous(parts, page);
   if (section == aboutSection) fillAbout(parts, page);
+  if (section == desktopSection) fillDesktop(parts, page);
   parts.addStretch();
   return widget;
 }

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/controls/check_box.h"
+#include "platform/controls/simple_controls.h"
+
+namespace velmora {
+
+struct Options;
+
+/// The section Desktop and Security of the Options page: choices that are off at first. Each has a text that says what
+/// its present setting means.
+struct DesktopSection {
+  CheckBox chkNotifyNew{"Tell of New Messages in a Notification"};
+  Label lblNotifyNew;
+  CheckBox chkNotifyFailures{"Tell of failures of timed checks in a notification"};
+  Label lblNotifyFailures;
+  CheckBox chkFollowMachine{"Check soon after sleep, and not while offline"};
+  Label lblFollowMachine;
+  CheckBox chkKeepInterval{"Keep the interval across the end of a month"};
+  Label lblKeepInterval;
+  CheckBox chkUseKeyring{"Keep passwords in the desktop's keyring"};
+  Label lblUseKeyring;
+  CheckBox chkRefuseUntrusted{"Refuse servers whose certificate can't be trusted"};
+  Label lblRefuseUntrusted;
+  CheckBox chkProtocolLog{"Write a protocol log until Velmora ends"};
+  Label lblProtocolLog;
+};
+
+/// Writes the texts of these settings.
+void ShowChoiceTexts(DesktopSection& section, const Options& edit);
+
+}  // namespace velmora
