@@ -83,6 +83,10 @@ void showClientAndSound(Program& program) {
   page.lblAcntPlaySound.Caption = program.EditOptions.PlaySound == 1 ? "Sound: On" : "Sound: Off";
 }
 
+void followSecure(Program& program) {
+  program.frmMain.lblAcntSecure.Caption = protectionText(edited(program), program.options.RefuseUntrusted == 1);
+}
+
 void fillControls(Program& program) {
   const SetForNow loading(program.acnts.AcntLoading, true);
   AccountsPage& page = program.frmMain;
@@ -91,6 +95,7 @@ void fillControls(Program& program) {
   for (const auto& [box, member] : tickInputs) (page.*box).Value = account.*member;
   page.txtAcntColour.BackColour = account.AcntColour;
   page.fraColourBox.Visible = false;
+  followSecure(program);
   showClientAndSound(program);
 }
 
@@ -140,6 +145,7 @@ void takeText(Program& program, const TextInput& input) {
 void takeTick(Program& program, const TickInput& input) {
   if (!isUsersChange(program)) return;
   edited(program).*input.member = (program.frmMain.*input.box).Value;
+  followSecure(program);
   AccountDirtyCheck(program);
 }
 

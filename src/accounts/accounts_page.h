@@ -36,6 +36,7 @@ struct AccountsPage {
   TextBox txtAcntName{20};
   TextBox txtAcntServer;
   CheckBox chkAcntSecure{"Server Requires Secure Connection"};
+  Label lblAcntSecure;  ///< what of the connection is protected
   TextBox txtAcntPort{10};
   Label lblAcntPortNotice;  ///< what is wrong with the port, blank where nothing is
   TextBox txtAcntLoginID;

@@ -78,7 +78,8 @@ void resetRow(Program& program, std::int16_t account) {
 Saving SaveAccount(Program& program) {
   const std::int16_t account = program.accounts.AcntCurrent;
   if (account == 0 || !isNameGood(program, account)) return Saving::NameRefused;
-  const Account taken = program.accounts.Edit(account);
+  Account taken = program.accounts.Edit(account);
+  if (!haveSameServer(taken, program.accounts[account])) forgetCertificate(taken);
   if (!keep(program, account, taken)) return Saving::NotKept;
   Accounts::Row& row = program.accounts[account];
   const std::string former = row.AcntName;

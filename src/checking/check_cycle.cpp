@@ -14,6 +14,7 @@
 #include "messages/email_page.h"
 #include "messages/message_list.h"
 #include "messages/sorting.h"
+#include "platform/set_for_now.h"
 #include "rules/rule_fits.h"
 #include "rules/rule_report.h"
 
@@ -120,6 +121,7 @@ WalkFindings walkEnabledAccounts(Program& program, std::string& lines, bool post
 
 WalkFindings timedWalk(Program& program, bool atStartUp) {
   beginTotals(program);
+  const SetForNow timed(program.walk.timed, true);
   const std::int16_t current = program.accounts.AcntCurrent;
   SetCheckingInterface(program, Activity::Checking);
   std::string lines;

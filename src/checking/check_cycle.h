@@ -16,6 +16,7 @@ struct WalkTotals {
   std::string IncompleteAccounts;  ///< one name a line
   std::string AccountInfoText;
   std::int16_t AccountInfoLines = 0;
+  bool timed = false;  ///< it was not begun by the user, who may be away
 };
 
 /// All enabled accounts, on the user's command.

@@ -7,6 +7,8 @@
 #include "accounts/decisions/account_texts.h"
 #include "app/program.h"
 #include "app/shut_down.h"
+#include "checking/decisions/certificate_texts.h"
+#include "checking/examine_certificate.h"
 #include "checking/fetch_original.h"
 #include "messages/decisions/pictures.h"
 #include "messages/message_capture.h"
@@ -85,7 +87,8 @@ void reportConnectFailure(Program& program, std::int16_t account, const std::exc
   CloseConnection(program);
   const bool silenced =
       program.options.SuppressConnectErrors == 1 && isSilencedOnConnect(lastClientFailure(program).number);
-  if (!silenced) ShowFailure(program, account, failure, failure_title::establishing);
+  if (silenced || IsUserAskedAboutCertificate(program)) return;
+  ShowFailure(program, account, failure, failure_title::establishing);
 }
 
 void showStopping(Program& program) {
@@ -123,6 +126,7 @@ void DescribeConnection(PopClient& client, const Account& account, const Options
   client.Port(text::toInt32(account.AcntPort));
   client.Login(account.AcntLoginID);
   client.Password(account.AcntPassword);
+  client.Demand({.refuseUntrusted = options.RefuseUntrusted == 1, .accepted = account.AcntCertificate});
   client.ListAhead(true);
   client.Blocking(true);
   client.AuxiliaryMode(0);
@@ -149,7 +153,7 @@ void CloseConnection(Program& program) {
 
 void RetrieveAccount(Program& program, std::int16_t account) {
   try {
-    if (retrieve(program, account)) return;
+    if (WithAcceptedCertificate(program, account, [&] { return retrieve(program, account); })) return;
   } catch (const std::exception& failure) {
     reportConnectFailure(program, account, failure);
   }
@@ -164,14 +168,16 @@ void TestConnection(Program& program, std::int16_t account) {
     return;
   }
   try {
-    PrepareConnection(program, account);
-    currentClient(program).Connect();
+    WithAcceptedCertificate(program, account, [&] {
+      PrepareConnection(program, account);
+      currentClient(program).Connect();
+    });
     currentClient(program).Messages().ListMessages(PopMessages::Identifiers::Listed);  // nobody reads them here
     CloseConnection(program);
     if (program.connection.PopConnected) program.platform.MsgBox(testSucceeded(program.AppTitle));
   } catch (const std::exception& failure) {
     CloseConnection(program);
-    ShowFailure(program, account, failure, failure_title::test);
+    if (!IsUserAskedAboutCertificate(program)) ShowFailure(program, account, failure, failure_title::test);
   }
 }
 
@@ -182,10 +188,13 @@ void ClearRetrieval(AccountState& account) {
 
 void ShowFailure(Program& program, std::int16_t account, const std::exception& failure, std::string_view title) {
   if (program.activity == Activity::Ending) return;
-  const std::string& name = program.accounts[account].AcntName;
-  const FailureReport told = lastClientFailure(program);
-  program.platform.MsgBox(told.number > 0 ? connectionError(program.AppTitle, name, told, title)
-                                          : unexpectedError(program.AppTitle, name, describe(failure), title));
+  const Accounts::Row& row = program.accounts[account];
+  FailureReport told = lastClientFailure(program);
+  if (told.number == pop_failure::certificateRefused) {
+    told.text = certificateTrouble(row, currentClient(program).Certificate());
+  }
+  program.platform.MsgBox(told.number > 0 ? connectionError(program.AppTitle, row.AcntName, told, title)
+                                          : unexpectedError(program.AppTitle, row.AcntName, describe(failure), title));
 }
 
 void tmrRetrieveMessage_Timer(Program& program) {

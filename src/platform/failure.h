@@ -62,6 +62,8 @@ inline constexpr std::int32_t messageRefused = 30013;
 /// No data for the time-out while messages came in.
 inline constexpr std::int32_t silentWhileFetching = 30014;
 inline constexpr std::int32_t tlsHandshakeFailed = 60000;
+/// The server's certificate is none that the account takes. Nothing was said to the server.
+inline constexpr std::int32_t certificateRefused = 60001;
 }  // namespace pop_failure
 
 }  // namespace velmora

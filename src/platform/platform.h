@@ -27,6 +27,7 @@ struct Question {
   std::string title;
   Icon icon = Icon::Information;
   Buttons buttons = Buttons::Ok;
+  bool defaultsToNo = false;  ///< Enter answers No, since Yes is not to be said by the way
 
   bool operator==(const Question&) const = default;
 };

@@ -41,7 +41,7 @@ struct MemoryLine {
   std::function<void()> onReceive;            ///< runs inside receive, as an event loop would
   std::function<void()> onTurn;               ///< runs inside turn, as an event loop would
   bool ending = false;                        ///< the program is
-  pop::Transport::Certificate certificate;
+  ServerCertificate certificate;
 
   Milliseconds clock{0};
   int connections = 0;
@@ -55,7 +55,7 @@ class MemoryTransport : public pop::Transport {
   MemoryTransport(MemoryLine& line, MemoryPeer& peer) : line_(line), peer_(peer) {}
 
   void connect(const std::string& host, std::uint16_t port, bool secure, Milliseconds timeOut) override;
-  Certificate certificate() const override { return line_.certificate; }
+  ServerCertificate certificate() const override { return line_.certificate; }
   void send(std::string_view bytes) override;
   std::string receive(Milliseconds wait) override;
   bool turn() override {

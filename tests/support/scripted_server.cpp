@@ -15,17 +15,7 @@
 namespace velmora::test {
 namespace {
 
-/// A certificate that nobody has reason to trust, and its key, in PEM.
-QByteArray makeIdentity() {
-  QProcess openssl;
-  openssl.start("openssl", {"req", "-x509", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:P-256", "-nodes", "-days",
-                            "2", "-subj", "/CN=localhost", "-keyout", "/dev/stdout"});
-  EXPECT_TRUE(openssl.waitForFinished()) << "openssl is needed";
-  return openssl.readAllStandardOutput();
-}
-
-QSslConfiguration serverConfiguration() {
-  const QByteArray identity = makeIdentity();
+QSslConfiguration serverConfiguration(const QByteArray& identity) {
   QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
   configuration.setLocalCertificate(QSslCertificate(identity));
   configuration.setPrivateKey(QSslKey(identity, QSsl::Ec));
@@ -46,7 +36,7 @@ class ServedConnection {
   void open() { say(server_.script.opened()); }
 
   void openSecurely() {
-    socket_.setSslConfiguration(serverConfiguration());
+    socket_.setSslConfiguration(serverConfiguration(server_.identity));
     QObject::connect(&socket_, &QSslSocket::encrypted, &socket_, [this] { open(); });
     socket_.startServerEncryption();
   }
@@ -112,6 +102,14 @@ ScriptedServer::ScriptedServer(MemoryServer& served, Protection protection, cons
 }
 
 ScriptedServer::~ScriptedServer() = default;
+
+QByteArray ScriptedServer::makeIdentity() {
+  QProcess openssl;
+  openssl.start("openssl", {"req", "-x509", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:P-256", "-nodes", "-days",
+                            "2", "-subj", "/CN=localhost", "-keyout", "/dev/stdout"});
+  EXPECT_TRUE(openssl.waitForFinished()) << "openssl is needed";
+  return openssl.readAllStandardOutput();
+}
 
 bool ScriptedServer::isConnected() const { return connection_ && connection_->isConnected(); }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QHostAddress>
 #include <QTcpServer>
 #include <cstddef>
@@ -36,6 +37,10 @@ class ScriptedServer : public QTcpServer {
   std::size_t chunk = std::size_t{1} << 20U;  ///< most bytes that are sent in one go
   Ending ending = Ending::Clean;
   int connections = 0;
+
+  /// The certificate and its key, in PEM, that it shows from now on: one that nobody has reason to trust.
+  QByteArray identity = makeIdentity();
+  static QByteArray makeIdentity();
 
   std::uint16_t port() const { return serverPort(); }
 

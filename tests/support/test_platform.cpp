@@ -17,7 +17,7 @@ class RoutedTransport : public pop::Transport {
     line_ = server->second.makeTransport();
     line_->connect(host, port, secure, timeOut);
   }
-  Certificate certificate() const override { return line_ ? line_->certificate() : Certificate{}; }
+  ServerCertificate certificate() const override { return line_ ? line_->certificate() : ServerCertificate{}; }
   void send(std::string_view bytes) override {
     if (line_) line_->send(bytes);
   }

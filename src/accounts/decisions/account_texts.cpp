@@ -15,6 +15,14 @@ bool isPort(std::string_view text) {
   return number && *number >= 1 && *number <= 65535;
 }
 
+std::string protectionText(const Account& account, bool refuseUntrusted) {
+  if (account.AcntSecure != 1) return "Not protected: others on the way can read password and messages.";
+  if (!refuseUntrusted) return "Encrypted, but the server is not examined: another one may pose as it.";
+  return account.AcntCertificate.empty()
+             ? "Encrypted, and the server must show a certificate that this system trusts."
+             : "Encrypted, and the server must show a trusted certificate, or the one that you accepted.";
+}
+
 Question blankName() {
   return {"The Account Name box is blank. Please" + tenBlanks + "\r\nre-enter a name for this Account.\r\n\r\n",
           "Blank Account Name", Question::Icon::Critical};

@@ -45,6 +45,19 @@ auto& rowOf(Rows& rows, std::int16_t number) {
 std::span<const Field<Account>> accountFields() { return fields; }
 std::span<const Field<Account>> chosenAccountFields() { return chosenFields; }
 
+void acceptCertificate(Account& account, const ServerCertificate& shown) {
+  account.AcntCertificate = shown.fingerprint;
+  account.AcntCertificateFor = shown.issuedFor;
+  account.AcntCertificateBy = shown.issuedBy;
+  account.AcntCertificateUntil = shown.validUntil;
+}
+
+void forgetCertificate(Account& account) { acceptCertificate(account, {}); }
+
+bool haveSameServer(const Account& a, const Account& b) {
+  return a.AcntServer == b.AcntServer && a.AcntPort == b.AcntPort && a.AcntSecure == b.AcntSecure;
+}
+
 Accounts::Row& Accounts::operator[](std::int16_t number) { return rowOf(rows_, number); }
 const Accounts::Row& Accounts::operator[](std::int16_t number) const { return rowOf(rows_, number); }
 

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/certificate.h"
 #include "platform/settings.h"
 
 namespace velmora {
@@ -56,6 +57,15 @@ std::span<const Field<Account>> accountFields();
 
 /// Those that are kept only where they hold something.
 std::span<const Field<Account>> chosenAccountFields();
+
+/// The account takes this certificate from now on, whatever is wrong with it.
+void acceptCertificate(Account& account, const ServerCertificate& shown);
+
+/// The account takes no certificate any more that is not trusted.
+void forgetCertificate(Account& account);
+
+/// They are reached in the same way, so that what was seen of the one's server holds for the other's.
+bool haveSameServer(const Account& a, const Account& b);
 
 /// More than anybody has, and few enough that a damaged count does no harm.
 inline constexpr std::int16_t mostAccounts = 1000;

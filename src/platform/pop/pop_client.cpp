@@ -71,6 +71,7 @@ class PopClient::Implementation {
   IPopClientNotify* receiver = nullptr;
   std::int32_t lastError = 0;
   std::string errorText;
+  ServerCertificate certificate;
 };
 
 /// Marks a blocking call, which may not run inside another one.
@@ -137,7 +138,8 @@ void PopClient::Implementation::open() {
 
 pop::Session::Events PopClient::Implementation::sessionEvents() {
   return {[this](PopState state) { enter(state); },
-          [this](const pop::Transport::Certificate& c) {
+          [this](const ServerCertificate& c) {
+            certificate = c;
             notify([&](IPopClientNotify& r) { r.HostCertificate(owner_, c.text, c.errorCode, c.errorText); });
           }};
 }
@@ -273,6 +275,9 @@ void PopClient::Port(std::int32_t port) { implementation_->describe().port = por
 void PopClient::Login(const std::string& login) { implementation_->describe().credentials.login = login; }
 void PopClient::Password(const std::string& password) { implementation_->describe().credentials.password = password; }
 void PopClient::Security(int security) { implementation_->describe().secure = security == 3; }
+
+void PopClient::Demand(const CertificateDemand& demand) { implementation_->describe().demand = demand; }
+const ServerCertificate& PopClient::Certificate() const { return implementation_->certificate; }
 
 void PopClient::ListAhead(bool likely) { implementation_->describe().listAhead = likely; }
 

@@ -115,6 +115,12 @@ class PopClient : public std::enable_shared_from_this<PopClient> {
   void Timeout(std::int16_t seconds);  ///< without a byte; less than 1 counts as 1
   void Security(int security);         ///< 0 plain, 3 TLS from the first byte
 
+  /// Which certificates of secure servers are taken. With one that isn't, Connect fails before anything is said.
+  void Demand(const CertificateDemand& demand);
+
+  /// The one that the last secure connection showed.
+  const ServerCertificate& Certificate() const;
+
   /// Whether the listing is likely to be wanted behind Connect, which may then ask for it along with the count and so
   /// save a round trip. It is at first.
   void ListAhead(bool likely);

@@ -124,13 +124,24 @@ void Session::connectAndLogIn(const Manner& manner) {
   events_.entered(PopState::Connecting);
   conversation_->requireOpen();
   conversation_->connect(server_.host, static_cast<std::uint16_t>(server_.port), server_.secure);
-  if (server_.secure) events_.certificate(transport_.certificate());
+  if (server_.secure) examineCertificate();
   greet(*conversation_, server_.secure);
   events_.entered(PopState::Authorization);
   authorize(manner);
   maildrop_ = askMaildrop(*conversation_);
   learn(manner);
   conversation_->enter(Phase::Working);
+}
+
+/// Before anything is said to the server.
+void Session::examineCertificate() {
+  const ServerCertificate shown = transport_.certificate();
+  events_.certificate(shown);
+  conversation_->requireOpen();
+  if (server_.demand.isMetBy(shown)) return;
+  throw PopFailure(pop_failure::certificateRefused,
+                   shown.fingerprint.empty() ? "The server has shown no certificate."
+                                             : "The server's certificate can't be trusted: " + shown.errorText);
 }
 
 /// Sends ahead what is almost sure to follow, so that it costs no time of its own; yet nothing across a login: with

@@ -21,6 +21,7 @@ struct Server {
   Credentials credentials;
   Milliseconds timeOut{10'000};
   bool secure = false;
+  CertificateDemand demand;
   bool listAhead = true;  ///< the listing is likely to be wanted: it is asked for along with the count
 
   /// The key under which ServerHabits knows it.
@@ -39,7 +40,7 @@ class Session {
  public:
   struct Events {
     std::function<void(PopState)> entered;
-    std::function<void(const Transport::Certificate&)> certificate;
+    std::function<void(const ServerCertificate&)> certificate;
   };
 
   /// The references outlive the session.
@@ -75,6 +76,7 @@ class Session {
 
   void openInTwoAttempts();
   void connectAndLogIn(const Manner& manner);
+  void examineCertificate();
   void authorize(const Manner& manner);
   Manner withoutWhatFailed(Manner manner);
   void learn(const Manner& manner);

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/certificate.h"
+
 namespace velmora::pop {
 
 using Milliseconds = std::chrono::milliseconds;
@@ -20,14 +22,9 @@ class Transport {
   /// `abort` or after the server ended the connection.
   virtual void connect(const std::string& host, std::uint16_t port, bool secure, Milliseconds timeOut) = 0;
 
-  /// The certificate that the server showed, in text form, blank without one; and what is wrong with it, if anything.
-  /// No certificate is ever refused here.
-  struct Certificate {
-    std::string text;
-    std::int32_t errorCode = 0;
-    std::string errorText;
-  };
-  virtual Certificate certificate() const = 0;
+  /// The certificate that the server showed, if it did, and what is wrong with it by what the system trusts and the
+  /// name of the host, if anything. No certificate is ever refused here.
+  virtual ServerCertificate certificate() const = 0;
 
   /// Queues bytes for sending and returns at once. Ignored where the connection is gone.
   virtual void send(std::string_view bytes) = 0;

@@ -143,8 +143,9 @@ Answer QtPlatform::MsgBox(const Question& question) {
   QMessageBox box(iconOf(question.icon), harmlessLine(question.title), breakable(harmlessText(question.text), 200),
                   buttonsOf(question.buttons), QApplication::activeWindow());
   box.setTextFormat(Qt::PlainText);
-  box.setDefaultButton(QMessageBox::Yes);  // the first, whatever the desktop would choose
-  box.setEscapeButton(QMessageBox::No);    // closing the box must not lose anything
+  // The first, whatever the desktop would choose.
+  box.setDefaultButton(question.defaultsToNo ? QMessageBox::No : QMessageBox::Yes);
+  box.setEscapeButton(QMessageBox::No);  // closing the box must not lose anything
   widen(box);
   keepInFront(box);
   return answerOf(question.buttons, box.exec());

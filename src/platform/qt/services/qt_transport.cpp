@@ -4,7 +4,6 @@
 #include <netinet/tcp.h>
 #include <sys/socket.h>
 #include <unistd.h>
-#include <QSslCertificate>
 #include <QSslConfiguration>
 #include <QSslSocket>
 
@@ -14,6 +13,7 @@
 
 #include "platform/failure.h"
 #include "platform/qt/services/address_race.h"
+#include "platform/qt/services/describe_certificate.h"
 #include "platform/qt/services/waiting.h"
 #include "platform/qt/strings.h"
 
@@ -45,15 +45,8 @@ class QtTransport : public pop::Transport {
     if (tls_ != nullptr) encrypt(host, deadline);
   }
 
-  Certificate certificate() const override {
-    if (tls_ == nullptr || tls_->peerCertificate().isNull()) return {};
-    const auto errors = tls_->sslHandshakeErrors();
-    Certificate shown{utf8(tls_->peerCertificate().toText()), 0, ""};
-    if (!errors.isEmpty()) {
-      shown.errorCode = static_cast<std::int32_t>(errors.first().error());
-      shown.errorText = utf8(errors.first().errorString());
-    }
-    return shown;
+  ServerCertificate certificate() const override {
+    return tls_ == nullptr ? ServerCertificate() : describe(tls_->peerCertificate(), tls_->sslHandshakeErrors());
   }
 
   void send(std::string_view bytes) override {

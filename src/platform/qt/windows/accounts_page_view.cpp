@@ -117,6 +117,12 @@ class Fields {
     ++row_;
   }
 
+  /// A line that says more of the input above it, to a screen reader too.
+  void addUnder(Label& label, const char* name, QWidget& input) {
+    grid_->addWidget(makeLabel(label, name, frame_), row_++, inputColumn, 1, 2);
+    label.Caption.watch([&input](const std::string& text) { input.setAccessibleDescription(qt(text)); });
+  }
+
   /// Parts side by side.
   QWidget* makeRow(std::initializer_list<QWidget*> parts) {
     auto* row = new QWidget(frame_);
@@ -179,6 +185,7 @@ QWidget* makeFields(AccountsPage& page, ClientAndSound& bars, QWidget* parent) {
   fields.addText(nameRow);
   fields.addText(serverRow);
   fields.addTick(page.chkAcntSecure, "chkAcntSecure", 'R', "Server needs a Secure Connection using SSL.");
+  fields.addUnder(page.lblAcntSecure, "lblAcntSecure", *frame->findChild<QCheckBox*>("chkAcntSecure"));
   fields.addText(portRow);
   fields.addText(loginRow);
   fields.addText(passwordRow);

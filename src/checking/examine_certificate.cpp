@@ -1,0 +1,28 @@
+#include "checking/examine_certificate.h"
+
+#include "app/program.h"
+#include "checking/decisions/certificate_texts.h"
+#include "options/keep_settings.h"
+
+namespace velmora {
+
+/// Nobody may be there when a timed check comes.
+bool IsUserAskedAboutCertificate(const Program& program) {
+  return lastClientFailure(program).number == pop_failure::certificateRefused && !program.walk.timed &&
+         (program.activity == Activity::Checking || program.activity == Activity::Testing);
+}
+
+bool AcceptCertificate(Program& program, std::int16_t account) {
+  const ServerCertificate shown = currentClient(program).Certificate();
+  if (shown.fingerprint.empty()) return false;
+  const Answer answer =
+      program.platform.MsgBox(certificateQuestion(program.AppTitle, program.accounts[account], shown));
+  if (answer != Answer::Yes || program.activity == Activity::Ending) return false;
+  acceptCertificate(program.accounts[account], shown);
+  acceptCertificate(program.accounts.Edit(account), shown);
+  Accounts::SaveAccountFields(program.platform.settings(), account, program.accounts[account]);
+  KeepSettings(program, "The certificate is accepted until " + program.AppTitle + " ends.");
+  return true;
+}
+
+}  // namespace velmora
