@@ -135,6 +135,7 @@ void setOptionsPage(OptionsPage& page, const Offers& on) {
   page.fraSort.Enabled = on[Offer::OptSorting];
   page.optSortColumn.Enabled = on[Offer::OptSorting];
   page.optSortOrder.Enabled = on[Offer::OptSorting];
+  page.tbrOptMove.Enabled = on[Offer::OptMove];
 }
 
 void setBrowsing(ClientAndSound& bars, const Offers& on) {

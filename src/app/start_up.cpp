@@ -3,9 +3,11 @@
 #include <array>
 
 #include "accounts/accounts_page.h"
+#include "accounts/load_accounts.h"
 #include "accounts/tab_drag.h"
 #include "app/first_use.h"
 #include "app/interface_state.h"
+#include "app/move_settings.h"
 #include "app/pages.h"
 #include "app/press_shortcut.h"
 #include "app/program.h"
@@ -14,7 +16,6 @@
 #include "app/tray.h"
 #include "checking/auto_check.h"
 #include "checking/check_notification.h"
-#include "checking/decisions/check_texts.h"
 #include "checking/decisions/schedule.h"
 #include "checking/fetch_original.h"
 #include "checking/pop_session.h"
@@ -25,7 +26,6 @@
 #include "options/button_style.h"
 #include "options/client_and_sound.h"
 #include "options/menu_colours.h"
-#include "platform/usable_file.h"
 #include "rules/rename_rules.h"
 #include "rules/rule_report.h"
 #include "rules/rules_page.h"
@@ -95,6 +95,7 @@ void connectWindow(Program& program) {
   ConnectFirstUse(program);
   ConnectTray(program);
   ConnectOptionsPage(program);
+  ConnectMoveSettings(program);
   ConnectClientAndSound(program);
   frmMain.StatusBar.MouseMove = [&program](std::int32_t x, std::int32_t y) { ShowPanelTip(program, x, y); };
 }
@@ -106,29 +107,6 @@ void ArrangeMainWindow(Program& program) {
   frmMain.lblNoAcntsBanner.Caption = "No Accounts - Please use Add Accounts to create an Account";
   for (auto& column : frmMain.lvwEmail.Columns) column.Picture = "Blank";
   frmMain.lvwEmail.Columns.back().AlignRight = true;
-}
-
-void loadAccount(Program& program, std::int16_t number) {
-  program.accounts.LoadAccount(program.platform.settings(), number);
-  program.accounts.CopyAccountToEdit(number);
-  Accounts::Row& row = program.accounts[number];
-  const std::string picture = row.AcntEnabled == 0 ? "MailNoDisabled" : "MailNo";
-  program.frmMain.TabStripEmail.Add(row.AcntName, picture);
-  program.frmMain.TabStripAcnts.Add(row.AcntName, picture);
-  static_cast<AccountState&>(row) = {};
-  row.AcntLastCheckText = "Not Checked";
-  row.AcntStatusText = row.AcntName;
-  row.AcntLastCheckTime = timeText(program.platform.now());
-  row.AcntClientValid = isUsableFile(program.platform, row.AcntClient, ".exe");
-  row.AcntSoundValid = isUsableFile(program.platform, row.AcntSound, ".wav");
-}
-
-void loadAccounts(Program& program, std::int16_t count) {
-  program.accounts.ResizeAccounts(count);
-  program.messages.ResizeAccountStore(count);
-  for (std::int16_t number = 1; number <= count; ++number) loadAccount(program, number);
-  program.accounts.AcntCurrent = count > 0 ? 1 : 0;
-  if (count == 0) ShowNoAccounts(program);
 }
 
 }  // namespace
@@ -160,7 +138,7 @@ void Form_Load(Program& program) {
   SetColumnWidths(program);
   StartSorting(program);
   program.autoCheck.CurrentTime = checkTime(program.platform.now());
-  loadAccounts(program, count);
+  LoadAccounts(program, count);
   ShowClock(program);
   StartRules(program);
   connectWindow(program);

@@ -2,6 +2,7 @@
 
 #include "platform/controls/check_box.h"
 #include "platform/controls/simple_controls.h"
+#include "platform/controls/toolbar.h"
 
 namespace velmora {
 
@@ -24,6 +25,11 @@ struct DesktopSection {
   Label lblRefuseUntrusted;
   CheckBox chkProtocolLog{"Write a protocol log until Velmora ends"};
   Label lblProtocolLog;
+  Label lblMove{"Accounts, options and rules in one file, to take to another machine:"};
+  Toolbar tbrOptMove{
+      "imlButtons",
+      {{"Export", "Export...  ", "Write Accounts, Options and Rules into a File", "Export"},
+       {"Import", "Import...  ", "Take Accounts, Options and Rules from a File that was Exported", "Import"}}};
 };
 
 /// Writes the texts of these settings.

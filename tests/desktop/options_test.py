@@ -49,6 +49,11 @@ DEEDS = {
     "Use Message Sorting by Columns": ("space", {"MessageSort": "1"}),
     "Sort by: Date": ("Left", {"SortColumn": "3"}),
     "Order: Descending": ("Left", {"SortOrder": "0"}),
+    "Tell of New Messages in a Notification": ("space", {"NotifyNew": "1"}),
+    "Tell of failures of timed checks in a notification": ("space", {"NotifyFailures": "1"}),
+    "Check soon after sleep, and not while offline": ("space", {"FollowMachine": "1"}),
+    "Keep the interval across the end of a month": ("space", {"KeepInterval": "1"}),
+    "Refuse servers whose certificate can't be trusted": ("space", {"RefuseUntrusted": "1"}),
 }
 
 
@@ -105,7 +110,8 @@ class OptionsTest(ShownProgramTest):
         seen = {}
         sections = self.find(self.see.LISTS, "Sections")
         self.key("Home")
-        for section in ("StartUp", "Auto Check", "Defaults", "Menu Colours", "Miscellaneous", "About"):
+        for section in ("StartUp", "Auto Check", "Defaults", "Menu Colours", "Miscellaneous", "About",
+                        "Desktop and Security"):
             self.see.wait_for(section, lambda: self.see.showing(self.root, self.see.LABELS, section))
             control = self.tab(sections)
             while control != sections:

@@ -127,6 +127,7 @@ constexpr std::array<Row, offerCount> table = {{
     {Offer::OptApplyStyle, need::raised},
     {Offer::OptSorting, need::sorting},
     {Offer::OptColours, need::userColours},
+    {Offer::OptMove, need::idle | need::allSaved},
     {Offer::OptionsHelp, need::nothing},
     {Offer::OptionsSave, need::idle | need::toSave},
     {Offer::OptionsCancel, need::idle | need::optionsUnsaved},

@@ -131,6 +131,7 @@ enum class Offer : std::size_t {
   OptApplyStyle,
   OptSorting,
   OptColours,
+  OptMove,
   OptionsHelp,
   OptionsSave,
   OptionsCancel,

@@ -3,6 +3,7 @@
 #include <QLabel>
 
 #include "options/desktop_section.h"
+#include "platform/qt/widgets/bind.h"
 #include "platform/qt/windows/section_parts.h"
 
 namespace velmora {
@@ -21,6 +22,10 @@ void fillDesktop(SectionParts& parts, DesktopSection& section) {
   add(section.chkUseKeyring, "chkUseKeyring", 'K', section.lblUseKeyring, "lblUseKeyring");
   add(section.chkRefuseUntrusted, "chkRefuseUntrusted", 'R', section.lblRefuseUntrusted, "lblRefuseUntrusted");
   add(section.chkProtocolLog, "chkProtocolLog", 'W', section.lblProtocolLog, "lblProtocolLog");
+  parts.addGap();
+  parts.add(parts.makeNote(section.lblMove, "lblMove"));
+  parts.addUnderTick(
+      parts.makeRow({makeToolbar(section.tbrOptMove, "tbrOptMove", ButtonLook::TextBesideIcon, parts.section())}));
 }
 
 }  // namespace velmora

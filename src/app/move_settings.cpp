@@ -1,0 +1,178 @@
+#include "app/move_settings.h"
+
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "accounts/accounts_page.h"
+#include "accounts/load_accounts.h"
+#include "app/decisions/move_file.h"
+#include "app/decisions/move_texts.h"
+#include "app/pages.h"
+#include "app/program.h"
+#include "checking/hold_timers.h"
+#include "messages/preview.h"
+#include "options/keep_settings.h"
+#include "options/save_options.h"
+#include "platform/set_for_now.h"
+#include "rules/rule_report.h"
+#include "rules/rules_page.h"
+#include "rules/save_rules.h"
+
+namespace velmora {
+
+namespace {
+
+constexpr const char* filter = "Velmora Settings (*.velmora)|*.velmora|";
+
+/// As the settings hold it.
+MovedSettings allThatIsHere(const Program& program) {
+  MovedSettings here{.options = program.options, .accounts = {}, .rules = {}};
+  for (const std::int16_t number : program.accounts.numbers()) here.accounts.push_back(program.accounts[number]);
+  here.rules = program.platform.readFile(program.rulesFile.path).value_or("");
+  return here;
+}
+
+/// A keyring's key means nothing elsewhere.
+void leaveSecretsOut(MovedSettings& moved, bool passwordsToo) {
+  for (Account& account : moved.accounts) {
+    account.AcntKeyringKey.clear();
+    if (passwordsToo) account.AcntPassword.clear();
+  }
+}
+
+void tellUnwritten(Program& program, std::string_view loss, const std::string& path) {
+  TellNotSaved(program, loss, "The disk may be full, or this file or its folder read-only:\r\n" + path);
+}
+
+void askAndExport(Program& program) {
+  const Answer answer = program.platform.MsgBox(exportPasswords(program.AppTitle));
+  if (answer == Answer::Cancel) return;
+  MovedSettings moved = allThatIsHere(program);
+  leaveSecretsOut(moved, answer != Answer::Yes);
+  const std::string text = composeMoveFile(moved);
+  if (text.size() > largestReadFile) {
+    program.platform.MsgBox(exportTooLarge(program.AppTitle));
+    return;
+  }
+  const std::string name = "Velmora " + formatDateTime(program.platform.now(), "yyyy-mm-dd") + ".velmora";
+  const auto path = program.platform.askForFile({.name = name, .filter = filter, .forUser = true});
+  if (!path) return;
+  if (program.platform.writeFile(*path, text)) {
+    program.platform.MsgBox(exportDone(program.AppTitle, *path, answer == Answer::Yes));
+  } else {
+    tellUnwritten(program, "Nothing was exported.", *path);
+  }
+}
+
+/// An account that comes without a password keeps that of the same mailbox here, wherever that is kept.
+void keepPasswords(const MovedSettings& here, MovedSettings& there) {
+  for (Account& account : there.accounts) {
+    if (!account.AcntPassword.empty() || !account.AcntKeyringKey.empty()) continue;
+    for (const Account& former : here.accounts) {
+      if (former.AcntServer != account.AcntServer || former.AcntLoginID != account.AcntLoginID) continue;
+      account.AcntPassword = former.AcntPassword;
+      account.AcntKeyringKey = former.AcntKeyringKey;
+    }
+  }
+}
+
+/// Lays the rules into a file of their own, beside the one in use: the settings alone say which one counts. Returns its
+/// name.
+std::optional<std::string> layRules(Program& program, const std::string& rules) {
+  std::string name = "Rules Imported.ini";
+  for (int n = 2; program.platform.fileExists(program.platform.programFile(name)); ++n) {
+    name = "Rules Imported " + std::to_string(n) + ".ini";
+  }
+  const std::string path = program.platform.programFile(name);
+  if (program.platform.writeFile(path, rules)) return name;
+  tellUnwritten(program, "Nothing was imported.", path);
+  return std::nullopt;
+}
+
+std::optional<std::string> layCopy(Program& program, const MovedSettings& here) {
+  const std::string time = formatDateTime(program.platform.now(), "yyyy-mm-dd hh-mm-ss");
+  std::string path = program.platform.programFile("Before Import " + time + ".velmora");
+  if (program.platform.writeFile(path, composeMoveFile(here))) return path;
+  tellUnwritten(program, "Nothing was imported.", path);
+  return std::nullopt;
+}
+
+bool keepImported(Program& program, const MovedSettings& there, const std::string& rulesName) {
+  SettingsStore& settings = program.platform.settings();
+  for (const std::int16_t number : program.accounts.numbers()) Accounts::DeleteAccountFields(settings, number);
+  std::int16_t number = 0;
+  for (const Account& account : there.accounts) Accounts::SaveAccountFields(settings, ++number, account);
+  settings.SaveSetting(settingsSection, "AcntNum", std::to_string(number));
+  writeOptions(settings, there.options);
+  settings.SaveSetting(optionsSection, "RulesIniFileName", rulesName);
+  return KeepSettings(program, "Nothing was imported.");
+}
+
+/// What is in force follows what was kept. Of the mailboxes nothing is known any more.
+void takeImported(Program& program, const MovedSettings& there, const std::string& rulesName) {
+  frmPreview_Unload(program);
+  frmRuleReport_Unload(program);
+  {
+    const SetForNow busy(program.acnts.AcntBusy, true);
+    LoadAccounts(program, static_cast<std::int16_t>(there.accounts.size()));
+  }
+  program.options.RulesIniFileName = program.EditOptions.RulesIniFileName = rulesName;
+  StartRules(program);
+  FillRuleAccounts(program);
+  LoadRulePage(program);
+  takeOver(there.options, program.EditOptions);
+  SaveOptions(program);
+  ShowAccount(program, program.accounts.AcntCurrent);
+  if (program.accounts.AcntCurrent > 0) ShowTabAnew(program, program.accounts.AcntCurrent);
+}
+
+void importFrom(Program& program, const std::string& path) {
+  const auto text = program.platform.readFile(path);
+  ParsedMoveFile file;
+  if (text) file = parseMoveFile(*text, program.options);
+  if (!text || file.fault != ParsedMoveFile::Fault::None) {
+    program.platform.MsgBox(importRefused(program.AppTitle, text ? std::optional(file.fault) : std::nullopt));
+    return;
+  }
+  const MovedSettings here = allThatIsHere(program);
+  keepPasswords(here, file.moved);
+  const auto changes = importChanges(program.AppTitle, here, file.moved);
+  if (!changes) {
+    program.platform.MsgBox(importChangesNothing(program.AppTitle));
+    return;
+  }
+  if (program.platform.MsgBox(*changes) != Answer::Yes || !KeepSettings(program, "Nothing was imported.")) return;
+  const auto copy = layCopy(program, here);
+  if (!copy) return;
+  const auto rulesName = file.moved.rules == here.rules ? std::optional(program.options.RulesIniFileName)
+                                                        : layRules(program, file.moved.rules);
+  if (!rulesName || !keepImported(program, file.moved, *rulesName)) return;
+  takeImported(program, file.moved, *rulesName);
+  program.platform.MsgBox(importDone(program.AppTitle, *copy));
+}
+
+void tbrOptMove_ButtonClick(Program& program, const Button& button) {
+  if (button.Key == "Export") ExportSettings(program);
+  if (button.Key == "Import") ImportSettings(program);
+}
+
+}  // namespace
+
+void ConnectMoveSettings(Program& program) {
+  program.frmMain.tbrOptMove.ButtonClick = [&program](Button& button) { tbrOptMove_ButtonClick(program, button); };
+}
+
+void ExportSettings(Program& program) {
+  const HoldTimers held(program);
+  askAndExport(program);
+}
+
+void ImportSettings(Program& program) {
+  const HoldTimers held(program);
+  const auto path = program.platform.askForFile({"", filter, FileQuestion::Purpose::Open});
+  if (path) importFrom(program, *path);
+}
+
+}  // namespace velmora
