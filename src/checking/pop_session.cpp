@@ -184,8 +184,15 @@ void ShowFailure(Program& program, std::int16_t account, const std::exception& f
   if (program.activity == Activity::Ending) return;
   const std::string& name = program.accounts[account].AcntName;
   const FailureReport told = lastClientFailure(program);
-  program.platform.MsgBox(told.number > 0 ? connectionError(program.AppTitle, name, told, title)
-                                          : unexpectedError(program.AppTitle, name, describe(failure), title));
+  const FailureReport report = told.number > 0 ? told : describe(failure);
+  const Question box = told.number > 0 ? connectionError(program.AppTitle, name, report, title)
+                                       : unexpectedError(program.AppTitle, name, report, title);
+  if (auto& collected = program.walk.notices.failures) {
+    collected->accounts.push_back({name, failureReason(report)});
+    collected->boxes.push_back(box);
+  } else {
+    program.platform.MsgBox(box);
+  }
 }
 
 void tmrRetrieveMessage_Timer(Program& program) {
