@@ -21,18 +21,17 @@ std::int16_t accountOf(const Program& program, const std::string& name) {
   return 0;
 }
 
-/// Nobody is to find another account below a question, or lose what he has changed on its page.
-bool mayTurn(const Program& program) {
-  return program.activity == Activity::Idle && !program.unsaved.any() && program.dialogs.count == 0 &&
-         !program.platform.isAsking();
+bool nothingGoesOn(const Program& program) {
+  return program.activity == Activity::Idle && program.dialogs.count == 0 && !program.platform.isAsking();
 }
 
-/// The window comes in any case.
+/// The window comes in any case. But nobody is to find another account below a question, or to leave a page that holds
+/// what he has changed.
 void showAccount(Program& program, const std::string& name) {
   if (program.activity == Activity::Ending) return;
   mnuTrayShow_Click(program);
   const std::int16_t account = accountOf(program, name);
-  if (account == 0 || !mayTurn(program)) return;
+  if (account == 0 || !nothingGoesOn(program) || program.unsaved.any()) return;
   if (program.CurrentPage != emailPage) GoToPage(program, emailPage);
   program.frmMain.TabStripEmail.SelectTab(account);
   TabStripEmail_Click(program);
@@ -100,9 +99,11 @@ void ShowWalkNotices(Program& program, const WalkNotices& notices) {
 }
 
 void ShowUntoldFailures(Program& program) {
-  if (program.walk.untold.empty() || program.dialogs.count > 0 || program.platform.isAsking()) return;
-  for (const Question& box : std::exchange(program.walk.untold, {})) {
-    if (program.activity == Activity::Idle) program.platform.MsgBox(box);
+  auto& untold = program.walk.untold;
+  while (!untold.empty() && nothingGoesOn(program)) {
+    const Question box = untold.front();
+    untold.erase(untold.begin());
+    program.platform.MsgBox(box);
   }
 }
 
