@@ -70,9 +70,8 @@ class TestPlatform : public Platform {
   bool noticesThere = true;
   int noticesSought = 0;                               ///< how often it was asked whether they are
   std::vector<std::pair<Notice, NoticeEvents>> shown;  ///< notifications
-  std::vector<Notice::Kind> withdrawn;
-  bool asking = false;    ///< a dialog waits
-  PrintState printState;  ///< where every print job stands
+  bool asking = false;                                 ///< a dialog waits
+  PrintState printState;                               ///< where every print job stands
   std::vector<PrintText> printed;
   int printJobs = 0;  ///< that are there now
   std::vector<int> helpShown;
@@ -142,7 +141,7 @@ class TestPlatform : public Platform {
     return noticesThere;
   }
   void showNotice(const Notice& notice, NoticeEvents events) override { shown.emplace_back(notice, std::move(events)); }
-  void withdrawNotice(Notice::Kind kind) override { withdrawn.push_back(kind); }
+  void withdrawNotice(Notice::Kind /*kind*/) override {}
   std::unique_ptr<PrintJob> startPrinting() override;
   std::optional<std::string> attachmentOf(std::string_view message, std::size_t place) override {
     return reader->attachment(message, place, [] {});
