@@ -21,6 +21,7 @@ void NextAutoCheck(Program& program, int extraMinutes, bool postponed) {
 /// end.
 void tmrMailTime_Timer(Program& program) {
   ShowClock(program);
+  ShowUntoldFailures(program);
   if (program.accounts.AcntNum() == 0 || program.activity == Activity::Ending) return;
   program.autoCheck.CurrentTime = checkTime(program.platform.now());
   const bool mayBegin = program.activity == Activity::Idle && program.dialogs.count == 0;
@@ -34,6 +35,7 @@ void tmrMailTime_Timer(Program& program) {
 
 void tmrStatusBar_Timer(Program& program) {
   ShowClock(program);
+  ShowUntoldFailures(program);
   UpdateTrayIcon(program);
 }
 

@@ -14,7 +14,6 @@
 #include "messages/email_page.h"
 #include "messages/message_list.h"
 #include "messages/sorting.h"
-#include "platform/set_for_now.h"
 #include "rules/rule_fits.h"
 #include "rules/rule_report.h"
 
@@ -51,6 +50,7 @@ void CheckAccount(Program& program, std::int16_t account, bool postponed) {
     NextAutoCheck(program, 0, postponed);
   }
   ShowAccountMessages(program, account);
+  NoteNews(program, account);
 }
 
 /// What opens both checks that the user asks for.
@@ -59,6 +59,7 @@ void beginUsersCheck(Program& program) {
   SuspendAutoCheck(program, TimerAction::Suspend);
   program.autoCheck.NoCheckPostponed = false;
   program.connection.StopRequested = false;
+  BeginWalkNotices(program, false);
   SetCheckingInterface(program, Activity::Checking);
 }
 
@@ -68,6 +69,13 @@ void endUsersCheck(Program& program) {
   program.frmMain.Pointer = MousePointer::Default;
   ReportIncompleteAccounts(program);
   ShowRuleReport(program);
+}
+
+/// What is found from then on is another one's.
+void backToIdle(Program& program) {
+  const WalkNotices notices = takeWalkNotices(program);
+  SetCheckingInterface(program, Activity::Idle);
+  ShowWalkNotices(program, notices);
 }
 
 /// Returns whether anything was checked, which a stop counts as.
@@ -121,7 +129,7 @@ WalkFindings walkEnabledAccounts(Program& program, std::string& lines, bool post
 
 WalkFindings timedWalk(Program& program, bool atStartUp) {
   beginTotals(program);
-  const SetForNow timed(program.walk.timed, true);
+  BeginWalkNotices(program, true);
   const std::int16_t current = program.accounts.AcntCurrent;
   SetCheckingInterface(program, Activity::Checking);
   std::string lines;
@@ -136,7 +144,7 @@ WalkFindings timedWalk(Program& program, bool atStartUp) {
     program.frmMain.StatusBar.Panels(4).Text = program.autoCheck.NextCheckText;
   }
   ShowTabAnew(program, current);
-  SetCheckingInterface(program, Activity::Idle);
+  backToIdle(program);
   return found;
 }
 
@@ -154,7 +162,7 @@ void CheckAllAccounts(Program& program) {
   const bool checked = walkAllAccounts(program);
   program.accounts.AcntCurrent = current;
   if (current > 0) program.frmMain.TabStripEmail.SelectTab(current);
-  SetCheckingInterface(program, Activity::Idle);
+  backToIdle(program);
   PlayCheckSound(program, 0);
   SuspendAutoCheck(program, TimerAction::Restore);
   if (!checked) program.platform.MsgBox(nothingCheckedNotice(program.AppTitle));
@@ -164,7 +172,7 @@ void CheckAllAccounts(Program& program) {
 void CheckCurrentAccount(Program& program) {
   beginUsersCheck(program);
   CheckAccount(program, program.accounts.AcntCurrent, false);
-  SetCheckingInterface(program, Activity::Idle);
+  backToIdle(program);
   PlayCheckSound(program, program.accounts.AcntCurrent);
   SuspendAutoCheck(program, TimerAction::Restore);
   endUsersCheck(program);
@@ -197,14 +205,17 @@ void SetCheckingInterface(Program& program, Activity activity) {
   program.platform.yield();
 }
 
-void ReportIncompleteAccounts(Program& program) {
+std::optional<Question> takeIncompleteWarning(Program& program) {
   int incomplete = 0;
   for (const std::int16_t number : program.accounts.numbers()) {
     if (std::exchange(program.accounts[number].AcntIncomplete, false)) ++incomplete;
   }
-  if (incomplete == 0) return;
-  program.platform.MsgBox(incompleteWarning(program.AppTitle, incomplete, program.walk.IncompleteAccounts));
-  program.walk.IncompleteAccounts.clear();
+  if (incomplete == 0) return std::nullopt;
+  return incompleteWarning(program.AppTitle, incomplete, std::exchange(program.walk.IncompleteAccounts, {}));
+}
+
+void ReportIncompleteAccounts(Program& program) {
+  if (const auto warning = takeIncompleteWarning(program)) program.platform.MsgBox(*warning);
 }
 
 }  // namespace velmora

@@ -1,9 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "app/decisions/activity.h"
+#include "checking/check_notices.h"
 
 namespace velmora {
 
@@ -16,7 +19,8 @@ struct WalkTotals {
   std::string IncompleteAccounts;  ///< one name a line
   std::string AccountInfoText;
   std::int16_t AccountInfoLines = 0;
-  bool timed = false;  ///< it was not begun by the user, who may be away
+  WalkNotices notices;
+  std::vector<Question> untold;  ///< boxes for failures that no notification has told
 };
 
 /// All enabled accounts, on the user's command.
@@ -35,6 +39,9 @@ void StartUpCheckAccounts(Program& program);
 /// interface accordingly. Checks and deletions come with the Email page in front; when they end, the current page is
 /// there again, and as it was. Nothing follows on `Activity::Ending`.
 void SetCheckingInterface(Program& program, Activity activity);
+
+/// The warning of accounts that may not have brought in all their messages, where there are any. It comes once.
+std::optional<Question> takeIncompleteWarning(Program& program);
 
 /// Warns of accounts that may not have brought in all their messages.
 void ReportIncompleteAccounts(Program& program);

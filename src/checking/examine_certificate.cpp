@@ -7,8 +7,8 @@
 namespace velmora {
 
 /// Nobody may be there when a timed check comes.
-bool IsUserAskedAboutCertificate(const Program& program) {
-  return lastClientFailure(program).number == pop_failure::certificateRefused && !program.walk.timed &&
+bool IsUserAskedAboutCertificate(const Program& program, const std::exception& failure) {
+  return describe(failure).number == pop_failure::certificateRefused && !program.walk.notices.timed &&
          (program.activity == Activity::Checking || program.activity == Activity::Testing);
 }
 

@@ -87,7 +87,7 @@ void reportConnectFailure(Program& program, std::int16_t account, const std::exc
   CloseConnection(program);
   const bool silenced =
       program.options.SuppressConnectErrors == 1 && isSilencedOnConnect(lastClientFailure(program).number);
-  if (silenced || IsUserAskedAboutCertificate(program)) return;
+  if (silenced || IsUserAskedAboutCertificate(program, failure)) return;
   ShowFailure(program, account, failure, failure_title::establishing);
 }
 
@@ -177,7 +177,7 @@ void TestConnection(Program& program, std::int16_t account) {
     if (program.connection.PopConnected) program.platform.MsgBox(testSucceeded(program.AppTitle));
   } catch (const std::exception& failure) {
     CloseConnection(program);
-    if (!IsUserAskedAboutCertificate(program)) ShowFailure(program, account, failure, failure_title::test);
+    if (!IsUserAskedAboutCertificate(program, failure)) ShowFailure(program, account, failure, failure_title::test);
   }
 }
 
@@ -193,8 +193,15 @@ void ShowFailure(Program& program, std::int16_t account, const std::exception& f
   if (told.number == pop_failure::certificateRefused) {
     told.text = certificateTrouble(row, currentClient(program).Certificate());
   }
-  program.platform.MsgBox(told.number > 0 ? connectionError(program.AppTitle, row.AcntName, told, title)
-                                          : unexpectedError(program.AppTitle, row.AcntName, describe(failure), title));
+  const FailureReport report = told.number > 0 ? told : describe(failure);
+  const Question box = told.number > 0 ? connectionError(program.AppTitle, row.AcntName, report, title)
+                                       : unexpectedError(program.AppTitle, row.AcntName, report, title);
+  if (auto& collected = program.walk.notices.failures) {
+    collected->accounts.push_back({row.AcntName, failureReason(report)});
+    collected->boxes.push_back(box);
+  } else {
+    program.platform.MsgBox(box);
+  }
 }
 
 void tmrRetrieveMessage_Timer(Program& program) {

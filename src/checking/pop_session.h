@@ -57,7 +57,8 @@ void TestConnection(Program& program, std::int16_t account);
 /// What a failed retrieval leaves of an account: no messages and nothing new, whatever an earlier one found.
 void ClearRetrieval(AccountState& account);
 
-/// The dialog for a failure: of the client where it has one to tell, else of the program.
+/// The dialog for a failure: of the client where it has one to tell, else of the program. A walk that tells its
+/// failures together keeps it.
 void ShowFailure(Program& program, std::int16_t account, const std::exception& failure, std::string_view title);
 
 /// A tick of the tab animation, which also tells the user that a stop is under way.

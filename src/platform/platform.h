@@ -11,6 +11,7 @@
 #include "platform/date_time.h"
 #include "platform/file_draft.h"
 #include "platform/mail_draft.h"
+#include "platform/notice.h"
 #include "platform/printing.h"
 #include "platform/settings.h"
 
@@ -66,6 +67,9 @@ class Platform {
 
   /// Asks and waits for the answer while the event loop turns.
   virtual Answer MsgBox(const Question& question) = 0;
+
+  /// A dialog or a menu of the program's waits for what the user says.
+  virtual bool isAsking() const = 0;
 
   /// Returns the path that the user chose, nothing where he cancelled. The dialog opens in the program's own folder
   /// unless the question names another place. A link is returned as itself, not as what it leads to.
@@ -137,6 +141,15 @@ class Platform {
   /// Has the desktop's portal for mail show a message to be written on, where there is such a portal. Returns at once;
   /// the answer comes later, out of the event loop, and not at all once the program is ending.
   virtual void composeThroughPortal(const MailDraft& draft, std::function<void(PortalAnswer)> answered) = 0;
+
+  /// A service that shows notifications runs, or the desktop would start it.
+  virtual bool hasNotices() = 0;
+
+  /// Has the desktop show a notification in the place of the last one of its kind.
+  virtual void showNotice(const Notice& notice, NoticeEvents events) = 0;
+
+  /// Takes away the notification of a kind, if one is there.
+  virtual void withdrawNotice(Notice::Kind kind) = 0;
 
   /// Begins to print on the user's default printer, without asking him. Never null.
   virtual std::unique_ptr<PrintJob> startPrinting() = 0;

@@ -31,7 +31,7 @@ class ShownProgramTest(BuiltProgramTest):
         for mail in [MAIL.format(subject=subject).encode() for subject in cls.SUBJECTS] + list(cls.MAILS):
             files.append(home / f"mail{len(files)}")
             files[-1].write_bytes(mail)
-        cls.ports = serve_mail(stack, "secret", {"robin": files})[1]
+        cls.post, cls.ports = serve_mail(stack, "secret", {"robin": files})
         cls.home, cls.settings = home, settings_in(home)
         cls.open_desktop(stack, home)
         let_screen_readers_in()

@@ -67,7 +67,11 @@ class TestPlatform : public Platform {
   std::vector<std::string> deletedFiles;
   std::vector<MailDraft> composed;                              ///< that were given to the portal
   std::optional<PortalAnswer> portal = PortalAnswer::NotThere;  ///< what it answers at once, if it does
-  PrintState printState;                                        ///< where every print job stands
+  bool noticesThere = true;
+  int noticesSought = 0;                               ///< how often it was asked whether they are
+  std::vector<std::pair<Notice, NoticeEvents>> shown;  ///< notifications
+  bool asking = false;                                 ///< a dialog waits
+  PrintState printState;                               ///< where every print job stands
   std::vector<PrintText> printed;
   int printJobs = 0;  ///< that are there now
   std::vector<int> helpShown;
@@ -84,6 +88,7 @@ class TestPlatform : public Platform {
   const DateNames& dateNames() const override { return months_; }
   SettingsStore& settings() override { return *store; }
   Answer MsgBox(const Question& question) override;
+  bool isAsking() const override { return asking; }
   std::optional<std::string> askForFile(const FileQuestion& question) override {
     filesAsked.push_back(question);
     if (onFileAsked) onFileAsked();
@@ -131,6 +136,12 @@ class TestPlatform : public Platform {
     composed.push_back(draft);
     if (portal) answered(*portal);
   }
+  bool hasNotices() override {
+    ++noticesSought;
+    return noticesThere;
+  }
+  void showNotice(const Notice& notice, NoticeEvents events) override { shown.emplace_back(notice, std::move(events)); }
+  void withdrawNotice(Notice::Kind /*kind*/) override {}
   std::unique_ptr<PrintJob> startPrinting() override;
   std::optional<std::string> attachmentOf(std::string_view message, std::size_t place) override {
     return reader->attachment(message, place, [] {});

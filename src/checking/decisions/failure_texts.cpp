@@ -54,6 +54,10 @@ FailureReport describe(const std::exception& failure) {
   return {51, std::string("Internal error: ") + failure.what()};
 }
 
+std::string failureReason(const FailureReport& report) {
+  return std::to_string(report.number) + " - " + wordsFor(report);
+}
+
 bool isSilencedOnConnect(std::int32_t number) {
   return std::find(silencedOnConnect.begin(), silencedOnConnect.end(), number) != silencedOnConnect.end();
 }

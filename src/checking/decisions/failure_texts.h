@@ -27,6 +27,9 @@ struct FailureReport {
 /// Number and description of any failure of the program's own.
 FailureReport describe(const std::exception& failure);
 
+/// Its number and what the dialogs say of it.
+std::string failureReason(const FailureReport& report);
+
 /// Numbers that the options to suppress connection and retrieval errors silence.
 bool isSilencedOnConnect(std::int32_t number);
 bool isSilencedOnRetrieve(std::int32_t number);

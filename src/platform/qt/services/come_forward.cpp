@@ -31,6 +31,11 @@ void appearAnew(QWidget& window) {
   if (onWayland()) QTimer::singleShot(patience, &window, [&window] { hideAndShow(window); });
 }
 
+void useActivationToken(const QByteArray& token) {
+  if (!token.isEmpty()) qputenv(activationTokenVariable, token);
+  QTimer::singleShot(0, [] { qunsetenv(activationTokenVariable); });  // also while a check goes on
+}
+
 }  // namespace velmora
 
 #if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)

@@ -15,6 +15,13 @@ void comeForward(const QWidget& window);
 /// had the right or has just been shown, or where a question waits for its answer.
 void appearAnew(QWidget& window);
 
+/// The environment variable that the library takes the right to come to the front from, on Wayland.
+inline constexpr auto activationTokenVariable = "XDG_ACTIVATION_TOKEN";
+
+/// Has the window that comes forward now do so by this right. It serves one window: what the program starts must not
+/// inherit it, so it is gone as soon as the event loop turns.
+void useActivationToken(const QByteArray& token);
+
 /// Tells the desktop that the start which bears this identifier is over (Startup Notification Protocol). Nothing
 /// happens for a blank one, or on a desktop that isn't X11's.
 void endStartUpNotice(const QByteArray& identifier);

@@ -151,6 +151,10 @@ Answer QtPlatform::MsgBox(const Question& question) {
   return answerOf(question.buttons, box.exec());
 }
 
+bool QtPlatform::isAsking() const {
+  return QApplication::activeModalWidget() != nullptr || QApplication::activePopupWidget() != nullptr;
+}
+
 std::optional<std::string> QtPlatform::askForFile(const FileQuestion& question) {
   if (quitting_) return std::nullopt;
   QFileDialog dialog(QApplication::activeWindow(), {}, question.forUser ? usersFolder() : programFolder());
@@ -262,6 +266,18 @@ void QtPlatform::composeThroughPortal(const MailDraft& draft, std::function<void
   MailPortal::compose(draft, [this, answered = std::move(answered)](PortalAnswer answer) {
     if (!quitting_) answered(answer);
   });
+}
+
+bool QtPlatform::hasNotices() { return !quitting_ && DesktopNotices::areThere(); }
+
+void QtPlatform::showNotice(const Notice& notice, NoticeEvents events) {
+  if (quitting_) return;
+  if (!notices_) notices_ = std::make_unique<DesktopNotices>([this] { return quitting_; });
+  notices_->show(notice, std::move(events));
+}
+
+void QtPlatform::withdrawNotice(Notice::Kind kind) {
+  if (notices_ && !quitting_) notices_->withdraw(kind);
 }
 
 std::unique_ptr<PrintJob> QtPlatform::startPrinting() {

@@ -10,6 +10,7 @@
 #include "platform/platform.h"
 #include "platform/pop/pop_client.h"
 #include "platform/qt/help/help_window.h"
+#include "platform/qt/services/desktop_notices.h"
 #include "platform/qt/services/local_time.h"
 #include "platform/qt/services/print_job.h"
 #include "platform/qt/services/qt_settings.h"
@@ -39,6 +40,7 @@ class QtPlatform : public Platform {
   const DateNames& dateNames() const override { return dateNames_; }
   SettingsStore& settings() override { return settingsFile(); }
   Answer MsgBox(const Question& question) override;
+  bool isAsking() const override;
   std::optional<std::string> askForFile(const FileQuestion& question) override;
   std::optional<std::int32_t> askForColour(std::int32_t initial) override;
   void yield() override;
@@ -59,6 +61,9 @@ class QtPlatform : public Platform {
   std::string installedFile(std::string_view name) const override;
   bool fileExists(const std::string& path) const override;
   void composeThroughPortal(const MailDraft& draft, std::function<void(PortalAnswer)> answered) override;
+  bool hasNotices() override;
+  void showNotice(const Notice& notice, NoticeEvents events) override;
+  void withdrawNotice(Notice::Kind kind) override;
   std::unique_ptr<PrintJob> startPrinting() override;
   std::optional<std::string> attachmentOf(std::string_view message, std::size_t place) override;
   std::unique_ptr<FileDraft> startFile(const std::string& path) override;
@@ -74,6 +79,7 @@ class QtPlatform : public Platform {
   ServerHabits serverHabits_;
   std::unique_ptr<HelpWindow> help_;
   SoundPlayer soundPlayer_;
+  std::unique_ptr<DesktopNotices> notices_;  ///< once there was one to show
   std::vector<PrintWork> printing_;
   bool quitting_ = false;
 };

@@ -47,13 +47,11 @@ struct Action {
 
 constexpr std::array<Action, 2> actions = {{{Command::CheckAll, "check-all"}, {Command::NewMessage, "new-message"}}};
 
-/// One token serves one window: what the program starts must not inherit it.
-constexpr auto tokenVariable = "XDG_ACTIVATION_TOKEN";
-
 constexpr auto identifierKey = "desktop-startup-id";
+constexpr auto tokenKey = "activation-token";
 
 constexpr std::array<std::pair<const char*, const char*>, 2> variables = {
-    {{"DESKTOP_STARTUP_ID", identifierKey}, {tokenVariable, "activation-token"}}};
+    {{"DESKTOP_STARTUP_ID", identifierKey}, {activationTokenVariable, tokenKey}}};
 
 /// The calls, and the types of their arguments, of which the last one holds notes. Others are never looked into.
 constexpr std::array<std::pair<const char*, const char*>, 3> calls = {
@@ -69,13 +67,6 @@ std::optional<Command> commandIn(const QDBusMessage& call) {
     if (call.arguments().constFirst().toString() == name) return command;
   }
   return std::nullopt;
-}
-
-/// On Wayland the library takes the right to come to the front from here.
-void use(const QVariantMap& notes) {
-  const QByteArray token = notes.value("activation-token").toString().toUtf8();
-  if (!token.isEmpty()) qputenv(tokenVariable, token);
-  endStartUpNotice(notes);
 }
 
 QDBusMessage callFor(Command command, const QVariantMap& notes) {
@@ -123,8 +114,8 @@ class RunningInstance::Object : public QDBusVirtualObject {
     bus.send(call.createReply());
     const auto notes = qdbus_cast<QVariantMap>(call.arguments().constLast());
     QTimer::singleShot(0, this, [this, command = *command, notes] {
-      use(notes);
-      QTimer::singleShot(0, [] { qunsetenv(tokenVariable); });  // also while a check goes on
+      useActivationToken(notes.value(tokenKey).toString().toUtf8());
+      endStartUpNotice(notes);
       carry_(command);
     });
     return true;
