@@ -3,6 +3,7 @@
 #include "accounts/accounts_page.h"
 #include "accounts/decisions/account_names.h"
 #include "accounts/decisions/account_texts.h"
+#include "accounts/keep_account.h"
 #include "app/pages.h"
 #include "app/program.h"
 #include "app/status_bar.h"
@@ -41,11 +42,6 @@ void renameOnScreen(Program& program, std::int16_t account, const std::string& f
   frmMain.StatusBar.Panels(1).Text = status;
 }
 
-bool keep(Program& program, std::int16_t account, const Account& record) {
-  Accounts::SaveAccountFields(program.platform.settings(), account, record);
-  return KeepSettings(program, "The Account was not saved.");
-}
-
 Account newAccount(const Accounts& accounts) {
   Account account;
   account.AcntName = newAccountName(accounts);
@@ -78,16 +74,18 @@ void resetRow(Program& program, std::int16_t account) {
 Saving SaveAccount(Program& program) {
   const std::int16_t account = program.accounts.AcntCurrent;
   if (account == 0 || !isNameGood(program, account)) return Saving::NameRefused;
-  const Account taken = program.accounts.Edit(account);
-  if (!keep(program, account, taken)) return Saving::NotKept;
+  Account taken = program.accounts.Edit(account);
+  if (!KeepAccount(program, account, taken)) return Saving::NotKept;
   Accounts::Row& row = program.accounts[account];
   const std::string former = row.AcntName;
+  const std::string formerKey = row.AcntKeyringKey;
   static_cast<Account&>(row) = taken;
   renameOnScreen(program, account, former, row.AcntName);
   FillRuleAccounts(program);
   ShowAccount(program, account);
   program.frmMain.TabStripAcnts.SelectTab(account);
   RenameAccountInRules(program, former, taken.AcntName);
+  RemoveFormerEntry(program, formerKey, taken.AcntKeyringKey);
   return Saving::Done;
 }
 

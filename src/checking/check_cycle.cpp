@@ -14,6 +14,7 @@
 #include "messages/email_page.h"
 #include "messages/message_list.h"
 #include "messages/sorting.h"
+#include "platform/set_for_now.h"
 #include "rules/rule_fits.h"
 #include "rules/rule_report.h"
 
@@ -58,6 +59,7 @@ void beginUsersCheck(Program& program) {
   SuspendAutoCheck(program, TimerAction::Suspend);
   program.autoCheck.NoCheckPostponed = false;
   program.connection.StopRequested = false;
+  program.keyring.refused = false;
   SetCheckingInterface(program, Activity::Checking);
 }
 
@@ -120,6 +122,7 @@ WalkFindings walkEnabledAccounts(Program& program, std::string& lines, bool post
 
 WalkFindings timedWalk(Program& program, bool atStartUp) {
   beginTotals(program);
+  const SetForNow byItself(program.walk.byItself, true);
   const std::int16_t current = program.accounts.AcntCurrent;
   SetCheckingInterface(program, Activity::Checking);
   std::string lines;

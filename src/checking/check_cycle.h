@@ -16,6 +16,7 @@ struct WalkTotals {
   std::string IncompleteAccounts;  ///< one name a line
   std::string AccountInfoText;
   std::int16_t AccountInfoLines = 0;
+  bool byItself = false;  ///< the walk that is under way was begun by nobody, who could be asked
 };
 
 /// All enabled accounts, on the user's command.

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "accounts/decisions/account_texts.h"
+#include "accounts/read_password.h"
 #include "app/program.h"
 #include "app/shut_down.h"
 #include "checking/fetch_original.h"
@@ -81,10 +82,16 @@ bool retrieve(Program& program, std::int16_t account) {
   return true;
 }
 
+/// A password that can't be had is no failure of the client, which may still tell of an earlier one.
+FailureReport reportOf(const Program& program, const std::exception& failure) {
+  const FailureReport own = describe(failure);
+  return own.number == pop_failure::passwordOutOfReach ? own : lastClientFailure(program);
+}
+
 void reportConnectFailure(Program& program, std::int16_t account, const std::exception& failure) {
   CloseConnection(program);
   const bool silenced =
-      program.options.SuppressConnectErrors == 1 && isSilencedOnConnect(lastClientFailure(program).number);
+      program.options.SuppressConnectErrors == 1 && isSilencedOnConnect(reportOf(program, failure).number);
   if (!silenced) ShowFailure(program, account, failure, failure_title::establishing);
 }
 
@@ -129,8 +136,10 @@ void DescribeConnection(PopClient& client, const Account& account, const Options
 }
 
 void PrepareConnection(Program& program, std::int16_t account) {
+  const std::string password = PasswordOf(program, account);
   MainWindow& frmMain = program.frmMain;
-  const Account& settings = program.accounts[account];
+  Account settings = program.accounts[account];
+  settings.AcntPassword = password;
   frmMain.Pointer = MousePointer::Hourglass;
   frmMain.tmrRetrieveMessage.Enabled = true;
   if (program.activity != Activity::Testing)
@@ -182,8 +191,14 @@ void ClearRetrieval(AccountState& account) {
 
 void ShowFailure(Program& program, std::int16_t account, const std::exception& failure, std::string_view title) {
   if (program.activity == Activity::Ending) return;
-  const std::string& name = program.accounts[account].AcntName;
-  const FailureReport told = lastClientFailure(program);
+  Accounts::Row& row = program.accounts[account];
+  const std::string& name = row.AcntName;
+  const FailureReport told = reportOf(program, failure);
+  if (told.number == pop_failure::loginRefused) row.AcntPasswordForNow.clear();  // the next one may be the right one
+  if (told.number == pop_failure::passwordOutOfReach) {
+    if (!told.text.empty()) program.platform.MsgBox(passwordError(program.AppTitle, name, told, title));
+    return;
+  }
   program.platform.MsgBox(told.number > 0 ? connectionError(program.AppTitle, name, told, title)
                                           : unexpectedError(program.AppTitle, name, describe(failure), title));
 }
