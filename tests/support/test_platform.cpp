@@ -164,12 +164,14 @@ KeyringAnswer MemoryKeyring::read(const std::string& key) {
 KeyringAnswer MemoryKeyring::write(const std::string& key, const std::string& password) {
   if (refuses()) return *refusal;
   entries[key] = password;
+  if (onChanged) onChanged();
   return {.outcome = KeyringAnswer::Outcome::Done};
 }
 
 KeyringAnswer MemoryKeyring::remove(const std::string& key) {
   if (refuses()) return *refusal;
   entries.erase(key);
+  if (onChanged) onChanged();
   return {.outcome = KeyringAnswer::Outcome::Done};
 }
 

@@ -40,6 +40,7 @@ class MemoryKeyring : public Keyring {
   std::map<std::string, std::string> entries;
   std::optional<KeyringAnswer> refusal;  ///< what it answers instead of doing anything
   std::function<void()> onUse;           ///< before each answer
+  std::function<void()> onChanged;
   int uses = 0;
 
   KeyringAnswer read(const std::string& key) override;

@@ -1,0 +1,279 @@
+#include <gmock/gmock.h>
+
+#include <memory>
+
+#include "accounts/accounts_page.h"
+#include "accounts/decisions/keyring_texts.h"
+#include "accounts/read_password.h"
+#include "app/shut_down.h"
+#include "checking/check_cycle.h"
+#include "checking/command_check.h"
+#include "options/save_options.h"
+#include "platform/failure.h"
+#include "support/running_program.h"
+
+namespace velmora {
+namespace {
+
+using Outcome = KeyringAnswer::Outcome;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+const std::vector<std::string> names = {"One", "Two", "Three"};
+
+/// What a killed program leaves.
+struct Disk {
+  std::map<std::string, std::string> settings = {{"Settings/AcntNum", "3"}, {"Settings/FirstUse", "1"}};
+  std::map<std::string, std::string> entries;
+
+  std::string& at(const std::string& key, int number) { return settings["Settings/" + key + std::to_string(number)]; }
+};
+
+Disk plainDisk() {
+  Disk disk;
+  for (int number = 1; number <= 3; ++number) {
+    const auto& name = names.at(static_cast<std::size_t>(number) - 1);
+    for (const auto* key : {"AcntName", "AcntServer", "AcntLoginID"}) disk.at(key, number) = name;
+    disk.at("AcntPassword", number) = "secret of " + name;
+  }
+  return disk;
+}
+
+/// A run of the program on a disk, which takes only the first `lasting` writes.
+struct Session {
+  explicit Session(Disk& on, int lasting = 1000) : disk(on), left(lasting) {
+    platform.tree.values = disk.settings;
+    platform.ring.entries = disk.entries;
+    platform.tree.onKept = [this] {
+      if (takes()) disk.settings = platform.tree.values;
+    };
+    platform.ring.onChanged = [this] {
+      if (takes()) disk.entries = platform.ring.entries;
+    };
+    platform.answers.assign(1, Answer::Yes);
+    for (const auto& name : names) platform.servers[name].users = {{name, "secret of " + name}};
+    EXPECT_TRUE(Main(program));
+  }
+  bool takes() { return left-- > 0; }
+
+  void choose(std::int16_t on) {
+    program.frmMain.chkUseKeyring.Value = on;
+    SaveOptions(program);
+  }
+  MainWindow& showAccounts() {
+    program.frmMain.tbrMainButtons["Accounts"].click();
+    return program.frmMain;
+  }
+  void saveFirst(const std::string& password) {
+    showAccounts().txtAcntPassword.Text = password;
+    program.frmMain.tbrButtons[saveAccountBar]["SaveAccount"].click();
+  }
+  void deleteFirst() { showAccounts().tbrAcnts["AcntDelete"].click(); }
+  bool reached(std::int16_t number) { return program.accounts[number].AcntConnected; }
+
+  Disk& disk;
+  int left;
+  test::TestPlatform platform;
+  Program program{platform};
+};
+
+/// Each password is in one place, can be had after a new start, and nothing is left over once the keyring is used.
+void expectNothingLost(Disk disk) {
+  const int count = std::stoi(disk.settings["Settings/AcntNum"]);
+  for (int number = 1; number <= count; ++number) {
+    EXPECT_NE(disk.at("AcntPassword", number).empty(), disk.at("AcntKeyringKey", number).empty()) << number;
+  }
+  {
+    Session next(disk);
+    for (const std::int16_t number : next.program.accounts.numbers()) {
+      const std::string& name = next.program.accounts[number].AcntName;
+      EXPECT_THAT(PasswordOf(next.program, number), testing::AnyOf("secret of " + name, name == "One" ? "new" : "-"));
+    }
+    EXPECT_THAT(next.platform.passwordsAsked, IsEmpty());
+    next.choose(1);
+  }
+  EXPECT_EQ(disk.entries.size(), static_cast<std::size_t>(count));
+  EXPECT_EQ(disk.settings.count("Settings/KeyringSpares"), 0U);
+}
+
+TEST(KeyringMoves, LoseNothingWhereverTheyAreKilled) {
+  Disk plain = plainDisk();
+  Disk held = plain;
+  Session(held).choose(1);
+  ASSERT_EQ(held.entries.size(), 3U);
+  const std::tuple<const char*, Disk, std::function<void(Session&)>, int> deeds[] = {
+      {"there", plain, [](Session& run) { run.choose(1); }, 6},
+      {"back", held, [](Session& run) { run.choose(0); }, 5},
+      {"another password", held, [](Session& run) { run.saveFirst("new"); }, 5},
+      {"none", held, [](Session& run) { run.deleteFirst(); }, 3},
+      {"all at once", plain, [](Session& run) { run.choose(1), run.saveFirst("new"), run.deleteFirst(), run.choose(0); }, 16},
+  };
+  for (const auto& [name, before, deed, leastWrites] : deeds) {
+    int writes = 0;
+    for (int lasting = 0; lasting <= writes; ++lasting) {
+      SCOPED_TRACE(std::string(name) + ", killed behind write " + std::to_string(lasting));
+      Disk disk = before;
+      {
+        Session run(disk, lasting);
+        deed(run);
+        writes = lasting - std::min(run.left, 0);
+      }
+      expectNothingLost(disk);
+    }
+    EXPECT_GE(writes, leastWrites) << name;
+  }
+}
+
+TEST(KeyringMoves, AreMadeForAllAccountsOrNone) {
+  for (const Outcome outcome : {Outcome::NotFound, Outcome::Refused, Outcome::NotThere}) {
+    for (const std::int16_t wanted : std::initializer_list<std::int16_t>{1, 0}) {
+      Disk disk = plainDisk();
+      if (wanted == 0) Session(disk).choose(1);
+      Session run(disk);
+      const Disk before = disk;
+      run.platform.ring.onUse = [&run, outcome] {
+        if (run.platform.ring.uses == 3) run.platform.ring.refusal = {.outcome = outcome, .detail = "No luck"};
+      };
+      run.program.frmMain.chkPlaySound.Value = 0;
+      run.choose(wanted);
+      ASSERT_EQ(run.platform.asked.size(), 1U);
+      EXPECT_THAT(run.platform.asked[0].text, HasSubstr(keyringTrouble({.outcome = outcome, .detail = "No luck"})));
+      EXPECT_EQ(run.program.options.UseKeyring, 1 - wanted);
+      EXPECT_EQ(run.program.frmMain.chkUseKeyring.Value.get(), 1 - wanted);
+      EXPECT_FALSE(run.program.unsaved.OptionsDirty);
+      EXPECT_EQ(disk.settings["Settings\\Options/PlaySound"], "0") << "all else is saved";
+      for (int number = 1; number <= 3; ++number) {
+        EXPECT_EQ(disk.at("AcntPassword", number).empty(), wanted == 0);
+      }
+      expectNothingLost(disk);
+    }
+  }
+}
+
+TEST(KeyringMoves, NeverTouchAKeyringThatNobodyHasChosen) {
+  Disk disk = plainDisk();
+  Session run(disk);
+  CheckAllAccounts(run.program);
+  run.saveFirst("new");
+  run.deleteFirst();
+  SaveOptions(run.program);
+  EXPECT_EQ(run.platform.ring.uses, 0);
+  EXPECT_EQ(disk.at("AcntPassword", 1), "secret of Two");
+}
+
+TEST(KeyringReading, AsksTheUserWhereHeWaitsAndFailsWhereNobodyDoes) {
+  Disk disk = plainDisk();
+  Session(disk).choose(1);
+  Session run(disk);
+  auto& ring = run.platform.ring;
+  ring.refusal = {.outcome = Outcome::Refused};
+  AutoCheckAccounts(run.program);
+  EXPECT_EQ(ring.uses, 1) << "once refused, the clock doesn't ask for the other accounts";
+  AutoCheckAccounts(run.program);
+  EXPECT_EQ(ring.uses, 1);
+  EXPECT_THAT(run.platform.passwordsAsked, IsEmpty());
+  ASSERT_EQ(run.platform.asked.size(), 6U);
+  EXPECT_THAT(run.platform.asked[0].text, testing::AllOf(HasSubstr("30010 - "), HasSubstr("locked")));
+  run.platform.asked.clear();
+
+  CheckAllAccounts(run.program);
+  EXPECT_EQ(ring.uses, 2);
+  EXPECT_EQ(run.platform.passwordsAsked.size(), 3U);
+  EXPECT_THAT(run.platform.asked, IsEmpty()) << "who enters none knows why";
+  EXPECT_FALSE(run.reached(1));
+
+  run.platform.enteredPassword = "wrong";
+  CheckCurrentAccount(run.program);
+  EXPECT_THAT(run.platform.asked.back().text, HasSubstr("30007 - "));
+  run.platform.enteredPassword = "secret of One";
+  CheckCurrentAccount(run.program);
+  run.platform.enteredPassword.reset();
+  EXPECT_TRUE(run.reached(1)) << "a wrong one is asked for again";
+  AutoCheckAccounts(run.program);
+  EXPECT_TRUE(run.reached(1)) << "and holds for this run";
+  EXPECT_EQ(disk.at("AcntPassword", 1) + run.program.accounts[1].AcntPassword, "") << "but isn't stored";
+
+  ring.refusal.reset();
+  CheckAllAccounts(run.program);
+  EXPECT_TRUE(run.reached(2) && run.reached(3));
+  const int uses = ring.uses;
+  AutoCheckAccounts(run.program);
+  EXPECT_EQ(ring.uses, uses) << "what was read stays in memory";
+}
+
+TEST(KeyringReading, OfTheCommandLine) {
+  Disk disk = plainDisk();
+  Session(disk).choose(1);
+  Session run(disk);
+  std::string told;
+  const CheckLines lines{[](const std::string&) {}, [&told](const std::string& line) { told += line + "\n"; }};
+  const auto client = run.platform.makePopClient();
+  EXPECT_EQ(CheckFromCommandLine(run.platform.tree, run.platform.ring, *client, lines), CheckStatus::NoMessages);
+  run.platform.ring.entries.erase(disk.at("AcntKeyringKey", 2));
+  EXPECT_EQ(CheckFromCommandLine(run.platform.tree, run.platform.ring, *client, lines), CheckStatus::Failure);
+  EXPECT_EQ(told, "Two: 30010 - " + keyringTrouble({.outcome = Outcome::NotFound}) + "\n");
+}
+
+TEST(KeyringPage, ShowsAndReplacesWhatTheKeyringHolds) {
+  Disk disk = plainDisk();
+  Session(disk).choose(1);
+  Session run(disk);
+  MainWindow& page = run.showAccounts();
+  const auto notice = [&page] { return page.lblAcntPasswordNotice.Caption.get(); };
+  const auto save = [&page] { page.tbrButtons[saveAccountBar]["SaveAccount"].click(); };
+  EXPECT_EQ(page.txtAcntPassword.Text.get(), "");
+  EXPECT_EQ(notice(), heldByKeyring);
+  page.txtAcntPassword.Text = "n";
+  EXPECT_EQ(notice(), "");
+  EXPECT_TRUE(run.program.unsaved.AcntDirty);
+  page.txtAcntPassword.Text = "";
+  EXPECT_EQ(notice(), heldByKeyring);
+  EXPECT_FALSE(run.program.unsaved.AcntDirty);
+
+  page.txtAcntLoginID.Text = "other";
+  save();
+  EXPECT_EQ(run.platform.ring.uses, 0) << "nothing was typed";
+  page.txtAcntLoginID.Text = "One";
+  AutoCheckAccounts(run.program);
+  EXPECT_EQ(page.txtAcntPassword.Text.get(), "secret of One") << "in the middle of a change";
+  EXPECT_EQ(notice(), "");
+  page.txtAcntLoginID.Text = "other";
+  AccountDirtyCheck(run.program);
+  EXPECT_FALSE(run.program.unsaved.AcntDirty);
+
+  const std::string key = disk.at("AcntKeyringKey", 1);
+  run.platform.ring.refusal = {.outcome = Outcome::Refused};
+  page.txtAcntPassword.Text = "new";
+  save();
+  EXPECT_THAT(run.platform.asked.back().text, HasSubstr("The Account was not saved."));
+  EXPECT_TRUE(run.program.unsaved.AcntDirty);
+  EXPECT_EQ(disk.at("AcntKeyringKey", 1), key);
+  run.platform.ring.refusal.reset();
+  save();
+  EXPECT_NE(disk.at("AcntKeyringKey", 1), key);
+  EXPECT_EQ(disk.entries[disk.at("AcntKeyringKey", 1)], "new");
+  page.txtAcntPassword.Text = "";
+  save();
+  EXPECT_EQ(disk.at("AcntKeyringKey", 1) + disk.at("AcntPassword", 1), "");
+  EXPECT_EQ(disk.entries.size(), 2U);
+  page.tbrMoveButtons["Forward"].click();
+  EXPECT_EQ(PasswordOf(run.program, 1), "secret of Two");
+}
+
+TEST(KeyringMoves, TakeNoOtherWayWhileTheyWait) {
+  Disk disk = plainDisk();
+  Session run(disk);
+  run.platform.ring.onUse = [&run] {
+    EXPECT_FALSE(run.program.frmMain.fraOptionsPage.Enabled || run.program.frmMain.fraMainButtons.Enabled);
+    if (run.platform.ring.uses == 1) run.program.frmMain.mnuTrayAutoCheck.Click();
+    if (run.platform.ring.uses == 2) EndApplication(run.program);
+    if (run.platform.ring.uses == 3) run.platform.ring.refusal = {.outcome = Outcome::Refused};
+  };
+  run.choose(1);
+  EXPECT_EQ(disk.settings["Settings\\Options/UseKeyring"], "0");
+  EXPECT_EQ(disk.settings["Settings\\Options/UseInterval"], "1");
+  expectNothingLost(disk);
+}
+
+}  // namespace
+}  // namespace velmora
