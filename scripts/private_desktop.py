@@ -71,9 +71,9 @@ def open_screen(stack, *display_options):
     open_bus(stack)
 
 
-def open_bus(stack):
+def open_bus(stack, kind="--session"):
     """What is started from now on finds the bus in the environment."""
-    bus = run_beside(stack, "dbus-daemon", "--session", "--nofork", "--print-address")
+    bus = run_beside(stack, "dbus-daemon", kind, "--nofork", "--print-address")
     os.environ["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.readline().strip()
 
 

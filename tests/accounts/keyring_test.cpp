@@ -106,7 +106,8 @@ TEST(KeyringMoves, LoseNothingWhereverTheyAreKilled) {
       {"back", held, [](Session& run) { run.choose(0); }, 5},
       {"another password", held, [](Session& run) { run.saveFirst("new"); }, 5},
       {"none", held, [](Session& run) { run.deleteFirst(); }, 3},
-      {"all at once", plain, [](Session& run) { run.choose(1), run.saveFirst("new"), run.deleteFirst(), run.choose(0); }, 16},
+      {"all at once", plain,
+       [](Session& run) { run.choose(1), run.saveFirst("new"), run.deleteFirst(), run.choose(0); }, 16},
   };
   for (const auto& [name, before, deed, leastWrites] : deeds) {
     int writes = 0;

@@ -41,8 +41,8 @@ struct AccountState {
   bool AcntIncomplete = false;   ///< the last retrieval may not have brought in all messages
   bool AcntSoundValid = false;
   bool AcntClientValid = false;
-  bool AcntPasswordKnown = false;      ///< the keyring's entry has been read or written: AcntPassword is what it holds
-  std::string AcntPasswordForNow;      ///< entered by the user where the keyring doesn't give it
+  bool AcntPasswordKnown = false;  ///< the keyring's entry has been read or written: AcntPassword is what it holds
+  std::string AcntPasswordForNow;  ///< entered by the user where the keyring doesn't give it
   std::string AcntStatusText;
   std::string AcntLastCheckTime;
   std::string AcntLastCheckText;

@@ -38,7 +38,8 @@ PasswordQuestion passwordQuestion(std::string_view appTitle, std::string_view ac
 }
 
 Question passwordsNotMoved(std::string_view appTitle, bool intoKeyring, std::string_view trouble) {
-  const std::string stays = intoKeyring ? "The passwords stay in the settings file." : "The passwords stay in the keyring.";
+  const std::string stays =
+      intoKeyring ? "The passwords stay in the settings file." : "The passwords stay in the keyring.";
   return keyringNotice(appTitle, stays + "\r\n\r\n" + std::string(trouble));
 }
 

@@ -22,8 +22,7 @@ inline constexpr std::string_view keyringBusy =
     "Velmora is busy with the accounts or their passwords.\r\nPlease save once more when that is over.";
 
 /// Asks for a password that can't be had from the keyring.
-PasswordQuestion passwordQuestion(std::string_view appTitle, std::string_view accountName,
-                                  const KeyringAnswer& answer);
+PasswordQuestion passwordQuestion(std::string_view appTitle, std::string_view accountName, const KeyringAnswer& answer);
 
 /// The passwords stay where they are, and an account isn't saved.
 Question passwordsNotMoved(std::string_view appTitle, bool intoKeyring, std::string_view trouble);

@@ -11,9 +11,8 @@ namespace velmora {
 
 bool isKeyringLocked() {
   constexpr int patience = 2000;  // milliseconds, of a service that has just answered the library
-  QDBusMessage call =
-      QDBusMessage::createMethodCall("org.freedesktop.secrets", "/org/freedesktop/secrets/aliases/default",
-                                     "org.freedesktop.DBus.Properties", "Get");
+  QDBusMessage call = QDBusMessage::createMethodCall(
+      "org.freedesktop.secrets", "/org/freedesktop/secrets/aliases/default", "org.freedesktop.DBus.Properties", "Get");
   call.setArguments({"org.freedesktop.Secret.Collection", "Locked"});
   call.setAutoStartService(false);
   const QDBusMessage reply = QDBusConnection::sessionBus().call(call, QDBus::Block, patience);

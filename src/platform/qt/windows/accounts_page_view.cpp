@@ -76,9 +76,7 @@ class Fields {
     grid_->setHorizontalSpacing(10);
   }
 
-  QLineEdit* addText(const TextRow& row) {
-    return addBox(row, new QLineEdit(frame_));
-  }
+  QLineEdit* addText(const TextRow& row) { return addBox(row, new QLineEdit(frame_)); }
 
   void addPassword(const TextRow& row) {
     auto* box = new PasswordEdit(frame_);

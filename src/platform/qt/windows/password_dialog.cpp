@@ -10,6 +10,7 @@
 #include "platform/qt/widgets/harmless_text.h"
 #include "platform/qt/widgets/password_edit.h"
 #include "platform/qt/widgets/prompt.h"
+#include "platform/qt/widgets/room.h"
 
 // NOLINTBEGIN(cppcoreguidelines-owning-memory): widgets are owned by their parents
 
@@ -17,14 +18,13 @@ namespace velmora {
 
 PasswordDialog::PasswordDialog(const PasswordQuestion& question, QWidget* parent)
     : QDialog(parent), password_(new PasswordEdit(this)) {
-  constexpr int lineWidth = 460;
-  constexpr int longestWord = 60;
+  constexpr int longestWord = 30;
   setObjectName("PasswordDialog");
   setWindowTitle(harmlessLine(question.title));
   auto* text = new QLabel(breakable(harmlessText(question.text), longestWord), this);
   text->setTextFormat(Qt::PlainText);
   text->setWordWrap(true);
-  text->setFixedWidth(lineWidth);
+  text->setFixedWidth(lineWidthIn(*this));
   password_->setObjectName("txtPassword");
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
   QPushButton* ok = buttons->button(QDialogButtonBox::Ok);
