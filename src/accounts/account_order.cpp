@@ -7,7 +7,7 @@
 #include "accounts/accounts_page.h"
 #include "accounts/decisions/account_texts.h"
 #include "accounts/decisions/keyring_spares.h"
-#include "accounts/keep_account.h"
+#include "accounts/keyring_entries.h"
 #include "app/pages.h"
 #include "app/program.h"
 #include "app/tray.h"
@@ -111,6 +111,11 @@ void deleteAccount(Program& program, std::int16_t deleted) {
   FillRuleAccounts(program);
 }
 
+void removeEntry(Program& program) {
+  const KeepingPasswords keeping(program);
+  RemoveSpareEntries(program);
+}
+
 bool keepSwapped(Program& program, std::int16_t a, std::int16_t b) {
   for (std::int16_t number = 1; number <= program.accounts.AcntNum(); ++number) {
     const std::int16_t from = number == a ? b : number == b ? a : number;
@@ -129,7 +134,7 @@ void DeleteAccount(Program& program) {
   if (answer == Answer::Yes && keepWithout(program, deleted)) {
     const std::string key = accounts[deleted].AcntKeyringKey;
     deleteAccount(program, deleted);
-    RemoveFormerEntry(program, key, "");
+    if (!key.empty()) removeEntry(program);
   } else {
     program.frmMain.TabStripAcnts.SelectTab(deleted);
   }

@@ -291,7 +291,11 @@ void LearnPassword(Program& program, std::int16_t account, const std::string& pa
   if (!isUntouched) return;
   edit.AcntPassword = password;
   if (account != program.frmMain.TabStripAcnts.SelectedItem()) return;
-  onAccountOfPage(program, [&program] { fillControls(program); });
+  onAccountOfPage(program, [&program, &password] {
+    const SetForNow loading(program.acnts.AcntLoading, true);
+    program.frmMain.txtAcntPassword.Text = password;
+    showPasswordNotice(program);
+  });
 }
 
 void AccountDirtyCheck(Program& program) {

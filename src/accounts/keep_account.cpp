@@ -2,7 +2,6 @@
 
 #include "accounts/decisions/keyring_spares.h"
 #include "accounts/decisions/keyring_texts.h"
-#include "accounts/keyring_entries.h"
 #include "app/program.h"
 #include "options/keep_settings.h"
 
@@ -38,12 +37,12 @@ bool keep(Program& program, std::int16_t account, const Account& taken) {
 }
 
 /// The user may end the program, and answer that he wants to save, while the keyring asks him something.
-bool keepElsewhere(Program& program, std::int16_t account, Account& taken) {
+bool keepElsewhere(Program& program, std::int16_t account, Account& taken, std::optional<KeepingPasswords>& keeping) {
   if (program.keyring.busy) {
     program.platform.MsgBox(passwordNotSaved(program.AppTitle, keyringBusy));
     return false;
   }
-  const KeepingPasswords keeping(program);
+  keeping.emplace(program);
   if (!makeEntry(program, account, taken) || !keep(program, account, taken)) return false;
   program.accounts[account].AcntPasswordKnown = true;
   program.accounts[account].AcntPasswordForNow.clear();
@@ -52,18 +51,12 @@ bool keepElsewhere(Program& program, std::int16_t account, Account& taken) {
 
 }  // namespace
 
-bool KeepAccount(Program& program, std::int16_t account, Account& taken) {
+bool KeepAccount(Program& program, std::int16_t account, Account& taken, std::optional<KeepingPasswords>& keeping) {
   program.keyring.refused = false;
   const Account& record = program.accounts[account];
   taken.AcntKeyringKey = record.AcntKeyringKey;
-  return wantsOtherPlace(program, record, taken) ? keepElsewhere(program, account, taken)
+  return wantsOtherPlace(program, record, taken) ? keepElsewhere(program, account, taken, keeping)
                                                  : keep(program, account, taken);
-}
-
-void RemoveFormerEntry(Program& program, const std::string& formerKey, const std::string& key) {
-  if (formerKey.empty() || formerKey == key || program.keyring.busy) return;
-  const KeepingPasswords keeping(program);
-  RemoveSpareEntries(program);
 }
 
 }  // namespace velmora

@@ -27,7 +27,7 @@ std::vector<KeyringEntry> entriesToMake(const Accounts& accounts) {
 }
 
 void saveWithKey(Program& program, std::int16_t number, const std::string& key, const std::string& password) {
-  Account account = program.accounts[number];
+  Account account = static_cast<const Account&>(program.accounts[number]);
   account.AcntKeyringKey = key;
   account.AcntPassword = password;
   Accounts::SaveAccountFields(program.platform.settings(), number, account);

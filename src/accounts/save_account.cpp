@@ -1,5 +1,7 @@
 #include "accounts/save_account.h"
 
+#include <optional>
+
 #include "accounts/accounts_page.h"
 #include "accounts/decisions/account_names.h"
 #include "accounts/decisions/account_texts.h"
@@ -75,17 +77,17 @@ Saving SaveAccount(Program& program) {
   const std::int16_t account = program.accounts.AcntCurrent;
   if (account == 0 || !isNameGood(program, account)) return Saving::NameRefused;
   Account taken = program.accounts.Edit(account);
-  if (!KeepAccount(program, account, taken)) return Saving::NotKept;
+  std::optional<KeepingPasswords> keeping;
+  if (!KeepAccount(program, account, taken, keeping)) return Saving::NotKept;
   Accounts::Row& row = program.accounts[account];
   const std::string former = row.AcntName;
-  const std::string formerKey = row.AcntKeyringKey;
   static_cast<Account&>(row) = taken;
   renameOnScreen(program, account, former, row.AcntName);
   FillRuleAccounts(program);
   ShowAccount(program, account);
   program.frmMain.TabStripAcnts.SelectTab(account);
   RenameAccountInRules(program, former, taken.AcntName);
-  RemoveFormerEntry(program, formerKey, taken.AcntKeyringKey);
+  if (keeping) RemoveSpareEntries(program);
   return Saving::Done;
 }
 

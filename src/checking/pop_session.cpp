@@ -138,7 +138,7 @@ void DescribeConnection(PopClient& client, const Account& account, const Options
 void PrepareConnection(Program& program, std::int16_t account) {
   const std::string password = PasswordOf(program, account);
   MainWindow& frmMain = program.frmMain;
-  Account settings = program.accounts[account];
+  Account settings = static_cast<const Account&>(program.accounts[account]);
   settings.AcntPassword = password;
   frmMain.Pointer = MousePointer::Hourglass;
   frmMain.tmrRetrieveMessage.Enabled = true;

@@ -1,11 +1,8 @@
 #include "platform/qt/widgets/password_edit.h"
 
-#include <QDialogButtonBox>
-#include <QPushButton>
 #include <QTabBar>
 
 #include "desktop/opened_window.h"
-#include "platform/qt/windows/password_dialog.h"
 
 namespace velmora {
 namespace {
@@ -38,19 +35,6 @@ TEST_F(PasswordBox, IsHiddenAgainByWhateverTakesThePasswordAway) {
   eye.click();
   box.setText("a\u2028b\n");
   EXPECT_EQ(program.frmMain.txtAcntPassword.Text.get(), "ab") << "as it would be in stars";
-}
-
-TEST_F(PasswordBox, IsAskedForInADialogThatTakesNoBlankOne) {
-  PasswordDialog dialog({"Why <b>not</b>?", "Password Needed"}, nullptr);
-  dialog.show();
-  ASSERT_TRUE(isActive(dialog));
-  auto* box = dialog.findChild<PasswordEdit*>();
-  QTest::keyClick(box, Qt::Key_Return);
-  EXPECT_TRUE(dialog.isVisible());
-  QTest::keyClicks(box, "secret");
-  QTest::keyClick(box, Qt::Key_Return);
-  EXPECT_EQ(dialog.result(), QDialog::Accepted);
-  EXPECT_EQ(dialog.password(), "secret");
 }
 
 }  // namespace
