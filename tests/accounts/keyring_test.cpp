@@ -40,8 +40,8 @@ Disk plainDisk() {
 }
 
 /// A run of the program on a disk, which takes only the first `lasting` writes.
-struct Session {
-  explicit Session(Disk& on, int lasting = 1000) : disk(on), left(lasting) {
+struct ProgramRun {
+  explicit ProgramRun(Disk& on, int lasting = 1000) : disk(on), left(lasting) {
     platform.tree.values = disk.settings;
     platform.ring.entries = disk.entries;
     platform.tree.onKept = [this] { disk.settings = left-- > 0 ? platform.tree.values : disk.settings; };
@@ -78,7 +78,7 @@ void expectNothingLost(Disk disk) {
     EXPECT_NE(disk.at("AcntPassword", number).empty(), disk.at("AcntKeyringKey", number).empty()) << number;
   }
   {
-    Session next(disk);
+    ProgramRun next(disk);
     for (const std::int16_t number : next.program.accounts.numbers()) {
       const std::string& name = next.program.accounts[number].AcntName;
       EXPECT_THAT(PasswordOf(next.program, number), testing::AnyOf("secret of " + name, name == "One" ? "new" : "-"));
@@ -93,15 +93,15 @@ void expectNothingLost(Disk disk) {
 TEST(KeyringMoves, LoseNothingWhereverTheyAreKilled) {
   Disk plain = plainDisk();
   Disk held = plain;
-  Session(held).choose(1);
+  ProgramRun(held).choose(1);
   ASSERT_EQ(held.entries.size(), 3U);
-  const std::tuple<const char*, Disk, std::function<void(Session&)>, int> deeds[] = {
-      {"there", plain, [](Session& run) { run.choose(1); }, 6},
-      {"back", held, [](Session& run) { run.choose(0); }, 5},
-      {"another password", held, [](Session& run) { run.saveFirst("new"); }, 5},
-      {"none", held, [](Session& run) { run.deleteFirst(); }, 3},
+  const std::tuple<const char*, Disk, std::function<void(ProgramRun&)>, int> deeds[] = {
+      {"there", plain, [](ProgramRun& run) { run.choose(1); }, 6},
+      {"back", held, [](ProgramRun& run) { run.choose(0); }, 5},
+      {"another password", held, [](ProgramRun& run) { run.saveFirst("new"); }, 5},
+      {"none", held, [](ProgramRun& run) { run.deleteFirst(); }, 3},
       {"all at once", plain,
-       [](Session& run) { run.choose(1), run.saveFirst("new"), run.deleteFirst(), run.choose(0); }, 16},
+       [](ProgramRun& run) { run.choose(1), run.saveFirst("new"), run.deleteFirst(), run.choose(0); }, 16},
   };
   for (const auto& [name, before, deed, leastWrites] : deeds) {
     int writes = 0;
@@ -109,7 +109,7 @@ TEST(KeyringMoves, LoseNothingWhereverTheyAreKilled) {
       SCOPED_TRACE(std::string(name) + ", killed behind write " + std::to_string(lasting));
       Disk disk = before;
       {
-        Session run(disk, lasting);
+        ProgramRun run(disk, lasting);
         deed(run);
         writes = lasting - std::min(run.left, 0);
       }
@@ -122,8 +122,8 @@ TEST(KeyringMoves, LoseNothingWhereverTheyAreKilled) {
 TEST(KeyringMoves, AreMadeForAllAccountsOrNone) {
   for (const bool isBack : {false, true}) {
     Disk disk = plainDisk();
-    if (isBack) Session(disk).choose(1);
-    Session run(disk);
+    if (isBack) ProgramRun(disk).choose(1);
+    ProgramRun run(disk);
     const KeyringAnswer refusal{.outcome = Outcome::Refused, .detail = "No luck"};
     run.platform.ring.onUse = [&] {
       if (run.platform.ring.uses == 3) run.platform.ring.refusal = refusal;
@@ -141,7 +141,7 @@ TEST(KeyringMoves, AreMadeForAllAccountsOrNone) {
 
 TEST(KeyringMoves, NeverTouchAKeyringThatNobodyHasChosen) {
   Disk disk = plainDisk();
-  Session run(disk);
+  ProgramRun run(disk);
   CheckAllAccounts(run.program);
   run.saveFirst("new");
   run.deleteFirst();
@@ -152,8 +152,8 @@ TEST(KeyringMoves, NeverTouchAKeyringThatNobodyHasChosen) {
 
 TEST(KeyringReading, AsksTheUserWhereHeWaitsAndFailsWhereNobodyDoes) {
   Disk disk = plainDisk();
-  Session(disk).choose(1);
-  Session run(disk);
+  ProgramRun(disk).choose(1);
+  ProgramRun run(disk);
   auto& ring = run.platform.ring;
   ring.refusal = {.outcome = Outcome::Refused};
   AutoCheckAccounts(run.program);
@@ -189,8 +189,8 @@ TEST(KeyringReading, AsksTheUserWhereHeWaitsAndFailsWhereNobodyDoes) {
 
 TEST(KeyringPage, ShowsAndReplacesWhatTheKeyringHolds) {
   Disk disk = plainDisk();
-  Session(disk).choose(1);
-  Session run(disk);
+  ProgramRun(disk).choose(1);
+  ProgramRun run(disk);
   MainWindow& page = run.showAccounts();
   const auto notice = [&page] { return page.lblAcntPasswordNotice.Caption.get(); };
   const auto save = [&page] { page.tbrButtons[saveAccountBar]["SaveAccount"].click(); };
@@ -229,7 +229,7 @@ TEST(KeyringPage, ShowsAndReplacesWhatTheKeyringHolds) {
 
 TEST(KeyringMoves, TakeNoOtherWayWhileTheyWait) {
   Disk disk = plainDisk();
-  Session run(disk);
+  ProgramRun run(disk);
   run.platform.ring.onUse = [&run] {
     EXPECT_FALSE(run.program.frmMain.fraOptionsPage.Enabled || run.program.frmMain.fraMainButtons.Enabled);
     if (run.platform.ring.uses == 1) run.program.frmMain.mnuTrayAutoCheck.Click();
