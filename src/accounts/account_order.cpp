@@ -6,6 +6,8 @@
 
 #include "accounts/accounts_page.h"
 #include "accounts/decisions/account_texts.h"
+#include "accounts/decisions/keyring_spares.h"
+#include "accounts/keyring_entries.h"
 #include "app/pages.h"
 #include "app/program.h"
 #include "app/tray.h"
@@ -58,6 +60,7 @@ bool keepWithout(Program& program, std::int16_t deleted) {
   Accounts::DeleteAccountFields(settings, last);
   settings.SaveSetting(settingsSection, "AcntNum", std::to_string(last - 1));
   if (last == 1) saveIdleOptions(program);
+  if (const std::string& key = accounts[deleted].AcntKeyringKey; !key.empty()) addKeyringSpares(settings, {key});
   return KeepSettings(program, "The Account was not deleted.");
 }
 
@@ -108,6 +111,11 @@ void deleteAccount(Program& program, std::int16_t deleted) {
   FillRuleAccounts(program);
 }
 
+void removeEntry(Program& program) {
+  const KeepingPasswords keeping(program);
+  RemoveSpareEntries(program);
+}
+
 bool keepSwapped(Program& program, std::int16_t a, std::int16_t b) {
   for (std::int16_t number = 1; number <= program.accounts.AcntNum(); ++number) {
     const std::int16_t from = number == a ? b : number == b ? a : number;
@@ -124,7 +132,9 @@ void DeleteAccount(Program& program) {
   const SetForNow busy(program.acnts.AcntBusy, true);
   const Answer answer = program.platform.MsgBox(deleteWarning(accounts[deleted].AcntName));
   if (answer == Answer::Yes && keepWithout(program, deleted)) {
+    const std::string key = accounts[deleted].AcntKeyringKey;
     deleteAccount(program, deleted);
+    if (!key.empty()) removeEntry(program);
   } else {
     program.frmMain.TabStripAcnts.SelectTab(deleted);
   }

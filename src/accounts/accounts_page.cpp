@@ -6,6 +6,7 @@
 #include "accounts/account_order.h"
 #include "accounts/decisions/account_names.h"
 #include "accounts/decisions/account_texts.h"
+#include "accounts/decisions/keyring_texts.h"
 #include "accounts/save_account.h"
 #include "app/interface_state.h"
 #include "app/program.h"
@@ -87,12 +88,19 @@ void followSecure(Program& program) {
   program.frmMain.lblAcntSecure.Caption = protectionText(edited(program), program.options.RefuseUntrusted == 1);
 }
 
+void showPasswordNotice(Program& program) {
+  const Accounts::Row& row = program.accounts[program.accounts.AcntCurrent];
+  const bool isHeld = !row.AcntKeyringKey.empty() && !row.AcntPasswordKnown && edited(program).AcntPassword.empty();
+  program.frmMain.lblAcntPasswordNotice.Caption = isHeld ? heldByKeyring : "";
+}
+
 void fillControls(Program& program) {
   const SetForNow loading(program.acnts.AcntLoading, true);
   AccountsPage& page = program.frmMain;
   const Account& account = edited(program);
   for (const auto& [box, member] : textInputs) (page.*box).Text = account.*member;
   for (const auto& [box, member] : tickInputs) (page.*box).Value = account.*member;
+  showPasswordNotice(program);
   page.txtAcntColour.BackColour = account.AcntColour;
   page.fraColourBox.Visible = false;
   followSecure(program);
@@ -139,6 +147,7 @@ bool isUsersChange(Program& program) {
 void takeText(Program& program, const TextInput& input) {
   if (!isUsersChange(program)) return;
   edited(program).*input.member = (program.frmMain.*input.box).Text;
+  showPasswordNotice(program);
   AccountDirtyCheck(program);
 }
 
@@ -257,6 +266,7 @@ void ConnectAccountsPage(Program& program) {
 
 void ShowAccount(Program& program, std::int16_t number) {
   program.accounts.CopyAccountToEdit(number);
+  program.frmMain.hidePassword.raise();
   fillControls(program);
   showDirty(program, false);
   if (number == 0) return;
@@ -275,6 +285,22 @@ void SetAccountPath(Program& program, std::string Account::*path, const std::str
     edited(program).*path = chosen;
     fillControls(program);
     AccountDirtyCheck(program);
+  });
+}
+
+void LearnPassword(Program& program, std::int16_t account, const std::string& password) {
+  Accounts::Row& row = program.accounts[account];
+  Account& edit = program.accounts.Edit(account);
+  const bool isUntouched = edit.AcntPassword == row.AcntPassword;
+  row.AcntPassword = password;
+  row.AcntPasswordKnown = true;
+  if (!isUntouched) return;
+  edit.AcntPassword = password;
+  if (account != program.frmMain.TabStripAcnts.SelectedItem()) return;
+  onAccountOfPage(program, [&program, &password] {
+    const SetForNow loading(program.acnts.AcntLoading, true);
+    program.frmMain.txtAcntPassword.Text = password;
+    showPasswordNotice(program);
   });
 }
 

@@ -41,6 +41,8 @@ struct AccountsPage {
   Label lblAcntPortNotice;  ///< what is wrong with the port, blank where nothing is
   TextBox txtAcntLoginID;
   TextBox txtAcntPassword;
+  Label lblAcntPasswordNotice;  ///< where the password is while the box doesn't show it, blank where it does
+  Signal<> hidePassword;        ///< the box shows it in stars again
   ColourBox txtAcntColour;
   Toolbar tbrColour{"imlColourButtons", {{"Colour", "Select Colour", "Select a Colour for this Account", "Colour"}}};
   Frame fraColourBox{"Click Colour Box", false};
@@ -72,6 +74,10 @@ Account& ShownAccount(Program& program);
 
 /// Gives it the path of a file that the user has chosen.
 void SetAccountPath(Program& program, std::string Account::*path, const std::string& chosen);
+
+/// The record has learnt what its entry in the desktop's keyring holds. The page shows it, unless the user has begun to
+/// replace it.
+void LearnPassword(Program& program, std::int16_t account, const std::string& password);
 
 /// Compares the page with the record of the account showing. A page that differs can be left by saving or cancelling
 /// only.

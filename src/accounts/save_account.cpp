@@ -1,8 +1,11 @@
 #include "accounts/save_account.h"
 
+#include <optional>
+
 #include "accounts/accounts_page.h"
 #include "accounts/decisions/account_names.h"
 #include "accounts/decisions/account_texts.h"
+#include "accounts/keep_account.h"
 #include "app/pages.h"
 #include "app/program.h"
 #include "app/status_bar.h"
@@ -41,11 +44,6 @@ void renameOnScreen(Program& program, std::int16_t account, const std::string& f
   frmMain.StatusBar.Panels(1).Text = status;
 }
 
-bool keep(Program& program, std::int16_t account, const Account& record) {
-  Accounts::SaveAccountFields(program.platform.settings(), account, record);
-  return KeepSettings(program, "The Account was not saved.");
-}
-
 Account newAccount(const Accounts& accounts) {
   Account account;
   account.AcntName = newAccountName(accounts);
@@ -80,7 +78,8 @@ Saving SaveAccount(Program& program) {
   if (account == 0 || !isNameGood(program, account)) return Saving::NameRefused;
   Account taken = program.accounts.Edit(account);
   if (!haveSameServer(taken, program.accounts[account])) forgetCertificate(taken);
-  if (!keep(program, account, taken)) return Saving::NotKept;
+  std::optional<KeepingPasswords> keeping;
+  if (!KeepAccount(program, account, taken, keeping)) return Saving::NotKept;
   Accounts::Row& row = program.accounts[account];
   const std::string former = row.AcntName;
   static_cast<Account&>(row) = taken;
@@ -89,6 +88,7 @@ Saving SaveAccount(Program& program) {
   ShowAccount(program, account);
   program.frmMain.TabStripAcnts.SelectTab(account);
   RenameAccountInRules(program, former, taken.AcntName);
+  if (keeping) RemoveSpareEntries(program);
   return Saving::Done;
 }
 

@@ -6,7 +6,10 @@
 #include <vector>
 
 #include "accounts/accounts_page.h"
+#include "accounts/decisions/keyring_spares.h"
+#include "accounts/keyring_entries.h"
 #include "accounts/load_accounts.h"
+#include "accounts/read_password.h"
 #include "app/decisions/move_file.h"
 #include "app/decisions/move_texts.h"
 #include "app/pages.h"
@@ -15,6 +18,7 @@
 #include "messages/preview.h"
 #include "options/keep_settings.h"
 #include "options/save_options.h"
+#include "platform/failure.h"
 #include "platform/set_for_now.h"
 #include "rules/rule_report.h"
 #include "rules/rules_page.h"
@@ -26,20 +30,32 @@ namespace {
 
 constexpr const char* filter = "Velmora Settings (*.velmora)|*.velmora|";
 
-/// As the settings hold it.
+/// As the settings hold it: what the desktop's keyring has is named by its key alone.
 MovedSettings allThatIsHere(const Program& program) {
   MovedSettings here{.options = program.options, .accounts = {}, .rules = {}};
-  for (const std::int16_t number : program.accounts.numbers()) here.accounts.push_back(program.accounts[number]);
+  for (const std::int16_t number : program.accounts.numbers()) {
+    Account& account = here.accounts.emplace_back(program.accounts[number]);
+    if (!account.AcntKeyringKey.empty()) account.AcntPassword.clear();
+  }
   here.rules = program.platform.readFile(program.rulesFile.path).value_or("");
   return here;
 }
 
-/// A keyring's key means nothing elsewhere.
-void leaveSecretsOut(MovedSettings& moved, bool passwordsToo) {
+/// A keyring's key means nothing elsewhere. Where the keyring doesn't give a password, nothing is to be exported, or
+/// the user would miss it when it is too late.
+bool putPasswords(Program& program, MovedSettings& moved, bool wanted) {
+  const KeepingPasswords keeping(program);
+  std::int16_t number = 0;
   for (Account& account : moved.accounts) {
     account.AcntKeyringKey.clear();
-    if (passwordsToo) account.AcntPassword.clear();
+    try {
+      account.AcntPassword = wanted ? PasswordOf(program, ++number) : std::string();
+    } catch (const PopFailure& failure) {
+      program.platform.MsgBox(exportLacksPassword(program.AppTitle, account.AcntName, failure.what()));
+      return false;
+    }
   }
+  return true;
 }
 
 void tellUnwritten(Program& program, std::string_view loss, const std::string& path) {
@@ -50,7 +66,7 @@ void askAndExport(Program& program) {
   const Answer answer = program.platform.MsgBox(exportPasswords(program.AppTitle));
   if (answer == Answer::Cancel) return;
   MovedSettings moved = allThatIsHere(program);
-  leaveSecretsOut(moved, answer != Answer::Yes);
+  if (!putPasswords(program, moved, answer == Answer::Yes)) return;
   const std::string text = composeMoveFile(moved);
   if (text.size() > largestReadFile) {
     program.platform.MsgBox(exportTooLarge(program.AppTitle));
@@ -99,8 +115,28 @@ std::optional<std::string> layCopy(Program& program, const MovedSettings& here) 
   return std::nullopt;
 }
 
+/// Where the user keeps passwords in the desktop's keyring, those that come go there, too. Until the settings name them
+/// they are spare.
+bool moveIntoKeyring(Program& program, MovedSettings& there) {
+  std::vector<KeyringEntry> entries;
+  if (program.options.UseKeyring != 1) return true;
+  std::int16_t number = 0;
+  for (Account& account : there.accounts) {
+    ++number;
+    if (!account.AcntKeyringKey.empty() || account.AcntPassword.empty()) continue;
+    account.AcntKeyringKey = freshKeyringKey();
+    entries.push_back({number, account.AcntKeyringKey, account.AcntPassword});
+  }
+  const auto trouble = WriteEntries(program, entries);
+  if (trouble) program.platform.MsgBox(importNotIntoKeyring(program.AppTitle, *trouble));
+  return !trouble;
+}
+
 bool keepImported(Program& program, const MovedSettings& there, const std::string& rulesName) {
   SettingsStore& settings = program.platform.settings();
+  KeyringKeys keys;
+  for (const Account& account : there.accounts) keys.push_back(account.AcntKeyringKey);
+  takeKeyringSpares(settings, keys);
   for (const std::int16_t number : program.accounts.numbers()) Accounts::DeleteAccountFields(settings, number);
   std::int16_t number = 0;
   for (const Account& account : there.accounts) Accounts::SaveAccountFields(settings, ++number, account);
@@ -128,6 +164,22 @@ void takeImported(Program& program, const MovedSettings& there, const std::strin
   if (program.accounts.AcntCurrent > 0) ShowTabAnew(program, program.accounts.AcntCurrent);
 }
 
+/// Lays down what the settings will lead to, and then has them do so. Returns the place of the copy of what was there.
+std::optional<std::string> bringIn(Program& program, const MovedSettings& here, MovedSettings& there,
+                                   std::string& rulesName) {
+  const KeepingPasswords keeping(program);
+  if (!KeepSettings(program, "Nothing was imported.")) return std::nullopt;
+  const auto copy = layCopy(program, here);
+  if (!copy) return std::nullopt;
+  const auto laid =
+      there.rules == here.rules ? std::optional(program.options.RulesIniFileName) : layRules(program, there.rules);
+  if (!laid) return std::nullopt;
+  rulesName = *laid;
+  if (moveIntoKeyring(program, there) && keepImported(program, there, rulesName)) return copy;
+  RemoveSpareEntries(program);
+  return std::nullopt;
+}
+
 void importFrom(Program& program, const std::string& path) {
   const auto text = program.platform.readFile(path);
   ParsedMoveFile file;
@@ -143,13 +195,11 @@ void importFrom(Program& program, const std::string& path) {
     program.platform.MsgBox(importChangesNothing(program.AppTitle));
     return;
   }
-  if (program.platform.MsgBox(*changes) != Answer::Yes || !KeepSettings(program, "Nothing was imported.")) return;
-  const auto copy = layCopy(program, here);
+  if (program.platform.MsgBox(*changes) != Answer::Yes) return;
+  std::string rulesName;
+  const auto copy = bringIn(program, here, file.moved, rulesName);
   if (!copy) return;
-  const auto rulesName = file.moved.rules == here.rules ? std::optional(program.options.RulesIniFileName)
-                                                        : layRules(program, file.moved.rules);
-  if (!rulesName || !keepImported(program, file.moved, *rulesName)) return;
-  takeImported(program, file.moved, *rulesName);
+  takeImported(program, file.moved, rulesName);
   program.platform.MsgBox(importDone(program.AppTitle, *copy));
 }
 

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "accounts/decisions/accounts.h"
+#include "accounts/keyring_entries.h"
 #include "accounts/tab_drag.h"
 #include "app/decisions/offers.h"
 #include "app/first_use_window.h"
@@ -67,6 +68,7 @@ struct Program {
   // What each feature keeps for itself.
   OptionsPageState optionsPage;
   AccountsPageState acnts;
+  KeyringState keyring;
   TabDrag tabDrag;
   ShownMessages list;
   SortState order;

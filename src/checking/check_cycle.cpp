@@ -60,6 +60,7 @@ void beginUsersCheck(Program& program) {
   program.autoCheck.NoCheckPostponed = false;
   program.connection.StopRequested = false;
   BeginWalkNotices(program, false);
+  program.keyring.refused = false;
   SetCheckingInterface(program, Activity::Checking);
 }
 

@@ -1,6 +1,7 @@
 #include "checking/command_check.h"
 
 #include "accounts/decisions/accounts.h"
+#include "accounts/read_password.h"
 #include "checking/decisions/check_texts.h"
 #include "checking/decisions/failure_texts.h"
 #include "checking/pop_session.h"
@@ -12,9 +13,10 @@ namespace velmora {
 namespace {
 
 /// Returns why the account could not be checked, blank where it could.
-std::string countMessages(PopClient& client, Accounts::Row& account, const Options& options) {
+std::string countMessages(Keyring& keyring, PopClient& client, Accounts::Row& account, const Options& options) {
   std::string trouble;
   try {
+    account.AcntPassword = passwordOf(keyring, account);
     DescribeConnection(client, account, options);
     client.ListAhead(false);
     client.Connect();
@@ -30,7 +32,8 @@ std::string countMessages(PopClient& client, Accounts::Row& account, const Optio
 
 }  // namespace
 
-CheckStatus CheckFromCommandLine(const SettingsStore& settings, PopClient& client, const CheckLines& lines) {
+CheckStatus CheckFromCommandLine(const SettingsStore& settings, Keyring& keyring, PopClient& client,
+                                 const CheckLines& lines) {
   Options options;
   loadOptions(settings, OptionField::Read::AtStartUp, options);
   Accounts accounts;
@@ -42,7 +45,7 @@ CheckStatus CheckFromCommandLine(const SettingsStore& settings, PopClient& clien
     accounts.LoadAccount(settings, number);
     Accounts::Row& account = accounts[number];
     if (account.AcntEnabled == 0) continue;
-    const std::string trouble = countMessages(client, account, options);
+    const std::string trouble = countMessages(keyring, client, account, options);
     lines.result(statusTextAfterCheck(account, false));
     if (!trouble.empty()) lines.trouble(trouble);
     anyChecked = true;

@@ -6,6 +6,7 @@
 
 namespace velmora {
 
+class Keyring;
 class PopClient;
 class SettingsStore;
 
@@ -20,7 +21,9 @@ struct CheckLines {
 
 /// Asks the servers of all enabled accounts, one by one, how many messages they hold; brings none of them. Nothing is
 /// remembered from one run to the next, so all of them count as new, as at the first check of every run. Blocks while
-/// the event loop turns. Where no account is enabled, that is trouble.
-CheckStatus CheckFromCommandLine(const SettingsStore& settings, PopClient& client, const CheckLines& lines);
+/// the event loop turns. Where no account is enabled, that is trouble. The keyring is asked for the passwords that it
+/// holds, and nothing else.
+CheckStatus CheckFromCommandLine(const SettingsStore& settings, Keyring& keyring, PopClient& client,
+                                 const CheckLines& lines);
 
 }  // namespace velmora

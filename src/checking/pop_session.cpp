@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "accounts/decisions/account_texts.h"
+#include "accounts/read_password.h"
 #include "app/program.h"
 #include "app/shut_down.h"
 #include "checking/decisions/certificate_texts.h"
@@ -83,10 +84,38 @@ bool retrieve(Program& program, std::int16_t account) {
   return true;
 }
 
+/// A password that can't be had is no failure of the client, which may still tell of an earlier one.
+FailureReport reportOf(const Program& program, const std::exception& failure) {
+  const FailureReport own = describe(failure);
+  return own.number == pop_failure::passwordOutOfReach ? own : lastClientFailure(program);
+}
+
+/// What is told of a failure, as a line and in a box.
+struct ToldFailure {
+  FailureReport report;
+  Question box;
+};
+
+ToldFailure toldOf(const Program& program, const Account& account, const std::exception& failure,
+                   std::string_view title) {
+  FailureReport report = reportOf(program, failure);
+  if (report.number <= 0) {
+    report = describe(failure);
+    return {report, unexpectedError(program.AppTitle, account.AcntName, report, title)};
+  }
+  if (report.number == pop_failure::passwordOutOfReach) {
+    return {report, passwordError(program.AppTitle, account.AcntName, report, title)};
+  }
+  if (report.number == pop_failure::certificateRefused) {
+    report.text = certificateTrouble(account, program.connection.PopClient->Certificate());
+  }
+  return {report, connectionError(program.AppTitle, account.AcntName, report, title)};
+}
+
 void reportConnectFailure(Program& program, std::int16_t account, const std::exception& failure) {
   CloseConnection(program);
   const bool silenced =
-      program.options.SuppressConnectErrors == 1 && isSilencedOnConnect(lastClientFailure(program).number);
+      program.options.SuppressConnectErrors == 1 && isSilencedOnConnect(reportOf(program, failure).number);
   if (silenced || IsUserAskedAboutCertificate(program, failure)) return;
   ShowFailure(program, account, failure, failure_title::establishing);
 }
@@ -133,8 +162,10 @@ void DescribeConnection(PopClient& client, const Account& account, const Options
 }
 
 void PrepareConnection(Program& program, std::int16_t account) {
+  const std::string password = PasswordOf(program, account);
   MainWindow& frmMain = program.frmMain;
-  const Account& settings = program.accounts[account];
+  Account settings = static_cast<const Account&>(program.accounts[account]);
+  settings.AcntPassword = password;
   frmMain.Pointer = MousePointer::Hourglass;
   frmMain.tmrRetrieveMessage.Enabled = true;
   if (program.activity != Activity::Testing)
@@ -188,19 +219,17 @@ void ClearRetrieval(AccountState& account) {
 
 void ShowFailure(Program& program, std::int16_t account, const std::exception& failure, std::string_view title) {
   if (program.activity == Activity::Ending) return;
-  const Accounts::Row& row = program.accounts[account];
-  FailureReport told = lastClientFailure(program);
-  if (told.number == pop_failure::certificateRefused) {
-    told.text = certificateTrouble(row, currentClient(program).Certificate());
-  }
-  const FailureReport report = told.number > 0 ? told : describe(failure);
-  const Question box = told.number > 0 ? connectionError(program.AppTitle, row.AcntName, report, title)
-                                       : unexpectedError(program.AppTitle, row.AcntName, report, title);
+  Accounts::Row& row = program.accounts[account];
+  const ToldFailure told = toldOf(program, row, failure, title);
+  if (told.report.number == pop_failure::loginRefused)
+    row.AcntPasswordForNow.clear();  // the next one may be the right one
+  const bool wasUsersWish = told.report.number == pop_failure::passwordOutOfReach && told.report.text.empty();
+  if (wasUsersWish) return;
   if (auto& collected = program.walk.notices.failures) {
-    collected->accounts.push_back({row.AcntName, failureReason(report)});
-    collected->boxes.push_back(box);
+    collected->accounts.push_back({row.AcntName, failureReason(told.report)});
+    collected->boxes.push_back(told.box);
   } else {
-    program.platform.MsgBox(box);
+    program.platform.MsgBox(told.box);
   }
 }
 

@@ -42,7 +42,8 @@ FailureReport lastClientFailure(const Program& program);
 /// that is no number.
 void DescribeConnection(PopClient& client, const Account& account, const Options& options);
 
-/// Screen state and all connection properties. Throws for a port that is no number.
+/// The password, screen state and all connection properties. Throws for a password that can't be had, before anything
+/// else, and for a port that is no number.
 void PrepareConnection(Program& program, std::int16_t account);
 
 /// Screen state back, and the connection ended. Safe when nothing is connected, and more than once.

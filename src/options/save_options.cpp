@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "accounts/accounts_page.h"
+#include "accounts/move_passwords.h"
 #include "app/interface_state.h"
 #include "app/program.h"
 #include "checking/auto_check.h"
@@ -63,6 +64,7 @@ std::optional<std::string> keepOptions(Program& program) {
 
 /// The tray's entries save while a check or a deletion is under way, too.
 bool SaveOptions(Program& program) {
+  FollowKeyringChoice(program);
   const Options before = program.options;
   takeOver(program.EditOptions, program.options);
   if (themeOf(program.options) != themeOf(before)) WriteMenuStyleFile(program);

@@ -55,6 +55,9 @@ inline constexpr std::int32_t mailboxInUse = 30006;
 inline constexpr std::int32_t loginRefused = 30007;
 inline constexpr std::int32_t temporaryTrouble = 30008;
 inline constexpr std::int32_t permanentTrouble = 30009;
+/// The desktop's keyring, which holds the password, doesn't give it. The text is blank where the user knows that
+/// already. No option silences it.
+inline constexpr std::int32_t passwordOutOfReach = 30010;
 /// The connection was lost while messages came in.
 inline constexpr std::int32_t connectionLost = 30012;
 /// The server refused to hand out a message or a listing.

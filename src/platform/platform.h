@@ -10,6 +10,7 @@
 
 #include "platform/date_time.h"
 #include "platform/file_draft.h"
+#include "platform/keyring.h"
 #include "platform/mail_draft.h"
 #include "platform/notice.h"
 #include "platform/printing.h"
@@ -34,6 +35,14 @@ struct Question {
 };
 /// A question that is not answered, as when its dialog is closed, counts as one answered No.
 enum class Answer { Ok, Yes, No, Cancel };
+
+/// A dialog that asks for a password.
+struct PasswordQuestion {
+  std::string text;  ///< line breaks CR LF
+  std::string title;
+
+  bool operator==(const PasswordQuestion&) const = default;
+};
 
 /// A dialog that asks for a file: for the name of one to write, where it asks before replacing one, or for one that is
 /// there.
@@ -76,6 +85,12 @@ class Platform {
   /// One to save under has a name as `file_name.h` makes it, proposed and returned, with an ending of the filter: where
   /// the user's isn't such, the dialog comes again with what would be. One to open is there, but may bear any name.
   virtual std::optional<std::string> askForFile(const FileQuestion& question) = 0;
+
+  /// Returns the password that the user has entered, nothing where he entered none.
+  virtual std::optional<std::string> askForPassword(const PasswordQuestion& question) = 0;
+
+  /// The keyring of the user's desktop, which nothing touches before the first call.
+  virtual Keyring& keyring() = 0;
 
   /// Has the user choose a colour, 0x00BBGGRR, beginning with this one; nothing where he cancelled.
   virtual std::optional<std::int32_t> askForColour(std::int32_t initial) = 0;

@@ -134,6 +134,7 @@ std::optional<std::string> MemorySettings::Keep() {
     for (const auto& [at, value] : former) change(at, value);
     former_.clear();
   }
+  if (!refusal && onKept) onKept();
   return refusal;
 }
 
@@ -145,6 +146,33 @@ void MemorySettings::change(const std::string& at, std::optional<std::string> va
   } else {
     values.erase(at);
   }
+}
+
+bool MemoryKeyring::refuses() {
+  ++uses;
+  if (onUse) onUse();
+  return refusal.has_value();
+}
+
+KeyringAnswer MemoryKeyring::read(const std::string& key) {
+  if (refuses()) return *refusal;
+  const auto found = entries.find(key);
+  if (found == entries.end()) return {.outcome = KeyringAnswer::Outcome::NotFound};
+  return {.outcome = KeyringAnswer::Outcome::Done, .password = found->second};
+}
+
+KeyringAnswer MemoryKeyring::write(const std::string& key, const std::string& password) {
+  if (refuses()) return *refusal;
+  entries[key] = password;
+  if (onChanged) onChanged();
+  return {.outcome = KeyringAnswer::Outcome::Done};
+}
+
+KeyringAnswer MemoryKeyring::remove(const std::string& key) {
+  if (refuses()) return *refusal;
+  entries.erase(key);
+  if (onChanged) onChanged();
+  return {.outcome = KeyringAnswer::Outcome::Done};
 }
 
 TestPlatform::TestPlatform()

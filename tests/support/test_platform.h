@@ -20,6 +20,7 @@ class MemorySettings : public SettingsStore {
   std::vector<std::string> written;           ///< keys, in order
   mutable std::vector<std::string> read;      ///< likewise
   std::optional<std::string> refusal;         ///< why nothing can be kept
+  std::function<void()> onKept;
 
   std::string GetSetting(std::string_view section, std::string_view key, std::string_view fallback) const override;
   void SaveSetting(std::string_view section, std::string_view key, std::string_view value) override;
@@ -31,6 +32,23 @@ class MemorySettings : public SettingsStore {
   void change(const std::string& at, std::optional<std::string> value);
 
   std::map<std::string, std::optional<std::string>> former_;  ///< what was there before it changed, since the last Keep
+};
+
+/// A keyring in memory.
+class MemoryKeyring : public Keyring {
+ public:
+  std::map<std::string, std::string> entries;
+  std::optional<KeyringAnswer> refusal;  ///< what it answers instead of doing anything
+  std::function<void()> onUse;           ///< before each answer
+  std::function<void()> onChanged;
+  int uses = 0;
+
+  KeyringAnswer read(const std::string& key) override;
+  KeyringAnswer write(const std::string& key, const std::string& password) override;
+  KeyringAnswer remove(const std::string& key) override;
+
+ private:
+  bool refuses();
 };
 
 /// The outside in memory: a clock that stands, answers by script, and POP3 servers by host name. Tests that want a
@@ -55,6 +73,9 @@ class TestPlatform : public Platform {
   std::optional<std::string> chosenFile;       ///< what the user answers to every question for a file
   std::vector<FileQuestion> filesAsked;
   std::function<void()> onFileAsked;
+  MemoryKeyring ring;
+  std::optional<std::string> enteredPassword;  ///< what the user answers to every question for a password
+  std::vector<PasswordQuestion> passwordsAsked;
   std::optional<std::int32_t> chosenColour;  ///< what the user answers to every question for a colour
   std::vector<std::int32_t> coloursAsked;    ///< from which each began
   std::function<void()> onColourAsked;
@@ -94,6 +115,11 @@ class TestPlatform : public Platform {
     if (onFileAsked) onFileAsked();
     return chosenFile;
   }
+  std::optional<std::string> askForPassword(const PasswordQuestion& question) override {
+    passwordsAsked.push_back(question);
+    return enteredPassword;
+  }
+  Keyring& keyring() override { return ring; }
   std::optional<std::int32_t> askForColour(std::int32_t initial) override {
     coloursAsked.push_back(initial);
     if (onColourAsked) onColourAsked();

@@ -88,13 +88,21 @@ Accounts::Stored Accounts::storedCount(const SettingsStore& store) {
 }
 
 void Accounts::LoadAccount(const SettingsStore& store, std::int16_t number) {
-  Account& account = (*this)[number];
+  Row& row = (*this)[number];
+  Account& account = row;
+  const std::string formerKey = account.AcntKeyringKey;
+  const std::string password = account.AcntPassword;
   for (const auto& field : fields) loadField(store, placeOf(number), field, account);
   for (const auto& field : chosenFields) loadField(store, placeOf(number), field, account);
+  if (account.AcntKeyringKey.empty()) return;
+  row.AcntPasswordKnown = row.AcntPasswordKnown && account.AcntKeyringKey == formerKey;
+  account.AcntPassword = row.AcntPasswordKnown ? password : std::string();
 }
 
-void Accounts::SaveAccountFields(SettingsStore& store, std::int16_t number, const Account& account) {
+void Accounts::SaveAccountFields(SettingsStore& store, std::int16_t number, const Account& record) {
   const SettingsPlace place = placeOf(number);
+  Account account = record;
+  if (!account.AcntKeyringKey.empty()) account.AcntPassword.clear();
   for (const auto& field : fields) saveField(store, place, field, account);
   for (const auto& field : chosenFields) {
     if (!isEqual(field, account, {})) {

@@ -42,6 +42,8 @@ struct AccountState {
   bool AcntIncomplete = false;   ///< the last retrieval may not have brought in all messages
   bool AcntSoundValid = false;
   bool AcntClientValid = false;
+  bool AcntPasswordKnown = false;  ///< the keyring's entry has been read or written: AcntPassword is what it holds
+  std::string AcntPasswordForNow;  ///< entered by the user where the keyring doesn't give it
   std::string AcntStatusText;
   std::string AcntLastCheckTime;
   std::string AcntLastCheckText;
@@ -128,7 +130,9 @@ class Accounts {
   };
   static Stored storedCount(const SettingsStore& store);
 
+  /// A password that was read from the keyring's entry stays in memory for as long as the account has that entry.
   void LoadAccount(const SettingsStore& store, std::int16_t number);
+  /// A password that the keyring has is left blank in the tree.
   static void SaveAccountFields(SettingsStore& store, std::int16_t number, const Account& account);
   static void DeleteAccountFields(SettingsStore& store, std::int16_t number);
   void BlankAccountRow();

@@ -9,6 +9,7 @@ enum class Activity {
   Testing,   ///< a connection test: it stays on its page
   Deleting,  ///< on a server
   Fetching,  ///< one message as its server has it
+  Keeping,   ///< passwords are on their way into the desktop's keyring, or out of it
   Ending,    ///< the client is gone, and nothing begins any more
 };
 

@@ -100,6 +100,20 @@ Question exportTooLarge(std::string_view appTitle) {
                 Question::Icon::Critical);
 }
 
+Question exportLacksPassword(std::string_view appTitle, std::string_view account, std::string_view reason) {
+  return notice(appTitle, "Export Error",
+                "Nothing was exported, since the password of an account can't be had:\r\n" + std::string(account) +
+                    lineEnd + std::string(reason) + lineEnd,
+                Question::Icon::Critical);
+}
+
+Question importNotIntoKeyring(std::string_view appTitle, std::string_view reason) {
+  return notice(
+      appTitle, "Import Error",
+      "Nothing was imported, since the keyring doesn't take the passwords:\r\n" + std::string(reason) + lineEnd,
+      Question::Icon::Critical);
+}
+
 Question importRefused(std::string_view appTitle, std::optional<ParsedMoveFile::Fault> fault) {
   const char* reason = "The file can't be read, or is larger than 4 MB.";
   if (fault == ParsedMoveFile::Fault::Foreign) reason = "This is no file that the Export of this program has written.";

@@ -16,6 +16,12 @@ Question exportPasswords(std::string_view appTitle);
 Question exportDone(std::string_view appTitle, std::string_view path, bool withPasswords);
 Question exportTooLarge(std::string_view appTitle);
 
+/// The desktop's keyring doesn't give the password of an account, for this reason.
+Question exportLacksPassword(std::string_view appTitle, std::string_view account, std::string_view reason);
+
+/// It doesn't take those of the file, for this reason.
+Question importNotIntoKeyring(std::string_view appTitle, std::string_view reason);
+
 /// Why a file can't be imported; one that can't be read has no fault to name.
 Question importRefused(std::string_view appTitle, std::optional<ParsedMoveFile::Fault> fault);
 

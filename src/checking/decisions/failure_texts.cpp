@@ -79,6 +79,14 @@ Question connectionError(std::string_view appTitle, std::string_view accountName
   return criticalNotice(appTitle, title, std::move(text));
 }
 
+Question passwordError(std::string_view appTitle, std::string_view accountName, const FailureReport& report,
+                       std::string_view title) {
+  return criticalNotice(appTitle, title,
+                        problemWith(accountName, report.number, report.text) +
+                            "Please check the Account yourself: then the keyring asks you, or " +
+                            std::string(appTitle) + " does.\r\n\r\n");
+}
+
 Question unexpectedError(std::string_view appTitle, std::string_view accountName, const FailureReport& report,
                          std::string_view title) {
   return criticalNotice(appTitle, title,

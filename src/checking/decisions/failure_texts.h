@@ -38,6 +38,10 @@ bool isSilencedOnRetrieve(std::int32_t number);
 Question connectionError(std::string_view appTitle, std::string_view accountName, const FailureReport& report,
                          std::string_view title);
 
+/// The dialog for a password that the desktop's keyring doesn't give.
+Question passwordError(std::string_view appTitle, std::string_view accountName, const FailureReport& report,
+                       std::string_view title);
+
 /// The dialog for any other failure.
 Question unexpectedError(std::string_view appTitle, std::string_view accountName, const FailureReport& report,
                          std::string_view title);

@@ -9,6 +9,7 @@
 #include "checking/command_check.h"
 #include "platform/pop/pop_client.h"
 #include "platform/qt/services/local_time.h"
+#include "platform/qt/services/qt_keyring.h"
 #include "platform/qt/services/qt_settings.h"
 #include "platform/qt/services/qt_transport.h"
 #include "platform/qt/strings.h"
@@ -35,7 +36,8 @@ int check(const MailReader& reader, int& argc, char** argv) {
   const auto client = std::make_shared<PopClient>(PopClient::Surroundings{makeQtTransport, reader, localTime, habits});
   // Whoever reads gets each line when it is known.
   const CheckLines lines{[](const std::string& line) { std::cout << oneLine(line) << std::flush; }, complain};
-  const CheckStatus status = CheckFromCommandLine(settings, *client, lines);
+  QtKeyring keyring;
+  const CheckStatus status = CheckFromCommandLine(settings, keyring, *client, lines);
   return static_cast<int>(std::cout ? status : CheckStatus::Failure);
 }
 

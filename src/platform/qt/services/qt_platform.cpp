@@ -32,6 +32,7 @@
 #include "platform/qt/strings.h"
 #include "platform/qt/widgets/harmless_text.h"
 #include "platform/qt/widgets/legible_colour.h"
+#include "platform/qt/windows/password_dialog.h"
 
 namespace velmora {
 
@@ -161,6 +162,14 @@ std::optional<std::string> QtPlatform::askForFile(const FileQuestion& question) 
   keepInFront(dialog);
   return question.purpose == FileQuestion::Purpose::Open ? fileToOpen(dialog, question)
                                                          : fileToSave(dialog, question, quitting_);
+}
+
+std::optional<std::string> QtPlatform::askForPassword(const PasswordQuestion& question) {
+  if (quitting_) return std::nullopt;
+  PasswordDialog dialog(question, QApplication::activeWindow());
+  keepInFront(dialog);
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  return dialog.password();
 }
 
 std::optional<std::int32_t> QtPlatform::askForColour(std::int32_t initial) {

@@ -13,6 +13,7 @@
 #include "platform/qt/services/desktop_notices.h"
 #include "platform/qt/services/local_time.h"
 #include "platform/qt/services/print_job.h"
+#include "platform/qt/services/qt_keyring.h"
 #include "platform/qt/services/qt_settings.h"
 #include "platform/qt/services/sound_player.h"
 
@@ -42,6 +43,8 @@ class QtPlatform : public Platform {
   Answer MsgBox(const Question& question) override;
   bool isAsking() const override;
   std::optional<std::string> askForFile(const FileQuestion& question) override;
+  std::optional<std::string> askForPassword(const PasswordQuestion& question) override;
+  Keyring& keyring() override { return keyring_; }
   std::optional<std::int32_t> askForColour(std::int32_t initial) override;
   void yield() override;
   void quit() override;
@@ -77,6 +80,7 @@ class QtPlatform : public Platform {
   std::unique_ptr<QtSettings> settings_;
   DateNames dateNames_;
   ServerHabits serverHabits_;
+  QtKeyring keyring_;
   std::unique_ptr<HelpWindow> help_;
   SoundPlayer soundPlayer_;
   std::unique_ptr<DesktopNotices> notices_;  ///< once there was one to show

@@ -12,6 +12,7 @@
 #include "platform/qt/strings.h"
 #include "platform/qt/widgets/bind.h"
 #include "platform/qt/widgets/harmless_text.h"
+#include "platform/qt/widgets/password_edit.h"
 #include "platform/qt/widgets/text_view.h"
 #include "platform/text.h"
 
@@ -34,6 +35,9 @@ void showOption(std::int16_t value, QButtonGroup& group) {
 /// As much of a text as a box can be asked to show. What the user doesn't change must not change: tabs stay.
 constexpr qsizetype mostInput = 10000;
 
+/// Also while it is shown in letters: nothing of it is a blank or a picture that stands for something else.
+bool isPassword(const QLineEdit& widget) { return dynamic_cast<const PasswordEdit*>(&widget) != nullptr; }
+
 QString inputText(std::string_view text) { return harmlessText(text::left(text, mostInput)).replace(u'\n', u' '); }
 
 /// A line that was copied with its end brings that along, and nobody would see it. What can't be seen at all loses it.
@@ -44,7 +48,7 @@ void takeLineEndsOut(QLineEdit& widget) {
   if (!text.contains(lineEnds)) return;
   const QSignalBlocker quiet(widget);
   const int cursor = widget.cursorPosition();
-  text.remove(last).replace(lineEnds, widget.echoMode() == QLineEdit::Normal ? " " : "");
+  text.remove(last).replace(lineEnds, isPassword(widget) ? "" : " ");
   widget.setText(text);
   widget.setCursorPosition(cursor);
 }
@@ -66,8 +70,7 @@ void bindInput(TextBox& box, QLineEdit& widget) {
   box.Text.watch([&widget](const std::string& text) {
     if (utf8(widget.text()) == text) return;
     const QSignalBlocker quiet(widget);
-    const bool isSeen = widget.echoMode() == QLineEdit::Normal;
-    widget.setText(isSeen ? inputText(text) : qt(text));
+    widget.setText(isPassword(widget) ? qt(text) : inputText(text));
     widget.setCursorPosition(0);
   });
   box.Enabled.watch([&widget](bool on) { widget.setEnabled(on); });

@@ -15,6 +15,7 @@
 #include "platform/qt/strings.h"
 #include "platform/qt/widgets/bind.h"
 #include "platform/qt/widgets/colour_patch.h"
+#include "platform/qt/widgets/password_edit.h"
 #include "platform/qt/widgets/scrolled.h"
 #include "platform/qt/widgets/tab_bar.h"
 #include "platform/qt/windows/account_colours_view.h"
@@ -31,6 +32,7 @@ struct TextRow {
   const char* name;
   const char* label;
   const char* hint;
+  Label AccountsPage::*notice = nullptr;  ///< what takes the example's place where it isn't blank
 };
 
 constexpr TextRow nameRow{&AccountsPage::txtAcntName, "txtAcntName",
@@ -38,10 +40,12 @@ constexpr TextRow nameRow{&AccountsPage::txtAcntName, "txtAcntName",
 constexpr TextRow serverRow{&AccountsPage::txtAcntServer, "txtAcntServer",
                             "&Server:", "Server Example: Pop3.ServiceProvider.com"};
 constexpr TextRow portRow{&AccountsPage::txtAcntPort, "txtAcntPort",
-                          "&Port:", "Port: Usually 110 for Normal, or 995 for Secure."};
+                          "&Port:", "Port: Usually 110 for Normal, or 995 for Secure.",
+                          &AccountsPage::lblAcntPortNotice};
 constexpr TextRow loginRow{&AccountsPage::txtAcntLoginID, "txtAcntLoginID",
                            "&Login ID:", "ID used to Login to Service Provider."};
-constexpr TextRow passwordRow{&AccountsPage::txtAcntPassword, "txtAcntPassword", "Pass&word:", ""};
+constexpr TextRow passwordRow{&AccountsPage::txtAcntPassword, "txtAcntPassword", "Pass&word:", "",
+                              &AccountsPage::lblAcntPasswordNotice};
 constexpr TextRow clientRow{&AccountsPage::txtAcntClient, "txtAcntClient", "E&mail Client:", ""};
 constexpr TextRow soundRow{&AccountsPage::txtAcntSound, "txtAcntSound", "So&und:", ""};
 
@@ -72,20 +76,12 @@ class Fields {
     grid_->setHorizontalSpacing(10);
   }
 
-  QLineEdit* addText(const TextRow& row) {
-    auto* box = new QLineEdit(frame_);
-    box->setObjectName(row.name);
-    box->setMinimumWidth(box->fontMetrics().averageCharWidth() * 46);
-    if (row.box == &AccountsPage::txtAcntPassword) {
-      box->setEchoMode(QLineEdit::Password);
-      box->setStyleSheet("lineedit-password-character: 42");
-    }
-    bindInput(page_.*row.box, *box);
-    auto* hint = *row.hint == '\0' ? nullptr : makeHint(row.hint);
-    if (hint != nullptr) box->setAccessibleDescription(row.hint);
-    addRow(row.label, box, hint);
-    if (row.box == &AccountsPage::txtAcntPort) showInPlace(page_.lblAcntPortNotice, *hint, *box);
-    return box;
+  QLineEdit* addText(const TextRow& row) { return addBox(row, new QLineEdit(frame_)); }
+
+  void addPassword(const TextRow& row) {
+    auto* box = new PasswordEdit(frame_);
+    page_.hidePassword.watch([box] { box->hidePassword(); });
+    addBox(row, box);
   }
 
   /// Parts beside the text box before them.
@@ -144,6 +140,18 @@ class Fields {
   }
 
  private:
+  QLineEdit* addBox(const TextRow& row, QLineEdit* box) {
+    box->setObjectName(row.name);
+    box->setMinimumWidth(box->fontMetrics().averageCharWidth() * 46);
+    bindInput(page_.*row.box, *box);
+    Label* notice = row.notice != nullptr ? &(page_.*row.notice) : nullptr;
+    auto* hint = *row.hint == '\0' && notice == nullptr ? nullptr : makeHint(row.hint);
+    if (hint != nullptr) box->setAccessibleDescription(row.hint);
+    addRow(row.label, box, hint);
+    if (notice != nullptr) showInPlace(*notice, *hint, *box);
+    return box;
+  }
+
   QLabel* makeHint(const char* text) {
     auto* hint = new QLabel(text, frame_);
     auto* pale = new QGraphicsOpacityEffect(hint);
@@ -188,7 +196,7 @@ QWidget* makeFields(AccountsPage& page, ClientAndSound& bars, QWidget* parent) {
   fields.addUnder(page.lblAcntSecure, "lblAcntSecure", *frame->findChild<QCheckBox*>("chkAcntSecure"));
   fields.addText(portRow);
   fields.addText(loginRow);
-  fields.addText(passwordRow);
+  fields.addPassword(passwordRow);
   fields.addSpace();
   addColour(page, fields, frame);
   auto* client = fields.addText(clientRow);
