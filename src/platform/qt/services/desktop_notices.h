@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QObject>
 #include <QString>
 #include <QStringList>
@@ -14,8 +15,9 @@ class QDBusPendingCallWatcher;
 
 namespace velmora {
 
-/// The program's notifications, one of a kind, which a service of the session's bus shows (Desktop Notifications
-/// Specification). Nothing waits for it. Of what the service tells, only ids and keys that were given count.
+/// The program's notifications, one of a kind, which a service of the session's bus shows
+/// (org.freedesktop.Notifications). Nothing waits for it. Of what the service tells, only ids and keys that were given
+/// count.
 class DesktopNotices : public QObject {
   Q_OBJECT
 
