@@ -9,6 +9,7 @@
 #include "app/interface_state.h"
 #include "app/program.h"
 #include "checking/auto_check.h"
+#include "checking/follow_machine.h"
 #include "messages/sorting.h"
 #include "options/button_style.h"
 #include "options/client_and_sound.h"
@@ -68,6 +69,7 @@ bool SaveOptions(Program& program) {
   if (themeOf(program.options) != themeOf(before)) WriteMenuStyleFile(program);
   program.order.optionsChanged = true;
   FollowSortOptions(program);
+  WatchMachine(program);
   followTiming(program, before);
   LoadOptionsPage(program);
   RenewClientIcon(program);

@@ -10,6 +10,7 @@
 
 #include "platform/date_time.h"
 #include "platform/file_draft.h"
+#include "platform/machine.h"
 #include "platform/mail_draft.h"
 #include "platform/printing.h"
 #include "platform/settings.h"
@@ -152,6 +153,13 @@ class Platform {
 
   /// Removes a file of that folder, if it is there.
   virtual void deleteTemporaryFile(std::string_view name) = 0;
+
+  /// Watches the machine from now on: `back` is called, out of the event loop, whenever it has woken from sleep or has
+  /// its network back. An empty one ends that.
+  virtual void watchMachine(std::function<void()> back) = 0;
+
+  /// As it is now; Unknown while the machine isn't watched.
+  virtual Connectivity connectivity() const = 0;
 
   virtual std::shared_ptr<PopClient> makePopClient() = 0;
 };

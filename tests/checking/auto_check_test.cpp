@@ -25,6 +25,12 @@ Options timing(std::int16_t minutes, const char* begin = nullptr, const char* en
   return options;
 }
 
+/// The same, with the interval kept across the end of a month.
+Options kept(Options options) {
+  options.KeepInterval = 1;
+  return options;
+}
+
 /// What no simulated week holds.
 TEST(Schedule, TakesOddOptionsAsTheyAre) {
   struct Case {
@@ -174,6 +180,21 @@ class SimulatedWeeks : public AutoCheck, public testing::WithParamInterface<int>
          {{at(2026, 5, 4, 11h), at(2026, 5, 4, 16h + 13s)}, {at(2026, 5, 4, 22h), at(2026, 5, 5, 7h)}},
          24,
          {"04 16:00:13", "04 17:00:00", "05 07:00:00"}},
+        {"the end of a year, kept", kept(timing(720)), at(2026, 12, 28, 7h + 5s), 168h, {}, 14, {"28 19:00:00"}},
+        {"nights at the end of a year, kept",
+         kept(timing(30, "22:00", "06:00")),
+         at(2026, 12, 30, 12h),
+         72h,
+         {},
+         95,
+         {"30 12:30:00", "31 06:00:00", "01 06:00:00", "02 06:00:00"}},
+        {"the end of a February, kept",
+         kept(timing(45, "11:40", "12:20")),
+         at(2028, 2, 28, 6h),
+         48h,
+         {},
+         63,
+         {"28 06:45:00", "28 12:20:00"}},
     };
   }
 
@@ -184,11 +205,12 @@ class SimulatedWeeks : public AutoCheck, public testing::WithParamInterface<int>
     program.EditOptions.NoCheck = options.NoCheck;
     program.EditOptions.NoCheckTimeBegin = options.NoCheckTimeBegin;
     program.EditOptions.NoCheckTimeEnd = options.NoCheckTimeEnd;
+    program.EditOptions.KeepInterval = options.KeepInterval;
     SaveOptions(program);
   }
 };
 
-INSTANTIATE_TEST_SUITE_P(Through, SimulatedWeeks, testing::Range(0, 7));
+INSTANTIATE_TEST_SUITE_P(Through, SimulatedWeeks, testing::Range(0, 10));
 
 TEST_P(SimulatedWeeks, GoAsTheyAreWrittenDown) {
   for (int more = 0; more < (GetParam() + 1) % 3; ++more) addAccount("More" + std::to_string(more));
@@ -381,6 +403,159 @@ TEST_F(StartUpCheck, IsGivenUpForGoodByAnotherCheck) {
     ToggleStartUpPause(program);
     EXPECT_FALSE(program.frmMain.tmrMailStartUp.Enabled);
   }
+}
+
+TEST_F(StartUpCheck, WaitsForTheNetworkWithoutLosingItsCount) {
+  option("FollowMachine", "1");
+  start();
+  platform.network = Connectivity::Offline;
+  for (int i = 0; i < 9; ++i) second();
+  EXPECT_EQ(panel(3), "StartUp Check: 0 sec");
+  EXPECT_EQ(panel(4), "StartUp Check waits for the Network");
+  pause().Buttons.front().click();
+  EXPECT_EQ(panel(4), "Auto Check at 4:51 PM");
+  pause().Buttons.front().click();
+  second();
+  EXPECT_EQ(checks(), 0);
+  platform.network = Connectivity::Unknown;
+  second();
+  EXPECT_EQ(checks(), 1);
+  EXPECT_EQ(panel(4), "Auto Check at 4:52 PM");
+}
+
+class FollowedMachine : public AutoCheck {
+ protected:
+  static constexpr const char* waits = "Auto Check waits for the Network";
+
+  void SetUp() override {
+    AutoCheck::SetUp();
+    option("Minutes", "30");
+    option("FollowMachine", "1");
+  }
+
+  /// Seconds until a check comes, or as many as were given it.
+  int untilCheck(int most = 20) {
+    const int before = checks();
+    int seconds = 0;
+    while (seconds < most && checks() == before) {
+      tick();
+      ++seconds;
+    }
+    return seconds;
+  }
+
+  void putOff() {
+    start();
+    platform.network = Connectivity::Offline;
+    EXPECT_EQ(untilCheck(), 20);
+    EXPECT_EQ(panel(4), "Auto Check at 4:51 PM") << "nothing is due";
+    platform.clock.minute = 51;
+    EXPECT_EQ(untilCheck(), 20);
+    EXPECT_EQ(panel(4), waits);
+  }
+
+  void follow(bool wanted) {
+    program.EditOptions.FollowMachine = wanted ? 1 : 0;
+    SaveOptions(program);
+  }
+};
+
+TEST_F(FollowedMachine, WhatIsDueOfflineComesOnceThereIsANetworkOrNobodyTells) {
+  struct Case {
+    const char* what;
+    std::function<void()> happens;
+    int seconds;
+  };
+  const Case cases[] = {{"back",
+                         [this] {
+                           platform.network = Connectivity::Online;
+                           platform.machineIsBack();
+                         },
+                         6},
+                        {"nobody tells", [this] { platform.network = Connectivity::Unknown; }, 6},
+                        {"choice off", [this] { follow(false); }, 1}};
+  putOff();
+  for (const Case& c : cases) {
+    follow(true);
+    platform.network = Connectivity::Offline;
+    platform.clock.hour += 1;
+    EXPECT_EQ(untilCheck(), 20) << c.what;
+    EXPECT_EQ(panel(4), waits) << c.what;
+    c.happens();
+    EXPECT_EQ(untilCheck(), c.seconds) << c.what;
+    EXPECT_TRUE(panel(4).starts_with("Auto Check at")) << c.what;
+    EXPECT_EQ(untilCheck(), 20) << c.what;
+  }
+  EXPECT_FALSE(platform.machineIsBack);
+}
+
+TEST_F(FollowedMachine, TheUsersCheckIsNeverHeldAndStandsForTheOnePutOff) {
+  putOff();
+  checkAll();
+  EXPECT_EQ(checks(), 1);
+  EXPECT_EQ(panel(4), "Auto Check at 5:21 PM");
+  platform.network = Connectivity::Online;
+  EXPECT_EQ(untilCheck(), 20);
+}
+
+TEST_F(FollowedMachine, WhatWasPutOffIsForgottenWithAutoCheck) {
+  putOff();
+  program.frmMain.mnuTrayAutoCheck.Click();
+  EXPECT_EQ(panel(4), "Auto Check Off");
+  platform.network = Connectivity::Online;
+  platform.clock.minute = 21;
+  program.frmMain.mnuTrayAutoCheck.Click();
+  EXPECT_EQ(panel(4), "Auto Check at 4:51 PM");
+  EXPECT_EQ(untilCheck(), 20);
+}
+
+/// Each begins a minute after the one before it, at the moment that the machine is back, and with no check due.
+TEST_F(FollowedMachine, BackTheNextCheckComesSomeSecondsLaterButNotInQuietHoursOrAgainAtOnce) {
+  struct Case {
+    const char* what;
+    DateTime now;
+    int seconds;
+  };
+  const Case cases[] = {{"woken", {2026, 11, 15, 16, 21, 10}, 6},
+                        {"again at once", {2026, 11, 15, 16, 22, 9}, 20},
+                        {"again", {2026, 11, 15, 16, 22, 10}, 6},
+                        {"clock set back", {2026, 11, 15, 16, 2, 0}, 6},
+                        {"last minute before the quiet hours", {2026, 11, 15, 21, 59, 59}, 6},
+                        {"evening", {2026, 11, 15, 22, 0, 0}, 20},
+                        {"morning", {2026, 11, 16, 5, 59, 59}, 20},
+                        {"the end of the night", {2026, 11, 16, 6, 0, 0}, 6}};
+  option("NoCheck", "1");
+  option("NoCheckTimeBegin", "22:00");
+  option("NoCheckTimeEnd", "06:00");
+  start();
+  for (const Case& c : cases) {
+    platform.clock = c.now;
+    program.autoCheck.NextCheckTime = "31/12/26-23:59";
+    platform.machineIsBack();
+    EXPECT_EQ(untilCheck(), c.seconds) << c.what;
+  }
+  platform.clock = {2026, 11, 16, 1, 0, 0};
+  program.autoCheck.NextCheckTime = "15/11/26-23:59";
+  platform.machineIsBack();
+  EXPECT_EQ(untilCheck(), 6) << "one that is due at night waits for the network all the same";
+}
+
+TEST_F(FollowedMachine, BackWhileNoCheckMayBeginTheSecondsDoNotCount) {
+  start();
+  platform.machineIsBack();
+  program.dialogs.count = 1;
+  EXPECT_EQ(untilCheck(), 20);
+  program.dialogs.count = 0;
+  EXPECT_EQ(untilCheck(), 6);
+}
+
+TEST_F(AutoCheck, WatchesNoMachineUnasked) {
+  start();
+  EXPECT_FALSE(platform.machineIsBack);
+  platform.network = Connectivity::Offline;
+  platform.clock.minute = 51;
+  tick();
+  EXPECT_EQ(checks(), 1);
 }
 
 }  // namespace

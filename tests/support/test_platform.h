@@ -73,6 +73,8 @@ class TestPlatform : public Platform {
   std::vector<int> helpShown;
   std::vector<std::string> started;  ///< path and window state
   bool canStartPrograms = true;
+  std::function<void()> machineIsBack;  ///< empty while the machine isn't watched
+  Connectivity network = Connectivity::Unknown;
   bool canWriteFiles = true;
   bool onlyInstance = true;
   bool hasQuit = false;
@@ -138,6 +140,8 @@ class TestPlatform : public Platform {
   std::unique_ptr<FileDraft> startFile(const std::string& path) override;
   std::string temporaryFile(std::string_view name) const override { return "/temporary/" + std::string(name); }
   void deleteTemporaryFile(std::string_view name) override { deletedFiles.emplace_back(name); }
+  void watchMachine(std::function<void()> back) override { machineIsBack = std::move(back); }
+  Connectivity connectivity() const override { return network; }
   std::shared_ptr<PopClient> makePopClient() override;
 
  private:

@@ -278,6 +278,12 @@ std::string QtPlatform::temporaryFile(std::string_view name) const { return utf8
 
 void QtPlatform::deleteTemporaryFile(std::string_view name) { QFile::remove(qt(temporaryFile(name))); }
 
+void QtPlatform::watchMachine(std::function<void()> back) {
+  machine_ = back ? std::make_unique<MachineWatch>(std::move(back)) : nullptr;
+}
+
+Connectivity QtPlatform::connectivity() const { return machine_ ? machine_->connectivity() : Connectivity::Unknown; }
+
 std::shared_ptr<PopClient> QtPlatform::makePopClient() {
   return std::make_shared<PopClient>(PopClient::Surroundings{makeQtTransport, reader_, localTime, serverHabits_});
 }

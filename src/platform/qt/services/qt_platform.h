@@ -11,6 +11,7 @@
 #include "platform/pop/pop_client.h"
 #include "platform/qt/help/help_window.h"
 #include "platform/qt/services/local_time.h"
+#include "platform/qt/services/machine_watch.h"
 #include "platform/qt/services/print_job.h"
 #include "platform/qt/services/qt_settings.h"
 #include "platform/qt/services/sound_player.h"
@@ -64,6 +65,8 @@ class QtPlatform : public Platform {
   std::unique_ptr<FileDraft> startFile(const std::string& path) override;
   std::string temporaryFile(std::string_view name) const override;
   void deleteTemporaryFile(std::string_view name) override;
+  void watchMachine(std::function<void()> back) override;
+  Connectivity connectivity() const override;
   std::shared_ptr<PopClient> makePopClient() override;
 
  private:
@@ -74,6 +77,7 @@ class QtPlatform : public Platform {
   ServerHabits serverHabits_;
   std::unique_ptr<HelpWindow> help_;
   SoundPlayer soundPlayer_;
+  std::unique_ptr<MachineWatch> machine_;  ///< while the machine is watched
   std::vector<PrintWork> printing_;
   bool quitting_ = false;
 };
