@@ -1,7 +1,10 @@
 #pragma once
 
+#include <string>
+
 #include "platform/controls/check_box.h"
 #include "platform/controls/simple_controls.h"
+#include "platform/controls/toolbar.h"
 
 namespace velmora {
 
@@ -24,9 +27,13 @@ struct DesktopSection {
   Label lblRefuseUntrusted;
   CheckBox chkProtocolLog{"Write a protocol log until Velmora ends"};
   Label lblProtocolLog;
+  Toolbar tbrProtocolLog{"imlButtons", {{"ShowLog", "Show Log  ", "Show the Protocol Log", "ShowLog"}}};
 };
 
 /// Writes the texts of these settings.
 void ShowChoiceTexts(DesktopSection& section, const Options& edit);
+
+/// Adds where the protocol log is written.
+void ShowLogPlace(DesktopSection& section, const std::string& path);
 
 }  // namespace velmora

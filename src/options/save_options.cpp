@@ -15,6 +15,7 @@
 #include "options/client_and_sound.h"
 #include "options/keep_settings.h"
 #include "options/menu_colours.h"
+#include "options/protocol_log.h"
 
 namespace velmora {
 
@@ -70,6 +71,7 @@ bool SaveOptions(Program& program) {
   program.order.optionsChanged = true;
   FollowSortOptions(program);
   WatchMachine(program);
+  const bool logFollows = FollowProtocolLog(program);
   followTiming(program, before);
   LoadOptionsPage(program);
   RenewClientIcon(program);
@@ -82,6 +84,7 @@ bool SaveOptions(Program& program) {
   if (reason) {
     TellNotSaved(program, "The Options hold until " + program.AppTitle + " ends, but were not saved.", *reason);
   }
+  if (!logFollows) TellNoProtocolLog(program);
   return !reason;
 }
 

@@ -51,6 +51,9 @@ struct FileQuestion {
 /// Bytes of the largest file that is read.
 inline constexpr std::size_t largestReadFile = std::size_t{4} << 20U;
 
+/// The protocol log, in the user's own folder of the program.
+inline constexpr std::string_view protocolLogName = "protocol.log";
+
 /// The one door to the outside. Everything but what stands behind it is a function of values.
 class Platform {
  public:
@@ -160,6 +163,10 @@ class Platform {
 
   /// As it is now; Unknown while the machine isn't watched.
   virtual Connectivity connectivity() const = 0;
+
+  /// Begins the protocol log anew and has all connections that begin from now on written into it, or ends that. Returns
+  /// whether that succeeded.
+  virtual bool keepProtocolLog(bool wanted) = 0;
 
   virtual std::shared_ptr<PopClient> makePopClient() = 0;
 };

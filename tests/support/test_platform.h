@@ -75,6 +75,7 @@ class TestPlatform : public Platform {
   bool canStartPrograms = true;
   std::function<void()> machineIsBack;  ///< empty while the machine isn't watched
   Connectivity network = Connectivity::Unknown;
+  std::vector<bool> protocolLogs;  ///< begun and ended
   bool canWriteFiles = true;
   bool onlyInstance = true;
   bool hasQuit = false;
@@ -142,6 +143,10 @@ class TestPlatform : public Platform {
   void deleteTemporaryFile(std::string_view name) override { deletedFiles.emplace_back(name); }
   void watchMachine(std::function<void()> back) override { machineIsBack = std::move(back); }
   Connectivity connectivity() const override { return network; }
+  bool keepProtocolLog(bool wanted) override {
+    protocolLogs.push_back(wanted);
+    return canWriteFiles || !wanted;
+  }
   std::shared_ptr<PopClient> makePopClient() override;
 
  private:

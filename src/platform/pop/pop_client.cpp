@@ -139,7 +139,8 @@ pop::Session::Events PopClient::Implementation::sessionEvents() {
   return {[this](PopState state) { enter(state); },
           [this](const pop::Transport::Certificate& c) {
             notify([&](IPopClientNotify& r) { r.HostCertificate(owner_, c.text, c.errorCode, c.errorText); });
-          }};
+          },
+          surroundings_.log};
 }
 
 void PopClient::Implementation::enter(PopState state) {

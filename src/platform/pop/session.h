@@ -40,6 +40,7 @@ class Session {
   struct Events {
     std::function<void(PopState)> entered;
     std::function<void(const Transport::Certificate&)> certificate;
+    std::function<LogLine()> log = {};  ///< for the conversation that begins
   };
 
   /// The references outlive the session.

@@ -63,9 +63,12 @@ void ask(QObject& watch, const QDBusConnection& bus, const QDBusMessage& call, T
 MachineWatch::MachineWatch(std::function<void()> back) : back_(std::move(back)) {
   watchPortal();
   QDBusConnection bus = QDBusConnection::systemBus();
-  if (!bus.isConnected()) return askPortal();
-  watchSleep(bus);
-  watchManager(bus);
+  if (bus.isConnected()) {
+    watchSleep(bus);
+    watchManager(bus);
+  } else {
+    askPortal();
+  }
 }
 
 void MachineWatch::watchSleep(QDBusConnection& bus) {

@@ -13,6 +13,7 @@
 #include "platform/qt/services/local_time.h"
 #include "platform/qt/services/machine_watch.h"
 #include "platform/qt/services/print_job.h"
+#include "platform/qt/services/protocol_log.h"
 #include "platform/qt/services/qt_settings.h"
 #include "platform/qt/services/sound_player.h"
 
@@ -67,9 +68,12 @@ class QtPlatform : public Platform {
   void deleteTemporaryFile(std::string_view name) override;
   void watchMachine(std::function<void()> back) override;
   Connectivity connectivity() const override;
+  bool keepProtocolLog(bool wanted) override;
   std::shared_ptr<PopClient> makePopClient() override;
 
  private:
+  pop::LogLine protocolLine();
+
   const MailReader& reader_;
   std::optional<QLockFile> instanceLock_;  ///< outlives the settings that it guards
   std::unique_ptr<QtSettings> settings_;
@@ -78,6 +82,7 @@ class QtPlatform : public Platform {
   std::unique_ptr<HelpWindow> help_;
   SoundPlayer soundPlayer_;
   std::unique_ptr<MachineWatch> machine_;  ///< while the machine is watched
+  std::optional<ProtocolLog> protocolLog_;
   std::vector<PrintWork> printing_;
   bool quitting_ = false;
 };
