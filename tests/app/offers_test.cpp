@@ -117,6 +117,7 @@ TEST(OffersOfTheProgram, FollowEachValue) {
       {"raised buttons", {}, [](Situation& s) { s.options.raised = true; }, {OptApplyStyle}},
       {"sorting", {}, [](Situation& s) { s.options.sorting = true; }, {OptSorting}},
       {"colours of the user's", {}, [](Situation& s) { s.options.userColours = true; }, {OptColours}},
+      {"a protocol log", {}, [](Situation& s) { s.options.log = true; }, {OptShowLog}},
       {"a default client", {}, [](Situation& s) { s.options.defaultClient = true; }, {AcntClientBrowse}},
       {"a default sound", {}, [](Situation& s) { s.options.defaultSound = true; }, {AcntSoundBrowse}},
       {"a message",
