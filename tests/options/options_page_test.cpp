@@ -294,7 +294,7 @@ TEST_F(OptionsPageOfTheProgram, TheProtocolLogIsKeptAndShownForThisRun) {
   const Button& show = page.tbrProtocolLog["ShowLog"];
   set(1, false);
   EXPECT_EQ(titles(), std::vector<std::string>{"Velmora - Protocol Log Error"});
-  EXPECT_TRUE(page.chkProtocolLog.Value == 0 && !show.Enabled && !program.unsaved.OptionsDirty);
+  EXPECT_TRUE(page.chkProtocolLog.Value.get() == 0 && !show.Enabled && !program.unsaved.OptionsDirty);
   set(1, true);
   EXPECT_THAT(page.lblProtocolLog.Caption.get(), testing::EndsWith(" It is /home/protocol.log"));
   save();
