@@ -20,132 +20,32 @@ constexpr std::string_view loginVerb = "USER";
 /// Commands whose argument is a number or two of a listing.
 constexpr auto numbering = std::to_array<std::string_view>({"DELE", "LIST", "RETR", "TOP", "UIDL"});
 
-/// What servers say, in order. The codes are those of RFC 2449 and RFC 3206.
-constexpr auto familiar = std::to_array<std::string_view>({"[auth]",
-                                                           "[in-use]",
-                                                           "[login-delay]",
-                                                           "[sys/perm]",
-                                                           "[sys/temp]",
-                                                           "a",
-                                                           "access",
-                                                           "account",
-                                                           "again",
-                                                           "already",
-                                                           "an",
-                                                           "and",
-                                                           "are",
-                                                           "authentication",
-                                                           "application",
-                                                           "at",
-                                                           "authorization",
-                                                           "be",
-                                                           "blocked",
-                                                           "busy",
-                                                           "bye",
-                                                           "can't",
-                                                           "cannot",
-                                                           "closed",
-                                                           "closing",
-                                                           "command",
-                                                           "connection",
-                                                           "connections",
-                                                           "credentials",
-                                                           "database",
-                                                           "deleted",
-                                                           "denied",
-                                                           "disabled",
-                                                           "disk",
-                                                           "enabled",
-                                                           "error",
-                                                           "exceeded",
-                                                           "exist",
-                                                           "expired",
-                                                           "failed",
-                                                           "failure",
-                                                           "first",
-                                                           "follow",
-                                                           "follows",
-                                                           "for",
-                                                           "found",
-                                                           "full",
-                                                           "goodbye",
-                                                           "has",
-                                                           "header",
-                                                           "in",
-                                                           "incorrect",
-                                                           "internal",
-                                                           "invalid",
-                                                           "is",
-                                                           "later",
-                                                           "limit",
-                                                           "listing",
-                                                           "lock",
-                                                           "locked",
-                                                           "logged",
-                                                           "login",
-                                                           "logging",
-                                                           "mail",
-                                                           "mailbox",
-                                                           "maildrop",
-                                                           "maintenance",
-                                                           "many",
-                                                           "marked",
-                                                           "message",
-                                                           "messages",
-                                                           "method",
-                                                           "no",
-                                                           "not",
-                                                           "octets",
-                                                           "of",
-                                                           "off",
-                                                           "open",
-                                                           "out",
-                                                           "password",
-                                                           "permanent",
-                                                           "permission",
-                                                           "please",
-                                                           "quota",
-                                                           "ready",
-                                                           "refused",
-                                                           "rejected",
-                                                           "required",
-                                                           "server",
-                                                           "service",
-                                                           "session",
-                                                           "specific",
-                                                           "such",
-                                                           "system",
-                                                           "temporarily",
-                                                           "temporary",
-                                                           "the",
-                                                           "timeout",
-                                                           "to",
-                                                           "too",
-                                                           "try",
-                                                           "unable",
-                                                           "unavailable",
-                                                           "unknown",
-                                                           "use",
-                                                           "user",
-                                                           "username",
-                                                           "welcome",
-                                                           "wrong",
-                                                           "you",
-                                                           "your"});
+/// What servers say, each word between blanks. The codes are those of RFC 2449 and RFC 3206.
+constexpr std::string_view familiar =
+    " "
+    "[auth] [in-use] [login-delay] [sys/perm] [sys/temp] a access account again already an and application "
+    "are at authentication authorization be blocked busy bye can't cannot closed closing command connection "
+    "connections credentials database deleted denied disabled disk enabled error exceeded exist expired "
+    "failed failure first follow follows for found full goodbye has header in incorrect internal invalid is "
+    "later limit listing lock locked logged logging login mail mailbox maildrop maintenance many marked "
+    "message messages method no not octets of off open out password permanent permission please quota ready "
+    "refused rejected required server service session specific such system temporarily temporary the timeout "
+    "to too try unable unavailable unknown use user username welcome wrong you your ";
 
 bool isFamiliar(std::string_view word) {
-  std::string low(word.substr(0, word.find_last_not_of(".,:;!") + 1));
+  std::string low = " " + std::string(word.substr(0, word.find_last_not_of(".,:;!") + 1)) + " ";
   std::ranges::transform(low, low.begin(), ascii::lower);
-  return std::ranges::find(familiar, low) != familiar.end();
+  return familiar.find(low) != std::string_view::npos;
 }
 
-/// The numbers at the front of it, where they may be told, and the familiar words.
+/// The familiar words, and the numbers at the front, where they may be told: a count and bytes.
 std::string familiarWords(std::string_view words, bool withNumbers) {
   std::string told;
-  bool atFront = withNumbers;
+  int numbersLeft = withNumbers ? 2 : 0;
   for (auto word = takeWord(words); !word.empty(); word = takeWord(words)) {
-    atFront = atFront && toCount(word);
-    const std::string_view piece = atFront || isFamiliar(word) ? word : leftOut;
+    const bool isNumber = numbersLeft > 0 && toCount(word);
+    numbersLeft = isNumber ? numbersLeft - 1 : 0;
+    const std::string_view piece = isNumber || isFamiliar(word) ? word : leftOut;
     if (piece == leftOut && told.ends_with(leftOut)) continue;
     told.append(told.empty() ? "" : " ").append(piece);
   }
