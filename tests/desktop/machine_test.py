@@ -35,7 +35,6 @@ class MachineTest(ShownProgramTest):
         return self.bus.call_sync(name, path, interface, method, arguments, None, 0, -1, None).unpack()
 
     def serve(self, template):
-        """Has one of the system's services there. Ends it when it is left."""
         stack = contextlib.ExitStack()
         self.stack.push(stack)
         run_beside(stack, sys.executable, "-m", "dbusmock", "--system", "--template", template)
@@ -77,16 +76,6 @@ class MachineTest(ShownProgramTest):
             self.end()
             manager.close()
 
-    def test_the_check_at_start_up_waits_for_the_network(self):
-        self.serve("networkmanager")
-        self.set_network(OFFLINE)
-        self.start(UseInterval=0, EmailCheckStartUp=1)
-        self.wait_for_label("StartUp Check waits for the Network$")
-        self.wait_for_label("StartUp Check: 0 sec$")
-        self.set_network(ONLINE)
-        self.wait_for_label("Checked at: ")
-        self.end()
-
     def test_a_check_comes_soon_after_sleep(self):
         self.serve("logind")
         self.start()  # it listens before its window shows
@@ -125,11 +114,6 @@ class MachineTest(ShownProgramTest):
             self.assertRegex(text, r"(?m)^\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\.\d{3} .*" + re.escape(part))
         for private in ("secret", "Text of", "Subject"):
             self.assertNotIn(private, text)
-        self.start(UseInterval=0)
-        self.press("Check All")
-        self.wait_for_label("Checked at: ")
-        self.end()
-        self.assertEqual(log.read_text(), text, "it is off at each start")
 
 
 if __name__ == "__main__":
