@@ -65,7 +65,7 @@ TEST_F(RealFiles, AProtocolLogIsPrivateBoundedAndNoLink) {
   EXPECT_TRUE(platform_.readFile(utf8(path))->ends_with("follows, 29999\n"));
   ProtocolLog anew(path);
   EXPECT_FALSE(QFileInfo::exists(before));
-  const test::FullDisk disk(40);
+  const test::FullDisk disk(30);
   anew.write("more than fits");
   EXPECT_FALSE(anew.goesOn() || ProtocolLog(folder_.filePath("nowhere/protocol.log")).goesOn());
 }
