@@ -37,7 +37,8 @@ OptionsSituation optionsSituationOf(const Program& program) {
           .userColours = edit.DTheme == userTheme,
           .defaultClient = program.DefaultClientValid,
           .defaultSound = program.sounds.DefaultSoundValid,
-          .notKept = program.optionsPage.notKept};
+          .notKept = program.optionsPage.notKept,
+          .log = program.optionsPage.logBegun};
 }
 
 Situation situationOf(const Program& program) {
@@ -132,6 +133,7 @@ void setOptionsPage(OptionsPage& page, const Offers& on) {
   page.lblUserColours.Visible = on[Offer::OptColours];
   page.fraApplyStyle.Enabled = on[Offer::OptApplyStyle];
   page.optApplyStyle.Enabled = on[Offer::OptApplyStyle];
+  page.tbrProtocolLog["ShowLog"].Enabled = on[Offer::OptShowLog];
   page.fraSort.Enabled = on[Offer::OptSorting];
   page.optSortColumn.Enabled = on[Offer::OptSorting];
   page.optSortOrder.Enabled = on[Offer::OptSorting];

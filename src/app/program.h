@@ -13,6 +13,7 @@
 #include "checking/check_cycle.h"
 #include "checking/check_message_window.h"
 #include "checking/check_notification.h"
+#include "checking/follow_machine.h"
 #include "checking/hold_timers.h"
 #include "checking/pop_session.h"
 #include "checking/start_up_check.h"
@@ -82,6 +83,7 @@ struct Program {
   AutoCheckTimes autoCheck;
   OpenDialogs dialogs;
   StartUpCountdown startUp;
+  MachineState machine;
   SoundState sounds;
   TrayTurn trayTurn;
 };

@@ -18,6 +18,7 @@
 #include "checking/check_notification.h"
 #include "checking/decisions/schedule.h"
 #include "checking/fetch_original.h"
+#include "checking/follow_machine.h"
 #include "checking/pop_session.h"
 #include "checking/start_up_check.h"
 #include "messages/message_list.h"
@@ -118,6 +119,7 @@ bool Main(Program& program, Command command) {
   Form_Load(program);
   NextAutoCheck(program, extraMinutesAtStart(program.options, program.platform.now()), false);
   ChooseRunningTimer(program);
+  WatchMachine(program);
   showOrHide(program, command);
   if (isFirstRun(program.platform.settings())) firstRun(program);
   BeginStartUpCountdown(program);

@@ -6,6 +6,7 @@
 #include "app/tray.h"
 #include "checking/check_cycle.h"
 #include "checking/decisions/schedule.h"
+#include "checking/follow_machine.h"
 #include "messages/email_page.h"
 
 namespace velmora {
@@ -25,7 +26,8 @@ void tmrMailTime_Timer(Program& program) {
   if (program.accounts.AcntNum() == 0 || program.activity == Activity::Ending) return;
   program.autoCheck.CurrentTime = checkTime(program.platform.now());
   const bool mayBegin = program.activity == Activity::Idle && program.dialogs.count == 0;
-  if (mayBegin && isDue(program.autoCheck.NextCheckTime, program.autoCheck.CurrentTime)) {
+  const bool due = isDue(program.options, program.autoCheck.NextCheckTime, program.autoCheck.CurrentTime);
+  if (mayBegin && MachineLetsCheck(program, due)) {
     program.connection.StopRequested = false;
     AutoCheckAccounts(program);
     program.frmMain.Pointer = MousePointer::Default;

@@ -9,6 +9,7 @@
 #include "checking/check_notification.h"
 #include "checking/decisions/check_texts.h"
 #include "checking/decisions/schedule.h"
+#include "checking/follow_machine.h"
 #include "checking/pop_session.h"
 #include "checking/start_up_check.h"
 #include "messages/email_page.h"
@@ -56,6 +57,7 @@ void CheckAccount(Program& program, std::int16_t account, bool postponed) {
 /// What opens both checks that the user asks for.
 void beginUsersCheck(Program& program) {
   EndStartUpCountdown(program);
+  ForgetPutOffCheck(program);
   SuspendAutoCheck(program, TimerAction::Suspend);
   program.autoCheck.NoCheckPostponed = false;
   program.connection.StopRequested = false;
@@ -130,6 +132,7 @@ WalkFindings walkEnabledAccounts(Program& program, std::string& lines, bool post
 
 WalkFindings timedWalk(Program& program, bool atStartUp) {
   beginTotals(program);
+  ForgetPutOffCheck(program);
   BeginWalkNotices(program, true);
   const std::int16_t current = program.accounts.AcntCurrent;
   SetCheckingInterface(program, Activity::Checking);

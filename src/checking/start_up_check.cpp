@@ -1,9 +1,12 @@
 #include "checking/start_up_check.h"
 
+#include <utility>
+
 #include "app/interface_state.h"
 #include "app/program.h"
 #include "checking/check_cycle.h"
 #include "checking/decisions/schedule.h"
+#include "checking/follow_machine.h"
 #include "messages/email_page.h"
 
 namespace velmora {
@@ -15,6 +18,18 @@ void showPaused(Program& program, bool paused) {
   button.Caption = paused ? "StartUp: Continue   " : "StartUp: Pause       ";
   button.ToolTipText = paused ? "Continue the StartUp Check Timer" : "Pause the StartUp Check Timer";
   program.frmMain.tmrMailStartUp.Enabled = !paused;
+}
+
+void showNoWait(Program& program) {
+  if (!std::exchange(program.startUp.StartUpWaits, false)) return;
+  program.frmMain.StatusBar.Panels(4).Text = program.autoCheck.NextCheckText;
+}
+
+/// The last second is counted once more, as often as it takes.
+void waitForNetwork(Program& program) {
+  --program.startUp.StartUpSeconds;
+  program.startUp.StartUpWaits = true;
+  program.frmMain.StatusBar.Panels(4).Text = startUpCheckWaits;
 }
 
 void finishCountdown(Program& program) {
@@ -44,6 +59,8 @@ void tmrMailStartUp_Timer(Program& program) {
   program.frmMain.StatusBar.Panels(3).Text = countdownText(delay - program.startUp.StartUpSeconds);
   ++program.startUp.StartUpSeconds;
   if (program.startUp.StartUpSeconds <= delay) return;
+  if (waitsForNetwork(program)) return waitForNetwork(program);
+  showNoWait(program);
   finishCountdown(program);
   program.connection.StopRequested = false;
   StartUpCheckAccounts(program);
@@ -61,6 +78,7 @@ void EndStartUpCountdown(Program& program) {
 
 void ToggleStartUpPause(Program& program) {
   if (program.startUp.StartUpDone) return;
+  showNoWait(program);
   program.startUp.StartUpPaused = !program.startUp.StartUpPaused;
   showPaused(program, program.startUp.StartUpPaused);
 }

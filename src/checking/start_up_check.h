@@ -14,6 +14,7 @@ struct StartUpCountdown {
   int StartUpHolds = 0;            ///< how often it was called for
   bool StartUpWasRunning = false;  ///< what SuspendStartUpTimer has to restore
   int StartUpSeconds = 0;          ///< gone by
+  bool StartUpWaits = false;       ///< for the network, all seconds having gone by
 };
 
 /// Begins to count the seconds to the check at start-up, where the user wants one and there are accounts.

@@ -23,9 +23,9 @@ void ApplyButtonStyle(Program& program) {
   for (auto* pair : {&frmMain.tbrClient, &frmMain.tbrSound, &frmMain.tbrRuleUpdate, &frmMain.tbrOptMisc}) {
     for (Toolbar& bar : *pair) bar.Raised = raised->intermediate;
   }
-  setRaised(
-      {&frmMain.tbrColour, &frmMain.tbrMoveButtons, &frmMain.tbrMoveRule, &frmMain.tbrRuleFits, &frmMain.tbrOptAbout},
-      raised->intermediate);
+  setRaised({&frmMain.tbrColour, &frmMain.tbrMoveButtons, &frmMain.tbrMoveRule, &frmMain.tbrRuleFits,
+             &frmMain.tbrOptAbout, &frmMain.tbrProtocolLog},
+            raised->intermediate);
   for (Toolbar& bar : frmMain.tbrButtons) bar.Raised = raised->lower;
   setRaised({&program.frmPreview.tbrButtons, &program.frmRuleReport.tbrRuleReport, &program.frmMessage.tbrButtons,
              &program.frmFirstUse.tbrButtons, &program.frmRuleFile.tbrButtons, &program.frmRuleFits.tbrButtons},

@@ -36,7 +36,7 @@ constexpr auto texts = std::to_array<ChoiceText>({
      "A password goes only to secure servers that this system trusts, or whose certificate you have accepted.",
      "(Off)  Any certificate is taken: the connection is encrypted, but with whom is not examined."},
     {&Options::ProtocolLog, &DesktopSection::lblProtocolLog,
-     "Commands and status lines are written into a file, without passwords and messages.",
+     "Commands and status lines of all connections are written into a file, without passwords and messages.",
      "(Off)  Nothing is written about connections."},
 });
 
@@ -46,6 +46,10 @@ void ShowChoiceTexts(DesktopSection& section, const Options& edit) {
   for (const ChoiceText& text : texts) {
     (section.*text.label).Caption = edit.*text.option == 1 ? text.on : text.off;
   }
+}
+
+void ShowLogPlace(DesktopSection& section, const std::string& path) {
+  section.lblProtocolLog.Caption = section.lblProtocolLog.Caption.get() + " It is " + path;
 }
 
 }  // namespace velmora

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "platform/controls/check_box.h"
 #include "platform/controls/simple_controls.h"
 #include "platform/controls/toolbar.h"
@@ -25,6 +27,7 @@ struct DesktopSection {
   Label lblRefuseUntrusted;
   CheckBox chkProtocolLog{"Write a protocol log until Velmora ends"};
   Label lblProtocolLog;
+  Toolbar tbrProtocolLog{"imlButtons", {{"ShowLog", "Show Log  ", "Show the Protocol Log", "ShowLog"}}};
   Label lblMove{"Accounts, options and rules in one file, to take to another machine:"};
   Toolbar tbrOptMove{
       "imlButtons",
@@ -34,5 +37,8 @@ struct DesktopSection {
 
 /// Writes the texts of these settings.
 void ShowChoiceTexts(DesktopSection& section, const Options& edit);
+
+/// Adds where the protocol log is written.
+void ShowLogPlace(DesktopSection& section, const std::string& path);
 
 }  // namespace velmora

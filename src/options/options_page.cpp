@@ -7,6 +7,7 @@
 #include "options/decisions/option_texts.h"
 #include "options/menu_colours.h"
 #include "options/option_inputs.h"
+#include "options/protocol_log.h"
 #include "options/save_options.h"
 #include "platform/set_for_now.h"
 #include "platform/usable_file.h"
@@ -35,6 +36,7 @@ void UpdateOptionTexts(Program& program) {
   page.lblDefaultClient.Caption = texts.DefaultClient;
   for (std::size_t i = 0; i < texts.PlaySound.size(); ++i) page.lblPlaySound[i].Caption = texts.PlaySound[i];
   ShowChoiceTexts(page, program.EditOptions);
+  if (program.EditOptions.ProtocolLog == 1) ShowLogPlace(page, program.platform.programFile(protocolLogName));
   for (std::size_t i = 0; i < texts.MenuColours.size(); ++i) page.lblMenuColours[i].Caption = texts.MenuColours[i];
 }
 
@@ -79,6 +81,7 @@ void ConnectOptionsPage(Program& program) {
   program.frmMain.TrayData.TrayDrawsMenu.watch([&page](bool itself) { page.lblTrayMenu.Visible = itself; });
   ConnectMenuColours(program);
   ConnectAbout(program);
+  ConnectProtocolLog(program);
   ShowOptionsPage(program, startUpSection);
 }
 

@@ -138,6 +138,8 @@ struct OptionsPageState {
   bool OptionsLoading = false;                ///< the program fills the controls itself: their changes do nothing
   bool asking = false;                        ///< what is to become of changes
   bool notKept = false;                       ///< the options in force could not be saved
+  bool logKept = false;                       ///< a protocol log is being written
+  bool logBegun = false;                      ///< one was begun in this run
   std::int16_t logonEntry = 1;                ///< the value of RunStartUp that the entry for the logon follows
   std::int32_t lastColour = 0;                ///< that the user has picked
 };

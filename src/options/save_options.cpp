@@ -10,11 +10,13 @@
 #include "app/interface_state.h"
 #include "app/program.h"
 #include "checking/auto_check.h"
+#include "checking/follow_machine.h"
 #include "messages/sorting.h"
 #include "options/button_style.h"
 #include "options/client_and_sound.h"
 #include "options/keep_settings.h"
 #include "options/menu_colours.h"
+#include "options/protocol_log.h"
 
 namespace velmora {
 
@@ -70,6 +72,8 @@ bool SaveOptions(Program& program) {
   if (themeOf(program.options) != themeOf(before)) WriteMenuStyleFile(program);
   program.order.optionsChanged = true;
   FollowSortOptions(program);
+  WatchMachine(program);
+  const bool logFollows = FollowProtocolLog(program);
   followTiming(program, before);
   LoadOptionsPage(program);
   RenewClientIcon(program);
@@ -82,6 +86,7 @@ bool SaveOptions(Program& program) {
   if (reason) {
     TellNotSaved(program, "The Options hold until " + program.AppTitle + " ends, but were not saved.", *reason);
   }
+  if (!logFollows) TellNoProtocolLog(program);
   return !reason;
 }
 

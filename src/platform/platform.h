@@ -11,6 +11,7 @@
 #include "platform/date_time.h"
 #include "platform/file_draft.h"
 #include "platform/keyring.h"
+#include "platform/machine.h"
 #include "platform/mail_draft.h"
 #include "platform/notice.h"
 #include "platform/printing.h"
@@ -60,6 +61,9 @@ struct FileQuestion {
 
 /// Bytes of the largest file that is read.
 inline constexpr std::size_t largestReadFile = std::size_t{4} << 20U;
+
+/// The protocol log, in the user's own folder of the program.
+inline constexpr std::string_view protocolLogName = "protocol.log";
 
 /// The one door to the outside. Everything but what stands behind it is a function of values.
 class Platform {
@@ -181,6 +185,17 @@ class Platform {
 
   /// Removes a file of that folder, if it is there.
   virtual void deleteTemporaryFile(std::string_view name) = 0;
+
+  /// Watches the machine from now on: `back` is called, out of the event loop, whenever it has woken from sleep or has
+  /// its network back. An empty one ends that.
+  virtual void watchMachine(std::function<void()> back) = 0;
+
+  /// As it is now; Unknown while the machine isn't watched.
+  virtual Connectivity connectivity() const = 0;
+
+  /// Begins the protocol log anew and has all connections that begin from now on written into it, or ends that. Returns
+  /// whether that succeeded.
+  virtual bool keepProtocolLog(bool wanted) = 0;
 
   virtual std::shared_ptr<PopClient> makePopClient() = 0;
 };

@@ -25,6 +25,12 @@ Options timing(std::int16_t minutes, const char* begin = nullptr, const char* en
   return options;
 }
 
+/// The same, with the interval kept across the end of a month.
+Options kept(Options options) {
+  options.KeepInterval = 1;
+  return options;
+}
+
 /// What no simulated week holds.
 TEST(Schedule, TakesOddOptionsAsTheyAre) {
   struct Case {
@@ -174,6 +180,14 @@ class SimulatedWeeks : public AutoCheck, public testing::WithParamInterface<int>
          {{at(2026, 5, 4, 11h), at(2026, 5, 4, 16h + 13s)}, {at(2026, 5, 4, 22h), at(2026, 5, 5, 7h)}},
          24,
          {"04 16:00:13", "04 17:00:00", "05 07:00:00"}},
+        {"the end of a year, kept", kept(timing(720)), at(2026, 12, 28, 7h + 5s), 168h, {}, 14, {"28 19:00:00"}},
+        {"nights at the end of a year, kept",
+         kept(timing(30, "22:00", "06:00")),
+         at(2026, 12, 30, 12h),
+         72h,
+         {},
+         95,
+         {"30 12:30:00", "31 06:00:00", "01 06:00:00", "02 06:00:00"}},
     };
   }
 
@@ -184,11 +198,12 @@ class SimulatedWeeks : public AutoCheck, public testing::WithParamInterface<int>
     program.EditOptions.NoCheck = options.NoCheck;
     program.EditOptions.NoCheckTimeBegin = options.NoCheckTimeBegin;
     program.EditOptions.NoCheckTimeEnd = options.NoCheckTimeEnd;
+    program.EditOptions.KeepInterval = options.KeepInterval;
     SaveOptions(program);
   }
 };
 
-INSTANTIATE_TEST_SUITE_P(Through, SimulatedWeeks, testing::Range(0, 7));
+INSTANTIATE_TEST_SUITE_P(Through, SimulatedWeeks, testing::Range(0, 9));
 
 TEST_P(SimulatedWeeks, GoAsTheyAreWrittenDown) {
   for (int more = 0; more < (GetParam() + 1) % 3; ++more) addAccount("More" + std::to_string(more));
@@ -381,6 +396,112 @@ TEST_F(StartUpCheck, IsGivenUpForGoodByAnotherCheck) {
     ToggleStartUpPause(program);
     EXPECT_FALSE(program.frmMain.tmrMailStartUp.Enabled);
   }
+}
+
+TEST_F(StartUpCheck, WaitsForTheNetworkWithoutLosingItsCount) {
+  option("FollowMachine", "1");
+  start();
+  platform.network = Connectivity::Offline;
+  for (int i = 0; i < 9; ++i) second();
+  EXPECT_EQ(panel(3), "StartUp Check: 0 sec");
+  EXPECT_EQ(panel(4), "StartUp Check: Offline");
+  pause().Buttons.front().click();
+  EXPECT_EQ(panel(4), "Auto Check at 4:51 PM");
+  pause().Buttons.front().click();
+  second();
+  EXPECT_EQ(checks(), 0);
+  platform.network = Connectivity::Unknown;
+  second();
+  EXPECT_EQ(checks(), 1);
+  EXPECT_EQ(panel(4), "Auto Check at 4:52 PM");
+}
+
+class FollowedMachine : public AutoCheck {
+ protected:
+  void SetUp() override {
+    AutoCheck::SetUp();
+    option("Minutes", "30");
+    option("FollowMachine", "1");
+  }
+
+  /// Seconds until a check comes, or 20.
+  int untilCheck() {
+    const int before = checks();
+    int seconds = 0;
+    for (; seconds < 20 && checks() == before; ++seconds) tick();
+    return seconds;
+  }
+
+  void expectPutOff() {
+    platform.network = Connectivity::Offline;
+    ++platform.clock.hour;
+    EXPECT_EQ(untilCheck(), 20);
+    EXPECT_EQ(panel(4), "Auto Check: Offline");
+  }
+
+  void follow(std::int16_t wanted) {
+    program.EditOptions.FollowMachine = wanted;
+    SaveOptions(program);
+  }
+};
+
+TEST_F(FollowedMachine, WhatIsDueOfflineComesOnceThereIsANetworkOrNobodyTells) {
+  start();
+  const std::pair<std::function<void()>, int> cases[] = {{[this] { platform.network = Connectivity::Online; }, 6},
+                                                         {[this] { platform.network = Connectivity::Unknown; }, 6},
+                                                         {[this] { follow(0); }, 1}};
+  for (const auto& [happens, seconds] : cases) {
+    expectPutOff();
+    happens();
+    EXPECT_EQ(untilCheck(), seconds);
+    EXPECT_TRUE(panel(4).starts_with("Auto Check at"));
+    EXPECT_EQ(untilCheck(), 20);
+  }
+  EXPECT_FALSE(platform.machineIsBack);
+}
+
+TEST_F(FollowedMachine, WhatIsPutOffIsForgottenAtAUsersCheckAndWithAutoCheck) {
+  start();
+  expectPutOff();
+  checkAll();
+  EXPECT_EQ(checks(), 1) << "which never waits";
+  EXPECT_EQ(panel(4), "Auto Check at 5:51 PM");
+  expectPutOff();
+  program.frmMain.mnuTrayAutoCheck.Click();
+  EXPECT_EQ(panel(4), "Auto Check Off");
+  platform.network = Connectivity::Online;
+  platform.clock.hour = 17;
+  program.frmMain.mnuTrayAutoCheck.Click();
+  EXPECT_EQ(untilCheck(), 20);
+}
+
+TEST_F(FollowedMachine, BackTheNextCheckComesSomeSecondsLaterButNotInQuietHoursOrAgainAtOnce) {
+  const std::pair<DateTime, int> cases[] = {{{2026, 11, 15, 16, 21, 10}, 6}, {{2026, 11, 15, 16, 22, 9}, 20},
+                                            {{2026, 11, 15, 16, 22, 10}, 6}, {{2026, 11, 15, 16, 2, 0}, 6},
+                                            {{2026, 11, 15, 21, 59, 59}, 6}, {{2026, 11, 15, 22, 0, 0}, 20},
+                                            {{2026, 11, 16, 5, 59, 59}, 20}, {{2026, 11, 16, 6, 0, 0}, 6}};
+  option("NoCheck", "1");
+  option("NoCheckTimeBegin", "22:00");
+  option("NoCheckTimeEnd", "06:00");
+  start();
+  for (const auto& [now, seconds] : cases) {
+    platform.clock = now;
+    program.autoCheck.NextCheckTime = "31/12/26-23:59";
+    platform.machineIsBack();
+    EXPECT_EQ(untilCheck(), seconds) << generalDate(now);
+  }
+  program.autoCheck.NextCheckTime = "15/11/26-23:59";
+  platform.machineIsBack();
+  EXPECT_EQ(untilCheck(), 6) << "one that is due waits for the network all the same";
+}
+
+TEST_F(AutoCheck, WatchesNoMachineUnasked) {
+  start();
+  EXPECT_FALSE(platform.machineIsBack);
+  platform.network = Connectivity::Offline;
+  platform.clock.minute = 51;
+  tick();
+  EXPECT_EQ(checks(), 1);
 }
 
 }  // namespace

@@ -19,6 +19,7 @@
 #include "options/decisions/ini_file.h"
 #include "platform/mime/gmime_reader.h"
 #include "platform/qt/services/private_files.h"
+#include "platform/qt/services/protocol_log.h"
 #include "platform/qt/services/qt_platform.h"
 #include "platform/qt/services/whole_file.h"
 #include "platform/qt/strings.h"
@@ -47,6 +48,26 @@ TEST_F(RealFiles, OnAFullDiskTheOldOneStays) {
   }
   EXPECT_EQ(platform_.readFile(path()), "old");
   EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files), QStringList("Rules.ini")) << "nothing is left beside it";
+}
+
+TEST_F(RealFiles, AProtocolLogIsPrivateBoundedAndNoLink) {
+  const QString elsewhere = folder_.filePath("elsewhere"), before = folder_.filePath("protocol-before.log");
+  const QString path = folder_.filePath("protocol.log");
+  EXPECT_TRUE(platform_.writeFile(utf8(elsewhere), "untouched"));
+  ASSERT_TRUE(QFile::link(elsewhere, path) && QFile::link(elsewhere, before));
+  ProtocolLog log(path);
+  for (int line = 0; line < 30'000; ++line) log.write("< +OK message follows, " + std::to_string(line));
+  for (const QString& file : {path, before}) {
+    EXPECT_TRUE(QFileInfo(file).size() > 100 && QFileInfo(file).size() <= ProtocolLog::largest);
+    EXPECT_EQ(QFile::permissions(file) & ~QFile::Permissions(QFile::ReadUser | QFile::WriteUser), ownersFile);
+  }
+  EXPECT_EQ(platform_.readFile(utf8(elsewhere)), "untouched");
+  EXPECT_TRUE(platform_.readFile(utf8(path))->ends_with("follows, 29999\n"));
+  ProtocolLog anew(path);
+  EXPECT_FALSE(QFileInfo::exists(before));
+  const test::FullDisk disk(30);
+  anew.write("more than fits");
+  EXPECT_FALSE(anew.goesOn() || ProtocolLog(folder_.filePath("nowhere/protocol.log")).goesOn());
 }
 
 /// Has a child write, and kills it at its stop of this number: it stops before each system call and behind it. Returns

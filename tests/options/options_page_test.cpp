@@ -284,6 +284,27 @@ TEST_F(OptionsPageOfTheProgram, RaisesTheButtonsOfTheChosenBars) {
   EXPECT_TRUE(next.frmMain.tbrMainButtons.Raised);
 }
 
+TEST_F(OptionsPageOfTheProgram, TheProtocolLogIsKeptAndShownForThisRun) {
+  openPage();
+  const auto set = [this](std::int16_t value, bool writable) {
+    platform.canWriteFiles = writable;
+    page.chkProtocolLog.Value = value;
+    save();
+  };
+  const Button& show = page.tbrProtocolLog["ShowLog"];
+  set(1, false);
+  EXPECT_EQ(titles(), std::vector<std::string>{"Velmora - Protocol Log Error"});
+  EXPECT_TRUE(page.chkProtocolLog.Value.get() == 0 && !show.Enabled && !program.unsaved.OptionsDirty);
+  set(1, true);
+  EXPECT_THAT(page.lblProtocolLog.Caption.get(), testing::EndsWith(" It is /home/protocol.log"));
+  save();
+  set(0, true);
+  EXPECT_THAT(platform.protocolLogs, ElementsAre(true, true, false));
+  show.click();
+  EXPECT_THAT(platform.opened, ElementsAre("/home/protocol.log")) << "what was written may still be looked at";
+  EXPECT_EQ(changes().count("ProtocolLog"), 0U);
+}
+
 TEST_F(OptionsPageOfTheProgram, TheTraysSwitchesSaveWhatElseWasChanged) {
   platform.servers["Work"].messages = {test::message("a"), test::message("b")};
   openPage();

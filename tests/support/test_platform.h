@@ -98,6 +98,9 @@ class TestPlatform : public Platform {
   std::vector<int> helpShown;
   std::vector<std::string> started;  ///< path and window state
   bool canStartPrograms = true;
+  std::function<void()> machineIsBack;  ///< empty while the machine isn't watched
+  Connectivity network = Connectivity::Unknown;
+  std::vector<bool> protocolLogs;  ///< begun and ended
   bool canWriteFiles = true;
   bool onlyInstance = true;
   bool hasQuit = false;
@@ -175,6 +178,12 @@ class TestPlatform : public Platform {
   std::unique_ptr<FileDraft> startFile(const std::string& path) override;
   std::string temporaryFile(std::string_view name) const override { return "/temporary/" + std::string(name); }
   void deleteTemporaryFile(std::string_view name) override { deletedFiles.emplace_back(name); }
+  void watchMachine(std::function<void()> back) override { machineIsBack = std::move(back); }
+  Connectivity connectivity() const override { return network; }
+  bool keepProtocolLog(bool wanted) override {
+    protocolLogs.push_back(wanted);
+    return canWriteFiles || !wanted;
+  }
   std::shared_ptr<PopClient> makePopClient() override;
 
  private:

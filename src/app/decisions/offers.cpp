@@ -53,6 +53,7 @@ constexpr Needs userColours = 1ULL << 35U;
 constexpr Needs noDefaultClient = 1ULL << 36U;
 constexpr Needs noDefaultSound = 1ULL << 37U;
 constexpr Needs toSave = 1ULL << 38U;  ///< options that differ from what is kept
+constexpr Needs log = 1ULL << 39U;
 }  // namespace need
 
 struct Row {
@@ -128,6 +129,7 @@ constexpr std::array<Row, offerCount> table = {{
     {Offer::OptSorting, need::sorting},
     {Offer::OptColours, need::userColours},
     {Offer::OptMove, need::idle | need::allSaved},
+    {Offer::OptShowLog, need::log},
     {Offer::OptionsHelp, need::nothing},
     {Offer::OptionsSave, need::idle | need::toSave},
     {Offer::OptionsCancel, need::idle | need::optionsUnsaved},
@@ -176,7 +178,7 @@ Needs metBy(const OptionsSituation& s) {
   return when(s.startUpCheck, need::startUpCheck) | when(s.interval, need::interval) | when(s.quiet, need::quiet) |
          when(s.checkMessage, need::checkMessage) | when(s.raised, need::raised) | when(s.sorting, need::sorting) |
          when(s.userColours, need::userColours) | when(!s.defaultClient, need::noDefaultClient) |
-         when(!s.defaultSound, need::noDefaultSound);
+         when(!s.defaultSound, need::noDefaultSound) | when(s.log, need::log);
 }
 
 Needs metBy(const Situation& s) {

@@ -44,6 +44,7 @@ struct OptionsSituation {
   bool defaultClient = false;  ///< a valid one
   bool defaultSound = false;   ///< likewise
   bool notKept = false;        ///< the options in force could not be saved
+  bool log = false;            ///< there is a protocol log of this run
 };
 
 /// All that decides what the user may press.
@@ -132,6 +133,7 @@ enum class Offer : std::size_t {
   OptSorting,
   OptColours,
   OptMove,
+  OptShowLog,
   OptionsHelp,
   OptionsSave,
   OptionsCancel,

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "checking/decisions/schedule.h"
+
 namespace velmora {
 
 namespace {
@@ -66,6 +68,7 @@ std::string lastCheckTip(const std::string& text, const DateTime& now, const Dat
 }
 
 std::string nextCheckTip(const std::string& text, std::string nextCheckTime, const DateNames& months) {
+  if (text == autoCheckWaits || text == startUpCheckWaits) return "The check waits for the network";
   if (text.starts_with("Retrieving")) return text;
   if (!text.starts_with("Auto Check at")) return "Auto Check is Off";
   std::replace(nextCheckTime.begin(), nextCheckTime.end(), '-', ' ');

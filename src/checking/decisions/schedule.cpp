@@ -1,7 +1,5 @@
 #include "checking/decisions/schedule.h"
 
-#include <optional>
-
 #include "platform/text.h"
 
 namespace velmora {
@@ -28,6 +26,18 @@ std::string nextCheckText(const DateTime& moment) { return "Auto Check at " + fo
 
 NextCheck nextAt(const DateTime& moment) { return {nextCheckText(moment), checkTime(moment)}; }
 
+/// The text by which a time is compared: as it stands, or with the year first, so that texts stand in the order of
+/// their moments.
+std::string comparable(const Options& options, const std::string& time) {
+  constexpr std::size_t dateSize = 8;
+  if (options.KeepInterval != 1 || time.size() < dateSize) return time;
+  return time.substr(6, 2) + time.substr(3, 2) + time.substr(0, 2) + time.substr(dateSize);
+}
+
+std::string comparable(const Options& options, const DateTime& moment) {
+  return comparable(options, checkTime(moment));
+}
+
 /// The quiet period as it is compared with checks of one day.
 struct QuietPeriod {
   std::string begin;
@@ -39,12 +49,31 @@ std::optional<QuietPeriod> quietPeriod(const Options& options, const DateTime& d
   const auto begin = minutesOf(options.NoCheckTimeBegin);
   const auto end = minutesOf(options.NoCheckTimeEnd);
   if (options.NoCheck != 1 || !begin || !end) return std::nullopt;
-  QuietPeriod period{checkTime(at(day, *begin)), at(day, *end), checkTime(at(day, *end))};
+  QuietPeriod period{comparable(options, at(day, *begin)), at(day, *end), comparable(options, at(day, *end))};
   if (period.begin > period.end) {  // it passes midnight
     period.endMoment = at(tomorrow, *end);
-    period.end = checkTime(period.endMoment);
+    period.end = comparable(options, period.endMoment);
   }
   return period;
+}
+
+bool isQuiet(const Options& options, const DateTime& now) {
+  const auto begin = minutesOf(options.NoCheckTimeBegin);
+  const auto end = minutesOf(options.NoCheckTimeEnd);
+  if (options.NoCheck != 1 || !begin || !end) return false;
+  const int minute = now.hour * 60 + now.minute;
+  return *begin <= *end ? *begin <= minute && minute < *end : *begin <= minute || minute < *end;
+}
+
+/// Around midnight it is told of one day alone.
+bool isWithinAMinute(const DateTime& former, const DateTime& now) {
+  constexpr int minute = 60;
+  const auto seconds = [](const DateTime& moment) {
+    return (moment.hour * minute + moment.minute) * minute + moment.second;
+  };
+  const int passed = seconds(now) - seconds(former);
+  const bool sameDay = former.year == now.year && former.month == now.month && former.day == now.day;
+  return sameDay && passed >= 0 && passed < minute;
 }
 
 bool isOutside(const std::string& time, const QuietPeriod& period) {
@@ -62,13 +91,19 @@ NextCheck nextAutoCheck(const Options& options, const DateTime& now, int extraMi
   NextCheck plain = nextAt(moment);
   const auto period = quietPeriod(options, moment, tomorrow);
   if (!period) return {plain.NextCheckText, plain.NextCheckTime, postponed};
-  if (isOutside(plain.NextCheckTime, *period) || postponed) return plain;
-  return {nextCheckText(period->endMoment), period->end, true};
+  if (isOutside(comparable(options, moment), *period) || postponed) return plain;
+  return {nextCheckText(period->endMoment), checkTime(period->endMoment), true};
 }
 
 std::string checkTime(const DateTime& moment) { return formatDateTime(moment, "dd/mm/yy-hh:mm"); }
 
-bool isDue(const std::string& nextCheckTime, const std::string& currentTime) { return nextCheckTime <= currentTime; }
+bool isDue(const Options& options, const std::string& nextCheckTime, const std::string& currentTime) {
+  return comparable(options, nextCheckTime) <= comparable(options, currentTime);
+}
+
+bool mayComeEarly(const Options& options, const std::optional<DateTime>& former, const DateTime& now) {
+  return !isQuiet(options, now) && !(former && isWithinAMinute(*former, now));
+}
 
 int extraMinutesAtStart(const Options& options, const DateTime& now) {
   constexpr int shortInterval = 16;

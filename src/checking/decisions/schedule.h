@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "options/decisions/options.h"
@@ -21,19 +22,27 @@ struct NextCheck {
 
 /// One interval and `extraMinutes` after `now`, or at the end of the quiet period that this falls into, unless the
 /// check before it was put off so (`postponed`). All are times of the wall clock and compared as texts, with the day
-/// first. Of a quiet period that passes midnight only the evening counts, and one with a time that can't be read is
-/// none.
+/// first, unless KeepInterval has their moments compared. Of a quiet period that passes midnight only the evening
+/// counts, and one with a time that can't be read is none.
 NextCheck nextAutoCheck(const Options& options, const DateTime& now, int extraMinutes, bool postponed);
 
 /// A moment as next check times are written.
 std::string checkTime(const DateTime& moment);
 
 /// The time has come. Across the end of a month the texts don't stand in the order of the moments: a check of next
-/// month comes at once.
-bool isDue(const std::string& nextCheckTime, const std::string& currentTime);
+/// month comes at once, unless KeepInterval has the moments compared.
+bool isDue(const Options& options, const std::string& nextCheckTime, const std::string& currentTime);
+
+/// A check may come before its time: not in the quiet period, which here holds from the evening to the morning where it
+/// passes midnight, and not within a minute of the one that came so before it.
+bool mayComeEarly(const Options& options, const std::optional<DateTime>& former, const DateTime& now);
 
 /// The first interval, if it is a short one, counts from the next full minute when the present one is well begun.
 int extraMinutesAtStart(const Options& options, const DateTime& now);
+
+/// What the fourth status panel says while the next timed check, or that at start-up, waits for the network.
+inline constexpr const char* autoCheckWaits = "Auto Check: Offline";
+inline constexpr const char* startUpCheckWaits = "StartUp Check: Offline";
 
 /// What the third status panel says while the check at start-up waits.
 std::string countdownText(int seconds);

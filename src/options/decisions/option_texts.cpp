@@ -75,4 +75,9 @@ Question soundUnheard(std::string_view appTitle) {
       std::string(appTitle) + " - Sound Error"};
 }
 
+Question protocolLogError(std::string_view appTitle, std::string_view path) {
+  return {"The Protocol Log can't be written:\r\n" + std::string(path) + "\r\n\r\nNo log is kept.\r\n",
+          std::string(appTitle) + " - Protocol Log Error"};
+}
+
 }  // namespace velmora

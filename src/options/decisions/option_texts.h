@@ -34,4 +34,7 @@ Question optionsNotSaved();
 Question soundError(std::string_view appTitle);
 Question soundUnheard(std::string_view appTitle);
 
+/// What is said where the protocol log can't be begun.
+Question protocolLogError(std::string_view appTitle, std::string_view path);
+
 }  // namespace velmora

@@ -49,12 +49,15 @@ PopFailure outOfPatience(Phase phase, bool isTrickle) {
 void Conversation::connect(const std::string& host, std::uint16_t port, bool secure) {
   enter(Phase::Greeting);
   const Milliseconds start = now();
+  log_.connecting(host, port, secure);
   try {
     transport_.connect(host, port, secure, patience_.timeOut());
-  } catch (const PopFailure&) {
+  } catch (const PopFailure& failure) {
+    log_.failed(failure);
     requireOpen();
     throw;
   }
+  log_.connected();
   patience_.waited(std::min(now() - start, patience_.timeOut()), 0);
 }
 
@@ -84,6 +87,7 @@ void Conversation::send(std::span<const std::string> commands) {
   std::string bytes;
   for (const std::string& command : commands) {
     if (ahead_.empty()) {
+      log_.sent(command);
       bytes.append(command).append(lineEnd);
     } else {
       if (ahead_.front() != command) throw invalidCallFailure();
@@ -97,6 +101,7 @@ void Conversation::sendAhead(std::vector<std::string> commands) {
   requireOpen();
   std::string bytes;
   for (std::string& command : commands) {
+    log_.sent(command);
     bytes.append(command).append(lineEnd);
     ahead_.push_back(std::move(command));
   }
@@ -110,10 +115,15 @@ Reply Conversation::ask(const std::string& command) {
 
 template <class Take>
 auto Conversation::await(Take take) {
-  while (true) {
-    requireOpen();
-    if (auto taken = take()) return *std::move(taken);
-    receive();
+  try {
+    while (true) {
+      requireOpen();
+      if (auto taken = take()) return *std::move(taken);
+      receive();
+    }
+  } catch (const PopFailure& failure) {
+    log_.failed(failure);
+    throw;
   }
 }
 
@@ -121,6 +131,7 @@ Reply Conversation::reply() {
   patience_.awaitStatusLine();
   Reply reply = await([this] { return reader_.status(); });
   patience_.statusLineCame();
+  log_.answered(reply);
   if (outstanding_ > 0) --outstanding_;
   return reply;
 }
@@ -160,6 +171,7 @@ void Conversation::breathe() {
 }
 
 void Conversation::close() {
+  if (!closed_) log_.closed();
   closed_ = true;
   ahead_.clear();  // where the password may be
   transport_.abort();

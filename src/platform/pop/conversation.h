@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/pop/conversation_log.h"
 #include "platform/pop/patience.h"
 #include "platform/pop/reply_reader.h"
 #include "platform/pop/transport.h"
@@ -28,9 +29,15 @@ class Conversation {
   /// Called after each wait and each turn of the event loop, at least every 100 ms. May call `close`.
   using WhileWaiting = std::function<void(const Conversation&)>;
 
-  /// `transport` and `whileWaiting`, which may be empty, outlive the conversation. No failure's text shows `secret`.
-  Conversation(Transport& transport, Milliseconds timeOut, std::string secret, const WhileWaiting& whileWaiting)
-      : transport_(transport), patience_(timeOut), whileWaiting_(whileWaiting), reader_(std::move(secret)) {}
+  /// `transport` and `whileWaiting`, which may be empty, outlive the conversation. No failure's text shows `secret`,
+  /// nor does the log, which may be empty, too.
+  Conversation(Transport& transport, Milliseconds timeOut, std::string secret, const WhileWaiting& whileWaiting,
+               LogLine log = {})
+      : transport_(transport),
+        patience_(timeOut),
+        whileWaiting_(whileWaiting),
+        log_(std::move(log), secret),
+        reader_(std::move(secret)) {}
 
   /// Begins with the phase Greeting.
   void connect(const std::string& host, std::uint16_t port, bool secure);
@@ -90,6 +97,7 @@ class Conversation {
   Transport& transport_;
   Patience patience_;
   const WhileWaiting& whileWaiting_;
+  ConversationLog log_;
   ReplyReader reader_;
   Phase phase_ = Phase::Greeting;
   Milliseconds lastTurn_{};

@@ -141,7 +141,8 @@ pop::Session::Events PopClient::Implementation::sessionEvents() {
           [this](const ServerCertificate& c) {
             certificate = c;
             notify([&](IPopClientNotify& r) { r.HostCertificate(owner_, c.text, c.errorCode, c.errorText); });
-          }};
+          },
+          surroundings_.log};
 }
 
 void PopClient::Implementation::enter(PopState state) {

@@ -11,6 +11,7 @@
 #include "platform/date_time.h"
 #include "platform/mail_bounds.h"
 #include "platform/mail_reader.h"
+#include "platform/pop/conversation_log.h"
 #include "platform/pop/server_habits.h"
 #include "platform/pop/transport.h"
 
@@ -100,6 +101,8 @@ class PopClient : public std::enable_shared_from_this<PopClient> {
     std::function<DateTime()> now;
     ServerHabits& habits;
     std::size_t room = mail_bounds::mailbox;  ///< bytes of the texts that are kept of a mailbox
+    /// Asked for each connection: takes the lines of the protocol log, or is empty.
+    std::function<pop::LogLine()> log = {};
   };
 
   explicit PopClient(const Surroundings& surroundings);

@@ -14,7 +14,7 @@ namespace velmora::pop {
 namespace {
 
 constexpr std::size_t maximumWords = 400;
-constexpr std::size_t shortestStruckOut = 4;
+constexpr std::string_view saysServer = " The server says: ";
 
 struct Sign {
   std::string_view words;
@@ -180,8 +180,10 @@ std::string cleanWords(std::string_view text, std::string_view secret) {
 
 std::string withServerWords(std::string_view what, std::string_view words, std::string_view secret) {
   const std::string clean = cleanWords(words, secret);
-  return std::string(what) + (clean.empty() ? "" : " The server says: " + clean);
+  return std::string(what) + (clean.empty() ? "" : std::string(saysServer) + clean);
 }
+
+std::string_view withoutServerWords(std::string_view text) { return text.substr(0, text.find(saysServer)); }
 
 std::optional<std::int32_t> troubleIn(std::string_view words) {
   const std::string low = lowered(words);

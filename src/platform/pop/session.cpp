@@ -119,7 +119,8 @@ Utf8Habit& Session::utf8Habit() {
 
 void Session::connectAndLogIn(const Manner& manner) {
   if (!isClosed()) close();
-  conversation_.emplace(transport_, server_.timeOut, server_.credentials.password, whileWaiting_);
+  conversation_.emplace(transport_, server_.timeOut, server_.credentials.password, whileWaiting_,
+                        events_.log ? events_.log() : LogLine());
   loginPipelined_ = loginWithUtf8_ = pipelined_ = false;
   events_.entered(PopState::Connecting);
   conversation_->requireOpen();

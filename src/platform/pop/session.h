@@ -41,6 +41,7 @@ class Session {
   struct Events {
     std::function<void(PopState)> entered;
     std::function<void(const ServerCertificate&)> certificate;
+    std::function<LogLine()> log = {};  ///< for the conversation that begins
   };
 
   /// The references outlive the session.

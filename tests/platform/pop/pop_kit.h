@@ -76,10 +76,11 @@ struct Desk {
   Recorder recorder;
   std::shared_ptr<PopClient> client = makeClient(server.line, server);
 
-  std::shared_ptr<PopClient> makeClient(MemoryLine& line, MemoryPeer& peer, std::size_t room = mail_bounds::mailbox) {
+  std::shared_ptr<PopClient> makeClient(MemoryLine& line, MemoryPeer& peer, std::size_t room = mail_bounds::mailbox,
+                                        const std::function<pop::LogLine()>& log = {}) {
     const auto make = [&] { return std::make_unique<MemoryTransport>(line, peer); };
     const auto now = [] { return DateTime{}; };
-    auto made = std::make_shared<PopClient>(PopClient::Surroundings{make, reader, now, habits, room});
+    auto made = std::make_shared<PopClient>(PopClient::Surroundings{make, reader, now, habits, room, log});
     made->HostName("mail.example");
     made->Login("user");
     made->Password("secret");

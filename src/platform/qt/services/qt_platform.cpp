@@ -304,8 +304,30 @@ std::string QtPlatform::temporaryFile(std::string_view name) const { return utf8
 
 void QtPlatform::deleteTemporaryFile(std::string_view name) { QFile::remove(qt(temporaryFile(name))); }
 
+void QtPlatform::watchMachine(std::function<void()> back) {
+  machine_ = back ? std::make_unique<MachineWatch>(std::move(back)) : nullptr;
+}
+
+Connectivity QtPlatform::connectivity() const { return machine_ ? machine_->connectivity() : Connectivity::Unknown; }
+
+bool QtPlatform::keepProtocolLog(bool wanted) {
+  protocolLog_.reset();
+  if (!wanted) return true;
+  protocolLog_.emplace(qt(programFile(protocolLogName)));
+  return protocolLog_->goesOn();
+}
+
+/// The log may end before the connection does.
+pop::LogLine QtPlatform::protocolLine() {
+  if (!protocolLog_) return {};
+  return [this](std::string_view line) {
+    if (protocolLog_) protocolLog_->write(line);
+  };
+}
+
 std::shared_ptr<PopClient> QtPlatform::makePopClient() {
-  return std::make_shared<PopClient>(PopClient::Surroundings{makeQtTransport, reader_, localTime, serverHabits_});
+  return std::make_shared<PopClient>(PopClient::Surroundings{makeQtTransport, reader_, localTime, serverHabits_,
+                                                             mail_bounds::mailbox, [this] { return protocolLine(); }});
 }
 
 }  // namespace velmora

@@ -12,7 +12,9 @@
 #include "platform/qt/help/help_window.h"
 #include "platform/qt/services/desktop_notices.h"
 #include "platform/qt/services/local_time.h"
+#include "platform/qt/services/machine_watch.h"
 #include "platform/qt/services/print_job.h"
+#include "platform/qt/services/protocol_log.h"
 #include "platform/qt/services/qt_keyring.h"
 #include "platform/qt/services/qt_settings.h"
 #include "platform/qt/services/sound_player.h"
@@ -72,9 +74,14 @@ class QtPlatform : public Platform {
   std::unique_ptr<FileDraft> startFile(const std::string& path) override;
   std::string temporaryFile(std::string_view name) const override;
   void deleteTemporaryFile(std::string_view name) override;
+  void watchMachine(std::function<void()> back) override;
+  Connectivity connectivity() const override;
+  bool keepProtocolLog(bool wanted) override;
   std::shared_ptr<PopClient> makePopClient() override;
 
  private:
+  pop::LogLine protocolLine();
+
   const MailReader& reader_;
   std::optional<QLockFile> instanceLock_;  ///< outlives the settings that it guards
   std::unique_ptr<QtSettings> settings_;
@@ -84,6 +91,8 @@ class QtPlatform : public Platform {
   std::unique_ptr<HelpWindow> help_;
   SoundPlayer soundPlayer_;
   std::unique_ptr<DesktopNotices> notices_;  ///< once there was one to show
+  std::unique_ptr<MachineWatch> machine_;    ///< while the machine is watched
+  std::optional<ProtocolLog> protocolLog_;
   std::vector<PrintWork> printing_;
   bool quitting_ = false;
 };
