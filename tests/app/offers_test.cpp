@@ -37,11 +37,11 @@ OfferSet turnedBy(Situation situation, const std::function<void(Situation&)>& ch
 using enum Offer;
 
 /// What a check, a test and a deletion shut.
-const OfferSet shutWhileBusy = {MainButtonsFrame, EmailTools,   EmailTabs,       AcntToolsFrame, AcntTabs,
-                                AcntFields,       EmailHelp,    Close,           CheckAll,       StartClient,
-                                OptionsFrame,     PreviewTools, TrayCheckAll,    TrayNewMessage, TrayRunClient,
-                                TraySounds,       TrayOptions,  TrayMenuColours, TrayUpdates,    TrayAbout,
-                                TrayHelp};
+const OfferSet shutWhileBusy = {MainButtonsFrame, EmailTools, EmailTabs,    AcntToolsFrame,  AcntTabs,
+                                AcntFields,       EmailHelp,  Close,        CheckAll,        StartClient,
+                                OptionsFrame,     OptMove,    PreviewTools, TrayCheckAll,    TrayNewMessage,
+                                TrayRunClient,    TraySounds, TrayOptions,  TrayMenuColours, TrayUpdates,
+                                TrayAbout,        TrayHelp};
 
 OfferSet also(OfferSet set, std::initializer_list<Offer> more) {
   set.insert(more);
