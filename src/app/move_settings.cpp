@@ -169,7 +169,7 @@ std::optional<std::string> bringIn(Program& program, const MovedSettings& here, 
                                    std::string& rulesName) {
   const KeepingPasswords keeping(program);
   if (!KeepSettings(program, "Nothing was imported.")) return std::nullopt;
-  const auto copy = layCopy(program, here);
+  auto copy = layCopy(program, here);
   if (!copy) return std::nullopt;
   const auto laid =
       there.rules == here.rules ? std::optional(program.options.RulesIniFileName) : layRules(program, there.rules);

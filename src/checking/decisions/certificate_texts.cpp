@@ -22,7 +22,7 @@ constexpr auto details = std::to_array<Detail>({
 
 /// In lines of half its bytes, so that it can be compared with another one by eye.
 std::string fingerprintLines(std::string_view fingerprint) {
-  constexpr std::size_t half = 16 * 3;
+  constexpr std::size_t half = 48;
   std::string lines = "Fingerprint (SHA-256):";
   for (std::size_t i = 0; i < fingerprint.size(); i += half) {
     lines.append(lineEnd).append("    ").append(fingerprint.substr(i, half));
