@@ -43,7 +43,10 @@ bool keepElsewhere(Program& program, std::int16_t account, Account& taken, std::
     return false;
   }
   keeping.emplace(program);
-  if (!makeEntry(program, account, taken) || !keep(program, account, taken)) return false;
+  if (!makeEntry(program, account, taken) || !keep(program, account, taken)) {
+    RemoveSpareEntries(program);
+    return false;
+  }
   program.accounts[account].AcntPasswordKnown = true;
   program.accounts[account].AcntPasswordForNow.clear();
   return true;

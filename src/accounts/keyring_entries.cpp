@@ -81,4 +81,10 @@ void RemoveSpareEntries(Program& program) {
   settings.Keep();  // what stays listed is removed once more
 }
 
+void TidyEntries(Program& program) {
+  if (program.keyring.busy || keyringSpares(program.platform.settings()).empty()) return;
+  const KeepingPasswords keeping(program);
+  RemoveSpareEntries(program);
+}
+
 }  // namespace velmora

@@ -39,8 +39,10 @@ struct KeyringEntry {
 /// them as an account's. Returns the trouble, for people, where one couldn't be made.
 std::optional<std::string> WriteEntries(Program& program, const std::vector<KeyringEntry>& entries);
 
-/// Removes the entries that the settings list as spare, as far as the keyring lets that happen; the others are tried
-/// again when it is used next.
+/// Removes the entries that the settings list as spare, as far as the keyring lets that happen.
 void RemoveSpareEntries(Program& program);
+
+/// The same, for those that are left from another time, unless entries are being made or removed just now.
+void TidyEntries(Program& program);
 
 }  // namespace velmora

@@ -8,7 +8,9 @@
 #include "accounts/decisions/keyring_spares.h"
 #include "accounts/decisions/keyring_texts.h"
 #include "accounts/keyring_entries.h"
+#include "accounts/read_password.h"
 #include "app/program.h"
+#include "platform/failure.h"
 
 namespace velmora {
 
@@ -60,16 +62,17 @@ Trouble moveIntoKeyring(Program& program) {
   return std::nullopt;
 }
 
-/// Fills the list with all entries, and with what they hold.
+/// Fills the list with all entries, and with what they hold. What the keyring doesn't give the user is asked for, who
+/// would be bound to it for ever otherwise.
 Trouble readAll(Program& program, std::vector<KeyringEntry>& entries) {
   for (const std::int16_t number : program.accounts.numbers()) {
-    const Accounts::Row& row = program.accounts[number];
-    if (row.AcntKeyringKey.empty()) continue;
-    entries.push_back({number, row.AcntKeyringKey, row.AcntPassword});
-    if (row.AcntPasswordKnown) continue;
-    const KeyringAnswer answer = program.platform.keyring().read(entries.back().key);
-    if (!answer.isDone()) return "Account: " + program.accounts[number].AcntName + "\r\n" + keyringTrouble(answer);
-    entries.back().password = answer.password;
+    const std::string key = program.accounts[number].AcntKeyringKey;
+    if (key.empty()) continue;
+    try {
+      entries.push_back({number, key, PasswordOf(program, number)});
+    } catch (const PopFailure&) {
+      return "The password of this Account was not entered: " + program.accounts[number].AcntName;
+    }
   }
   return std::nullopt;
 }
@@ -96,7 +99,7 @@ Trouble move(Program& program, bool intoKeyring) {
   if (program.activity != Activity::Idle) return std::string(keyringBusy);
   const KeepingPasswords keeping(program);
   auto trouble = intoKeyring ? moveIntoKeyring(program) : moveIntoSettings(program);
-  if (!trouble) RemoveSpareEntries(program);
+  RemoveSpareEntries(program);
   return trouble;
 }
 
@@ -108,7 +111,11 @@ void FollowKeyringChoice(Program& program) {
   if (!program.keyring.busy) {
     program.keyring.refused = false;
     const auto trouble = move(program, wanted == 1);
-    if (trouble) program.platform.MsgBox(passwordsNotMoved(program.AppTitle, wanted == 1, *trouble));
+    if (trouble) {
+      program.platform.MsgBox(passwordsNotMoved(program.AppTitle, wanted == 1, *trouble));
+    } else if (!keyringSpares(program.platform.settings()).empty()) {
+      program.platform.MsgBox(entriesRemain(program.AppTitle));
+    }
   }
   ChangeOptions(program, [inForce = program.options.UseKeyring](Options& edit) { edit.UseKeyring = inForce; });
 }

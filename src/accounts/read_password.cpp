@@ -28,13 +28,6 @@ void goOnUnlessStopped(const Program& program) {
   if (canStop && program.connection.StopRequested) throw outOfReach("");
 }
 
-/// The spare ones wait where entries are being made just now.
-void removeSpares(Program& program) {
-  if (program.keyring.busy) return;
-  const KeepingPasswords keeping(program);
-  RemoveSpareEntries(program);
-}
-
 std::string enteredPassword(Program& program, std::int16_t account, const KeyringAnswer& answer) {
   const auto entered =
       program.platform.askForPassword(passwordQuestion(program.AppTitle, program.accounts[account].AcntName, answer));
@@ -52,7 +45,7 @@ std::string PasswordOf(Program& program, std::int16_t account) {
   const KeyringAnswer answer = read(program, std::string(row.AcntKeyringKey));
   if (answer.isDone()) {
     LearnPassword(program, account, answer.password);
-    removeSpares(program);
+    TidyEntries(program);
     goOnUnlessStopped(program);
     return answer.password;
   }

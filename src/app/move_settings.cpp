@@ -1,6 +1,7 @@
 #include "app/move_settings.h"
 
 #include <optional>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -20,6 +21,7 @@
 #include "options/save_options.h"
 #include "platform/failure.h"
 #include "platform/set_for_now.h"
+#include "platform/text.h"
 #include "rules/rule_report.h"
 #include "rules/rules_page.h"
 #include "rules/save_rules.h"
@@ -82,37 +84,88 @@ void askAndExport(Program& program) {
   }
 }
 
-/// An account that comes without a password keeps that of the same mailbox here, wherever that is kept.
-void keepPasswords(const MovedSettings& here, MovedSettings& there) {
+bool isSameMailbox(const Account& a, const Account& b) {
+  return haveSameServer(a, b) && a.AcntLoginID == b.AcntLoginID;
+}
+
+/// The account here that one of the file goes on from: the same mailbox, and where there are several, that of its name.
+const Account* formerOf(const MovedSettings& here, const Account& account) {
+  const Account* found = nullptr;
+  for (const Account& former : here.accounts) {
+    if (!isSameMailbox(former, account)) continue;
+    if (found == nullptr || former.AcntName == account.AcntName) found = &former;
+  }
+  return found;
+}
+
+/// A key counts where an account here has it for the same mailbox. What any other leads to is read now, so that nothing
+/// is kept that may not be there, nor anything that two accounts share.
+void followKey(Program& program, const Account* former, Account& account) {
+  if (account.AcntKeyringKey.empty()) return;
+  if (former != nullptr && former->AcntKeyringKey == account.AcntKeyringKey) return;
+  const KeyringAnswer answer = program.platform.keyring().read(std::exchange(account.AcntKeyringKey, {}));
+  if (answer.isDone()) account.AcntPassword = answer.password;
+}
+
+/// An account that comes without a password keeps that of the same mailbox here, and each keeps the certificate that
+/// was accepted for its server. Of several accounts of one mailbox one alone can go on with its entry in the keyring.
+void goOnFromHere(Program& program, const MovedSettings& here, MovedSettings& there) {
+  const KeepingPasswords keeping(program);
+  std::set<std::string> keys;
   for (Account& account : there.accounts) {
-    if (!account.AcntPassword.empty() || !account.AcntKeyringKey.empty()) continue;
-    for (const Account& former : here.accounts) {
-      if (former.AcntServer != account.AcntServer || former.AcntLoginID != account.AcntLoginID) continue;
-      account.AcntPassword = former.AcntPassword;
-      account.AcntKeyringKey = former.AcntKeyringKey;
-    }
+    const Account* former = formerOf(here, account);
+    followKey(program, former, account);
+    if (former == nullptr) continue;
+    copyCertificate(*former, account);
+    if (!account.AcntPassword.empty()) continue;
+    account.AcntPassword = former->AcntPassword;
+    account.AcntKeyringKey = keys.insert(former->AcntKeyringKey).second ? former->AcntKeyringKey : "";
   }
 }
 
-/// Lays the rules into a file of their own, beside the one in use: the settings alone say which one counts. Returns its
-/// name.
-std::optional<std::string> layRules(Program& program, const std::string& rules) {
-  std::string name = "Rules Imported.ini";
+/// A file beside the program's others whose name none has yet.
+std::string freshFile(Program& program, const std::string& stem, const std::string& ending) {
+  std::string name = stem + ending;
   for (int n = 2; program.platform.fileExists(program.platform.programFile(name)); ++n) {
-    name = "Rules Imported " + std::to_string(n) + ".ini";
+    name = stem + " " + std::to_string(n) + ending;
   }
-  const std::string path = program.platform.programFile(name);
-  if (program.platform.writeFile(path, rules)) return name;
-  tellUnwritten(program, "Nothing was imported.", path);
-  return std::nullopt;
+  return name;
 }
 
-std::optional<std::string> layCopy(Program& program, const MovedSettings& here) {
-  const std::string time = formatDateTime(program.platform.now(), "yyyy-mm-dd hh-mm-ss");
-  std::string path = program.platform.programFile("Before Import " + time + ".velmora");
-  if (program.platform.writeFile(path, composeMoveFile(here))) return path;
-  tellUnwritten(program, "Nothing was imported.", path);
-  return std::nullopt;
+/// Files that lead nowhere unless the settings do. They go again where nothing is imported after all.
+class LaidFiles {
+ public:
+  explicit LaidFiles(Program& program) : program_(program) {}
+  ~LaidFiles() {
+    for (const std::string& path : paths_) program_.platform.deleteFile(path);
+  }
+  LaidFiles(const LaidFiles&) = delete;
+  LaidFiles& operator=(const LaidFiles&) = delete;
+
+  bool lay(const std::string& name, std::string_view content) {
+    const std::string path = program_.platform.programFile(name);
+    if (content.size() > largestReadFile) {
+      program_.platform.MsgBox(importTooLarge(program_.AppTitle));
+      return false;
+    }
+    if (program_.platform.writeFile(path, content)) {
+      paths_.push_back(path);
+      return true;
+    }
+    tellUnwritten(program_, "Nothing was imported.", path);
+    return false;
+  }
+
+  void keep() { paths_.clear(); }
+
+ private:
+  Program& program_;
+  std::vector<std::string> paths_;
+};
+
+std::string nameOfCopy(Program& program) {
+  const std::string time = formatDateTime(program.platform.now(), "yyyy-mm-dd hh:mm");
+  return freshFile(program, "Before Import " + text::replaceAll(time, ":", "-"), ".velmora");
 }
 
 /// Where the user keeps passwords in the desktop's keyring, those that come go there, too. Until the settings name them
@@ -169,15 +222,21 @@ std::optional<std::string> bringIn(Program& program, const MovedSettings& here, 
                                    std::string& rulesName) {
   const KeepingPasswords keeping(program);
   if (!KeepSettings(program, "Nothing was imported.")) return std::nullopt;
-  auto copy = layCopy(program, here);
-  if (!copy) return std::nullopt;
-  const auto laid =
-      there.rules == here.rules ? std::optional(program.options.RulesIniFileName) : layRules(program, there.rules);
-  if (!laid) return std::nullopt;
-  rulesName = *laid;
-  if (moveIntoKeyring(program, there) && keepImported(program, there, rulesName)) return copy;
-  RemoveSpareEntries(program);
-  return std::nullopt;
+  LaidFiles laid(program);
+  const std::string copy = nameOfCopy(program);
+  if (!laid.lay(copy, composeMoveFile(here))) return std::nullopt;
+  if (there.rules != here.rules) {
+    rulesName = freshFile(program, "Rules Imported", ".ini");
+    if (!laid.lay(rulesName, there.rules)) return std::nullopt;
+  }
+  const bool isIn = moveIntoKeyring(program, there) && program.activity != Activity::Ending &&
+                    keepImported(program, there, rulesName);
+  if (!isIn) {
+    RemoveSpareEntries(program);
+    return std::nullopt;
+  }
+  laid.keep();
+  return program.platform.programFile(copy);
 }
 
 void importFrom(Program& program, const std::string& path) {
@@ -189,18 +248,18 @@ void importFrom(Program& program, const std::string& path) {
     return;
   }
   const MovedSettings here = allThatIsHere(program);
-  keepPasswords(here, file.moved);
+  goOnFromHere(program, here, file.moved);
   const auto changes = importChanges(program.AppTitle, here, file.moved);
   if (!changes) {
     program.platform.MsgBox(importChangesNothing(program.AppTitle));
     return;
   }
   if (program.platform.MsgBox(*changes) != Answer::Yes) return;
-  std::string rulesName;
+  std::string rulesName = program.options.RulesIniFileName;
   const auto copy = bringIn(program, here, file.moved, rulesName);
   if (!copy) return;
   takeImported(program, file.moved, rulesName);
-  program.platform.MsgBox(importDone(program.AppTitle, *copy));
+  program.platform.MsgBox(importDone(program.AppTitle, *copy, program.options.UseKeyring == 1));
 }
 
 void tbrOptMove_ButtonClick(Program& program, const Button& button) {

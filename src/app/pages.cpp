@@ -142,7 +142,7 @@ void tbrMainButtons_ButtonClick(Program& program, const Button& button) {
 }
 
 void tbrButtons_ButtonClick(Program& program, const Button& button) {
-  if (button.Key == "StopRetrieval") program.connection.StopRequested = true;
+  if (button.Key == "StopRetrieval") StopConnection(program);
   if (button.Key == "CheckAll") CheckAllAccounts(program);
   if (button.Key == "Close") CloseToTray(program);
   if (button.Key == "StartEmailClient") StartClientProgram(program);

@@ -26,7 +26,7 @@ void tmrMailTime_Timer(Program& program) {
   if (program.accounts.AcntNum() == 0 || program.activity == Activity::Ending) return;
   program.autoCheck.CurrentTime = checkTime(program.platform.now());
   const bool mayBegin = program.activity == Activity::Idle && program.dialogs.count == 0;
-  const bool due = isDue(program.options, program.autoCheck.NextCheckTime, program.autoCheck.CurrentTime);
+  const bool due = isDue(program.options, program.autoCheck.NextCheckTime, program.platform.now());
   if (mayBegin && MachineLetsCheck(program, due)) {
     program.connection.StopRequested = false;
     AutoCheckAccounts(program);

@@ -64,6 +64,7 @@ void beginUsersCheck(Program& program) {
   BeginWalkNotices(program, false);
   program.keyring.refused = false;
   SetCheckingInterface(program, Activity::Checking);
+  TidyEntries(program);
 }
 
 /// What closes them.

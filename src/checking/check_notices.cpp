@@ -55,6 +55,15 @@ void collectIncomplete(Program& program, CollectedFailures& failures) {
   if (auto warning = takeIncompleteWarning(program)) failures.boxes.push_back(*std::move(warning));
 }
 
+/// A walk that was stopped has not reached all, and of what the user wants silenced no box tells.
+bool haveAllBeenReached(const Program& program) {
+  for (const std::int16_t number : program.accounts.numbers()) {
+    const Accounts::Row& row = program.accounts[number];
+    if (row.AcntEnabled == 1 && !row.AcntConnected) return false;
+  }
+  return !program.connection.StopRequested;
+}
+
 void showFailures(Program& program, const CollectedFailures& failures) {
   program.platform.showNotice(failuresNotice(failures.accounts),
                               {showChosen(program, failures.accounts), [&program, boxes = failures.boxes] {
@@ -93,7 +102,7 @@ void ShowWalkNotices(Program& program, const WalkNotices& notices) {
   if (!notices.timed) return;
   if (notices.failures && !notices.failures->accounts.empty()) {
     showFailures(program, *notices.failures);
-  } else {
+  } else if (haveAllBeenReached(program)) {
     program.platform.withdrawNotice(Notice::Kind::Failures);
   }
 }

@@ -12,20 +12,22 @@ namespace velmora {
 /// be accepted: nobody needs to tell him once more.
 bool IsUserAskedAboutCertificate(const Program& program, const std::exception& failure);
 
-/// Asks him. Returns whether he accepts it; that is kept with the account.
+/// Asks him, unless he has asked for a stop. Where he accepts it, that is kept with the account. Returns whether to
+/// connect once more.
 bool AcceptCertificate(Program& program, std::int16_t account);
 
-/// Does something that connects, and once more where a certificate was refused that the user then accepts.
+/// Does something that connects, and once more each time that a certificate was refused which the user then accepts.
 template <class Action>
 auto WithAcceptedCertificate(Program& program, std::int16_t account, Action action) {
-  try {
-    return action();
-  } catch (const PopFailure& failure) {
-    if (!IsUserAskedAboutCertificate(program, failure)) throw;
-    CloseConnection(program);
-    if (!AcceptCertificate(program, account)) throw;
+  while (true) {
+    try {
+      return action();
+    } catch (const PopFailure& failure) {
+      if (!IsUserAskedAboutCertificate(program, failure)) throw;
+      CloseConnection(program);
+      if (!AcceptCertificate(program, account)) throw;
+    }
   }
-  return action();
 }
 
 }  // namespace velmora

@@ -72,7 +72,7 @@ FetchOutcome fetchOrTell(Program& program, std::int16_t account, const std::stri
 
 /// Whatever the connection is at, it ends, and what runs fails.
 void stop(Program& program) {
-  program.connection.StopRequested = true;
+  StopConnection(program);
   if (program.connection.PopClient) program.connection.PopClient->Disconnect();
 }
 

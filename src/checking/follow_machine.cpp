@@ -3,14 +3,12 @@
 #include <utility>
 
 #include "app/program.h"
+#include "checking/auto_check.h"
 #include "checking/decisions/schedule.h"
 
 namespace velmora {
 
 namespace {
-
-/// A network needs some seconds until names are found in it.
-constexpr int secondsUntilCheck = 5;
 
 void showNextCheck(Program& program, const std::string& text) {
   program.autoCheck.NextCheckText = text;
@@ -23,11 +21,18 @@ void putOff(Program& program) {
   if (program.autoCheck.NextCheckText != autoCheckWaits) showNextCheck(program, autoCheckWaits);
 }
 
-/// The network is back, or nobody tells of it any more.
-void bringPutOff(Program& program) {
+/// The network is back, or nobody tells of it any more. In the quiet period the next check comes when the timing wants
+/// it. Returns whether the one that was put off does.
+bool bringPutOff(Program& program) {
   ForgetPutOffCheck(program);
+  if (isQuiet(program.options, program.platform.now())) {
+    NextAutoCheck(program, 0, false);
+    showNextCheck(program, program.autoCheck.NextCheckText);
+    return false;
+  }
   program.machine.Brought = true;
   program.machine.SecondsLeft = secondsUntilCheck;
+  return true;
 }
 
 }  // namespace
@@ -56,7 +61,7 @@ bool MachineLetsCheck(Program& program, bool due) {
     if (due || machine.Brought || machine.PutOff) putOff(program);
     return false;
   }
-  if (machine.PutOff) bringPutOff(program);
+  if (machine.PutOff && !bringPutOff(program)) return false;
   if (machine.SecondsLeft == 0) return due || machine.Brought;
   --machine.SecondsLeft;
   return false;

@@ -8,6 +8,9 @@ namespace velmora {
 
 struct Program;
 
+/// A network needs some seconds until names are found in it.
+inline constexpr int secondsUntilCheck = 5;
+
 /// What sleep and network make of the timed checks, where the user wants that.
 struct MachineState {
   bool Watched = false;

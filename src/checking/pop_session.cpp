@@ -162,16 +162,22 @@ void DescribeConnection(PopClient& client, const Account& account, const Options
 }
 
 void PrepareConnection(Program& program, std::int16_t account) {
-  const std::string password = PasswordOf(program, account);
   MainWindow& frmMain = program.frmMain;
-  Account settings = static_cast<const Account&>(program.accounts[account]);
-  settings.AcntPassword = password;
   frmMain.Pointer = MousePointer::Hourglass;
   frmMain.tmrRetrieveMessage.Enabled = true;
   if (program.activity != Activity::Testing)
-    frmMain.StatusBar.Panels(1).Text = settings.AcntName + " - Connection in Progress";
+    frmMain.StatusBar.Panels(1).Text = program.accounts[account].AcntName + " - Connection in Progress";
+  const std::string password = PasswordOf(program, account);
+  Account settings = program.accounts[account];
+  settings.AcntPassword = password;
   DescribeConnection(currentClient(program), settings, program.options);
   program.connection.PopConnected = false;
+}
+
+/// The password may be what it waits for.
+void StopConnection(Program& program) {
+  program.connection.StopRequested = true;
+  program.platform.keyring().giveUp();
 }
 
 void CloseConnection(Program& program) {

@@ -42,9 +42,12 @@ FailureReport lastClientFailure(const Program& program);
 /// that is no number.
 void DescribeConnection(PopClient& client, const Account& account, const Options& options);
 
-/// The password, screen state and all connection properties. Throws for a password that can't be had, before anything
-/// else, and for a port that is no number.
+/// Screen state, the password and all connection properties. Throws for a password that can't be had, and for a port
+/// that is no number.
 void PrepareConnection(Program& program, std::int16_t account);
+
+/// The user gives up what goes on with a server. It ends as soon as it can.
+void StopConnection(Program& program);
 
 /// Screen state back, and the connection ended. Safe when nothing is connected, and more than once.
 void CloseConnection(Program& program);

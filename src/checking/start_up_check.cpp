@@ -29,6 +29,7 @@ void showNoWait(Program& program) {
 void waitForNetwork(Program& program) {
   --program.startUp.StartUpSeconds;
   program.startUp.StartUpWaits = true;
+  program.startUp.StartUpSecondsLeft = secondsUntilCheck;
   program.frmMain.StatusBar.Panels(4).Text = startUpCheckWaits;
 }
 
@@ -60,6 +61,11 @@ void tmrMailStartUp_Timer(Program& program) {
   ++program.startUp.StartUpSeconds;
   if (program.startUp.StartUpSeconds <= delay) return;
   if (waitsForNetwork(program)) return waitForNetwork(program);
+  if (program.startUp.StartUpSecondsLeft > 0) {
+    --program.startUp.StartUpSecondsLeft;
+    --program.startUp.StartUpSeconds;
+    return;
+  }
   showNoWait(program);
   finishCountdown(program);
   program.connection.StopRequested = false;

@@ -15,6 +15,7 @@ struct StartUpCountdown {
   bool StartUpWasRunning = false;  ///< what SuspendStartUpTimer has to restore
   int StartUpSeconds = 0;          ///< gone by
   bool StartUpWaits = false;       ///< for the network, all seconds having gone by
+  int StartUpSecondsLeft = 0;      ///< until it does, once the network is back
 };
 
 /// Begins to count the seconds to the check at start-up, where the user wants one and there are accounts.

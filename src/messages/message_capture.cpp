@@ -20,7 +20,7 @@ namespace velmora {
 namespace {
 
 void clearFindings(AccountState& state) {
-  state.AcntIncomplete = state.AcntHasNew = state.AcntHasMessages = false;
+  state.AcntFetched = state.AcntIncomplete = state.AcntHasNew = state.AcntHasMessages = false;
   state.AcntNewCount = state.AcntSpamCount = state.AcntDeleteCount = 0;
 }
 
@@ -111,6 +111,7 @@ void fetchMessages(Program& program, std::int16_t account) {
   currentClient(program).Messages().FetchAll();
   CloseConnection(program);
   captureMessages(program, account);
+  program.accounts[account].AcntFetched = true;
 }
 
 void retrieveMessages(Program& program, std::int16_t account) {

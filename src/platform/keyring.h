@@ -34,6 +34,9 @@ class Keyring {
 
   /// Removes an entry. One that isn't there is removed or not found, as the keyring likes.
   virtual KeyringAnswer remove(const std::string& key) = 0;
+
+  /// Ends the call that waits, if one does: it counts as refused.
+  virtual void giveUp() = 0;
 };
 
 }  // namespace velmora

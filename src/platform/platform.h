@@ -140,6 +140,9 @@ class Platform {
   /// there stays where it did not.
   virtual bool writeFile(const std::string& path, std::string_view content) = 0;
 
+  /// Removes a file that the program has written, if it is there.
+  virtual void deleteFile(const std::string& path) = 0;
+
   /// What a file holds; nothing where it can't be read or is too large.
   virtual std::optional<std::string> readFile(const std::string& path) const = 0;
 

@@ -71,7 +71,7 @@ struct ProgramRun {
   Program program{platform};
 };
 
-/// Each password is in one place, can be had after a new start, and nothing is left over once the keyring is used.
+/// Each password is in one place, can be had after a new start, and nothing is left over once the user has checked.
 void expectNothingLost(Disk disk) {
   const int count = std::stoi(disk.settings["Settings/AcntNum"]);
   for (int number = 1; number <= count; ++number) {
@@ -84,9 +84,11 @@ void expectNothingLost(Disk disk) {
       EXPECT_THAT(PasswordOf(next.program, number), testing::AnyOf("secret of " + name, name == "One" ? "new" : "-"));
     }
     EXPECT_THAT(next.platform.passwordsAsked, IsEmpty());
-    next.choose(1);
+    CheckAllAccounts(next.program);
   }
-  EXPECT_EQ(disk.entries.size(), static_cast<std::size_t>(count));
+  std::size_t held = 0;
+  for (int number = 1; number <= count; ++number) held += disk.at("AcntKeyringKey", number).empty() ? 0U : 1U;
+  EXPECT_EQ(disk.entries.size(), held);
   EXPECT_EQ(disk.settings.count("Settings/KeyringSpares"), 0U);
 }
 
@@ -131,11 +133,17 @@ TEST(KeyringMoves, AreMadeForAllAccountsOrNone) {
     run.program.frmMain.chkPlaySound.Value = 0;
     run.choose(isBack ? 0 : 1);
     ASSERT_EQ(run.platform.asked.size(), 1U);
-    EXPECT_THAT(run.platform.asked[0].text, HasSubstr(keyringTrouble(refusal)));
+    EXPECT_THAT(run.platform.asked[0].text,
+                HasSubstr(isBack ? "password of this Account was not entered: Three" : keyringTrouble(refusal)));
     EXPECT_EQ(run.program.frmMain.chkUseKeyring.Value.get(), isBack ? 1 : 0);
     EXPECT_EQ(disk.settings["Settings\\Options/PlaySound"], "0") << "all else is saved";
     for (int number = 1; number <= 3; ++number) EXPECT_EQ(disk.at("AcntPassword", number).empty(), isBack);
     expectNothingLost(disk);
+    if (!isBack) continue;
+    run.platform.enteredPassword = "secret of Three";
+    run.choose(0);
+    EXPECT_EQ(disk.at("AcntPassword", 3), "secret of Three") << "a keyring that is gone binds nobody";
+    EXPECT_EQ(run.platform.asked.back().title, "Velmora - Keyring") << "what it still holds";
   }
 }
 

@@ -28,11 +28,11 @@ class Moving : public RunningProgram {
     option("MinimizeStartUp", "1");
     option("TopColour", "255");
     platform.written["/home/Rules.ini"] = rulesText;
-    there_.platform.tree.values = {{"Settings/AcntNum", "2"},          {"Settings/FirstUse", "1"},
-                                   {"Settings/AcntName1", "Old"},      {"Settings/AcntServer1", "old"},
-                                   {"Settings/AcntName2", "HOME"},     {"Settings/AcntServer2", "Home"},
-                                   {"Settings/AcntLoginID2", "user"},  {"Settings/AcntPassword2", "only here"},
-                                   {"Settings/AcntCertificate2", "A"}, {"Settings\\Options/RunSize", "1"}};
+    there_.platform.tree.values = {{"Settings/AcntNum", "2"},         {"Settings/FirstUse", "1"},
+                                   {"Settings/AcntName1", "Old"},     {"Settings/AcntServer1", "old"},
+                                   {"Settings/AcntName2", "HOME"},    {"Settings/AcntServer2", "Home"},
+                                   {"Settings/AcntLoginID2", "user"}, {"Settings/AcntPassword2", "only here"},
+                                   {"Settings\\Options/RunSize", "1"}};
     there_.platform.written["/home/Rules.ini"] = "[Rules]\nRuleCount=0\n";
     start();
     ASSERT_TRUE(Main(there_.program));
@@ -93,6 +93,46 @@ TEST_F(Moving, LeavesPasswordsOutUnlessAskedForAndKeepsThoseOfTheSameMailbox) {
   EXPECT_EQ(there("Settings/AcntPassword2"), "only here");
 }
 
+TEST_F(Moving, GivesNoPasswordToAnotherServerNorTwoAccountsOneEntry) {
+  set("Settings/AcntPort2", "995");
+  MovedSettings moved;
+  for (const auto& [name, port, key] :
+       {std::tuple("HOME", "995", ""), {"Home again", "110", "k"}, {"Twice", "110", ""}}) {
+    Account& account = moved.accounts.emplace_back();
+    account.AcntName = name;
+    account.AcntServer = "Home";
+    account.AcntLoginID = "user";
+    account.AcntPort = port;
+    account.AcntKeyringKey = key;
+  }
+  there_.program.accounts[2].AcntKeyringKey = "here";
+  there_.platform.ring.entries = {{"here", "in the ring"}, {"k", "of the copy"}};
+  there_.program.options.UseKeyring = 1;
+  import(composeMoveFile(moved));
+  EXPECT_EQ(there("Settings/AcntKeyringKey1"), "") << "another port";
+  const std::string fresh = there("Settings/AcntKeyringKey2");
+  EXPECT_THAT(fresh, testing::AllOf(testing::Ne("k"), testing::Ne("")));
+  EXPECT_EQ(there_.platform.ring.entries[fresh], "of the copy");
+  EXPECT_EQ(there("Settings/AcntKeyringKey3"), "here");
+  for (const char* number : {"1", "2", "3"}) EXPECT_EQ(there(std::string("Settings/AcntPassword") + number), "");
+}
+
+TEST_F(Moving, TakesNoOptionThatThePageCouldNotSet) {
+  MovedSettings moved;
+  moved.options.Hours = moved.options.Minutes = 0;
+  moved.options.SortColumn = 99;
+  moved.options.QuickCheck = -7;
+  moved.options.ConnectTimeOut = 0;
+  moved.options.NoCheckTimeBegin = std::string(5000, '1');
+  import(composeMoveFile(moved));
+  const Options& taken = there_.program.options;
+  EXPECT_EQ(taken.IntervalMinutes(), 1);
+  EXPECT_EQ(taken.SortColumn, 4);
+  EXPECT_EQ(taken.QuickCheck, 1);
+  EXPECT_EQ(taken.ConnectTimeOut, 10);
+  EXPECT_EQ(taken.NoCheckTimeBegin, "00:00");
+}
+
 TEST_F(Moving, IsTakenBackByTheCopy) {
   const auto before = there_.platform.tree.values;
   import(exportAnswering(Answer::Yes));
@@ -115,9 +155,12 @@ TEST_F(Moving, ChangesNothingByAFileThatIsNoneOrByHalf) {
       {flipped, "damaged"},
   };
   for (std::size_t size = 17; size < good.size(); size += 19) files.emplace_back(good.substr(0, size), "damaged");
-  MovedSettings namesakes;
-  namesakes.accounts.resize(2);
-  files.emplace_back(composeMoveFile(namesakes), "damaged");
+  for (const char* name : {"Evil\r\nRules:  0 of the file", "of more than 20 letters", "New Account"}) {
+    MovedSettings odd;
+    odd.accounts.resize(2);
+    odd.accounts[0].AcntName = name;
+    files.emplace_back(composeMoveFile(odd), "damaged");
+  }
   const auto before = there_.platform.tree.values;
   const std::size_t filesBefore = there_.platform.written.size();
   for (const auto& [text, words] : files) {
@@ -133,13 +176,16 @@ TEST_F(Moving, ChangesNothingByAFileThatIsNoneOrByHalf) {
 TEST_F(Moving, IsAllOrNothingWhereSomethingCanNotBeKept) {
   const std::string good = exportAnswering(Answer::Yes);
   const auto before = there_.platform.tree.values;
+  const std::size_t filesBefore = there_.platform.written.size() + 1;
   there_.platform.onAsked = [this] { there_.platform.canWriteFiles = false; };
   import(good);
   EXPECT_EQ(there_.platform.tree.values, before);
+  EXPECT_EQ(there_.platform.written.size(), filesBefore);
   there_.platform.canWriteFiles = true;
   there_.platform.onAsked = [this] { there_.platform.tree.refusal = "full"; };
   import(good);
   EXPECT_EQ(there_.platform.tree.values, before);
+  EXPECT_EQ(there_.platform.written.size(), filesBefore);
   EXPECT_EQ(there_.program.accounts[1].AcntName, "Old");
   EXPECT_EQ(there_.program.options.RunSize, 1);
 }

@@ -411,6 +411,8 @@ TEST_F(StartUpCheck, WaitsForTheNetworkWithoutLosingItsCount) {
   second();
   EXPECT_EQ(checks(), 0);
   platform.network = Connectivity::Unknown;
+  for (int i = 0; i < 5; ++i) second();
+  EXPECT_EQ(checks(), 0) << "no name is found yet";
   second();
   EXPECT_EQ(checks(), 1);
   EXPECT_EQ(panel(4), "Auto Check at 4:52 PM");
@@ -458,6 +460,18 @@ TEST_F(FollowedMachine, WhatIsDueOfflineComesOnceThereIsANetworkOrNobodyTells) {
     EXPECT_EQ(untilCheck(), 20);
   }
   EXPECT_FALSE(platform.machineIsBack);
+}
+
+TEST_F(FollowedMachine, WhatIsPutOffDoesNotComeInTheQuietPeriod) {
+  option("NoCheck", "1");
+  option("NoCheckTimeBegin", "17:30");
+  option("NoCheckTimeEnd", "19:00");
+  start();
+  expectPutOff();
+  ++platform.clock.hour;
+  platform.network = Connectivity::Online;
+  EXPECT_EQ(untilCheck(), 20);
+  EXPECT_EQ(panel(4), "Auto Check at 7:00 PM");
 }
 
 TEST_F(FollowedMachine, WhatIsPutOffIsForgottenAtAUsersCheckAndWithAutoCheck) {

@@ -78,6 +78,19 @@ TEST_F(Certificates, ThatChangeGetNoPassword) {
   EXPECT_EQ(account("Work").AcntCertificate, accepted);
 }
 
+TEST_F(Certificates, ThatChangeBehindTheAnswerAreAskedAboutAgain) {
+  start();
+  platform.onAsked = [this] { server.identity = ScriptedServer::makeIdentity(); };
+  platform.answers = {Answer::Yes, Answer::Yes, Answer::No};
+  check();
+  EXPECT_THAT(titles(), ElementsAre(certificateBox, certificateBox, certificateBox));
+  EXPECT_THAT(server.script.commands, IsEmpty());
+  platform.onAsked = [this] { program.connection.StopRequested = true; };
+  platform.answers = {Answer::Yes};
+  check();
+  EXPECT_THAT(server.script.commands, IsEmpty()) << "the user has stopped";
+}
+
 TEST_F(Certificates, AreNoQuestionForATimedCheck) {
   start();
   AutoCheckAccounts(program);

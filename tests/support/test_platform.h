@@ -46,6 +46,7 @@ class MemoryKeyring : public Keyring {
   KeyringAnswer read(const std::string& key) override;
   KeyringAnswer write(const std::string& key, const std::string& password) override;
   KeyringAnswer remove(const std::string& key) override;
+  void giveUp() override {}
 
  private:
   bool refuses();
@@ -153,6 +154,7 @@ class TestPlatform : public Platform {
     if (canWriteFiles) written[path] = content;
     return canWriteFiles;
   }
+  void deleteFile(const std::string& path) override { written.erase(path); }
   std::optional<std::string> readFile(const std::string& path) const override {
     const auto found = written.find(path);
     return found == written.end() ? std::nullopt : std::optional(found->second);

@@ -52,6 +52,13 @@ void acceptCertificate(Account& account, const ServerCertificate& shown) {
   account.AcntCertificateUntil = shown.validUntil;
 }
 
+void copyCertificate(const Account& from, Account& to) {
+  to.AcntCertificate = from.AcntCertificate;
+  to.AcntCertificateFor = from.AcntCertificateFor;
+  to.AcntCertificateBy = from.AcntCertificateBy;
+  to.AcntCertificateUntil = from.AcntCertificateUntil;
+}
+
 void forgetCertificate(Account& account) { acceptCertificate(account, {}); }
 
 bool haveSameServer(const Account& a, const Account& b) {

@@ -39,6 +39,7 @@ struct AccountState {
   bool AcntChecked = false;      ///< a check has begun at least once
   bool AcntHasMessages = false;  ///< the last check found messages
   bool AcntHasNew = false;       ///< the last check found more messages than the one before
+  bool AcntFetched = false;      ///< the last check has brought its messages in anew
   bool AcntIncomplete = false;   ///< the last retrieval may not have brought in all messages
   bool AcntSoundValid = false;
   bool AcntClientValid = false;
@@ -62,6 +63,9 @@ std::span<const Field<Account>> chosenAccountFields();
 
 /// The account takes this certificate from now on, whatever is wrong with it.
 void acceptCertificate(Account& account, const ServerCertificate& shown);
+
+/// The one account takes what the other one takes.
+void copyCertificate(const Account& from, Account& to);
 
 /// The account takes no certificate any more that is not trusted.
 void forgetCertificate(Account& account);

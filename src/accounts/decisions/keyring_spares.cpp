@@ -52,7 +52,7 @@ void addKeyringSpares(SettingsStore& settings, const KeyringKeys& keys) {
   if (keys.empty()) return;
   KeyringKeys spares = keyringSpares(settings);
   for (const std::string& key : keys) {
-    if (isKey(key) && !contains(spares, key)) spares.push_back(key);
+    if (isKey(key) && !contains(spares, key)) spares.insert(spares.begin(), key);  // where none is cut off
   }
   store(settings, spares);
 }

@@ -47,4 +47,11 @@ Question passwordNotSaved(std::string_view appTitle, std::string_view trouble) {
   return keyringNotice(appTitle, "The Account was not saved.\r\n\r\n" + std::string(trouble));
 }
 
+Question entriesRemain(std::string_view appTitle) {
+  return {.text =
+              "The keyring still holds entries with passwords that are no longer needed.\r\n"
+              "They are removed by a check of yours, once the keyring is open.\r\n",
+          .title = std::string(appTitle) + " - Keyring"};
+}
+
 }  // namespace velmora

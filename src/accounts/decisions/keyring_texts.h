@@ -24,6 +24,9 @@ inline constexpr std::string_view keyringBusy =
 /// Asks for a password that can't be had from the keyring.
 PasswordQuestion passwordQuestion(std::string_view appTitle, std::string_view accountName, const KeyringAnswer& answer);
 
+/// The passwords are where they should be, and what is left of them in the keyring could not be removed.
+Question entriesRemain(std::string_view appTitle);
+
 /// The passwords stay where they are, and an account isn't saved.
 Question passwordsNotMoved(std::string_view appTitle, bool intoKeyring, std::string_view trouble);
 Question passwordNotSaved(std::string_view appTitle, std::string_view trouble);

@@ -9,6 +9,7 @@
 #include <span>
 #include <utility>
 
+#include "options/decisions/edited_options.h"
 #include "platform/text.h"
 
 namespace velmora {
@@ -79,18 +80,63 @@ void takeField(const Field<Record>& field, const std::string& value, Record& rec
   std::visit([&](auto member) { record.*member = fromText(value, record.*member); }, field.member);
 }
 
+constexpr Field<Account> keyField{"AcntKeyringKey", &Account::AcntKeyringKey};
+
+/// A certificate is accepted by who has looked at it, not by a file.
 std::vector<const Field<Account>*> movedFields() {
-  std::vector<const Field<Account>*> all;
-  for (const auto& table : {accountFields(), chosenAccountFields()}) {
-    for (const auto& field : table) all.push_back(&field);
-  }
+  std::vector<const Field<Account>*> all = {&keyField};
+  for (const auto& field : accountFields()) all.push_back(&field);
   return all;
+}
+
+/// What the page lets the user set, of options that are more than a tick.
+struct Bounds {
+  std::int16_t Options::*option;
+  std::int16_t least;
+  std::int16_t most;
+};
+
+constexpr auto bounds = std::to_array<Bounds>({
+    {&Options::StartUpDelay, 0, 59},
+    {&Options::MsgBoxTime, 0, 59},
+    {&Options::ShowEmail, 0, 2},
+    {&Options::Hours, 0, 12},
+    {&Options::Minutes, 0, 59},
+    {&Options::RunSize, 1, 3},
+    {&Options::DTheme, 0, 6},
+    {&Options::ApplyStyle, 0, 3},
+    {&Options::SortColumn, 0, 5},
+    {&Options::ConnectTimeOut, 1, 120},
+});
+
+bool isSettable(std::int16_t Options::*option, const Options& options) {
+  const auto found = std::ranges::find(bounds, option, &Bounds::option);
+  const std::int16_t value = options.*option;
+  return found == bounds.end() ? value == 0 || value == 1 : value >= found->least && value <= found->most;
+}
+bool isSettable(std::int32_t Options::* /*colour*/, const Options& /*options*/) { return true; }
+bool isSettable(std::string Options::*text, const Options& options) {
+  const bool isTime = text == &Options::NoCheckTimeBegin || text == &Options::NoCheckTimeEnd;
+  return !isTime || (options.*text).size() == std::string_view("hh:mm").size();
+}
+
+/// The settings may be older than the file, or have been changed by hand where they come from.
+void keepToWhatCanBeSet(const Options& present, Options& options) {
+  for (const OptionField* option : movedOptions()) {
+    std::visit(
+        [&](auto member) {
+          if (!isSettable(member, options)) options.*member = present.*member;
+        },
+        option->field.member);
+  }
+  followChange(present, present, options);
+  if (options.IntervalMinutes() == 0) options.Minutes = 1;
 }
 
 /// Reads a file line by line into the record whose section it is in.
 class Reader {
  public:
-  explicit Reader(const Options& present) { moved_.options = present; }
+  explicit Reader(const Options& present) : present_(present) { moved_.options = present; }
 
   void read(std::string_view line) {
     if (line == accountHead) moved_.accounts.emplace_back();
@@ -101,7 +147,10 @@ class Reader {
     }
   }
 
-  MovedSettings moved() && { return std::move(moved_); }
+  MovedSettings moved() && {
+    keepToWhatCanBeSet(present_, moved_.options);
+    return std::move(moved_);
+  }
 
  private:
   void take(std::string_view key, const std::string& value) {
@@ -116,16 +165,25 @@ class Reader {
     }
   }
 
+  const Options& present_;
   MovedSettings moved_;
   std::string_view section_;
   std::vector<const OptionField*> options_ = movedOptions();
   std::vector<const Field<Account>*> fields_ = movedFields();
 };
 
+/// As a box of the page holds it, where it can't have line breaks either.
+bool canBeTyped(const std::string& text) {
+  return std::ranges::none_of(text, [](char byte) { return static_cast<unsigned char>(byte) < ' '; });
+}
+
 bool canStandTogether(const std::vector<Account>& accounts) {
+  constexpr std::size_t longestName = 20;
   std::set<std::string> names;
   const auto isNew = [&names](const Account& account) {
-    return !text::trim(account.AcntName).empty() && names.insert(text::upper(account.AcntName)).second;
+    const bool isName = !text::trim(account.AcntName).empty() && text::length(account.AcntName) <= longestName;
+    return isName && names.insert(text::upper(account.AcntName)).second && canBeTyped(account.AcntName) &&
+           canBeTyped(account.AcntServer) && canBeTyped(account.AcntLoginID) && canBeTyped(account.AcntPort);
   };
   return accounts.size() <= static_cast<std::size_t>(mostAccounts) && std::ranges::all_of(accounts, isNew);
 }

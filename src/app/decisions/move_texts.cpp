@@ -18,8 +18,7 @@ Question notice(std::string_view appTitle, std::string_view phrase, std::string 
 }
 
 /// As many of them as a box has room for, behind what they have in common.
-std::string named(std::string_view what, const std::vector<std::string>& names) {
-  constexpr std::size_t most = 8;
+std::string named(std::string_view what, const std::vector<std::string>& names, std::size_t most = 8) {
   if (names.empty()) return {};
   std::string line = "      " + std::string(what);
   for (std::size_t i = 0; i < std::min(most, names.size()); ++i) {
@@ -59,12 +58,24 @@ std::string accountChanges(const std::vector<Account>& here, const std::vector<A
   return std::ranges::equal(here, there, isSame) ? "" : "Accounts:  another order" + std::string(lineEnd);
 }
 
+/// What makes the way to a server less safe is told first, and of each account.
+std::string lostSafety(const MovedSettings& here, const MovedSettings& there) {
+  std::vector<std::string> unsafe;
+  for (const Account& account : there.accounts) {
+    const Account* former = findNamed(here.accounts, account.AcntName);
+    if (former != nullptr && former->AcntSecure == 1 && account.AcntSecure != 1) unsafe.push_back(account.AcntName);
+  }
+  const bool trustsAll = here.options.RefuseUntrusted == 1 && there.options.RefuseUntrusted != 1;
+  return named("No secure connection any more:  ", unsafe, unsafe.size()) +
+         (trustsAll ? "      Servers whose certificate can't be trusted are taken.\r\n" : "");
+}
+
 std::string optionChanges(const Options& here, const Options& there) {
   std::vector<std::string> changed;
   for (const OptionField* option : movedOptions()) {
     if (!isEqual(option->field, here, there)) changed.emplace_back(option->field.key);
   }
-  return changed.empty() ? "" : "Options:" + std::string(lineEnd) + named("Changed:  ", changed);
+  return changed.empty() ? "" : "Options:" + std::string(lineEnd) + named("Changed:  ", changed, changed.size());
 }
 
 std::string rulesIn(const std::string& file) {
@@ -100,6 +111,13 @@ Question exportTooLarge(std::string_view appTitle) {
                 Question::Icon::Critical);
 }
 
+Question importTooLarge(std::string_view appTitle) {
+  return notice(appTitle, "Import Error",
+                "The settings and rules that are here, or those of the file, are more than 4 MB.\r\n"
+                "Nothing was imported.\r\n",
+                Question::Icon::Critical);
+}
+
 Question exportLacksPassword(std::string_view appTitle, std::string_view account, std::string_view reason) {
   return notice(appTitle, "Export Error",
                 "Nothing was exported, since the password of an account can't be had:\r\n" + std::string(account) +
@@ -129,7 +147,8 @@ std::optional<Question> importChanges(std::string_view appTitle, const MovedSett
   const std::string changes = accountChanges(here.accounts, there.accounts) +
                               optionChanges(here.options, there.options) + ruleChanges(here.rules, there.rules);
   if (changes.empty()) return std::nullopt;
-  return Question{.text = "The file would change this:\r\n\r\n" + changes +
+  const std::string lost = lostSafety(here, there);
+  return Question{.text = "The file would change this:\r\n\r\n" + (lost.empty() ? "" : "Safety:\r\n" + lost) + changes +
                           "\r\nAccounts without a password in the file keep the one that they have here.\r\n"
                           "A copy of all that is here now will be kept.\r\n\r\nImport the file?\r\n",
                   .title = std::string(appTitle) + " - Import",
@@ -141,11 +160,14 @@ Question importChangesNothing(std::string_view appTitle) {
   return notice(appTitle, "Import", "All that the file holds is here already. Nothing was changed.\r\n");
 }
 
-Question importDone(std::string_view appTitle, std::string_view copy) {
-  return notice(
-      appTitle, "Import Successful",
-      "The settings of the file are in force.\r\n\r\nWhat was here before, with all passwords, is kept in:\r\n" +
-          std::string(copy) + "\r\nImport that to have it back, or delete it.\r\n");
+Question importDone(std::string_view appTitle, std::string_view copy, bool usesKeyring) {
+  return notice(appTitle, "Import Successful",
+                "The settings of the file are in force.\r\n\r\nWhat was here before is kept in:\r\n" +
+                    std::string(copy) + lineEnd +
+                    (usesKeyring ? "The passwords in it are those that the settings file held; the others are still in "
+                                   "the keyring."
+                                 : "All passwords are in it.") +
+                    "\r\nImport it to have that back, or delete it.\r\n");
 }
 
 }  // namespace velmora

@@ -15,6 +15,7 @@ Question exportPasswords(std::string_view appTitle);
 /// The file has been written, or is larger than one that could be read again.
 Question exportDone(std::string_view appTitle, std::string_view path, bool withPasswords);
 Question exportTooLarge(std::string_view appTitle);
+Question importTooLarge(std::string_view appTitle);
 
 /// The desktop's keyring doesn't give the password of an account, for this reason.
 Question exportLacksPassword(std::string_view appTitle, std::string_view account, std::string_view reason);
@@ -31,7 +32,8 @@ std::optional<Question> importChanges(std::string_view appTitle, const MovedSett
 /// It wouldn't.
 Question importChangesNothing(std::string_view appTitle);
 
-/// It was done, and a copy of what was there before kept at this place.
-Question importDone(std::string_view appTitle, std::string_view copy);
+/// It was done, and a copy of what was there before kept at this place. With the keyring in use that holds no
+/// passwords.
+Question importDone(std::string_view appTitle, std::string_view copy, bool usesKeyring);
 
 }  // namespace velmora

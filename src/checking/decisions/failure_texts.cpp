@@ -40,6 +40,11 @@ std::string problemWith(std::string_view accountName, std::int32_t number, std::
   return problemWith(accountName, std::to_string(number) + " - " + std::string(words));
 }
 
+std::string deletionNote(std::string_view title) {
+  const bool deletes = title == failure_title::deleting;
+  return deletes ? "Note:  Message(s) were NOT Deleted because the connection failed.\r\n\r\n" : "";
+}
+
 Question criticalNotice(std::string_view appTitle, std::string_view title, std::string text) {
   return {std::move(text), std::string(appTitle) + " - " + std::string(title), Question::Icon::Critical,
           Question::Buttons::Ok};
@@ -68,10 +73,7 @@ bool isSilencedOnRetrieve(std::int32_t number) {
 
 Question connectionError(std::string_view appTitle, std::string_view accountName, const FailureReport& report,
                          std::string_view title) {
-  std::string text = problemWith(accountName, report.number, wordsFor(report));
-  if (title == failure_title::deleting) {
-    text += "Note:  Message(s) were NOT Deleted because the connection failed.\r\n\r\n";
-  }
+  std::string text = problemWith(accountName, report.number, wordsFor(report)) + deletionNote(title);
   text += "There could be other possiblities for this error. Please ensure all Account" + std::string(10, ' ') +
           "\r\nInformation is accurate and your connection is established.\r\n\r\n"
           "For further assistance please try Help or contact your Service Provider\r\nif this problem persists."
@@ -82,7 +84,7 @@ Question connectionError(std::string_view appTitle, std::string_view accountName
 Question passwordError(std::string_view appTitle, std::string_view accountName, const FailureReport& report,
                        std::string_view title) {
   return criticalNotice(appTitle, title,
-                        problemWith(accountName, report.number, report.text) +
+                        problemWith(accountName, report.number, report.text) + deletionNote(title) +
                             "Please check the Account yourself: then the keyring asks you, or " +
                             std::string(appTitle) + " does.\r\n\r\n");
 }

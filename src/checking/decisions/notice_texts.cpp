@@ -70,7 +70,7 @@ std::vector<std::string> linesOfOne(const AccountNews& news) {
 /// The count tells of growth, and the marks of single messages: where others have gone meanwhile, the marks tell more;
 /// where the server gives no identifiers, the count does.
 std::optional<AccountNews> newsOf(const Accounts::Row& account, const MessageRange& messages) {
-  if (!account.AcntHasNew) return std::nullopt;
+  if (!account.AcntFetched) return std::nullopt;
   AccountNews news{account.AcntName, 0, {}};
   for (const MailMessage& message : messages) {
     if (!message.New) continue;
@@ -78,7 +78,7 @@ std::optional<AccountNews> newsOf(const Accounts::Row& account, const MessageRan
     if (news.first.size() < noticeLines) news.first.push_back(headOf(message));
   }
   news.count = std::max<std::int32_t>(news.count, account.AcntNewCount);
-  return news;
+  return news.count > 0 ? std::optional(news) : std::nullopt;
 }
 
 Notice newsNotice(std::span<const AccountNews> news) {

@@ -57,14 +57,6 @@ std::optional<QuietPeriod> quietPeriod(const Options& options, const DateTime& d
   return period;
 }
 
-bool isQuiet(const Options& options, const DateTime& now) {
-  const auto begin = minutesOf(options.NoCheckTimeBegin);
-  const auto end = minutesOf(options.NoCheckTimeEnd);
-  if (options.NoCheck != 1 || !begin || !end) return false;
-  const int minute = now.hour * 60 + now.minute;
-  return *begin <= *end ? *begin <= minute && minute < *end : *begin <= minute || minute < *end;
-}
-
 /// Around midnight it is told of one day alone.
 bool isWithinAMinute(const DateTime& former, const DateTime& now) {
   constexpr int minute = 60;
@@ -97,8 +89,19 @@ NextCheck nextAutoCheck(const Options& options, const DateTime& now, int extraMi
 
 std::string checkTime(const DateTime& moment) { return formatDateTime(moment, "dd/mm/yy-hh:mm"); }
 
-bool isDue(const Options& options, const std::string& nextCheckTime, const std::string& currentTime) {
-  return comparable(options, nextCheckTime) <= comparable(options, currentTime);
+/// A time that is further off than an interval and a quiet period was worked out by a clock that went wrong.
+bool isDue(const Options& options, const std::string& nextCheckTime, const DateTime& now) {
+  const std::string next = comparable(options, nextCheckTime);
+  return next <= comparable(options, now) ||
+         (options.KeepInterval == 1 && next > comparable(options, nextDay(nextDay(now))));
+}
+
+bool isQuiet(const Options& options, const DateTime& now) {
+  const auto begin = minutesOf(options.NoCheckTimeBegin);
+  const auto end = minutesOf(options.NoCheckTimeEnd);
+  if (options.NoCheck != 1 || !begin || !end) return false;
+  const int minute = now.hour * 60 + now.minute;
+  return *begin <= *end ? *begin <= minute && minute < *end : *begin <= minute || minute < *end;
 }
 
 bool mayComeEarly(const Options& options, const std::optional<DateTime>& former, const DateTime& now) {

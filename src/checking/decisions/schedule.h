@@ -31,7 +31,10 @@ std::string checkTime(const DateTime& moment);
 
 /// The time has come. Across the end of a month the texts don't stand in the order of the moments: a check of next
 /// month comes at once, unless KeepInterval has the moments compared.
-bool isDue(const Options& options, const std::string& nextCheckTime, const std::string& currentTime);
+bool isDue(const Options& options, const std::string& nextCheckTime, const DateTime& now);
+
+/// The quiet period is on, which holds until the morning here where it passes midnight.
+bool isQuiet(const Options& options, const DateTime& now);
 
 /// A check may come before its time: not in the quiet period, which here holds from the evening to the morning where it
 /// passes midnight, and not within a minute of the one that came so before it.

@@ -14,7 +14,6 @@ namespace {
 
 constexpr std::string_view hidden = "***";
 constexpr std::string_view leftOut = "...";
-constexpr std::string_view secretVerb = "PASS";
 constexpr std::string_view loginVerb = "USER";
 
 /// Commands whose argument is a number or two of a listing.
@@ -38,14 +37,10 @@ bool isFamiliar(std::string_view word) {
   return familiar.find(low) != std::string_view::npos;
 }
 
-/// The familiar words, and the numbers at the front, where they may be told: a count and bytes.
-std::string familiarWords(std::string_view words, bool withNumbers) {
+std::string familiarWords(std::string_view words) {
   std::string told;
-  int numbersLeft = withNumbers ? 2 : 0;
   for (auto word = takeWord(words); !word.empty(); word = takeWord(words)) {
-    const bool isNumber = numbersLeft > 0 && toCount(word);
-    numbersLeft = isNumber ? numbersLeft - 1 : 0;
-    const std::string_view piece = isNumber || isFamiliar(word) ? word : leftOut;
+    const std::string_view piece = isFamiliar(word) ? word : leftOut;
     if (piece == leftOut && told.ends_with(leftOut)) continue;
     told.append(told.empty() ? "" : " ").append(piece);
   }
@@ -70,22 +65,13 @@ void ConversationLog::connected() const {
   if (write_) write_("* connected");
 }
 
-void ConversationLog::sent(std::string_view command) {
-  if (!write_) return;
-  ++awaited_;
-  if (std::string_view line = command; takeWord(line) == secretVerb) {
-    secretSent_ = true;
-    secretAnswers_ = awaited_;
-  }
-  write_("> " + harmless(command));
+void ConversationLog::sent(std::string_view command) const {
+  if (write_) write_("> " + harmless(command));
 }
 
-void ConversationLog::answered(const Reply& reply) {
+void ConversationLog::answered(const Reply& reply) const {
   if (!write_) return;
-  const bool answersSecret = secretAnswers_ > 0;
-  if (answersSecret) --secretAnswers_;
-  if (awaited_ > 0) --awaited_;
-  const std::string words = wordsOf(reply, answersSecret);
+  const std::string words = familiarWords(reply.text);
   write_((reply.ok ? "< +OK" : "< -ERR") + (words.empty() ? words : " " + words));
 }
 
@@ -110,11 +96,6 @@ std::string ConversationLog::harmless(std::string_view command) const {
   if (argument.empty() || std::ranges::find(numbering, verb) != numbering.end()) return std::string(command);
   argument.remove_prefix(1);
   return verb + " " + (verb == loginVerb ? own(argument) : std::string(hidden));
-}
-
-std::string ConversationLog::wordsOf(const Reply& reply, bool answersSecret) const {
-  if (isShort_) return {};
-  return cleanWords(secretSent_ ? familiarWords(reply.text, reply.ok && !answersSecret) : reply.text, secret_);
 }
 
 }  // namespace velmora::pop

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -15,9 +14,9 @@ namespace velmora::pop {
 using LogLine = std::function<void(std::string_view line)>;
 
 /// Tells a log what is said in one conversation: where it leads, its commands, the status lines of its answers, its
-/// failures. Nothing of a listing or a message is told, and never the password: a server may repeat it in any form, so
-/// once it has been sent no word of an answer is told but those that many servers use. Nothing happens where there is
-/// no log.
+/// failures. Nothing of a listing or a message is told, and never a password: a server may repeat any that it has ever
+/// heard in any form, so no word of an answer is told but those that many servers use, and no number. Nothing happens
+/// where there is no log.
 class ConversationLog {
  public:
   ConversationLog() = default;
@@ -26,9 +25,8 @@ class ConversationLog {
   void connecting(const std::string& host, std::uint16_t port, bool secure) const;
   void connected() const;
 
-  /// In the order in which commands go over the line, which is that of their answers.
-  void sent(std::string_view command);
-  void answered(const Reply& reply);
+  void sent(std::string_view command) const;
+  void answered(const Reply& reply) const;
 
   void failed(const PopFailure& failure) const;
   void closed() const;
@@ -36,14 +34,10 @@ class ConversationLog {
  private:
   std::string own(std::string_view text) const;
   std::string harmless(std::string_view command) const;
-  std::string wordsOf(const Reply& reply, bool answersSecret) const;
 
   LogLine write_;
-  std::string secret_;             ///< blank without a log
-  bool isShort_ = false;           ///< what is left out of a text would tell it
-  bool secretSent_ = false;        ///< the server may know it
-  std::size_t awaited_ = 0;        ///< answers to come
-  std::size_t secretAnswers_ = 0;  ///< of these, up to the one to the command with the secret
+  std::string secret_;    ///< blank without a log
+  bool isShort_ = false;  ///< what is left out of a text would tell it
 };
 
 }  // namespace velmora::pop

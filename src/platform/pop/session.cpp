@@ -194,13 +194,15 @@ void Session::runOnce(const Job& job, const Conversation::WhileWaiting& whileWai
   conversation_->requireOpen();
 }
 
-/// What stands in the way of a new login, as the mailbox that the dead session still holds, is not what went wrong.
+/// What stands in the way of a new login, as the mailbox that the dead session still holds, is not what went wrong; but
+/// that another server answers now is to be known.
 void Session::openAgainAfter(const PopFailure& failure) {
   const std::int32_t count = maildrop_.count;
   habit().oneByOne = true;
   try {
     open();
-  } catch (const PopFailure&) {
+  } catch (const PopFailure& second) {
+    if (second.number() == pop_failure::certificateRefused) throw;
     throw PopFailure(failure);
   }
   if (maildrop_.count != count)

@@ -29,7 +29,8 @@ void ProtocolLog::beginNext() {
   const QString path = file_.fileName();
   file_.close();
   QFile::remove(former_);
-  if (QFile::rename(path, former_)) begin();
+  if (!QFile::rename(path, former_)) QFile::remove(path);  // something else has the former one's place
+  begin();
 }
 
 }  // namespace velmora

@@ -58,14 +58,18 @@ KeyringAnswer unlessLocked(const KeyringAnswer& answer) {
   return isKeyringLocked() ? KeyringAnswer{.outcome = Outcome::Refused} : answer;
 }
 
+}  // namespace
+
 /// Outlives the wait where the answer comes after it.
-struct Call {
+struct QtKeyring::Call {
   Waiting waiting;
   bool isOver = false;
+  bool isGivenUp = false;
   KeyringAnswer answer;
 };
 
-}  // namespace
+QtKeyring::QtKeyring() = default;
+QtKeyring::~QtKeyring() = default;
 
 KeyringAnswer QtKeyring::read(const std::string& key) {
   const KeyringAnswer answer = carryOut(new QKeychain::ReadPasswordJob(service()), key);
@@ -96,14 +100,22 @@ KeyringAnswer QtKeyring::carryOut(QKeychain::Job* job, const std::string& key) {
   job->setInsecureFallback(false);
   job->setKey(qt(key));
   unanswered_ = job;
+  waiting_ = call;
   job->start();
   const QDeadlineTimer deadline(patience);
-  while (!call->isOver && !deadline.hasExpired()) {
+  while (!call->isOver && !call->isGivenUp && !deadline.hasExpired()) {
     if (!call->waiting.wait(std::chrono::milliseconds(deadline.remainingTime()))) break;
   }
   if (!call->isOver) return {.outcome = Outcome::Refused};
   unanswered_.clear();
   return call->answer;
+}
+
+void QtKeyring::giveUp() {
+  const auto call = waiting_.lock();
+  if (!call) return;
+  call->isGivenUp = true;
+  call->waiting.wake();
 }
 
 }  // namespace velmora

@@ -253,6 +253,8 @@ bool QtPlatform::writeFile(const std::string& path, std::string_view content) {
   return writeWholeFile(qt(path), content);
 }
 
+void QtPlatform::deleteFile(const std::string& path) { QFile::remove(qt(path)); }
+
 std::optional<std::string> QtPlatform::readFile(const std::string& path) const {
   const auto content = readWholeFile(qt(path), largestReadFile);
   if (!content) return std::nullopt;

@@ -60,6 +60,7 @@ class QtPlatform : public Platform {
   void stopSound() override;
   bool open(const std::string& target) override;
   bool writeFile(const std::string& path, std::string_view content) override;
+  void deleteFile(const std::string& path) override;
   std::optional<std::string> readFile(const std::string& path) const override;
   std::string programFile(std::string_view name) const override;
   std::string soundFile(std::string_view name) const override;
