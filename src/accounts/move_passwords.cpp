@@ -8,9 +8,7 @@
 #include "accounts/decisions/keyring_spares.h"
 #include "accounts/decisions/keyring_texts.h"
 #include "accounts/keyring_entries.h"
-#include "accounts/read_password.h"
 #include "app/program.h"
-#include "platform/failure.h"
 
 namespace velmora {
 
@@ -62,17 +60,27 @@ Trouble moveIntoKeyring(Program& program) {
   return std::nullopt;
 }
 
-/// Fills the list with all entries, and with what they hold. What the keyring doesn't give the user is asked for, who
-/// would be bound to it for ever otherwise.
+/// What isn't there any more the user is asked for, who would be bound to the keyring for ever otherwise. One that is
+/// only locked has it still.
+KeyringAnswer readOrAsk(Program& program, std::int16_t number) {
+  const Accounts::Row& row = program.accounts[number];
+  if (row.AcntPasswordKnown) return {.outcome = KeyringAnswer::Outcome::Done, .password = row.AcntPassword};
+  KeyringAnswer answer = program.platform.keyring().read(std::string(row.AcntKeyringKey));
+  if (answer.isDone() || answer.outcome == KeyringAnswer::Outcome::Refused) return answer;
+  auto entered =
+      program.platform.askForPassword(passwordForSettings(program.AppTitle, program.accounts[number].AcntName, answer));
+  if (entered) answer = {.outcome = KeyringAnswer::Outcome::Done, .password = *std::move(entered)};
+  return answer;
+}
+
+/// Fills the list with all entries, and with what they hold.
 Trouble readAll(Program& program, std::vector<KeyringEntry>& entries) {
   for (const std::int16_t number : program.accounts.numbers()) {
     const std::string key = program.accounts[number].AcntKeyringKey;
     if (key.empty()) continue;
-    try {
-      entries.push_back({number, key, PasswordOf(program, number)});
-    } catch (const PopFailure&) {
-      return "The password of this Account was not entered: " + program.accounts[number].AcntName;
-    }
+    const KeyringAnswer answer = readOrAsk(program, number);
+    if (!answer.isDone()) return "Account: " + program.accounts[number].AcntName + "\r\n" + keyringTrouble(answer);
+    entries.push_back({number, key, answer.password});
   }
   return std::nullopt;
 }

@@ -1,5 +1,6 @@
 #include "app/move_settings.h"
 
+#include <algorithm>
 #include <optional>
 #include <set>
 #include <string>
@@ -8,6 +9,7 @@
 
 #include "accounts/accounts_page.h"
 #include "accounts/decisions/keyring_spares.h"
+#include "accounts/decisions/keyring_texts.h"
 #include "accounts/keyring_entries.h"
 #include "accounts/load_accounts.h"
 #include "accounts/read_password.h"
@@ -88,46 +90,66 @@ bool isSameMailbox(const Account& a, const Account& b) {
   return haveSameServer(a, b) && a.AcntLoginID == b.AcntLoginID;
 }
 
-/// The account here that one of the file goes on from: the same mailbox, and where there are several, that of its name.
-const Account* formerOf(const MovedSettings& here, const Account& account) {
-  const Account* found = nullptr;
-  for (const Account& former : here.accounts) {
-    if (!isSameMailbox(former, account)) continue;
-    if (found == nullptr || former.AcntName == account.AcntName) found = &former;
-  }
-  return found;
+/// What is here of an account of the file, as far as it is the same mailbox.
+const Account* formerOf(const MovedSettings& here, const Account& account, bool byName) {
+  const auto goesOn = [&](const Account& former) {
+    return isSameMailbox(former, account) && (!byName || former.AcntName == account.AcntName);
+  };
+  const auto found = std::ranges::find_if(here.accounts, goesOn);
+  return found == here.accounts.end() ? nullptr : &*found;
 }
 
-/// A key counts where an account here has it for the same mailbox. What any other leads to is read now, so that nothing
-/// is kept that may not be there, nor anything that two accounts share.
-void followKey(Program& program, const Account* former, Account& account) {
-  if (account.AcntKeyringKey.empty()) return;
-  if (former != nullptr && former->AcntKeyringKey == account.AcntKeyringKey) return;
-  const KeyringAnswer answer = program.platform.keyring().read(std::exchange(account.AcntKeyringKey, {}));
+/// A key of the file counts where the same mailbox has it here. One that another mailbox has is none of this account's.
+/// What any other leads to is read now, so that nothing is kept that may not be there. Returns whether the keyring
+/// told.
+bool followKey(Program& program, const MovedSettings& here, Account& account) {
+  const std::string key = std::exchange(account.AcntKeyringKey, {});
+  if (key.empty() || !account.AcntPassword.empty()) return true;
+  const auto user = std::ranges::find(here.accounts, key, &Account::AcntKeyringKey);
+  if (user != here.accounts.end()) {
+    if (isSameMailbox(*user, account)) account.AcntKeyringKey = key;
+    return true;
+  }
+  const KeyringAnswer answer = program.platform.keyring().read(key);
   if (answer.isDone()) account.AcntPassword = answer.password;
+  if (answer.isDone() || answer.outcome == KeyringAnswer::Outcome::NotFound) return true;
+  program.platform.MsgBox(importNotIntoKeyring(program.AppTitle, keyringTrouble(answer)));
+  return false;
 }
 
 /// An account that comes without a password keeps that of the same mailbox here, and each keeps the certificate that
-/// was accepted for its server. Of several accounts of one mailbox one alone can go on with its entry in the keyring.
-void goOnFromHere(Program& program, const MovedSettings& here, MovedSettings& there) {
-  const KeepingPasswords keeping(program);
+/// was accepted for its server. An entry of the keyring is one account's: that of the same name before any other.
+void goOnFrom(const MovedSettings& here, MovedSettings& there) {
   std::set<std::string> keys;
-  for (Account& account : there.accounts) {
-    const Account* former = formerOf(here, account);
-    followKey(program, former, account);
-    if (former == nullptr) continue;
-    copyCertificate(*former, account);
-    if (!account.AcntPassword.empty()) continue;
-    account.AcntPassword = former->AcntPassword;
-    account.AcntKeyringKey = keys.insert(former->AcntKeyringKey).second ? former->AcntKeyringKey : "";
+  for (const bool byName : {true, false}) {
+    for (Account& account : there.accounts) {
+      if (!account.AcntKeyringKey.empty() && byName && !keys.insert(account.AcntKeyringKey).second) {
+        account.AcntKeyringKey.clear();
+      }
+      const Account* former = formerOf(here, account, byName);
+      if (former == nullptr) continue;
+      copyCertificate(*former, account);
+      if (!account.AcntPassword.empty() || !account.AcntKeyringKey.empty()) continue;
+      account.AcntPassword = former->AcntPassword;
+      if (keys.insert(former->AcntKeyringKey).second) account.AcntKeyringKey = former->AcntKeyringKey;
+    }
   }
+}
+
+bool goOnFromHere(Program& program, const MovedSettings& here, MovedSettings& there) {
+  const KeepingPasswords keeping(program);
+  for (Account& account : there.accounts) {
+    if (!followKey(program, here, account)) return false;
+  }
+  goOnFrom(here, there);
+  return true;
 }
 
 /// A file beside the program's others whose name none has yet.
 std::string freshFile(Program& program, const std::string& stem, const std::string& ending) {
   std::string name = stem + ending;
   for (int n = 2; program.platform.fileExists(program.platform.programFile(name)); ++n) {
-    name = stem + " " + std::to_string(n) + ending;
+    name = std::string(stem).append(" ").append(std::to_string(n)).append(ending);
   }
   return name;
 }
@@ -248,7 +270,7 @@ void importFrom(Program& program, const std::string& path) {
     return;
   }
   const MovedSettings here = allThatIsHere(program);
-  goOnFromHere(program, here, file.moved);
+  if (!goOnFromHere(program, here, file.moved)) return;
   const auto changes = importChanges(program.AppTitle, here, file.moved);
   if (!changes) {
     program.platform.MsgBox(importChangesNothing(program.AppTitle));

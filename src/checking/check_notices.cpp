@@ -81,9 +81,14 @@ void BeginWalkNotices(Program& program, bool timed) {
 }
 
 void NoteNews(Program& program, std::int16_t account) {
-  if (program.options.NotifyNew != 1) return;
-  auto news = newsOf(program.accounts[account], messagesOf(program, account));
+  Accounts::Row& row = program.accounts[account];
+  if (program.options.NotifyNew != 1) row.AcntSeenIDs.clear();
+  if (program.options.NotifyNew != 1 || !row.AcntFetched) return;
+  auto news = newsOf(row, messagesOf(program, account));
   if (news) program.walk.notices.news.push_back(*std::move(news));
+  row.AcntSeenIDs.clear();
+  for (const MailMessage& message : messagesOf(program, account)) row.AcntSeenIDs.push_back(message.MsgID);
+  std::ranges::sort(row.AcntSeenIDs);
 }
 
 WalkNotices takeWalkNotices(Program& program) {

@@ -168,7 +168,7 @@ void PrepareConnection(Program& program, std::int16_t account) {
   if (program.activity != Activity::Testing)
     frmMain.StatusBar.Panels(1).Text = program.accounts[account].AcntName + " - Connection in Progress";
   const std::string password = PasswordOf(program, account);
-  Account settings = program.accounts[account];
+  auto settings = static_cast<const Account&>(program.accounts[account]);
   settings.AcntPassword = password;
   DescribeConnection(currentClient(program), settings, program.options);
   program.connection.PopConnected = false;

@@ -49,6 +49,20 @@ class CheckNotices : public test::RunningProgram {
   std::string last() const { return told(platform.shown.back().first); }
 };
 
+TEST_F(CheckNotices, TellOfMailThatComesAfterOtherMailHasGone) {
+  start();
+  AutoCheckAccounts(program);
+  platform.shown.clear();
+  auto& messages = platform.servers["Work"].messages;
+  messages = {message("b")};
+  AutoCheckAccounts(program);
+  EXPECT_TRUE(platform.shown.empty()) << "whatever its place is now";
+  messages = {message("b"), message("c")};
+  AutoCheckAccounts(program);
+  ASSERT_EQ(platform.shown.size(), 1U);
+  EXPECT_TRUE(last().starts_with("Work: 1 new message\n")) << last();
+}
+
 TEST_F(CheckNotices, TellWhatIsNewToWhomDoesNotSeeIt) {
   start();
   check();

@@ -45,6 +45,7 @@ struct AccountState {
   bool AcntClientValid = false;
   bool AcntPasswordKnown = false;  ///< the keyring's entry has been read or written: AcntPassword is what it holds
   std::string AcntPasswordForNow;  ///< entered by the user where the keyring doesn't give it
+  std::vector<std::string> AcntSeenIDs;  ///< of the messages that notifications have been told of, in order
   std::string AcntStatusText;
   std::string AcntLastCheckTime;
   std::string AcntLastCheckText;

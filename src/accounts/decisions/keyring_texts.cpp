@@ -21,6 +21,13 @@ Question keyringNotice(std::string_view appTitle, const std::string& text) {
   return {text + "\r\n\r\n", std::string(appTitle) + " - Keyring Error", Question::Icon::Critical};
 }
 
+PasswordQuestion askFor(std::string_view appTitle, std::string_view accountName, const KeyringAnswer& answer,
+                        const std::string& use) {
+  return {keyringTrouble(answer) + "\r\n\r\nPlease enter the password of the Account: " + std::string(accountName) +
+              "\r\n" + use,
+          std::string(appTitle) + " - Password Needed"};
+}
+
 }  // namespace
 
 std::string keyringTrouble(const KeyringAnswer& answer) {
@@ -32,9 +39,13 @@ std::string keyringTrouble(const KeyringAnswer& answer) {
 
 PasswordQuestion passwordQuestion(std::string_view appTitle, std::string_view accountName,
                                   const KeyringAnswer& answer) {
-  return {keyringTrouble(answer) + "\r\n\r\nPlease enter the password of the Account: " + std::string(accountName) +
-              "\r\nIt is used until " + std::string(appTitle) + " ends, and is not stored.",
-          std::string(appTitle) + " - Password Needed"};
+  return askFor(appTitle, accountName, answer,
+                "It is used until " + std::string(appTitle) + " ends, and is not stored.");
+}
+
+PasswordQuestion passwordForSettings(std::string_view appTitle, std::string_view accountName,
+                                     const KeyringAnswer& answer) {
+  return askFor(appTitle, accountName, answer, "It is kept in the settings file from now on.");
 }
 
 Question passwordsNotMoved(std::string_view appTitle, bool intoKeyring, std::string_view trouble) {

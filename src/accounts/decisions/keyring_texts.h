@@ -24,6 +24,10 @@ inline constexpr std::string_view keyringBusy =
 /// Asks for a password that can't be had from the keyring.
 PasswordQuestion passwordQuestion(std::string_view appTitle, std::string_view accountName, const KeyringAnswer& answer);
 
+/// Asks for one that is to be kept in the settings file in place of the keyring's.
+PasswordQuestion passwordForSettings(std::string_view appTitle, std::string_view accountName,
+                                     const KeyringAnswer& answer);
+
 /// The passwords are where they should be, and what is left of them in the keyring could not be removed.
 Question entriesRemain(std::string_view appTitle);
 

@@ -9,7 +9,6 @@
 #include <span>
 #include <utility>
 
-#include "options/decisions/edited_options.h"
 #include "platform/text.h"
 
 namespace velmora {
@@ -122,6 +121,7 @@ bool isSettable(std::string Options::*text, const Options& options) {
 
 /// The settings may be older than the file, or have been changed by hand where they come from.
 void keepToWhatCanBeSet(const Options& present, Options& options) {
+  constexpr std::int16_t minuteless = 12;
   for (const OptionField* option : movedOptions()) {
     std::visit(
         [&](auto member) {
@@ -129,7 +129,7 @@ void keepToWhatCanBeSet(const Options& present, Options& options) {
         },
         option->field.member);
   }
-  followChange(present, present, options);
+  if (options.Hours == minuteless) options.Minutes = 0;
   if (options.IntervalMinutes() == 0) options.Minutes = 1;
 }
 

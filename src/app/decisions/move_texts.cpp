@@ -128,7 +128,7 @@ Question exportLacksPassword(std::string_view appTitle, std::string_view account
 Question importNotIntoKeyring(std::string_view appTitle, std::string_view reason) {
   return notice(
       appTitle, "Import Error",
-      "Nothing was imported, since the keyring doesn't take the passwords:\r\n" + std::string(reason) + lineEnd,
+      "Nothing was imported, since the keyring doesn't do what is needed:\r\n" + std::string(reason) + lineEnd,
       Question::Icon::Critical);
 }
 

@@ -20,7 +20,7 @@ Question importTooLarge(std::string_view appTitle);
 /// The desktop's keyring doesn't give the password of an account, for this reason.
 Question exportLacksPassword(std::string_view appTitle, std::string_view account, std::string_view reason);
 
-/// It doesn't take those of the file, for this reason.
+/// It doesn't take those of the file, or doesn't give what the file names, for this reason.
 Question importNotIntoKeyring(std::string_view appTitle, std::string_view reason);
 
 /// Why a file can't be imported; one that can't be read has no fault to name.

@@ -66,18 +66,20 @@ std::vector<std::string> linesOfOne(const AccountNews& news) {
 
 }  // namespace
 
-/// A check that was over with the count leaves the marks of the one before it, which have been told.
-/// The count tells of growth, and the marks of single messages: where others have gone meanwhile, the marks tell more;
-/// where the server gives no identifiers, the count does.
+/// A check that was over with the count leaves the marks of the one before it, which have been told. Where messages
+/// have gone meanwhile, the marks name some that were there before; where the server gives no identifiers, the growth
+/// in number is all that is known.
 std::optional<AccountNews> newsOf(const Accounts::Row& account, const MessageRange& messages) {
   if (!account.AcntFetched) return std::nullopt;
   AccountNews news{account.AcntName, 0, {}};
+  bool haveIDs = false;
   for (const MailMessage& message : messages) {
-    if (!message.New) continue;
+    haveIDs = haveIDs || !message.MsgID.empty();
+    if (!message.New || std::ranges::binary_search(account.AcntSeenIDs, message.MsgID)) continue;
     ++news.count;
     if (news.first.size() < noticeLines) news.first.push_back(headOf(message));
   }
-  news.count = std::max<std::int32_t>(news.count, account.AcntNewCount);
+  if (!haveIDs) news.count = account.AcntNewCount;
   return news.count > 0 ? std::optional(news) : std::nullopt;
 }
 
