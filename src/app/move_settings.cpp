@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <optional>
-#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -13,6 +12,7 @@
 #include "accounts/keyring_entries.h"
 #include "accounts/load_accounts.h"
 #include "accounts/read_password.h"
+#include "app/decisions/carry_over.h"
 #include "app/decisions/move_file.h"
 #include "app/decisions/move_texts.h"
 #include "app/pages.h"
@@ -86,19 +86,6 @@ void askAndExport(Program& program) {
   }
 }
 
-bool isSameMailbox(const Account& a, const Account& b) {
-  return haveSameServer(a, b) && a.AcntLoginID == b.AcntLoginID;
-}
-
-/// What is here of an account of the file, as far as it is the same mailbox.
-const Account* formerOf(const MovedSettings& here, const Account& account, bool byName) {
-  const auto goesOn = [&](const Account& former) {
-    return isSameMailbox(former, account) && (!byName || former.AcntName == account.AcntName);
-  };
-  const auto found = std::ranges::find_if(here.accounts, goesOn);
-  return found == here.accounts.end() ? nullptr : &*found;
-}
-
 /// A key of the file counts where the same mailbox has it here. One that another mailbox has is none of this account's.
 /// What any other leads to is read now, so that nothing is kept that may not be there. Returns whether the keyring
 /// told.
@@ -117,31 +104,12 @@ bool followKey(Program& program, const MovedSettings& here, Account& account) {
   return false;
 }
 
-/// An account that comes without a password keeps that of the same mailbox here, and each keeps the certificate that
-/// was accepted for its server. An entry of the keyring is one account's: that of the same name before any other.
-void goOnFrom(const MovedSettings& here, MovedSettings& there) {
-  std::set<std::string> keys;
-  for (const bool byName : {true, false}) {
-    for (Account& account : there.accounts) {
-      if (!account.AcntKeyringKey.empty() && byName && !keys.insert(account.AcntKeyringKey).second) {
-        account.AcntKeyringKey.clear();
-      }
-      const Account* former = formerOf(here, account, byName);
-      if (former == nullptr) continue;
-      copyCertificate(*former, account);
-      if (!account.AcntPassword.empty() || !account.AcntKeyringKey.empty()) continue;
-      account.AcntPassword = former->AcntPassword;
-      if (keys.insert(former->AcntKeyringKey).second) account.AcntKeyringKey = former->AcntKeyringKey;
-    }
-  }
-}
-
 bool goOnFromHere(Program& program, const MovedSettings& here, MovedSettings& there) {
   const KeepingPasswords keeping(program);
   for (Account& account : there.accounts) {
     if (!followKey(program, here, account)) return false;
   }
-  goOnFrom(here, there);
+  carryOver(here, there);
   return true;
 }
 
