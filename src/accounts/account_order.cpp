@@ -111,11 +111,6 @@ void deleteAccount(Program& program, std::int16_t deleted) {
   FillRuleAccounts(program);
 }
 
-void removeEntry(Program& program) {
-  const KeepingPasswords keeping(program);
-  RemoveSpareEntries(program);
-}
-
 bool keepSwapped(Program& program, std::int16_t a, std::int16_t b) {
   for (std::int16_t number = 1; number <= program.accounts.AcntNum(); ++number) {
     const std::int16_t from = number == a ? b : number == b ? a : number;
@@ -132,9 +127,8 @@ void DeleteAccount(Program& program) {
   const SetForNow busy(program.acnts.AcntBusy, true);
   const Answer answer = program.platform.MsgBox(deleteWarning(accounts[deleted].AcntName));
   if (answer == Answer::Yes && keepWithout(program, deleted)) {
-    const std::string key = accounts[deleted].AcntKeyringKey;
     deleteAccount(program, deleted);
-    if (!key.empty()) removeEntry(program);
+    TidyEntries(program);
   } else {
     program.frmMain.TabStripAcnts.SelectTab(deleted);
   }
