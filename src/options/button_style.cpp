@@ -24,7 +24,7 @@ void ApplyButtonStyle(Program& program) {
     for (Toolbar& bar : *pair) bar.Raised = raised->intermediate;
   }
   setRaised({&frmMain.tbrColour, &frmMain.tbrMoveButtons, &frmMain.tbrMoveRule, &frmMain.tbrRuleFits,
-             &frmMain.tbrOptAbout, &frmMain.tbrProtocolLog},
+             &frmMain.tbrOptAbout, &frmMain.tbrProtocolLog, &frmMain.tbrOptMove},
             raised->intermediate);
   for (Toolbar& bar : frmMain.tbrButtons) bar.Raised = raised->lower;
   setRaised({&program.frmPreview.tbrButtons, &program.frmRuleReport.tbrRuleReport, &program.frmMessage.tbrButtons,

@@ -33,7 +33,7 @@ constexpr auto texts = std::to_array<ChoiceText>({
      "The desktop's keyring holds the passwords, the settings file none.",
      "(Off)  The settings file, which you alone can read, holds the passwords."},
     {&Options::RefuseUntrusted, &DesktopSection::lblRefuseUntrusted,
-     "A password goes only to secure servers that this system trusts, or whose certificate you have accepted.",
+     "A secure server gets a password only if this system trusts its certificate, or you have accepted that.",
      "(Off)  Any certificate is taken: the connection is encrypted, but with whom is not examined."},
     {&Options::ProtocolLog, &DesktopSection::lblProtocolLog,
      "Commands and status lines of all connections are written into a file, without passwords and messages.",
